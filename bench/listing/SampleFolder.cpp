@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "bench/listing/SampleFolder.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+std::string nameOf(long number) {
+    char name[48];
+    std::snprintf(name, sizeof name, "photograph-%09ld.jpeg", number);
+    return name;
+}
+
+void check(bool done, const char *what) {
+    if (!done)
+        throw std::system_error(errno, std::generic_category(), what);
+}
+
+void makeEntry(int folder, long number) {
+    constexpr mode_t kFolderMode = 0755;
+    constexpr mode_t kFileMode = 0644;
+    constexpr std::time_t kDay = 86'400;
+    const std::string name = nameOf(number);
+    const long kind = number % 100;
+    if (kind < 5) {
+        check(mkdirat(folder, name.c_str(), kFolderMode) == 0, "mkdirat");
+    } else if (kind < 7) {
+        check(symlinkat(nameOf(number + 2).c_str(), folder, name.c_str()) == 0, "symlinkat");
+    } else {
+        const int file = openat(folder, name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, kFileMode);
+        check(file >= 0 && ftruncate(file, number % 100'000) == 0, "openat");
+        close(file);
+    }
+    const std::time_t seconds = std::time(nullptr) - number * 7919 % (400 * kDay);
+    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
+    check(utimensat(folder, name.c_str(), times, AT_SYMLINK_NOFOLLOW) == 0, "utimensat");
+}
+
+} // namespace
+
+SampleFolder::SampleFolder(long entries) {
+    std::string pattern = std::filesystem::temp_directory_path() / "listing-XXXXXX";
+    check(mkdtemp(pattern.data()) != nullptr, "mkdtemp");
+    path_ = pattern;
+    const int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    check(folder >= 0, "open");
+    for (long number = 0; number < entries; ++number)
+        makeEntry(folder, number);
+    close(folder);
+}
+
+SampleFolder::~SampleFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <filesystem>
+
+/// A temporary folder of made entries: 5 % folders, 2 % links to a neighbour, the others small
+/// files, with names of 25 characters and dates over the last 400 days. Removed when it goes.
+class SampleFolder {
+public:
+    explicit SampleFolder(long entries);
+    SampleFolder(const SampleFolder &) = delete;
+    SampleFolder &operator=(const SampleFolder &) = delete;
+    ~SampleFolder();
+
+    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// GIO's enumerator with the attributes that a record holds, each of them read.
+#include "bench/listing/contender.h"
+
+#include <gio/gio.h>
+
+namespace {
+
+constexpr const char *kAttributes = "standard::name,standard::type,standard::size,"
+                                    "standard::symlink-target,owner::user,owner::group,"
+                                    "unix::mode,unix::nlink,time::modified";
+
+void read(GFileInfo *info) {
+    contender::use(g_file_info_get_name(info));
+    contender::use(g_file_info_get_file_type(info));
+    contender::use(g_file_info_get_size(info));
+    contender::use(
+        g_file_info_get_attribute_byte_string(info, G_FILE_ATTRIBUTE_STANDARD_SYMLINK_TARGET));
+    contender::use(g_file_info_get_attribute_string(info, G_FILE_ATTRIBUTE_OWNER_USER));
+    contender::use(g_file_info_get_attribute_string(info, G_FILE_ATTRIBUTE_OWNER_GROUP));
+    contender::use(g_file_info_get_attribute_uint32(info, G_FILE_ATTRIBUTE_UNIX_MODE));
+    contender::use(g_file_info_get_attribute_uint32(info, G_FILE_ATTRIBUTE_UNIX_NLINK));
+    contender::use(g_file_info_get_attribute_uint64(info, G_FILE_ATTRIBUTE_TIME_MODIFIED));
+}
+
+/// With `kept`, all answers stay, as the records of this library do; else each goes once read.
+template <bool kept> long list(const char *path) {
+    GFile *const folder = g_file_new_for_path(path);
+    GFileEnumerator *const enumerator = g_file_enumerate_children(
+        folder, kAttributes, G_FILE_QUERY_INFO_NOFOLLOW_SYMLINKS, nullptr, nullptr);
+    if (!enumerator)
+        return -1;
+    GPtrArray *const all = g_ptr_array_new();
+    long entries = 0;
+    while (GFileInfo *const info = g_file_enumerator_next_file(enumerator, nullptr, nullptr)) {
+        read(info);
+        ++entries;
+        if (kept)
+            g_ptr_array_add(all, info);
+        else
+            g_object_unref(info);
+    }
+    return entries;
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) {
+    return contender::run(argumentCount, arguments, list<false>);
+}

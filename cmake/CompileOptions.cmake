@@ -1,0 +1,13 @@
+# SPDX-License-Identifier: MIT
+# What every target of this project is compiled with.
+
+# 64-bit file sizes, inode numbers and times on every processor; GNU and Linux interfaces.
+add_compile_definitions(_GNU_SOURCE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(MWCORE_WARNINGS_AS_ERRORS)
+    add_compile_options(-Werror)
+endif()
+
+# Every file is included by its path from here: "core/mfs.h".
+include_directories(${PROJECT_SOURCE_DIR})

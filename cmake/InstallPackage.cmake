@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: MIT
+# Installation: find_package(MWCore) with the targets MWCore::NAME, and one pkg-config file a library.
+include(CMakePackageConfigHelpers)
+
+# Exports TARGET as MWCore::TARGET, with its public headers flat below <MWCore/>, and writes
+# TARGET.pc, which says DESCRIPTION.
+function(mwcore_install_library TARGET DESCRIPTION)
+    set_target_properties(${TARGET} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR})
+    install(TARGETS ${TARGET} EXPORT MWCore
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    set(LIBRARY ${TARGET})
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${TARGET}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${TARGET}.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+
+# Writes the files that find_package(MWCore) reads.
+function(mwcore_install_package)
+    set(destination ${CMAKE_INSTALL_LIBDIR}/cmake/MWCore)
+    set(built ${PROJECT_BINARY_DIR}/cmake)
+    install(EXPORT MWCore NAMESPACE MWCore:: FILE MWCoreTargets.cmake DESTINATION ${destination})
+    configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/MWCoreConfig.cmake.in
+        ${built}/MWCoreConfig.cmake INSTALL_DESTINATION ${destination})
+    write_basic_package_version_file(${built}/MWCoreConfigVersion.cmake
+        COMPATIBILITY SameMajorVersion)
+    install(FILES ${built}/MWCoreConfig.cmake ${built}/MWCoreConfigVersion.cmake
+        DESTINATION ${destination})
+    install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+endfunction()

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "core/mfs_fso.h"
+#include "core/private/LinkTargets.h"
+#include "core/private/ReachablePath.h"
+#include "core/private/StatConverter.h"
+#include "core/private/text_views.h"
+#include "core/private/trace.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <dirent.h>
+#include <fcntl.h>
+
+using MWCore::Descriptor;
+using MWCore::LinkTargets;
+using MWCore::ReachablePath;
+using MWCore::RecordTree;
+using MWCore::StatConverter;
+using MWCore::Text;
+using MWCore::trace;
+
+namespace {
+
+/// How often a listing is begun again because an entry was gone by the time it was examined.
+constexpr int kRestarts = 8;
+
+struct CloseFolder {
+    void operator()(DIR *folder) const {
+        const int error = errno;
+        closedir(folder);
+        errno = error;
+    }
+};
+using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
+
+/// Null, with the cause in `errno`, when the folder cannot be opened. Never waits: what is no
+/// folder by now is refused before it is opened.
+OpenFolder openFolder(const ReachablePath &place) {
+    Descriptor descriptor(
+        openat(place.folder(), place.rest(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+    OpenFolder folder(descriptor ? fdopendir(descriptor.number()) : nullptr);
+    if (folder)
+        descriptor.release();
+    return folder;
+}
+
+/// Which item a path names when it ends at a link.
+enum class Links { Followed, Described };
+
+/// The item at @p place; false, traced, with the cause in `errno`, when it cannot be examined.
+bool examine(const ReachablePath &place, Links links, struct stat &item) {
+    const int flags = links == Links::Followed ? 0 : AT_SYMLINK_NOFOLLOW;
+    if (place && fstatat(place.folder(), place.rest(), &item, flags) == 0)
+        return true;
+    trace("\t\tError getting item statistics\n");
+    trace("\t\terror : %s\n", std::strerror(errno));
+    return false;
+}
+
+enum class Outcome {
+    Done,
+    NotOpened, ///< the folder itself, for the reason in `errno`
+    Vanished,  ///< an entry was gone by the time it was examined
+    Failed,    ///< for the reason in `errno`
+};
+
+/// The folder part of path + "/" + name, for any name in the folder at @p path.
+std::string_view parentOfEntries(std::string_view path) {
+    return path.ends_with('/') ? MWCore::containingFolder(path) : path;
+}
+
+/// One pass over an open folder that turns its entries into children of a record.
+class Listing {
+public:
+    Listing(mfs_fso *folder, const char *path, DIR *entries, StatConverter &converter)
+        : folder_(folder), entries_(entries), converter_(converter), links_(dirfd(entries), path),
+          parentPath_(parentOfEntries(path)) {}
+
+    Outcome run();
+
+private:
+    Outcome add(const char *name);
+    RecordTree describe(const char *name, const struct stat &item);
+
+    mfs_fso *folder_;
+    DIR *entries_;
+    StatConverter &converter_;
+    LinkTargets links_;
+    std::string_view parentPath_;
+};
+
+Outcome Listing::run() {
+    for (;;) {
+        errno = 0;
+        const dirent *const entry = readdir(entries_);
+        if (!entry)
+            return errno == 0 ? Outcome::Done : Outcome::Failed;
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..")
+            continue;
+        const Outcome outcome = add(entry->d_name);
+        if (outcome != Outcome::Done)
+            return outcome;
+    }
+}
+
+Outcome Listing::add(const char *name) {
+    const int folder = dirfd(entries_);
+    struct stat item;
+    if (fstatat(folder, name, &item, AT_SYMLINK_NOFOLLOW) != 0 &&
+        fstatat(folder, name, &item, 0) != 0)
+        return errno == ENOENT || errno == ESTALE ? Outcome::Vanished : Outcome::Failed;
+    RecordTree child = describe(name, item);
+    if (!child || mfs_fso_add_subitem(folder_, child.get()) != 0)
+        return Outcome::Failed;
+    static_cast<void>(child.release()); // the folder's now
+    return Outcome::Done;
+}
+
+/// Null, with the cause in `errno`, when memory runs out.
+RecordTree Listing::describe(const char *name, const struct stat &item) {
+    struct stat target;
+    const bool leadsSomewhere =
+        S_ISLNK(item.st_mode) && fstatat(dirfd(entries_), name, &target, 0) == 0;
+    Text linkTarget;
+    if (leadsSomewhere) {
+        linkTarget = links_.resolve(name);
+        if (!linkTarget && errno == ENOMEM)
+            return nullptr;
+    }
+    return converter_.convert(item, leadsSomewhere ? &target : nullptr,
+                              {parentPath_, name, std::move(linkTarget)});
+}
+
+/// One attempt at mfs_fso_get_local_fso(): null when an entry vanished or something failed.
+RecordTree listOnce(const char *path, Outcome &outcome) {
+    outcome = Outcome::Failed;
+    const ReachablePath place(path);
+    struct stat item;
+    if (!examine(place, Links::Followed, item))
+        return nullptr;
+    StatConverter converter;
+    RecordTree record = MWCore::_stat_to_fso(&item, nullptr, path, converter);
+    if (!record)
+        return nullptr;
+    outcome = Outcome::Done;
+    if (!mfs_fso_isDir(record.get()) || std::string_view(path).starts_with("/dev"))
+        return record;
+    const OpenFolder entries = openFolder(place);
+    outcome =
+        entries ? Listing(record.get(), path, entries.get(), converter).run() : Outcome::NotOpened;
+    if (outcome == Outcome::Vanished || outcome == Outcome::Failed)
+        return nullptr;
+    return record;
+}
+
+} // namespace
+
+mfs_fso *mfs_fso_get_local_fso(const char *path) {
+    const int errorBefore = errno;
+    Outcome outcome = Outcome::Vanished;
+    RecordTree record;
+    for (int attempt = 0; attempt <= kRestarts && outcome == Outcome::Vanished; ++attempt)
+        record = listOnce(path, outcome);
+    if (outcome == Outcome::Done)
+        errno = errorBefore;
+    return record.release();
+}
+
+mfs_fso *mfs_fso_get_local_item(const char *path) {
+    const int errorBefore = errno;
+    const ReachablePath place(path);
+    struct stat item;
+    if (!examine(place, Links::Described, item))
+        return nullptr;
+    struct stat target;
+    const bool leadsSomewhere =
+        S_ISLNK(item.st_mode) && fstatat(place.folder(), place.rest(), &target, 0) == 0;
+    StatConverter converter;
+    RecordTree record =
+        MWCore::_stat_to_fso(&item, leadsSomewhere ? &target : nullptr, path, converter);
+    if (record)
+        errno = errorBefore;
+    return record.release();
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "core/private/StatConverter.h"
+
+#include "core/mfs_permissions.h"
+#include "core/private/LinkTargets.h"
+#include "core/private/text_views.h"
+#include "core/private/trace.h"
+
+#include <cerrno>
+
+namespace MWCore {
+namespace {
+
+constexpr std::string_view kBrokenLink = "Link is broken. Use the finder to fix";
+
+int32_t typeOf(const struct stat &item) {
+    switch (item.st_mode & S_IFMT) {
+    case S_IFDIR:
+        return MFS_TYPE_DIRECTORY;
+    case S_IFLNK:
+        return MFS_TYPE_LINK;
+    case S_IFREG:
+        return MFS_TYPE_FILE;
+    default:
+        return MFS_TYPE_OTHER;
+    }
+}
+
+} // namespace
+
+RecordTree StatConverter::convert(const struct stat &item, const struct stat *target,
+                                  ItemPlace place) {
+    RecordDraft draft;
+    draft.type = typeOf(item);
+    draft.permissions = mfs_get_perms_from_mode(item.st_mode);
+    draft.links = static_cast<int32_t>(item.st_nlink);
+    draft.size = item.st_size;
+    draft.modificationTime = item.st_mtime;
+    draft.nameOrPath = place.name;
+    draft.parentPath = place.parentPath;
+    draft.dateModified = dates_.textFor(item.st_mtime);
+    draft.owner = accounts_.user(item.st_uid);
+    draft.group = accounts_.group(item.st_gid);
+    if (!draft.dateModified || !draft.owner || !draft.group)
+        return nullptr;
+    if (draft.type == MFS_TYPE_LINK) {
+        draft.targetType = target ? typeOf(*target) : static_cast<int32_t>(MFS_TARGET_UNKNOWN);
+        if (target) {
+            draft.aliasLocation = place.linkTarget ? std::move(place.linkTarget)
+                                                   : copied(kBrokenLink, "alias location");
+            if (!draft.aliasLocation)
+                return nullptr;
+        }
+    }
+    return RecordTree(makeRecord(draft));
+}
+
+RecordTree _stat_to_fso(const struct stat *stat, const struct stat *target_stat, const char *path,
+                        StatConverter &converter) {
+    if (!stat) {
+        trace("stats were null for path : %s\n", path);
+        return nullptr;
+    }
+    Text linkTarget;
+    if (S_ISLNK(stat->st_mode) && target_stat) {
+        linkTarget = resolvedPath(path);
+        if (!linkTarget && errno == ENOMEM)
+            return nullptr;
+    }
+    return converter.convert(*stat, target_stat,
+                             {containingFolder(path), lastComponent(path), std::move(linkTarget)});
+}
+
+} // namespace MWCore

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+namespace MWCore {
+
+/// Writes to the trace stream, if there is one. Leaves `errno` alone.
+[[gnu::format(printf, 1, 2)]] void trace(const char *format, ...);
+
+} // namespace MWCore
