@@ -5,6 +5,9 @@
 add_compile_definitions(_GNU_SOURCE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    add_compile_options(-Wno-restrict) # false alarm on "text" + std::string (GCC bug 105651)
+endif()
 if(MWCORE_WARNINGS_AS_ERRORS)
     add_compile_options(-Werror)
 endif()

@@ -19,6 +19,8 @@ public:
         std::swap(number_, other.number_);
         return *this;
     }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
     ~Descriptor() {
         if (number_ < 0)
             return;

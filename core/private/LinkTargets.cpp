@@ -14,28 +14,29 @@ namespace {
 
 constexpr const char *kLabel = "link target";
 
-/// The path under which the kernel knows an open descriptor.
-Text pathOfDescriptor(const Descriptor &item) {
-    char link[32];
-    std::snprintf(link, sizeof link, "/proc/self/fd/%d", item.number());
-    char path[PATH_MAX];
-    const ssize_t length = readlink(link, path, sizeof path);
-    if (length <= 0 || path[0] != '/')
+/// The path under which the kernel knows what @p path leads to; asked through a descriptor, so that
+/// the length of @p path does not matter.
+Text pathInKernel(const char *path) {
+    const ReachablePath place(path);
+    if (!place)
         return nullptr;
-    return copied({path, static_cast<std::size_t>(length)}, kLabel);
+    const Descriptor item(openat(place.folder(), place.rest(), O_PATH | O_CLOEXEC));
+    char entry[32];
+    std::snprintf(entry, sizeof entry, "/proc/self/fd/%d", item.number());
+    char known[PATH_MAX];
+    const ssize_t length = readlink(entry, known, sizeof known);
+    if (length <= 0 || known[0] != '/')
+        return nullptr;
+    return copied({known, static_cast<std::size_t>(length)}, kLabel);
 }
 
 } // namespace
 
 Text resolvedPath(const char *path) {
     Text resolved(realpath(path, nullptr));
-    if (resolved || errno != ENAMETOOLONG)
-        return resolved;
-    const ReachablePath place(path);
-    if (!place)
-        return nullptr;
-    const Descriptor item(openat(place.folder(), place.rest(), O_PATH | O_CLOEXEC));
-    return item ? pathOfDescriptor(item) : nullptr;
+    if (!resolved && errno == ENAMETOOLONG)
+        resolved = pathInKernel(path);
+    return resolved;
 }
 
 Text LinkTargets::resolve(const char *name) {

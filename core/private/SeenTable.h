@@ -79,6 +79,8 @@ private:
     }
 
     void release() {
+        if (!slots_)
+            return;
         for (std::size_t index = 0; index < capacity_; ++index)
             slots_[index].~Slot();
         std::free(slots_);

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // Runs the contenders in turn over folders of growing size and prints one table.
 // usage: bench_listing [ENTRIES...]
-#include "bench/listing/SampleFolder.h"
+#include "benchmarks/listing/SampleFolder.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "apps/mwfile/DisplayText.h"
+
+#include "apps/mwfile/Utf8.h"
+
+#include <cstdio>
+#include <cwchar>
+
+namespace MWCore::mwfile {
+namespace {
+
+std::string escaped(const char *format, char32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, format, static_cast<unsigned>(value));
+    return text;
+}
+
+/// How a step that may not be printed as it is is written; empty when it may.
+std::string escapeFor(const Utf8Step &step, Backslash backslash) {
+    if (!step.valid)
+        return escaped("\\x%02x", step.character);
+    switch (step.character) {
+    case U'\\':
+        return backslash == Backslash::Doubled ? "\\\\" : "";
+    case U'\n':
+        return "\\n";
+    case U'\r':
+        return "\\r";
+    case U'\t':
+        return "\\t";
+    case U'\x1b':
+        return "\\e";
+    default:
+        return isControl(step.character) ? escaped("\\u{%x}", step.character) : "";
+    }
+}
+
+/// A character that the system's tables do not know is taken for one column wide.
+int columnsOf(char32_t character) {
+    const int columns = wcwidth(static_cast<wchar_t>(character));
+    return columns < 0 ? 1 : columns;
+}
+
+bool isPlain(std::string_view text) {
+    for (const char character : text)
+        if (character < ' ' || character > '~' || character == '\\')
+            return false;
+    return true;
+}
+
+} // namespace
+
+DisplayText::DisplayText(std::string_view raw, Backslash backslash) {
+    if (isPlain(raw)) {
+        append(raw, static_cast<int>(raw.size()));
+        return;
+    }
+    for (std::string_view rest = raw; !rest.empty();) {
+        const Utf8Step step = nextStep(rest);
+        rest.remove_prefix(step.bytes.size());
+        const std::string escape = escapeFor(step, backslash);
+        if (escape.empty())
+            append(step.bytes, columnsOf(step.character));
+        else
+            append(escape, static_cast<int>(escape.size()));
+    }
+}
+
+void DisplayText::append(std::string_view printable, int columns) {
+    text_ += printable;
+    columns_ += columns;
+}
+
+} // namespace MWCore::mwfile

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "apps/mwfile/JsonObject.h"
+#include "core/mfs_fso.h"
+
+namespace MWCore::mwfile {
+
+/// What a record tells, as JSON members named after the operations of the file item model. Times
+/// are ISO 8601 in UTC, sizes in bytes.
+[[nodiscard]] JsonObject itemJson(const mfs_fso &item);
+
+/// The kind of an item in a word.
+[[nodiscard]] const char *kindWord(int32_t type);
+
+} // namespace MWCore::mwfile

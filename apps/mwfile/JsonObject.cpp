@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "apps/mwfile/JsonObject.h"
+
+#include "apps/mwfile/Utf8.h"
+
+#include <cstdio>
+
+namespace MWCore::mwfile {
+namespace {
+
+/// The range of lone surrogates that carries invalid bytes.
+constexpr char32_t kInvalidByteBase = 0xDC00;
+
+std::string unicodeEscape(char32_t unit) {
+    char text[16];
+    std::snprintf(text, sizeof text, "\\u%04x", static_cast<unsigned>(unit));
+    return text;
+}
+
+} // namespace
+
+JsonObject &JsonObject::text(std::string_view key, std::string_view value) {
+    beginMember(key);
+    appendText(value);
+    return *this;
+}
+
+JsonObject &JsonObject::number(std::string_view key, int64_t value) {
+    beginMember(key);
+    line_ += std::to_string(value);
+    return *this;
+}
+
+JsonObject &JsonObject::truth(std::string_view key, bool value) {
+    beginMember(key);
+    line_ += value ? "true" : "false";
+    return *this;
+}
+
+JsonObject &JsonObject::null(std::string_view key) {
+    beginMember(key);
+    line_ += "null";
+    return *this;
+}
+
+JsonObject &JsonObject::textOrNull(std::string_view key, const char *value) {
+    return value ? text(key, value) : null(key);
+}
+
+void JsonObject::beginMember(std::string_view key) {
+    if (line_.size() > 1)
+        line_ += ", ";
+    appendText(key);
+    line_ += ": ";
+}
+
+void JsonObject::appendText(std::string_view value) {
+    line_ += '"';
+    for (std::string_view rest = value; !rest.empty();) {
+        const Utf8Step step = nextStep(rest);
+        rest.remove_prefix(step.bytes.size());
+        if (!step.valid)
+            line_ += unicodeEscape(kInvalidByteBase + step.character);
+        else if (isControl(step.character))
+            line_ += unicodeEscape(step.character);
+        else if (step.character == U'"' || step.character == U'\\')
+            (line_ += '\\') += step.bytes;
+        else
+            line_ += step.bytes;
+    }
+    line_ += '"';
+}
+
+} // namespace MWCore::mwfile

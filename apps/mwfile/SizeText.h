@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace MWCore::mwfile {
+
+/// The short size text of @p bytes, the number to the right and the unit in a column of its own:
+/// " 512   ", "   4 MB".
+[[nodiscard]] std::string alignedSize(int64_t bytes);
+
+/// As wide as alignedSize(), for an item without a size of its own.
+[[nodiscard]] std::string alignedNoSize();
+
+/// The whole count with the short text behind it: "281,624 bytes (275 k)".
+[[nodiscard]] std::string wholeSize(int64_t bytes);
+
+/// All digits in groups of three, as "281,624".
+[[nodiscard]] std::string groupedDigits(int64_t number);
+
+} // namespace MWCore::mwfile

@@ -1,0 +1,174 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "apps/mwfile/commands.h"
+#include "apps/mwfile/Failure.h"
+#include "apps/mwfile/Output.h"
+#include "core/mfs_utility.h"
+
+#include <clocale>
+#include <functional>
+#include <map>
+#include <new>
+#include <sstream>
+
+#include <CLI/CLI.hpp>
+
+namespace MWCore::mwfile {
+namespace {
+
+/// Exit statuses of every subcommand.
+enum Status { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+
+Order orderNamed(const std::string &word) {
+    static const std::map<std::string, Order> orders = {{"name", Order::Name},
+                                                        {"date", Order::Date},
+                                                        {"size", Order::Size},
+                                                        {"access", Order::Access}};
+    const auto found = orders.find(word);
+    if (found == orders.end())
+        throw CLI::ValidationError("--sort " + word, "not one of name, date, size and access");
+    return found->second;
+}
+
+/// The command line, and what it asked for once it is parsed.
+class CommandLine {
+public:
+    CommandLine();
+
+    /// Throws what CLI11 throws when the command line means nothing or asks for help.
+    void parse(int count, char **arguments) { app_.parse(count, arguments); }
+
+    /// What CLI11 has to say about its exception.
+    Status explain(const CLI::ParseError &error);
+
+    /// Does it. False when only a part could be done.
+    [[nodiscard]] bool run() const { return work_(); }
+
+private:
+    void addList();
+    void addInfo();
+    void addPerm();
+    void addJson(CLI::App &command, Form &form);
+
+    CLI::App app_{"Looks at files and folders", "mwfile"};
+    ListOptions list_;
+    InfoOptions info_;
+    PermOptions perm_;
+    std::function<bool()> work_;
+};
+
+CommandLine::CommandLine() {
+    app_.set_version_flag("--version", "mwfile " MWCORE_VERSION);
+    app_.add_flag_callback(
+        "--trace", [] { mfs_set_trace_stream(stderr); },
+        "Show the library's trace lines on standard error");
+    app_.require_subcommand(1);
+    app_.get_formatter()->label("REQUIRED", "");
+    app_.get_formatter()->label("TEXT", "");
+    addList();
+    addInfo();
+    addPerm();
+}
+
+void CommandLine::addJson(CLI::App &command, Form &form) {
+    command.add_flag_callback(
+        "--json", [&form] { form = Form::Json; }, "Print JSON");
+}
+
+void CommandLine::addList() {
+    CLI::App &command = *app_.add_subcommand("list", "Print what is in a folder");
+    command.add_option("FOLDER", list_.folder, "The folder")->required();
+    command.add_flag("--all", list_.all, "Also names that begin with a dot");
+    command
+        .add_option_function<std::string>(
+            "--sort", [this](const std::string &word) { list_.order = orderNamed(word); },
+            "By name from A to Z (unless told otherwise), by date, size or access,\n"
+            "the oldest, smallest or least accessible first")
+        ->option_text("name|date|size|access");
+    command.add_flag("--reverse", list_.reverse, "The other way round");
+    addJson(command, list_.form);
+    command.final_callback([this] {
+        work_ = [this] {
+            list(list_);
+            return true;
+        };
+    });
+}
+
+void CommandLine::addInfo() {
+    CLI::App &command = *app_.add_subcommand("info", "Print what is known of items");
+    command.add_option("PATH", info_.paths, "The items; a link means the link itself")->required();
+    addJson(command, info_.form);
+    command.final_callback([this] { work_ = [this] { return info(info_); }; });
+}
+
+void CommandLine::addPerm() {
+    CLI::App &command = *app_.add_subcommand("perm", "Print permissions in all their forms");
+    command.add_option("VALUE", perm_.value,
+                       "A number (755; one digit is the owner's, two are the group's and the\n"
+                       "others'), a text (rwxr-xr-x, -rwxr-xr-x) or a mode (0755, 04755)");
+    // A listing's text begins with "-" and looks like an option that does not exist.
+    command.allow_extras();
+    addJson(command, perm_.form);
+    command.final_callback([this, &command] {
+        std::vector<std::string> values = command.remaining();
+        if (!perm_.value.empty())
+            values.insert(values.begin(), perm_.value);
+        if (values.empty())
+            throw CLI::RequiredError("VALUE");
+        if (values.size() > 1)
+            throw UsageFailure(values.back(), "there is a value already");
+        perm_.value = values.front();
+        work_ = [this] {
+            perm(perm_);
+            return true;
+        };
+    });
+}
+
+Status CommandLine::explain(const CLI::ParseError &error) {
+    std::ostringstream answer;
+    std::ostringstream complaint;
+    if (app_.exit(error, answer, complaint) == 0) {
+        print(answer.str());
+        return kDone;
+    }
+    const std::vector<std::string> unknown = app_.remaining();
+    complain(unknown.empty() ? error.what() : unknown.front() + ": no such command or option");
+    return kWrongUsage;
+}
+
+Status statusOf(int count, char **arguments) {
+    CommandLine line;
+    try {
+        line.parse(count, arguments);
+    } catch (const CLI::ParseError &error) {
+        const Status status = line.explain(error);
+        finishOutput();
+        return status;
+    }
+    const bool allDone = line.run();
+    finishOutput();
+    return allDone ? kDone : kFailed;
+}
+
+} // namespace
+} // namespace MWCore::mwfile
+
+int main(int count, char **arguments) {
+    using namespace MWCore::mwfile;
+    std::setlocale(LC_ALL, "");
+    std::setlocale(LC_CTYPE, "C.UTF-8"); // names are UTF-8 or bytes, whatever the user's locale
+    mfs_set_trace_stream(nullptr);
+    try {
+        return statusOf(count, arguments);
+    } catch (const UsageFailure &failure) {
+        complain(failure.what());
+        return kWrongUsage;
+    } catch (const std::bad_alloc &) {
+        complain("out of memory");
+    } catch (const std::exception &failure) {
+        complain(failure.what());
+    }
+    return kFailed;
+}
