@@ -99,6 +99,8 @@ void freeTexts(const mfs_fso &record) {
 
 /// The record with its texts and arrays, but not its children.
 void destroyAlone(mfs_fso *record) {
+    if (!record)
+        return;
     freeTexts(*record);
     mfs_array_free(record->files);
     mfs_array_free(record->subdirectories);
@@ -184,15 +186,15 @@ void mfs_fso_destroy_tree(mfs_fso *record) {
         record->parent = nullptr;
     }
     for (mfs_fso *current = record; current;) {
-        while (mfs_fso *const file = takeLast(current->files))
-            destroyAlone(file);
-        if (mfs_fso *const folder = takeLast(current->subdirectories)) {
-            folder->parent = current;
-            current = folder;
-        } else {
+        while (mfs_fso_file_count(current) > 0)
+            destroyAlone(takeLast(current->files));
+        if (mfs_fso_subdirectory_count(current) == 0) {
             mfs_fso *const parent = current->parent;
             destroyAlone(current);
             current = parent;
+        } else if (mfs_fso *const folder = takeLast(current->subdirectories)) {
+            folder->parent = current;
+            current = folder;
         }
     }
 }

@@ -55,7 +55,7 @@ char *mfs_parent_of_path(const char *path) {
         return sharedRoot();
     if (item.ends_with('/'))
         item.remove_suffix(1);
-    return copied(item.empty() ? kRoot : containingFolder(item), "mfs_parent_of_path").release();
+    return copied(containingFolder(item), "mfs_parent_of_path").release();
 }
 
 char *mfs_path_by_appending_item(const char *base, const char *item) {

@@ -32,7 +32,7 @@ namespace MWCore {
 /// What stands before the last "/"; nothing for a path without any.
 [[nodiscard]] constexpr std::string_view beforeLastSlash(std::string_view path) {
     const auto slash = path.rfind('/');
-    return slash == std::string_view::npos ? std::string_view() : firstOf(path, slash);
+    return firstOf(path, slash == std::string_view::npos ? 0 : slash);
 }
 
 /// As beforeLastSlash(), but "/" for an item of the root folder.
@@ -44,7 +44,7 @@ namespace MWCore {
 
 [[nodiscard]] constexpr std::string_view withoutFrontSpaces(std::string_view text) {
     const auto start = text.find_first_not_of(' ');
-    return start == std::string_view::npos ? std::string_view() : from(text, start);
+    return from(text, start == std::string_view::npos ? text.size() : start);
 }
 
 [[nodiscard]] constexpr std::string_view withoutBackSpaces(std::string_view text) {

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "core/private/StatConverter.h"
+#include "tests/core/wrapped.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/texts.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include <unistd.h>
+
+namespace {
+
+Tree listed(const std::string &path) {
+    return Tree(mfs_fso_get_local_fso(path.c_str()));
+}
+
+int64_t openDescriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST(ListingFault, AReadErrorIsNotTheEndOfTheFolder) {
+    const TemporaryFolder folder;
+    folder.file("a");
+    folder.file("b");
+    const auto before = openDescriptors();
+    Wrapped wrapped;
+    wrapped.entriesLeft = 2;
+    EXPECT_EQ(listed(folder.path()), nullptr);
+    EXPECT_EQ(errno, EIO);
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST(ListingFault, AVanishedEntryBeginsTheListingAgain) {
+    const TemporaryFolder folder;
+    folder.file("here");
+    folder.file("goes");
+    int refusals = 0;
+    Wrapped wrapped;
+    wrapped.statError = [&](const std::string &name) {
+        if (name != "goes" || refusals == 0)
+            return 0;
+        --refusals;
+        return ENOENT;
+    };
+    refusals = 2; // the stat and the one that follows links
+    const Tree second = listed(folder.path());
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(mfs_fso_file_count(second.get()), 2) << "nothing is left from the first attempt";
+
+    refusals = 2 * 8;
+    EXPECT_NE(listed(folder.path()), nullptr) << "the ninth attempt is the last";
+    refusals = 2 * 9;
+    EXPECT_EQ(listed(folder.path()), nullptr);
+    EXPECT_EQ(errno, ENOENT);
+    EXPECT_EQ(refusals, 0);
+}
+
+TEST(ListingFault, AnyOtherRefusalEndsTheListingAtOnce) {
+    const TemporaryFolder folder;
+    folder.file("entry");
+    for (const int error : {EACCES, EIO, ENOTCONN}) {
+        Wrapped wrapped;
+        wrapped.statError = [error](const std::string &name) {
+            return name == "entry" ? error : 0;
+        };
+        EXPECT_EQ(listed(folder.path()), nullptr);
+        EXPECT_EQ(errno, error);
+        EXPECT_EQ(wrapped.stats, 3) << "the folder, the entry, the entry followed";
+    }
+}
+
+TEST(ListingFault, OutOfMemoryAtAnyMomentLeavesNothingBehind) {
+    const TemporaryFolder folder;
+    folder.file("file.txt");
+    folder.folder("sub");
+    folder.link("link", "file.txt");
+    folder.link("far", "../..");
+    const auto before = openDescriptors();
+    for (long allocations = 0;; ++allocations) {
+        ASSERT_LT(allocations, 1000);
+        Tree tree;
+        {
+            Wrapped wrapped;
+            wrapped.allocationsLeft = allocations;
+            errno = 0;
+            tree = listed(folder.path());
+        }
+        if (tree) {
+            EXPECT_GT(allocations, 30) << "the fault was really there";
+            EXPECT_EQ(mfs_fso_file_count(tree.get()), 3);
+            break;
+        }
+        ASSERT_EQ(errno, ENOMEM) << allocations;
+        ASSERT_EQ(openDescriptors(), before);
+    }
+}
+
+TEST(ListingFault, ARecordIsMadeWholeOrNotAtAll) {
+    char *const owner = fresh("owner");
+    char *const alias = fresh(" alias");
+    for (long allocations = 0;; ++allocations) {
+        ASSERT_LT(allocations, 100);
+        mfs_fso *item = nullptr;
+        {
+            Wrapped wrapped;
+            wrapped.allocationsLeft = allocations;
+            item = mfs_fso_new(MFS_TYPE_DIRECTORY, MFS_LOCATION_LOCAL, 755, nullptr, "/a/b.c",
+                               owner, nullptr, 1, 0, alias, "/a");
+        }
+        if (item) {
+            EXPECT_GE(allocations, 8);
+            EXPECT_STREQ(item->alias_location, "alias");
+            mfs_fso_destroy_tree(item);
+            break;
+        }
+        ASSERT_STREQ(alias, " alias") << "still the caller's";
+    }
+}
+
+TEST(ListingFault, CallsGrowWithTheEntriesAndNotWithTheFacts) {
+    const TemporaryFolder folder;
+    for (int number = 0; number < 50; ++number)
+        folder.file("file" + std::to_string(number));
+    folder.link("link", "file1");
+    folder.link("dangling", "nowhere");
+    Wrapped wrapped;
+    EXPECT_NE(listed(folder.path()), nullptr);
+    EXPECT_EQ(wrapped.stats, 1 + 52 + 2) << "the folder, each entry, each link followed";
+    EXPECT_EQ(wrapped.userLookups, 1);
+    EXPECT_EQ(wrapped.groupLookups, 1);
+}
+
+TEST(ListingFault, AStatThatIsMissingIsTraced) {
+    Trace trace;
+    MWCore::StatConverter converter;
+    EXPECT_EQ(MWCore::_stat_to_fso(nullptr, nullptr, "/some/path", converter), nullptr);
+    EXPECT_EQ(trace.take(), "stats were null for path : /some/path\n");
+}
+
+TEST(ListingFault, UnknownIdsAreNamedUnknown) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root gives files away";
+    const TemporaryFolder folder;
+    constexpr id_t kNobodys = 4'000'000'001;
+    const std::string path = folder.file("file");
+    ASSERT_EQ(chown(path.c_str(), kNobodys, kNobodys), 0);
+    const Tree item = listed(path);
+    EXPECT_STREQ(item->owner, "Unknown");
+    EXPECT_STREQ(item->group, "Unknown");
+}
+
+} // namespace

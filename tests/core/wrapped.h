@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+/// What stands between the core and libc in this program. Everything is as libc does it until a
+/// test says otherwise, and again once its Wrapped goes.
+struct Wrapped {
+    Wrapped();
+    Wrapped(const Wrapped &) = delete;
+    Wrapped &operator=(const Wrapped &) = delete;
+    ~Wrapped();
+
+    std::optional<int64_t> now; ///< what time() answers
+    long allocationsLeft = -1;  ///< from then on memory has run out; negative for never
+    int entriesLeft = -1;       ///< from then on readdir() fails with EIO; negative for never
+    std::function<int(std::string)> statError; ///< errno for a stat of that name, or 0
+
+    int stats = 0; ///< calls so far
+    int userLookups = 0;
+    int groupLookups = 0;
+};

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "tests/support/Process.h"
+
+#include <array>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+void giveUpRoot() {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
+        std::abort();
+}
+
+[[noreturn]] void become(std::vector<std::string> &command, const ProcessOptions &options) {
+    for (const std::string &variable : options.environment)
+        putenv(const_cast<char *>(variable.c_str()));
+    if (!options.workingFolder.empty() && chdir(options.workingFolder.c_str()) != 0)
+        _exit(126);
+    if (options.asNobody)
+        giveUpRoot();
+    std::vector<char *> arguments;
+    for (std::string &argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+int statusOf(pid_t process) {
+    int status = 0;
+    waitpid(process, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+/// Reads both descriptors to their ends; a terminal ends with an error.
+void readBoth(std::array<pollfd, 2> sources, std::array<std::string *, 2> texts) {
+    while (sources[0].fd >= 0 || sources[1].fd >= 0) {
+        poll(sources.data(), sources.size(), -1);
+        for (std::size_t index = 0; index < sources.size(); ++index) {
+            if (sources[index].fd < 0 || sources[index].revents == 0)
+                continue;
+            char buffer[65536];
+            const ssize_t length = read(sources[index].fd, buffer, sizeof buffer);
+            if (length > 0) {
+                texts[index]->append(buffer, static_cast<std::size_t>(length));
+                continue;
+            }
+            close(sources[index].fd);
+            sources[index].fd = -1;
+        }
+    }
+}
+
+} // namespace
+
+ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions &options) {
+    const bool onTerminal = options.outputTo == OutputTo::Terminal;
+    int output[2] = {-1, -1};
+    int complaints[2] = {-1, -1};
+    const int opened = onTerminal ? openpty(&output[0], &output[1], nullptr, nullptr, nullptr)
+                                  : pipe2(output, O_CLOEXEC);
+    if (opened != 0 || (!onTerminal && pipe2(complaints, O_CLOEXEC) != 0))
+        throw std::runtime_error("no pipe");
+
+    const pid_t process = fork();
+    if (process == 0) {
+        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+        dup2(output[1], STDOUT_FILENO);
+        dup2(onTerminal ? output[1] : complaints[1], STDERR_FILENO);
+        become(command, options);
+    }
+    close(output[1]);
+    if (!onTerminal)
+        close(complaints[1]);
+    ProcessResult result;
+    readBoth({{{output[0], POLLIN, 0}, {complaints[0], POLLIN, 0}}},
+             {&result.output, &result.complaints});
+    result.status = statusOf(process);
+    return result;
+}
+
+int runAsNobody(const std::function<int()> &work) {
+    const pid_t process = fork();
+    if (process == 0) {
+        giveUpRoot();
+        _exit(work());
+    }
+    return statusOf(process);
+}

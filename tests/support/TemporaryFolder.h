@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <string>
+
+#include <sys/types.h>
+
+/// A folder of one test's own, removed with everything in it. What cannot be made fails the test
+/// by an exception.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder &) = delete;
+    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
+    ~TemporaryFolder();
+
+    /// Without links and without "/" at the end.
+    [[nodiscard]] const std::string &path() const { return path_; }
+
+    /// The path of @p name in the folder.
+    [[nodiscard]] std::string at(const std::string &name) const { return path_ + "/" + name; }
+
+    // Each makes an item and returns its path.
+    std::string file(const std::string &name, off_t size = 0) const;
+    std::string folder(const std::string &name) const;
+    std::string link(const std::string &name, const std::string &target) const;
+    std::string fifo(const std::string &name) const;
+
+private:
+    std::string path_;
+};

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "core/mfs.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+
+/// A text that an operation handed out, freed here; nothing for null. The shared root stays.
+inline std::optional<std::string> taken(char *text) {
+    if (!text)
+        return std::nullopt;
+    std::string copy = text;
+    if (text != mfs_path_root)
+        std::free(text);
+    return copy;
+}
+
+/// A fresh C copy, for operations that adopt.
+inline char *fresh(const char *text) {
+    return text ? strdup(text) : nullptr;
+}
+
+struct DestroyTree {
+    void operator()(mfs_fso *record) const { mfs_fso_destroy_tree(record); }
+};
+using Tree = std::unique_ptr<mfs_fso, DestroyTree>;
+
+/// What the library traces while this lives.
+class Trace {
+public:
+    Trace() : stream_(open_memstream(&text_, &size_)), before_(mfs_set_trace_stream(stream_)) {}
+    Trace(const Trace &) = delete;
+    Trace &operator=(const Trace &) = delete;
+    ~Trace() {
+        mfs_set_trace_stream(before_);
+        std::fclose(stream_);
+        std::free(text_);
+    }
+
+    /// Everything since the last call.
+    std::string take() {
+        std::fflush(stream_);
+        std::string text(text_ + taken_, size_ - taken_);
+        taken_ = size_;
+        return text;
+    }
+
+private:
+    char *text_ = nullptr;
+    std::size_t size_ = 0;
+    std::size_t taken_ = 0;
+    FILE *stream_;
+    FILE *before_;
+};
