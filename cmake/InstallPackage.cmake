@@ -13,6 +13,9 @@ function(mwcore_install_library TARGET DESCRIPTION)
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
     set(LIBRARY ${TARGET})
+    # Relative, so that the installed tree can be moved.
+    file(RELATIVE_PATH PREFIX_FROM_PKGCONFIG
+        ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
     configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${TARGET}.pc @ONLY)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${TARGET}.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -12,7 +12,7 @@ namespace MWCore::mwfile {
 namespace {
 
 // Select Graphic Rendition parameters (ECMA-48, section 8.3.117).
-constexpr std::string_view kPlain = "";
+constexpr std::string_view kPlain;
 constexpr std::string_view kQuiet = "2";
 constexpr std::string_view kFolder = "1;34";
 constexpr std::string_view kLink = "36";

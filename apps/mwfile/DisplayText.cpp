@@ -4,6 +4,7 @@
 
 #include "apps/mwfile/Utf8.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cwchar>
 
@@ -43,10 +44,9 @@ int columnsOf(char32_t character) {
 }
 
 bool isPlain(std::string_view text) {
-    for (const char character : text)
-        if (character < ' ' || character > '~' || character == '\\')
-            return false;
-    return true;
+    return std::ranges::all_of(text, [](char character) {
+        return character >= ' ' && character <= '~' && character != '\\';
+    });
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/Utf8.h"
 
+#include <algorithm>
+
 namespace MWCore::mwfile {
 namespace {
 
@@ -62,10 +64,9 @@ Utf8Step nextStep(std::string_view text) {
 }
 
 bool isControl(char32_t character) {
-    for (const Range &range : kControls)
-        if (character >= range.first && character <= range.last)
-            return true;
-    return false;
+    return std::ranges::any_of(kControls, [character](const Range &range) {
+        return character >= range.first && character <= range.last;
+    });
 }
 
 } // namespace MWCore::mwfile

@@ -44,7 +44,9 @@ struct Columns {
 };
 
 std::string blanks(int count) {
-    return std::string(static_cast<std::size_t>(std::max(count, 0)), ' ');
+    std::string text;
+    text.resize(static_cast<std::size_t>(std::max(count, 0)), ' ');
+    return text;
 }
 
 std::string leftAligned(const char *raw, int columns) {

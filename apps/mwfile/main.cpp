@@ -30,6 +30,11 @@ Order orderNamed(const std::string &word) {
     return found->second;
 }
 
+void addJson(CLI::App &command, Form &form) {
+    command.add_flag_callback(
+        "--json", [&form] { form = Form::Json; }, "Print JSON");
+}
+
 /// The command line, and what it asked for once it is parsed.
 class CommandLine {
 public:
@@ -48,7 +53,6 @@ private:
     void addList();
     void addInfo();
     void addPerm();
-    void addJson(CLI::App &command, Form &form);
 
     CLI::App app_{"Looks at files and folders", "mwfile"};
     ListOptions list_;
@@ -68,11 +72,6 @@ CommandLine::CommandLine() {
     addList();
     addInfo();
     addPerm();
-}
-
-void CommandLine::addJson(CLI::App &command, Form &form) {
-    command.add_flag_callback(
-        "--json", [&form] { form = Form::Json; }, "Print JSON");
 }
 
 void CommandLine::addList() {

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,6 +19,15 @@ void giveUpRoot() {
     constexpr uid_t kNobody = 65534;
     if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
         std::abort();
+}
+
+/// A descriptor from which @p text can be read.
+int sourceOf(const std::string &text) {
+    const int source = memfd_create("input", 0);
+    if (write(source, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        throw std::runtime_error("no input");
+    lseek(source, 0, SEEK_SET);
+    return source;
 }
 
 [[noreturn]] void become(std::vector<std::string> &command, const ProcessOptions &options) {
@@ -71,13 +81,15 @@ ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions 
     if (opened != 0 || (!onTerminal && pipe2(complaints, O_CLOEXEC) != 0))
         throw std::runtime_error("no pipe");
 
+    const int input = sourceOf(options.input);
     const pid_t process = fork();
     if (process == 0) {
-        dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+        dup2(input, STDIN_FILENO);
         dup2(output[1], STDOUT_FILENO);
         dup2(onTerminal ? output[1] : complaints[1], STDERR_FILENO);
         become(command, options);
     }
+    close(input);
     close(output[1]);
     if (!onTerminal)
         close(complaints[1]);

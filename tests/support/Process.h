@@ -20,10 +20,11 @@ struct ProcessOptions {
     std::vector<std::string> environment; ///< "NAME=value", in addition to this process's own
     OutputTo outputTo = OutputTo::Pipe;
     std::string workingFolder;
+    std::string input;     ///< what standard input holds
     bool asNobody = false; ///< gives up root's rights first, where there are any
 };
 
-/// Runs a command to its end, with nothing on standard input.
+/// Runs a command to its end.
 ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions &options = {});
 
 /// Runs @p work in a process of its own without root's rights; returns what it returns (0 to 127).

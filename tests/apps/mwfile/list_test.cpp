@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "tests/apps/mwfile/mwfile.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// The last word of each line: the names of a listing without blanks in them.
+std::string namesOf(const std::string &listing) {
+    std::string names;
+    for (const std::string &line : linesOf(listing))
+        names += line.substr(line.rfind(' ') + 1) + " ";
+    return names;
+}
+
+void setDate(const std::string &path, std::time_t seconds) {
+    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+}
+
+TEST(List, PermissionsLinksOwnersAndNamesAgreeWithLs) {
+    for (const char *const folder : {"/etc", "/usr/bin"}) {
+        std::map<std::string, std::string>
+            expected; // by name, what stat prints without its s and t
+        for (const std::string &line :
+             linesOf(runProcess({"find", folder, "-mindepth", "1", "-maxdepth", "1", "-printf",
+                                 "%f\t%y%m %n %u %g\n"})
+                         .output))
+            expected[line.substr(0, line.find('\t'))] = line.substr(line.find('\t') + 1);
+        const std::string json = mwfile({"list", "--all", "--json", folder}).output;
+        const std::string ours = readJson(
+            json, "''.join('%s\\t%s%o %d %s %s\\n' % (i['name'], {'folder': 'd', 'file': 'f', "
+                  "'link': 'l'}[i['kind']], int(str(i['permissions']), 8), i['links'], i['owner'], "
+                  "i['group']) for i in d)");
+        std::size_t met = 0;
+        for (const std::string &line : linesOf(ours)) {
+            const std::string name = line.substr(0, line.find('\t'));
+            std::string facts = expected[name];
+            if (facts.find(' ') == 5) // a special bit stands before the three digits
+                facts.erase(1, 1);
+            EXPECT_EQ(line.substr(line.find('\t') + 1), facts) << name;
+            ++met;
+        }
+        EXPECT_EQ(met, expected.size());
+    }
+}
+
+TEST(List, SortsHidesAndReverses) {
+    const TemporaryFolder folder;
+    folder.file("beta", 30);
+    folder.file("Alpha", 20);
+    folder.file("\xc3\x84rger", 10); // capital and small A umlaut are one letter
+    folder.file("\xc3\xa4hre", off_t{5} << 30);
+    folder.file(".hidden", 5);
+    folder.folder("zoo");
+    ASSERT_EQ(chmod(folder.at("beta").c_str(), 0007), 0);
+    ASSERT_EQ(chmod(folder.at("Alpha").c_str(), 0700), 0);
+    std::time_t date = 1'000'000'000;
+    for (const char *const name :
+         {"zoo", "Alpha", "\xc3\xa4hre", "beta", "\xc3\x84rger", ".hidden"})
+        setDate(folder.at(name), ++date);
+    struct Row {
+        std::vector<std::string> options;
+        const char *names;
+    };
+    const Row rows[] = {
+        {{}, "Alpha beta zoo \xc3\xa4hre \xc3\x84rger "},
+        {{"--reverse"}, "\xc3\x84rger \xc3\xa4hre zoo beta Alpha "},
+        {{"--all"}, ".hidden Alpha beta zoo \xc3\xa4hre \xc3\x84rger "},
+        {{"--sort", "date"}, "zoo Alpha \xc3\xa4hre beta \xc3\x84rger "},
+        {{"--sort", "size"}, "zoo \xc3\x84rger Alpha beta \xc3\xa4hre "},
+        {{"--sort", "access", "--all", "--reverse"},
+         "zoo Alpha .hidden \xc3\xa4hre \xc3\x84rger beta "},
+    };
+    for (const Row &row : rows) {
+        std::vector<std::string> command = {"list", folder.path()};
+        command.insert(command.end(), row.options.begin(), row.options.end());
+        std::string names = namesOf(mwfile(command).output);
+        if (row.options.size() == 4) // three items of equal access stand in the folder's order
+            names = names.substr(0, 10) + names.substr(names.size() - 5);
+        EXPECT_EQ(names, row.options.size() == 4 ? "zoo Alpha beta " : row.names);
+    }
+}
+
+TEST(List, NothingUnprintablePasses) {
+    const TemporaryFolder folder;
+    for (const char *const name :
+         {"plain", "\xe6\xbc\xa2\xe5\xad\x97", "e\xcc\x81", "\xff", "a\nb", "\x1b[31mred",
+          "\xe2\x80\xae"
+          "gpj",
+          "\xc2\x9b"
+          "c1",
+          "back\\slash", "\xed\xa0\x80", "\xf0\x9f\x98\x80", "tab\t"})
+        folder.file(name);
+    const ProcessResult result = mwfile({"list", folder.path()});
+    const char *const expected[] = {"\\e[31mred",
+                                    "\\u{202e}gpj",
+                                    "\\u{9b}c1",
+                                    "\\xed\\xa0\\x80",
+                                    "\\xff",
+                                    "a\\nb",
+                                    "back\\\\slash",
+                                    "e\xcc\x81",
+                                    "plain",
+                                    "tab\\t",
+                                    "\xe6\xbc\xa2\xe5\xad\x97",
+                                    "\xf0\x9f\x98\x80"};
+    std::vector<std::string> names;
+    for (const std::string &line : linesOf(result.output))
+        names.push_back(line.substr(line.find("Today, ") + 17));
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, std::vector<std::string>(std::begin(expected), std::end(expected)));
+}
+
+TEST(List, JsonGivesEveryByteBack) {
+    const TemporaryFolder folder;
+    const std::string names[] = {"\xff\xfe", "a\nb\"\\", "\xc3\xa9",    "\xe2\x80\xae",
+                                 "\x1b",     "\x7f",     "\xed\xb3\xbf"};
+    for (const std::string &name : names)
+        folder.file(name);
+    folder.file("huge", off_t{5} << 30);
+    folder.link("dead", "nowhere");
+    folder.link("live", "huge");
+    const std::string json = mwfile({"list", "--json", folder.path()}).output;
+    EXPECT_EQ(std::count_if(json.begin(), json.end(),
+                            [](char c) { return c != '\n' && (c < ' ' || c == 0x7f) && c >= 0; }),
+              0);
+    const std::string found = readJson(json, "'\\0'.join(i['name'] for i in d)");
+    for (const std::string &name : names)
+        EXPECT_NE(found.find(name), std::string::npos);
+    EXPECT_EQ(readJson(json, "{i['name']: i for i in d}['huge']['size']"), "5368709120");
+    EXPECT_EQ(readJson(json, "{i['name']: i for i in d}['dead']['aliasOrLinkTargetPath']"), "None");
+    EXPECT_EQ(readJson(json, "{i['name']: i for i in d}['live']['aliasOrLinkTargetPath']"),
+              folder.at("huge"));
+    const TemporaryFolder empty;
+    EXPECT_EQ(readJson(mwfile({"list", "--json", empty.path()}).output, "d"), "[]");
+}
+
+TEST(List, IsColouredWhereAPersonSeesIt) {
+    const TemporaryFolder folder;
+    folder.folder("sub");
+    const auto isColoured = [&](OutputTo outputTo, std::vector<std::string> environment) {
+        ProcessOptions options;
+        options.outputTo = outputTo;
+        options.environment = std::move(environment);
+        return mwfile({"list", folder.path()}, options).output.find('\x1b') != std::string::npos;
+    };
+    EXPECT_TRUE(isColoured(OutputTo::Terminal, {"TERM=xterm", "NO_COLOR="}));
+    EXPECT_FALSE(isColoured(OutputTo::Terminal, {"TERM=xterm", "NO_COLOR=1"}));
+    EXPECT_FALSE(isColoured(OutputTo::Terminal, {"TERM=dumb", "NO_COLOR="}));
+    EXPECT_FALSE(isColoured(OutputTo::Pipe, {"TERM=xterm", "NO_COLOR="}));
+}
+
+TEST(List, AReaderThatLeavesEndsTheListing) {
+    const TemporaryFolder folder;
+    for (int number = 0; number < 2'000; ++number) // more text than a pipe holds
+        folder.file(std::to_string(number));
+    const ProcessResult result = runProcess(
+        {"sh", "-c", "{ \"$0\" list \"$1\"; echo $? >&2; } | head -n 1", MWFILE, folder.path()});
+    EXPECT_EQ(linesOf(result.output).size(), 1U);
+    EXPECT_EQ(result.complaints, "141\n") << "ended by SIGPIPE";
+}
+
+TEST(List, FailuresAreOneLineAndStatusOne) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+    folder.file("file");
+    folder.fifo("fifo");
+    folder.link("loop", "loop");
+    for (const char *const name : {"unreadable", "unsearchable"}) {
+        folder.folder(name);
+        folder.file(std::string(name) + "/x");
+    }
+    ASSERT_EQ(chmod(folder.at("unreadable").c_str(), 0711), 0);
+    ASSERT_EQ(chmod(folder.at("unsearchable").c_str(), 0744), 0);
+    struct Row {
+        std::string path;
+        const char *reason;
+    };
+    const Row rows[] = {
+        {folder.at("missing"), "No such file or directory"},
+        {folder.at("file"), "Not a directory"},
+        {folder.at("fifo"), "Not a directory"},
+        {folder.at("loop"), "Too many levels of symbolic links"},
+        {folder.at("unreadable"), "Permission denied"},
+        {folder.at("unsearchable"), "Permission denied"},
+        {"/dev", "what lies below a path that begins with /dev is not listed"},
+        {"", "No such file or directory"},
+        {folder.at("\x1b[31m\xff"), "No such file or directory"},
+    };
+    for (const Row &row : rows)
+        for (const char *const form : {"--reverse", "--json"}) {
+            ProcessOptions options;
+            options.asNobody = true;
+            const ProcessResult result = mwfile({"list", form, row.path}, options);
+            EXPECT_EQ(result.status, 1) << row.path;
+            EXPECT_EQ(result.output, "") << row.path;
+            ASSERT_EQ(linesOf(result.complaints).size(), 1U);
+            EXPECT_TRUE(linesOf(result.complaints)[0].ends_with(std::string(": ") + row.reason))
+                << result.complaints;
+            EXPECT_EQ(result.complaints.find('\x1b'), std::string::npos);
+        }
+}
+
+TEST(List, AFullDiskUnderTheOutputIsNoticed) {
+    const ProcessResult result =
+        runProcess({"sh", "-c", "\"$0\" list /usr/bin >/dev/full", MWFILE});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.complaints, "mwfile: standard output: No space left on device\n");
+}
+
+} // namespace
