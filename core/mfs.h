@@ -9,10 +9,10 @@
 /// What holds for every operation:
 /// - A returned text is a fresh allocation that the caller frees with `free`, except the shared
 ///   `mfs_path_root`. Null instead of a text means that memory ran out or that the argument was
-///   null.
+///   null, unless the operation says more.
 /// - Texts are NUL-terminated bytes; a path or name may hold any bytes that the system allows.
-/// - Nothing takes a lock. Operations on different records may run on different threads; one
-///   record belongs to one thread at a time.
+/// - Nothing takes a lock. Any number of threads may work at once, each on records of its own; the
+///   records of one tree belong to one thread at a time.
 /// - Trace lines go to the stream of `mfs_set_trace_stream`.
 
 #include "mfs_array.h"

@@ -15,8 +15,8 @@ typedef struct mfs_array mfs_array;
 /// A new empty array, released with mfs_array_free(); null when memory runs out.
 MFS_EXPORT MFS_MUST_USE mfs_array *mfs_array_new(void);
 
-/// Appends @p value. Returns 1, or 0 when @p array is null, memory runs out or the array already
-/// holds INT32_MAX values; the array is then unchanged.
+/// Appends @p value. Returns 1, or 0 when @p array is null, memory runs out or the array would pass
+/// 2^30 values (EOVERFLOW); the array is then unchanged.
 MFS_EXPORT MFS_MUST_USE int mfs_array_append(mfs_array *array, void *value);
 
 /// The number of values; 0 for a null array.

@@ -5,6 +5,8 @@
 #include "core/private/DateTexts.h"
 
 #include <climits>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <optional>
 
@@ -64,6 +66,7 @@ int64_t mfs_date_ls_date_to_time_t(const char *text) {
     const std::size_t length = text ? std::strlen(text) : 0;
     if (length <= kHourOrYear)
         return -1;
+    tzset(); // mktime() does so too, and both have to speak of one zone
     std::tm fields{};
     const std::time_t now = std::time(nullptr);
     if (!localtime_r(&now, &fields))

@@ -35,7 +35,7 @@ enum {
     MFS_KEY_SIZE = 9,
     MFS_KEY_COMPLETE_ALIAS_PATH = 11,
     MFS_KEY_ALIAS_LOCATION = 12,
-    MFS_KEY_URL = 13,
+    MFS_KEY_URL = 13, ///< always 0
     MFS_KEY_COMPLETE_PATH = 15,
     MFS_KEY_PARENT_PATH = 16, ///< a text of mfs_parent_of_path()
     MFS_KEY_TARGET_TYPE = 17,
@@ -99,23 +99,26 @@ MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_new(int32_t type, int32_t location, int
 /// mfs_fso_destroy_tree().
 ///
 /// Null, with the cause in `errno`: the item cannot be examined (two trace lines), an entry of the
-/// folder cannot be, reading the folder fails in the middle, or memory runs out. When an entry has
-/// vanished before it was examined the listing is begun again, up to eight times.
+/// folder cannot be, reading the folder fails in the middle, or memory or descriptors run out. When
+/// an entry has vanished before it was examined the listing is begun again, up to eight times; then
+/// it is null with EAGAIN.
 ///
-/// A folder that may not be opened comes without children and with the cause in `errno`, which is
+/// A folder that cannot be opened comes without children and with the cause in `errno`, which is
 /// otherwise left alone: set it to 0 before the call to tell such a folder from an empty one. A
 /// folder whose path begins with "/dev" deliberately comes without children.
 MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_get_local_fso(const char *path);
 
 /// The record of the item at @p path itself: a link is not followed and a folder not listed. Null,
-/// with the cause in `errno` and two trace lines, when it cannot be examined.
+/// with the cause in `errno`, when it cannot be examined (two trace lines) or memory or descriptors
+/// run out. On success `errno` is left alone.
 MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_get_local_item(const char *path);
 
 /// Frees the record's own block: not its texts, not its arrays, not its children. Null is ignored.
 MFS_EXPORT void mfs_fso_destroy(mfs_fso *record);
 
 /// Releases the record, its owned texts, its arrays and everything below it, and takes it out of
-/// the folder that holds it. `access_perms`, `url` and `object` are the host's. Null is ignored.
+/// its parent, which must still be there and is searched for it. `access_perms`, `url` and `object`
+/// are the host's. Null is ignored.
 MFS_EXPORT void mfs_fso_destroy_tree(mfs_fso *record);
 
 /// @}
@@ -155,12 +158,14 @@ MFS_EXPORT int32_t mfs_fso_subdirectory_count(const mfs_fso *record);
 MFS_EXPORT mfs_fso *mfs_fso_get_subitem_at_index(const mfs_fso *folder, int32_t index,
                                                  int32_t which);
 
-/// Any field by its key: a pointer (texts, records) or a sign-extended integer. What a key returns
+/// Any field by its key: a sign-extended integer or a pointer (texts, records), to be read back
+/// through `intptr_t`. What a key returns
 /// belongs to the record except the texts of MFS_KEY_SIZE_TEXT and MFS_KEY_PARENT_PATH, which the
 /// caller frees (not `mfs_path_root`). 0 for an unknown key.
 MFS_EXPORT int64_t mfs_fso_get_item_for_key(const mfs_fso *record, int32_t key);
 
-/// The size in bytes, not narrowed.
+/// The size in bytes, not narrowed: `size_high` and `size` together, which are whole in every
+/// record of a listing.
 MFS_EXPORT int64_t mfs_fso_full_size(const mfs_fso *record);
 
 /// @}

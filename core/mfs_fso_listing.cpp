@@ -166,6 +166,8 @@ mfs_fso *mfs_fso_get_local_fso(const char *path) {
         record = listOnce(path, outcome);
     if (outcome == Outcome::Done)
         errno = errorBefore;
+    else if (outcome == Outcome::Vanished)
+        errno = EAGAIN; // not the cause of the last attempt, which would deny the folder
     return record.release();
 }
 

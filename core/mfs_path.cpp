@@ -8,7 +8,6 @@
 using MWCore::beforeLastSlash;
 using MWCore::containingFolder;
 using MWCore::copied;
-using MWCore::joined;
 
 namespace {
 
@@ -61,7 +60,5 @@ char *mfs_parent_of_path(const char *path) {
 char *mfs_path_by_appending_item(const char *base, const char *item) {
     if (!base || !item)
         return nullptr;
-    const std::string_view folder = base;
-    return joined({folder, folder.ends_with('/') ? "" : "/", item}, "mfs_path_by_appending_item")
-        .release();
+    return MWCore::joinedPath(base, item, "mfs_path_by_appending_item").release();
 }

@@ -102,13 +102,16 @@ mfs_perms *mfs_permissions_octal_to_perms(int32_t number) {
 }
 
 char *mfs_permissions_octal_to_string(int32_t number) {
-    const auto textOf = [](int triple) -> std::string_view {
-        return triple == kNoDigit ? "" : kTripleTexts[triple];
-    };
-    const auto [owner, group, others] = triplesOf(number);
-    return MWCore::joined({textOf(owner), textOf(group), textOf(others)},
-                          "mfs_permissions_octal_to_string")
-        .release();
+    constexpr std::size_t kTextSize = 10;
+    auto *const text =
+        static_cast<char *>(MWCore::Malloc(kTextSize, "mfs_permissions_octal_to_string"));
+    if (!text)
+        return nullptr;
+    std::memset(text, 0, kTextSize);
+    for (const int triple : triplesOf(number))
+        if (triple != kNoDigit)
+            std::strcat(text, kTripleTexts[triple]);
+    return text;
 }
 
 uint16_t mfs_permissions_octal_to_mode(int32_t number) {

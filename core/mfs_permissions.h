@@ -42,8 +42,9 @@ MFS_EXPORT int32_t mfs_permissions_perms_to_octal(const mfs_perms *perms);
 /// fourth on they are ignored. What is no octal digit sets nothing.
 MFS_EXPORT MFS_MUST_USE mfs_perms *mfs_permissions_octal_to_perms(int32_t number);
 
-/// The text of a permission number, "rwxr-xr-x" for 755, fresh. Digits are read as above; one that
-/// is missing or not octal yields no characters at all ("rwx" for 7, "---r--" for 48).
+/// The text of a permission number, "rwxr-xr-x" for 755, in a fresh buffer of ten bytes whose rest
+/// is zero. Digits are read as above; one that is missing or not octal yields no characters at all
+/// ("rwx" for 7, "---r--" for 48).
 MFS_EXPORT MFS_MUST_USE char *mfs_permissions_octal_to_string(int32_t number);
 
 /// The nine permission bits of a mode word for a permission number: 0755 for 755.

@@ -29,7 +29,8 @@ MFS_EXPORT MFS_MUST_USE char *mfs_utility_despace_string(const char *text);
 MFS_EXPORT MFS_MUST_USE char *mfs_utility_format_size(int64_t bytes);
 
 /// Sends the trace lines of every operation of this library to @p stream, which is not owned;
-/// null silences them. Standard output until changed. Returns the stream so far. Any thread.
+/// null silences them. Standard output until changed. Returns the stream so far, which other
+/// threads may still be writing to. Any thread.
 MFS_EXPORT FILE *mfs_set_trace_stream(FILE *stream);
 
 MFS_END_DECLS

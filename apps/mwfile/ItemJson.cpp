@@ -5,21 +5,27 @@
 #include "apps/mwfile/LocalItem.h"
 #include "apps/mwfile/PermissionText.h"
 
+#include <cstdio>
 #include <ctime>
 
 namespace MWCore::mwfile {
 namespace {
 
-/// Null for a time that the calendar cannot name.
+/// ISO 8601; null for a year that it cannot write in four digits.
 void addTime(JsonObject &json, std::string_view key, int64_t seconds) {
+    constexpr int64_t kFirst = -62'167'219'200; // 0000-01-01T00:00:00Z
+    constexpr int64_t kLast = 253'402'300'799;  // 9999-12-31T23:59:59Z
     const auto time = static_cast<std::time_t>(seconds);
     std::tm fields{};
-    char text[48];
-    if (gmtime_r(&time, &fields) &&
-        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &fields) != 0)
-        json.text(key, text);
-    else
+    if (seconds < kFirst || seconds > kLast || !gmtime_r(&time, &fields)) {
         json.null(key);
+        return;
+    }
+    char date[40];
+    char text[64];
+    std::strftime(date, sizeof date, "-%m-%dT%H:%M:%SZ", &fields);
+    std::snprintf(text, sizeof text, "%04d%s", fields.tm_year + 1900, date);
+    json.text(key, text);
 }
 
 } // namespace
@@ -51,6 +57,7 @@ JsonObject itemJson(const mfs_fso &item) {
     json.number("links", item.links);
     json.number("size", mfs_fso_full_size(&item));
     json.text("date", item.date_modified);
+    json.number("dateAsTimeT", item.mod_time);
     addTime(json, "dateModified", item.mod_time);
     if (mfs_fso_isLink(&item)) {
         json.textOrNull("aliasOrLinkTargetPath", linkTarget(item));

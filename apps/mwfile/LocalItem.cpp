@@ -3,11 +3,11 @@
 #include "apps/mwfile/LocalItem.h"
 
 #include "apps/mwfile/Failure.h"
+#include "apps/mwfile/ItemPath.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <filesystem>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace MWCore::mwfile {
@@ -18,65 +18,57 @@ bool isDeviceFolder(const std::string &path) {
     return path.starts_with("/dev");
 }
 
-} // namespace
-
-std::string absolutePath(const std::string &path) {
-    namespace fs = std::filesystem;
-    if (path.empty())
-        return path;
-    std::error_code error;
-    fs::path absolute = fs::absolute(path, error);
-    const auto isDots = [](const fs::path &part) { return part == "." || part == ".."; };
-    if (!error && std::any_of(absolute.begin(), absolute.end(), isDots)) {
-        const bool keepsLast = absolute.has_filename() && !isDots(absolute.filename());
-        absolute = keepsLast ? fs::canonical(absolute.parent_path(), error) / absolute.filename()
-                             : fs::canonical(absolute, error);
-    }
-    if (error)
-        throw Failure(path, error.value());
-    std::string text = absolute.lexically_normal().string();
-    while (text.size() > 1 && text.ends_with('/'))
-        text.pop_back();
-    return text;
+bool isThere(const std::string &path) {
+    struct stat item = {};
+    return stat(path.c_str(), &item) == 0;
 }
+
+} // namespace
 
 ItemTree listedFolder(const std::string &path) {
     const std::string absolute = absolutePath(path);
     errno = 0;
     ItemTree folder(mfs_fso_get_local_fso(absolute.c_str()));
-    if (!folder)
-        throw Failure(path, errno);
+    const int error = errno;
+    if (!folder) {
+        if (error == EAGAIN)
+            throw Failure(path, "the folder changes faster than it can be read");
+        if (error != ENOMEM && isThere(path))
+            throw Failure(path + ": its contents cannot be examined", error);
+        throw Failure(path, error);
+    }
     if (!mfs_fso_isDir(folder.get()))
         throw Failure(path, ENOTDIR);
     if (isDeviceFolder(absolute))
         throw Failure(path, "what lies below a path that begins with /dev is not listed");
-    if (errno != 0)
-        throw Failure(path, errno);
+    if (error != 0)
+        throw Failure(path, error);
     return folder;
 }
 
 DescribedItem describedItem(const std::string &path) {
-    const std::string absolute = absolutePath(path);
     const bool folderMeant = path.ends_with('/');
-    ItemTree item(folderMeant ? mfs_fso_get_local_fso(absolute.c_str())
-                              : mfs_fso_get_local_item(absolute.c_str()));
+    const std::string absolute = folderMeant ? followedPath(path) : absolutePath(path);
+    ItemTree item(mfs_fso_get_local_item(absolute.c_str()));
     if (!item)
         throw Failure(path, errno);
-    if (!mfs_fso_isDir(item.get())) {
-        if (folderMeant)
-            throw Failure(path, ENOTDIR);
+    if (!mfs_fso_isDir(item.get()))
         return {std::move(item), false};
-    }
     errno = 0;
     ItemTree listed(mfs_fso_get_local_fso(absolute.c_str()));
+    if (errno == ENOMEM)
+        throw Failure(path, ENOMEM);
     if (!listed)
         return {std::move(item), false};
     return {std::move(listed), errno == 0 && !isDeviceFolder(absolute)};
 }
 
 uint32_t currentMode(const mfs_fso &item) {
-    struct stat now {};
-    return lstat(item.complete_path, &now) == 0 ? now.st_mode : 0;
+    struct stat now = {};
+    return fstatat(AT_FDCWD, item.complete_path, &now,
+                   mfs_fso_isLink(&item) ? AT_SYMLINK_NOFOLLOW : 0) == 0
+               ? now.st_mode
+               : 0;
 }
 
 const char *linkTarget(const mfs_fso &item) {

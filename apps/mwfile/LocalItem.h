@@ -14,10 +14,6 @@ struct DestroyTree {
 };
 using ItemTree = std::unique_ptr<mfs_fso, DestroyTree>;
 
-/// @p path from the root folder on. Where it holds "." or "..", the folders on the way are resolved
-/// as the system would. Throws Failure when they cannot be.
-[[nodiscard]] std::string absolutePath(const std::string &path);
-
 /// The folder at @p path with its contents. Throws Failure, about @p path as given, when it is no
 /// folder or its contents cannot be read.
 [[nodiscard]] ItemTree listedFolder(const std::string &path);
@@ -28,15 +24,15 @@ struct DescribedItem {
     bool hasContents = false;
 };
 
-/// The item at @p path itself: a link is not followed unless the path ends with "/". Throws Failure
-/// when the item cannot be examined; a folder that cannot be read is no failure.
+/// The item at @p path itself; when the path ends with "/", the folder that it leads to. Throws
+/// Failure when the item cannot be examined; a folder that cannot be read is no failure.
 [[nodiscard]] DescribedItem describedItem(const std::string &path);
 
 /// The item's mode word as it is now, which tells more than a record: special bits, and what an
 /// item is that is no file, folder or link (POSIX sys/stat.h). 0 when it cannot be examined.
 [[nodiscard]] uint32_t currentMode(const mfs_fso &item);
 
-/// Where a link leads, or null when that is nowhere.
+/// The path that a link leads to; null when it leads nowhere or to something without a path.
 [[nodiscard]] const char *linkTarget(const mfs_fso &item);
 
 } // namespace MWCore::mwfile

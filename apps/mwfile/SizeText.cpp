@@ -4,35 +4,23 @@
 
 #include "core/mfs_utility.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <new>
 
 namespace MWCore::mwfile {
-namespace {
 
 std::string shortSize(int64_t bytes) {
+    constexpr int64_t kGigabyte = 1'024'000'000;
+    if (bytes >= kGigabyte) // where the library's own text narrows the number to 32 bits
+        return std::to_string(bytes / kGigabyte) + " GB";
     char *const text = mfs_utility_format_size(bytes);
     if (!text)
         throw std::bad_alloc();
     std::string result = text;
     std::free(text);
+    if (result.ends_with(' '))
+        result.pop_back();
     return result;
-}
-
-} // namespace
-
-std::string alignedSize(int64_t bytes) {
-    const std::string text = shortSize(bytes);
-    const std::size_t blank = text.find(' ');
-    char aligned[32];
-    std::snprintf(aligned, sizeof aligned, "%4s %-2s", text.substr(0, blank).c_str(),
-                  text.substr(blank + 1).c_str());
-    return aligned;
-}
-
-std::string alignedNoSize() {
-    return "   -   ";
 }
 
 std::string wholeSize(int64_t bytes) {

@@ -7,12 +7,8 @@
 
 namespace MWCore::mwfile {
 
-/// The short size text of @p bytes, the number to the right and the unit in a column of its own:
-/// " 512   ", "   4 MB".
-[[nodiscard]] std::string alignedSize(int64_t bytes);
-
-/// As wide as alignedSize(), for an item without a size of its own.
-[[nodiscard]] std::string alignedNoSize();
+/// The short size text of @p bytes, without a blank at its end: "512", "4 MB".
+[[nodiscard]] std::string shortSize(int64_t bytes);
 
 /// The whole count with the short text behind it: "281,624 bytes (275 k)".
 [[nodiscard]] std::string wholeSize(int64_t bytes);

@@ -30,9 +30,14 @@ std::string kindText(const mfs_fso &item, uint32_t mode) {
     }
     if (!mfs_fso_isLink(&item))
         return kindWord(item.type);
-    return item.target_type == MFS_TARGET_UNKNOWN
-               ? "link to nothing"
-               : "link to a " + std::string(kindWord(item.target_type));
+    switch (item.target_type) {
+    case MFS_TARGET_UNKNOWN:
+        return "link to nothing";
+    case MFS_TYPE_OTHER:
+        return "link to a device, fifo or socket";
+    default:
+        return std::string("link to a ") + kindWord(item.target_type);
+    }
 }
 
 std::string countText(int32_t count, const char *one, const char *many) {
@@ -105,10 +110,8 @@ bool info(const InfoOptions &options) {
     const bool isArray = options.form == Form::Json && options.paths.size() > 1;
     if (isArray)
         print("[\n" + joined(texts, ",\n") + "\n]\n");
-    else if (options.form == Form::Json)
-        print(joined(texts, "") + "\n");
-    else
-        print(joined(texts, "\n"));
+    else if (!texts.empty())
+        print(joined(texts, "\n") + (options.form == Form::Json ? "\n" : ""));
     return texts.size() == options.paths.size();
 }
 

@@ -26,9 +26,25 @@ void collect(const mfs_array *children, bool all, Items &items) {
     }
 }
 
+/// The number of an item's short size; a folder has no size of its own.
+std::string sizeNumber(const mfs_fso &item) {
+    if (mfs_fso_isDir(&item))
+        return "-";
+    const std::string text = shortSize(mfs_fso_full_size(&item));
+    return text.substr(0, text.find(' '));
+}
+
+/// The unit of an item's short size.
+std::string sizeUnit(const mfs_fso &item) {
+    const std::string text = shortSize(mfs_fso_full_size(&item));
+    const std::size_t blank = text.find(' ');
+    return mfs_fso_isDir(&item) || blank == std::string::npos ? "" : text.substr(blank + 1);
+}
+
 /// The widths of the columns, so that rows can be printed one by one.
 struct Columns {
     int links = 0;
+    int size = 1;
     int owner = 0;
     int group = 0;
     int date = 0;
@@ -36,6 +52,7 @@ struct Columns {
     explicit Columns(const Items &items) {
         for (const mfs_fso *const item : items) {
             links = std::max(links, static_cast<int>(std::to_string(item->links).size()));
+            size = std::max(size, static_cast<int>(sizeNumber(*item).size()));
             owner = std::max(owner, DisplayText(item->owner).columns());
             group = std::max(group, DisplayText(item->group).columns());
             date = std::max(date, DisplayText(item->date_modified).columns());
@@ -88,8 +105,11 @@ std::string nameCell(const mfs_fso &item, const Colours &colours) {
     std::string cell = colours.name(item, DisplayText(item.name).text());
     if (!mfs_fso_isLink(&item))
         return cell;
+    if (item.target_type == MFS_TARGET_UNKNOWN)
+        return cell + colours.quiet(" -> nowhere");
     const char *const target = linkTarget(item);
-    return cell + colours.quiet(" -> " + (target ? DisplayText(target).text() : "nowhere"));
+    return cell + colours.quiet(target ? " -> " + DisplayText(target).text()
+                                       : " -> something without a path");
 }
 
 std::string row(const mfs_fso &item, const Columns &columns, const Colours &colours) {
@@ -98,8 +118,9 @@ std::string row(const mfs_fso &item, const Columns &columns, const Colours &colo
     facts += "  " + rightAligned(std::to_string(item.links), columns.links);
     facts += "  " + leftAligned(item.owner, columns.owner);
     facts += "  " + leftAligned(item.group, columns.group);
-    const std::string size =
-        mfs_fso_isDir(&item) ? alignedNoSize() : alignedSize(mfs_fso_full_size(&item));
+    constexpr int kUnitColumns = 2;
+    const std::string size = rightAligned(sizeNumber(item), columns.size) + " " +
+                             leftAligned(sizeUnit(item).c_str(), kUnitColumns);
     const std::string date = leftAligned(item.date_modified, columns.date);
     return colours.quiet(facts) + "  " + size + "  " + colours.quiet(date) + "  " +
            nameCell(item, colours) + "\n";

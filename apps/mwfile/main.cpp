@@ -13,6 +13,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <langinfo.h>
+
 namespace MWCore::mwfile {
 namespace {
 
@@ -35,13 +37,19 @@ void addJson(CLI::App &command, Form &form) {
         "--json", [&form] { form = Form::Json; }, "Print JSON");
 }
 
+/// CLI11 has a meaning of its own for "[a,b]" and "++"; as paths they need one that begins with a
+/// folder.
+std::string asPath(const std::string &argument) {
+    return argument.starts_with('[') || argument == "++" ? "./" + argument : argument;
+}
+
 /// The command line, and what it asked for once it is parsed.
 class CommandLine {
 public:
     CommandLine();
 
     /// Throws what CLI11 throws when the command line means nothing or asks for help.
-    void parse(int count, char **arguments) { app_.parse(count, arguments); }
+    void parse(int count, char **arguments);
 
     /// What CLI11 has to say about its exception.
     Status explain(const CLI::ParseError &error);
@@ -113,10 +121,11 @@ void CommandLine::addPerm() {
         std::vector<std::string> values = command.remaining();
         if (!perm_.value.empty())
             values.insert(values.begin(), perm_.value);
+        std::erase(values, "--");
         if (values.empty())
             throw CLI::RequiredError("VALUE");
         if (values.size() > 1)
-            throw UsageFailure(values.back(), "there is a value already");
+            throw CLI::ValidationError(values.back(), "there is a value already");
         perm_.value = values.front();
         work_ = [this] {
             perm(perm_);
@@ -125,15 +134,27 @@ void CommandLine::addPerm() {
     });
 }
 
+void CommandLine::parse(int count, char **arguments) {
+    std::vector<std::string> texts; // CLI11 takes them from the last to the first
+    for (int index = count - 1; index > 0; --index)
+        texts.push_back(asPath(arguments[index]));
+    app_.parse(std::move(texts));
+}
+
 Status CommandLine::explain(const CLI::ParseError &error) {
     std::ostringstream answer;
+    answer.exceptions(std::ios::badbit);
     std::ostringstream complaint;
     if (app_.exit(error, answer, complaint) == 0) {
         print(answer.str());
         return kDone;
     }
-    const std::vector<std::string> unknown = app_.remaining();
-    complain(unknown.empty() ? error.what() : unknown.front() + ": no such command or option");
+    // What is missing is often only misspelt, and the misspelt word says more.
+    constexpr bool kOfSubcommandsToo = true;
+    const std::vector<std::string> unknown = app_.remaining(kOfSubcommandsToo);
+    const bool isAboutAValue = error.get_name() == "ValidationError";
+    complain(isAboutAValue || unknown.empty() ? error.what()
+                                              : unknown.front() + ": not understood here");
     return kWrongUsage;
 }
 
@@ -146,9 +167,26 @@ Status statusOf(int count, char **arguments) {
         finishOutput();
         return status;
     }
-    const bool allDone = line.run();
-    finishOutput();
-    return allDone ? kDone : kFailed;
+    try {
+        const bool allDone = line.run();
+        finishOutput();
+        return allDone ? kDone : kFailed;
+    } catch (const UsageFailure &failure) {
+        complain(failure.what());
+        return kWrongUsage;
+    } catch (const Failure &failure) {
+        complain(failure.what());
+        return kFailed;
+    }
+}
+
+/// Dates are written in the user's language where that is written in UTF-8; names are UTF-8 or
+/// bytes in any case.
+void useLocale() {
+    std::setlocale(LC_ALL, "");
+    if (std::string_view(nl_langinfo(CODESET)) != "UTF-8")
+        std::setlocale(LC_TIME, "C");
+    std::setlocale(LC_CTYPE, "C.UTF-8");
 }
 
 } // namespace
@@ -156,18 +194,14 @@ Status statusOf(int count, char **arguments) {
 
 int main(int count, char **arguments) {
     using namespace MWCore::mwfile;
-    std::setlocale(LC_ALL, "");
-    std::setlocale(LC_CTYPE, "C.UTF-8"); // names are UTF-8 or bytes, whatever the user's locale
+    useLocale();
     mfs_set_trace_stream(nullptr);
     try {
         return statusOf(count, arguments);
-    } catch (const UsageFailure &failure) {
-        complain(failure.what());
-        return kWrongUsage;
     } catch (const std::bad_alloc &) {
-        complain("out of memory");
+        std::fputs("mwfile: out of memory\n", stderr);
     } catch (const std::exception &failure) {
-        complain(failure.what());
+        std::fprintf(stderr, "mwfile: %s\n", failure.what());
     }
     return kFailed;
 }

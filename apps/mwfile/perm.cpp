@@ -66,8 +66,10 @@ uint32_t modeFrom(const std::string &value) {
         if (const auto mode = read(value))
             return *mode;
     if (isOctal(value))
-        throw UsageFailure(value, "a number has one to three digits; begin a mode with 0");
-    if (value.find_first_of("sStT") != std::string::npos)
+        throw UsageFailure(value, "a number has up to three digits, a mode a 0 and up to four");
+    if (value.starts_with("--"))
+        throw UsageFailure(value, "no such option");
+    if (value.find_first_not_of("-bcdlprwxsStT") == std::string::npos)
         throw UsageFailure(value, "set-id and sticky letters are not read; give the mode (04755)");
     throw UsageFailure(value, "not a number (755), text (rwxr-xr-x) or mode (0755) of permissions");
 }

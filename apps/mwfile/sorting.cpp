@@ -43,7 +43,10 @@ std::u32string withoutCase(std::string_view name) {
 void sort(Items &items, Order order) {
     switch (order) {
     case Order::Name:
-        return sortByKey(items, [](const mfs_fso &item) { return withoutCase(item.name); });
+        return sortByKey(items, [](const mfs_fso &item) {
+            // Names that differ in case alone come in the order of their bytes.
+            return std::pair(withoutCase(item.name), std::string_view(item.name));
+        });
     case Order::Date:
         return sortByKey(items, [](const mfs_fso &item) { return item.mod_time; });
     case Order::Size:

@@ -12,16 +12,27 @@ namespace {
 
 constexpr const char *kUnknown = "Unknown";
 
-/// Asks with a buffer that grows until the database's record fits; null when memory runs out.
+bool isOutOfResources(int error) {
+    return error == ENOMEM || error == EMFILE || error == ENFILE;
+}
+
+/// Asks with a buffer that grows until the database's record fits.
 template <typename Entry, typename Lookup>
 Text ask(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
-    for (std::size_t size = 1024;; size *= 2) {
+    for (std::size_t size = 1024;;) {
         const Text buffer(static_cast<char *>(Malloc(size, label)));
         if (!buffer)
             return nullptr;
         Entry entry;
         Entry *found = nullptr;
-        if (lookup(id, &entry, buffer.get(), size, &found) != ERANGE)
+        const int error = lookup(id, &entry, buffer.get(), size, &found);
+        if (isOutOfResources(error)) {
+            errno = error;
+            return nullptr;
+        }
+        if (error == ERANGE)
+            size *= 2;
+        else if (error != EINTR)
             return copied(found ? found->*nameField : kUnknown, label);
     }
 }

@@ -11,7 +11,8 @@ namespace MWCore {
 /// Names of users and groups from the system's databases, each id asked for once.
 class AccountNames {
 public:
-    /// A fresh copy of the name, "Unknown" where there is none; null when memory runs out.
+    /// A fresh copy of the name, "Unknown" where there is none. Null, with the cause in `errno`,
+    /// when memory or descriptors run out: then nobody knows whether there is one.
     [[nodiscard]] Text user(uid_t id) { return name(users_, id, askForUser); }
     [[nodiscard]] Text group(gid_t id) { return name(groups_, id, askForGroup); }
 

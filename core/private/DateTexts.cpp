@@ -36,7 +36,9 @@ bool localFields(int64_t seconds, std::tm &fields) {
         seconds < std::numeric_limits<std::time_t>::min())
         return false;
     const auto time = static_cast<std::time_t>(seconds);
-    return localtime_r(&time, &fields) != nullptr;
+    constexpr int kFirstYear = 1900; // of tm_year; beyond this sum strftime() cannot write the year
+    return localtime_r(&time, &fields) &&
+           fields.tm_year <= std::numeric_limits<int>::max() - kFirstYear;
 }
 
 int64_t secondsOfDay(const std::tm &fields) {

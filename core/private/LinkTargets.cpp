@@ -42,8 +42,7 @@ Text resolvedPath(const char *path) {
 Text LinkTargets::resolve(const char *name) {
     if (Text resolved = neighbour(name))
         return resolved;
-    const std::string_view folder = path_;
-    const Text path = joined({folder, folder.ends_with('/') ? "" : "/", name}, kLabel);
+    const Text path = joinedPath(path_, name, kLabel);
     return path ? resolvedPath(path.get()) : nullptr;
 }
 
@@ -66,8 +65,7 @@ Text LinkTargets::neighbour(const char *name) {
         realFolder_.reset(realpath(path_, nullptr));
     if (!realFolder_)
         return nullptr;
-    const std::string_view folder = realFolder_.get();
-    return joined({folder, folder.ends_with('/') ? "" : "/", item}, kLabel);
+    return joinedPath(realFolder_.get(), item, kLabel);
 }
 
 } // namespace MWCore

@@ -27,6 +27,12 @@ int32_t typeOf(const struct stat &item) {
     }
 }
 
+/// What a followed link has come to: never a link.
+int32_t targetTypeOf(const struct stat &target) {
+    const int32_t type = typeOf(target);
+    return type == MFS_TYPE_LINK ? static_cast<int32_t>(MFS_TYPE_OTHER) : type;
+}
+
 } // namespace
 
 RecordTree StatConverter::convert(const struct stat &item, const struct stat *target,
@@ -39,13 +45,13 @@ RecordTree StatConverter::convert(const struct stat &item, const struct stat *ta
     draft.modificationTime = item.st_mtime;
     draft.nameOrPath = place.name;
     draft.parentPath = place.parentPath;
-    draft.dateModified = dates_.textFor(item.st_mtime);
-    draft.owner = accounts_.user(item.st_uid);
-    draft.group = accounts_.group(item.st_gid);
-    if (!draft.dateModified || !draft.owner || !draft.group)
+    if (!(draft.dateModified = dates_.textFor(item.st_mtime)) ||
+        !(draft.owner = accounts_.user(item.st_uid)) ||
+        !(draft.group = accounts_.group(item.st_gid)))
         return nullptr;
     if (draft.type == MFS_TYPE_LINK) {
-        draft.targetType = target ? typeOf(*target) : static_cast<int32_t>(MFS_TARGET_UNKNOWN);
+        draft.targetType =
+            target ? targetTypeOf(*target) : static_cast<int32_t>(MFS_TARGET_UNKNOWN);
         if (target) {
             draft.aliasLocation = place.linkTarget ? std::move(place.linkTarget)
                                                    : copied(kBrokenLink, "alias location");

@@ -22,7 +22,8 @@ struct ItemPlace {
 class StatConverter {
 public:
     /// @p target describes what a link leads to; null for a link that leads nowhere, and without
-    /// meaning for anything else. Null when memory runs out.
+    /// meaning for anything else. Null, with the cause in `errno`, when memory or descriptors run
+    /// out.
     [[nodiscard]] RecordTree convert(const struct stat &item, const struct stat *target,
                                      ItemPlace place);
 

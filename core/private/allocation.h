@@ -10,7 +10,8 @@
 
 namespace MWCore {
 
-/// Every allocation of the core. The label says at the call site what it is for.
+/// Where the core's memory comes from; arrays grow through realloc(). The label says at the call
+/// site what it is for.
 [[nodiscard]] inline void *Malloc(std::size_t size, [[maybe_unused]] const char *label) {
     return std::malloc(size);
 }
@@ -37,6 +38,12 @@ using Text = std::unique_ptr<char, Free>;
     }
     *end = '\0';
     return text;
+}
+
+/// The path of an item in a folder.
+[[nodiscard]] inline Text joinedPath(std::string_view folder, std::string_view item,
+                                     const char *label) {
+    return joined({folder, folder.ends_with('/') ? "" : "/", item}, label);
 }
 
 [[nodiscard]] inline Text copied(std::string_view text, const char *label) {

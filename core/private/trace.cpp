@@ -7,16 +7,26 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdint>
 
 namespace MWCore {
 namespace {
 
-std::atomic<FILE *> traceStream{stdout};
+/// The chosen stream, or one of two values that no stream has. Ready before any constructor runs.
+constexpr std::uintptr_t kStandardOutput = 0;
+constexpr std::uintptr_t kNone = 1;
+constinit std::atomic<std::uintptr_t> chosen{kStandardOutput};
+
+FILE *streamOf(std::uintptr_t choice) {
+    if (choice == kStandardOutput)
+        return stdout;
+    return choice == kNone ? nullptr : reinterpret_cast<FILE *>(choice);
+}
 
 } // namespace
 
 void trace(const char *format, ...) {
-    FILE *const stream = traceStream.load();
+    FILE *const stream = streamOf(chosen.load());
     if (!stream)
         return;
     const int error = errno;
@@ -30,5 +40,6 @@ void trace(const char *format, ...) {
 } // namespace MWCore
 
 FILE *mfs_set_trace_stream(FILE *stream) {
-    return MWCore::traceStream.exchange(stream);
+    using namespace MWCore;
+    return streamOf(chosen.exchange(stream ? reinterpret_cast<std::uintptr_t>(stream) : kNone));
 }

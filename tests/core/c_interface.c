@@ -5,15 +5,51 @@
 
 #include <stddef.h>
 
-/* The fields that stand in order with their widths, here on a 64-bit processor. */
-#if UINTPTR_MAX == UINT64_MAX
-_Static_assert(offsetof(mfs_fso, alias_location) == 16, "three integers come first");
-_Static_assert(offsetof(mfs_fso, date_modified) == 48, "permissions take 16 bits");
-_Static_assert(offsetof(mfs_fso, name) == 72, "the time takes 64 bits");
-_Static_assert(offsetof(mfs_fso, parent) == 104, "links and size take 32 bits each");
-_Static_assert(offsetof(mfs_fso, complete_path) == 136, "reserved stands before the path");
-_Static_assert(offsetof(mfs_fso, has_object) == 176, "the last of the 26");
-#endif
+/* The record as it is promised: 26 fields in this order with these widths. */
+struct promised {
+    int32_t location, type, target_type;
+    char *alias_location, *complete_alias_path, *access_perms;
+    uint16_t permissions;
+    char *date_modified, *extension;
+    int64_t mod_time;
+    char *name, *owner, *group;
+    int32_t links, size;
+    struct mfs_fso *parent;
+    int32_t iter_index, iter_array_index, iter_in_folders;
+    void *reserved;
+    char *complete_path, *url;
+    mfs_array *files, *subdirectories;
+    void *object;
+    int32_t has_object;
+};
+#define AS_PROMISED(field)                                                                         \
+    _Static_assert(offsetof(mfs_fso, field) == offsetof(struct promised, field), #field)
+AS_PROMISED(location);
+AS_PROMISED(type);
+AS_PROMISED(target_type);
+AS_PROMISED(alias_location);
+AS_PROMISED(complete_alias_path);
+AS_PROMISED(access_perms);
+AS_PROMISED(permissions);
+AS_PROMISED(date_modified);
+AS_PROMISED(extension);
+AS_PROMISED(mod_time);
+AS_PROMISED(name);
+AS_PROMISED(owner);
+AS_PROMISED(group);
+AS_PROMISED(links);
+AS_PROMISED(size);
+AS_PROMISED(parent);
+AS_PROMISED(iter_index);
+AS_PROMISED(iter_array_index);
+AS_PROMISED(iter_in_folders);
+AS_PROMISED(reserved);
+AS_PROMISED(complete_path);
+AS_PROMISED(url);
+AS_PROMISED(files);
+AS_PROMISED(subdirectories);
+AS_PROMISED(object);
+AS_PROMISED(has_object);
 _Static_assert(sizeof(mfs_perms) == 4, "nine flags in one word");
 
 /* Lists a folder and walks it; the number of children met, or -1. */

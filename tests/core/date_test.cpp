@@ -122,6 +122,16 @@ TEST(Date, ListingDatesAreReadAsLocalTime) {
         EXPECT_EQ(localText(mfs_date_ls_date_to_time_t(row.listing)), row.local) << row.listing;
 }
 
+TEST(Date, TheTimeZoneIsReadAnewEachTime) {
+    const TimeZone zone("UTC");
+    Wrapped wrapped;
+    wrapped.now = secondsAt("2008-06-30 22:00:00");
+    EXPECT_EQ(mfs_date_ls_date_to_time_t("Jul  1 10:00"), secondsAt("2007-07-01 10:00:01"));
+    setenv("TZ", "Pacific/Kiritimati", 1); // where it is July already
+    EXPECT_EQ(mfs_date_ls_date_to_time_t("Jul  1 10:00"), secondsAt("2008-07-01 10:00:01"));
+    EXPECT_EQ(taken(mfs_date_string_from_time_t(*wrapped.now)), "Today, 12:00:00");
+}
+
 TEST(Date, WhatIsNoListingDateGivesMinusOne) {
     for (const char *const text :
          {"", "Mar", "Mar  4", "Mar  4 ", "Mar  4 1", "Mar  4  year", "Mar  4 xx:yy",

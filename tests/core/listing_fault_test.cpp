@@ -44,7 +44,7 @@ TEST(ListingFault, AVanishedEntryBeginsTheListingAgain) {
         if (name != "goes" || refusals == 0)
             return 0;
         --refusals;
-        return ENOENT;
+        return refusals % 2 == 0 ? ENOENT : ESTALE;
     };
     refusals = 2; // the stat and the one that follows links
     const Tree second = listed(folder.path());
@@ -55,7 +55,7 @@ TEST(ListingFault, AVanishedEntryBeginsTheListingAgain) {
     EXPECT_NE(listed(folder.path()), nullptr) << "the ninth attempt is the last";
     refusals = 2 * 9;
     EXPECT_EQ(listed(folder.path()), nullptr);
-    EXPECT_EQ(errno, ENOENT);
+    EXPECT_EQ(errno, EAGAIN) << "the folder itself is there";
     EXPECT_EQ(refusals, 0);
 }
 
@@ -73,30 +73,46 @@ TEST(ListingFault, AnyOtherRefusalEndsTheListingAtOnce) {
     }
 }
 
-TEST(ListingFault, OutOfMemoryAtAnyMomentLeavesNothingBehind) {
+/// Lists a folder of every kind with the n-th allocation failing, for each n until none fails.
+void failEachAllocation(MemoryReturns memoryReturns) {
     const TemporaryFolder folder;
     folder.file("file.txt");
     folder.folder("sub");
     folder.link("link", "file.txt");
     folder.link("far", "../..");
     const auto before = openDescriptors();
-    for (long allocations = 0;; ++allocations) {
+    int failures = 0;
+    for (long allocations = 0, wholeInARow = 0; wholeInARow < 3; ++allocations) {
         ASSERT_LT(allocations, 1000);
         Tree tree;
         {
             Wrapped wrapped;
             wrapped.allocationsLeft = allocations;
+            wrapped.memoryReturns = memoryReturns;
             errno = 0;
             tree = listed(folder.path());
         }
         if (tree) {
-            EXPECT_GT(allocations, 30) << "the fault was really there";
+            EXPECT_EQ(errno, 0);
             EXPECT_EQ(mfs_fso_file_count(tree.get()), 3);
-            break;
+            EXPECT_STRNE(tree->owner, "Unknown");
+            ++wholeInARow;
+        } else {
+            ASSERT_EQ(errno, ENOMEM) << allocations;
+            wholeInARow = 0;
+            ++failures;
         }
-        ASSERT_EQ(errno, ENOMEM) << allocations;
         ASSERT_EQ(openDescriptors(), before);
     }
+    EXPECT_GT(failures, 30);
+}
+
+TEST(ListingFault, OutOfMemoryFromAnyMomentOnLeavesNothingBehind) {
+    failEachAllocation(MemoryReturns::Never);
+}
+
+TEST(ListingFault, OneAllocationThatFailsLeavesNothingBehind) {
+    failEachAllocation(MemoryReturns::AtOnce);
 }
 
 TEST(ListingFault, ARecordIsMadeWholeOrNotAtAll) {
@@ -132,6 +148,38 @@ TEST(ListingFault, CallsGrowWithTheEntriesAndNotWithTheFacts) {
     EXPECT_EQ(wrapped.stats, 1 + 52 + 2) << "the folder, each entry, each link followed";
     EXPECT_EQ(wrapped.userLookups, 1);
     EXPECT_EQ(wrapped.groupLookups, 1);
+}
+
+TEST(ListingFault, NamesThatCannotBeLookedUpAreNotUnknown) {
+    const TemporaryFolder folder;
+    folder.file("file");
+    struct Row {
+        int error;
+        bool isListed;
+    };
+    constexpr Row rows[] = {{ENOMEM, false}, {EMFILE, false}, {ENOENT, true}};
+    for (const Row &row : rows) {
+        Wrapped wrapped;
+        wrapped.lookupErrors = {ERANGE, ERANGE, EINTR, row.error};
+        const Tree tree = listed(folder.path());
+        EXPECT_EQ(tree != nullptr, row.isListed);
+        if (tree)
+            EXPECT_STREQ(tree->owner, "Unknown");
+        else
+            EXPECT_EQ(errno, row.error);
+        EXPECT_EQ(wrapped.userLookups, 4) << "asked again with more room and after a signal";
+    }
+}
+
+TEST(ListingFault, WhatWasSeenIsFoundAgainAndNothingElse) {
+    MWCore::SeenTable<int64_t> table;
+    for (int64_t key = -5000; key < 5000; ++key)
+        ASSERT_TRUE(table.remember(key * 3, key));
+    for (int64_t key = -5000; key < 5000; ++key) {
+        ASSERT_NE(table.find(key * 3), nullptr);
+        ASSERT_EQ(*table.find(key * 3), key);
+        ASSERT_EQ(table.find(key * 3 + 1), nullptr);
+    }
 }
 
 TEST(ListingFault, AStatThatIsMissingIsTraced) {

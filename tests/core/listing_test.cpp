@@ -63,6 +63,11 @@ void expectAsStatSays(const mfs_fso *item, const std::string &path) {
         {S_IFDIR, MFS_TYPE_DIRECTORY}, {S_IFREG, MFS_TYPE_FILE}, {S_IFLNK, MFS_TYPE_LINK}};
     const auto type = types.find(now.st_mode & S_IFMT);
     EXPECT_EQ(item->type, type == types.end() ? MFS_TYPE_OTHER : type->second);
+    EXPECT_TRUE(item->location == MFS_LOCATION_LOCAL && mfs_fso_isLocal(item));
+    EXPECT_FALSE(mfs_fso_isRemote(item));
+    EXPECT_EQ(mfs_fso_isDir(item), S_ISDIR(now.st_mode));
+    EXPECT_EQ(mfs_fso_isFile(item), S_ISREG(now.st_mode));
+    EXPECT_EQ(mfs_fso_isLink(item), S_ISLNK(now.st_mode));
     EXPECT_EQ(item->permissions, mfs_get_perms_from_mode(now.st_mode));
     EXPECT_EQ(item->owner, nameOr(getpwuid(now.st_uid), &passwd::pw_name));
     EXPECT_EQ(item->group, nameOr(getgrgid(now.st_gid), &group::gr_name));
@@ -165,6 +170,11 @@ TEST(Listing, ALinkWithoutAPathSaysSo) {
     EXPECT_EQ(item->target_type, 0);
     EXPECT_STREQ(item->alias_location, "Link is broken. Use the finder to fix");
     EXPECT_STREQ(item->complete_alias_path, "/proc/self/fd/Link is broken. Use the finder to fix");
+    const TemporaryFolder place; // a link to a link, which no path can be
+    const int link = open(place.link("link", "gone").c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
+    const Tree again = listed("/proc/self/fd");
+    EXPECT_EQ(childNamed(again, std::to_string(link))->target_type, 0);
+    close(link);
     close(ends[0]);
     close(ends[1]);
 }
@@ -207,6 +217,9 @@ TEST(Listing, TopLevelLinksAreFollowedAndItemsThemselvesAreNot) {
 
     const Trace quiet;
     EXPECT_EQ(listed(dangling), nullptr);
+    errno = EDOM;
+    EXPECT_NE(Tree(mfs_fso_get_local_item(dangling.c_str())), nullptr);
+    EXPECT_EQ(errno, EDOM);
     for (const std::string &path : {link, dangling, folder.at("sub")}) {
         const Tree item(mfs_fso_get_local_item(path.c_str()));
         expectAsStatSays(item.get(), path);
@@ -325,9 +338,20 @@ TEST(Listing, PathsThatBeginWithDevAreNotListed) {
     EXPECT_EQ(null->type, MFS_TYPE_OTHER);
     EXPECT_FALSE(childrenOf(listed("//dev").get()).empty()) << "other letters, another path";
     const TemporaryFolder folder;
-    folder.folder("dev");
-    folder.file("dev/x");
-    EXPECT_EQ(childrenOf(listed(folder.at("dev")).get()).size(), 1U);
+    folder.folder("devices");
+    folder.file("devices/x");
+    EXPECT_EQ(childrenOf(listed(folder.at("devices")).get()).size(), 1U);
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only root makes a folder the root";
+    EXPECT_EQ(runForked([&] {
+                  return chroot(folder.path().c_str()) == 0 &&
+                                 childrenOf(listed("/devices").get()).empty() &&
+                                 childrenOf(listed("//devices").get()).size() == 1
+                             ? 0
+                             : 1;
+              }),
+              0)
+        << "the four letters decide, not the component";
 }
 
 TEST(Listing, LeavesErrnoAndDescriptorsAsTheyWere) {

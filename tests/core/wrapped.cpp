@@ -32,10 +32,13 @@ Wrapped *active = nullptr;
 bool outOfMemory() {
     if (!active || active->allocationsLeft < 0)
         return false;
-    if (active->allocationsLeft == 0)
-        return true;
-    --active->allocationsLeft;
-    return false;
+    if (active->allocationsLeft > 0) {
+        --active->allocationsLeft;
+        return false;
+    }
+    if (active->memoryReturns == MemoryReturns::AtOnce)
+        active->allocationsLeft = -1;
+    return true;
 }
 
 } // namespace
@@ -99,8 +102,12 @@ int WRAP_FSTATAT(int folder, const char *path, struct stat *result, int flags) {
 
 int __real_getpwuid_r(uid_t, passwd *, char *, std::size_t, passwd **);
 int __wrap_getpwuid_r(uid_t id, passwd *entry, char *buffer, std::size_t size, passwd **found) {
-    if (active)
-        ++active->userLookups;
+    if (active) {
+        const auto call = static_cast<std::size_t>(active->userLookups++);
+        *found = nullptr;
+        if (call < active->lookupErrors.size())
+            return active->lookupErrors[call];
+    }
     return __real_getpwuid_r(id, entry, buffer, size, found);
 }
 

@@ -100,11 +100,16 @@ ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions 
     return result;
 }
 
-int runAsNobody(const std::function<int()> &work) {
+int runForked(const std::function<int()> &work) {
     const pid_t process = fork();
-    if (process == 0) {
-        giveUpRoot();
+    if (process == 0)
         _exit(work());
-    }
     return statusOf(process);
+}
+
+int runAsNobody(const std::function<int()> &work) {
+    return runForked([&work] {
+        giveUpRoot();
+        return work();
+    });
 }

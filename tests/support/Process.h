@@ -27,5 +27,8 @@ struct ProcessOptions {
 /// Runs a command to its end.
 ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions &options = {});
 
-/// Runs @p work in a process of its own without root's rights; returns what it returns (0 to 127).
+/// Runs @p work in a process of its own; returns what it returns (0 to 127).
+int runForked(const std::function<int()> &work);
+
+/// As runForked(), without root's rights.
 int runAsNobody(const std::function<int()> &work);

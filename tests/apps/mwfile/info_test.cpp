@@ -46,6 +46,9 @@ TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
     };
     for (const Row &row : rows)
         EXPECT_EQ(readJson(mwfile({"info", "--json", row.path}).output, row.expression), row.value);
+    for (const char *const name : {"[a,b]", "[x]", "++"}) // words that mean something to CLI11
+        EXPECT_EQ(readJson(mwfile({"info", "--json", folder.file(name)}).output, "d['name']"),
+                  name);
     EXPECT_EQ(mwfile({"info", file + "/"}).complaints, "mwfile: " + file + "/: Not a directory\n");
     EXPECT_EQ(mwfile({"info", folder.at("sub/../gone/x/..")}).status, 1);
 
