@@ -102,15 +102,20 @@ mfs_perms *mfs_permissions_octal_to_perms(int32_t number) {
 }
 
 char *mfs_permissions_octal_to_string(int32_t number) {
-    constexpr std::size_t kTextSize = 10;
+    constexpr std::size_t kTripleLength = 3;
+    constexpr std::size_t kTextSize = 3 * kTripleLength + 1;
     auto *const text =
         static_cast<char *>(MWCore::Malloc(kTextSize, "mfs_permissions_octal_to_string"));
     if (!text)
         return nullptr;
     std::memset(text, 0, kTextSize);
-    for (const int triple : triplesOf(number))
-        if (triple != kNoDigit)
-            std::strcat(text, kTripleTexts[triple]);
+    char *end = text;
+    for (const int triple : triplesOf(number)) {
+        if (triple == kNoDigit)
+            continue;
+        std::memcpy(end, kTripleTexts[triple], kTripleLength);
+        end += kTripleLength;
+    }
     return text;
 }
 
