@@ -66,6 +66,12 @@ enum class Outcome {
     Failed,    ///< for the reason in `errno`
 };
 
+/// Whether a folder is left unlisted: its path begins with these four characters.
+bool isDevicePath(const char *path) {
+    constexpr std::string_view kDevices = "/dev";
+    return std::strncmp(path, kDevices.data(), kDevices.size()) == 0;
+}
+
 /// The folder part of path + "/" + name, for any name in the folder at @p path.
 std::string_view parentOfEntries(std::string_view path) {
     return path.ends_with('/') ? MWCore::containingFolder(path) : path;
@@ -146,7 +152,7 @@ RecordTree listOnce(const char *path, Outcome &outcome) {
     if (!record)
         return nullptr;
     outcome = Outcome::Done;
-    if (!mfs_fso_isDir(record.get()) || std::string_view(path).starts_with("/dev"))
+    if (!mfs_fso_isDir(record.get()) || isDevicePath(path))
         return record;
     const OpenFolder entries = openFolder(place);
     outcome =

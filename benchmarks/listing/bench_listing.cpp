@@ -161,7 +161,8 @@ void compare(const std::vector<Contender> &contenders, const std::vector<long> &
 int main(int argumentCount, char **arguments) try {
     const std::filesystem::path here = std::filesystem::path(arguments[0]).parent_path();
     const std::vector<Contender> contenders = {
-        {"mfs: all fields and texts", {here / "list_mfs"}, Report::OnOutput},
+        {"mfs, all fields and texts", {here / "list_mfs"}, Report::OnOutput},
+        {"mfs, and all released again", {here / "list_mfs_released"}, Report::OnOutput},
         {"getdents + fstatat, nothing kept", {here / "list_bare"}, Report::OnOutput},
         {"ls -lU", {"ls", "-lU"}, Report::Whole},
         {"GIO enumerator, nothing kept", {here / "list_gio"}, Report::OnOutput},

@@ -45,21 +45,30 @@ RecordTree StatConverter::convert(const struct stat &item, const struct stat *ta
     draft.modificationTime = item.st_mtime;
     draft.nameOrPath = place.name;
     draft.parentPath = place.parentPath;
-    if (!(draft.dateModified = dates_.textFor(item.st_mtime)) ||
-        !(draft.owner = accounts_.user(item.st_uid)) ||
-        !(draft.group = accounts_.group(item.st_gid)))
+    if (!addTexts(item, draft))
         return nullptr;
-    if (draft.type == MFS_TYPE_LINK) {
-        draft.targetType =
-            target ? targetTypeOf(*target) : static_cast<int32_t>(MFS_TARGET_UNKNOWN);
-        if (target) {
-            draft.aliasLocation = place.linkTarget ? std::move(place.linkTarget)
-                                                   : copied(kBrokenLink, "alias location");
-            if (!draft.aliasLocation)
-                return nullptr;
-        }
+    if (draft.type == MFS_TYPE_LINK && !target)
+        draft.targetType = MFS_TARGET_UNKNOWN;
+    if (draft.type == MFS_TYPE_LINK && target) {
+        draft.targetType = targetTypeOf(*target);
+        draft.aliasLocation = place.linkTarget ? std::move(place.linkTarget)
+                                               : copied(kBrokenLink, "alias location");
+        if (!draft.aliasLocation)
+            return nullptr;
     }
     return RecordTree(makeRecord(draft));
+}
+
+/// False at the first text that cannot be had, before another call changes `errno`.
+bool StatConverter::addTexts(const struct stat &item, RecordDraft &draft) {
+    draft.dateModified = dates_.textFor(item.st_mtime);
+    if (!draft.dateModified)
+        return false;
+    draft.owner = accounts_.user(item.st_uid);
+    if (!draft.owner)
+        return false;
+    draft.group = accounts_.group(item.st_gid);
+    return draft.group != nullptr;
 }
 
 RecordTree _stat_to_fso(const struct stat *stat, const struct stat *target_stat, const char *path,

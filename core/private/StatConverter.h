@@ -28,6 +28,8 @@ public:
                                      ItemPlace place);
 
 private:
+    [[nodiscard]] bool addTexts(const struct stat &item, RecordDraft &draft);
+
     AccountNames accounts_;
     DateTexts dates_;
 };

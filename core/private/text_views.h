@@ -7,8 +7,8 @@
 
 namespace MWCore {
 
-/// Views into texts, on which the documented operations are built. `string_view::substr` is not
-/// used because it can throw, which would tie the core to the C++ runtime.
+/// Views into texts, on which the documented operations are built. What can throw
+/// (`substr`, `starts_with` of a text) is not used: it would tie the core to the C++ runtime.
 
 [[nodiscard]] constexpr std::string_view firstOf(std::string_view text, std::size_t count) {
     return {text.data(), count};

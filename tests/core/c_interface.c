@@ -22,34 +22,16 @@ struct promised {
     void *object;
     int32_t has_object;
 };
+/* clang-format off */
+#define FIELDS(F)                                                                              \
+    F(location) F(type) F(target_type) F(alias_location) F(complete_alias_path)                \
+    F(access_perms) F(permissions) F(date_modified) F(extension) F(mod_time) F(name) F(owner)  \
+    F(group) F(links) F(size) F(parent) F(iter_index) F(iter_array_index) F(iter_in_folders)   \
+    F(reserved) F(complete_path) F(url) F(files) F(subdirectories) F(object) F(has_object)
+/* clang-format on */
 #define AS_PROMISED(field)                                                                         \
-    _Static_assert(offsetof(mfs_fso, field) == offsetof(struct promised, field), #field)
-AS_PROMISED(location);
-AS_PROMISED(type);
-AS_PROMISED(target_type);
-AS_PROMISED(alias_location);
-AS_PROMISED(complete_alias_path);
-AS_PROMISED(access_perms);
-AS_PROMISED(permissions);
-AS_PROMISED(date_modified);
-AS_PROMISED(extension);
-AS_PROMISED(mod_time);
-AS_PROMISED(name);
-AS_PROMISED(owner);
-AS_PROMISED(group);
-AS_PROMISED(links);
-AS_PROMISED(size);
-AS_PROMISED(parent);
-AS_PROMISED(iter_index);
-AS_PROMISED(iter_array_index);
-AS_PROMISED(iter_in_folders);
-AS_PROMISED(reserved);
-AS_PROMISED(complete_path);
-AS_PROMISED(url);
-AS_PROMISED(files);
-AS_PROMISED(subdirectories);
-AS_PROMISED(object);
-AS_PROMISED(has_object);
+    _Static_assert(offsetof(mfs_fso, field) == offsetof(struct promised, field), #field);
+FIELDS(AS_PROMISED)
 _Static_assert(sizeof(mfs_perms) == 4, "nine flags in one word");
 
 /* Lists a folder and walks it; the number of children met, or -1. */

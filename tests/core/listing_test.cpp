@@ -128,8 +128,8 @@ TEST(Listing, AgreesWithLsOnTheOrder) {
 TEST(Listing, DescribesEveryKindOfItem) {
     const TemporaryFolder folder;
     folder.file("plain.txt", 5);
-    folder.file("huge", off_t{3} << 30);
-    folder.file("wraps to 1", (off_t{1} << 32) + 1);
+    folder.file("huge", uintmax_t{3} << 30);
+    folder.file("wraps to 1", (uintmax_t{1} << 32) + 1);
     folder.folder("sub");
     folder.fifo("fifo");
     const int socketDescriptor = socket(AF_UNIX, SOCK_STREAM, 0);
@@ -138,18 +138,16 @@ TEST(Listing, DescribesEveryKindOfItem) {
     ASSERT_EQ(bind(socketDescriptor, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
     close(socketDescriptor);
     ASSERT_EQ(chmod(folder.at("plain.txt").c_str(), 04755), 0);
-    folder.link("to file", "plain.txt");
-    folder.link("to folder", "sub");
-    folder.link("to fifo", "fifo");
-    folder.link("to link", "to file");
-    folder.link("to parent", "..");
-    folder.link("to itself", ".");
-    folder.link("absolute", "/usr/bin");
-    folder.link("roundabout", "sub/../plain.txt");
-    folder.link("dangling", "nowhere");
-    folder.link("loop", "pool");
-    folder.link("pool", "loop");
-    folder.link("into file", "plain.txt/x");
+    const std::pair<const char *, const char *> links[] = {
+        {"to file", "plain.txt"}, {"to folder", "sub"},
+        {"to fifo", "fifo"},      {"to link", "to file"},
+        {"to parent", ".."},      {"to itself", "."},
+        {"absolute", "/usr/bin"}, {"roundabout", "sub/../plain.txt"},
+        {"dangling", "nowhere"},  {"loop", "pool"},
+        {"pool", "loop"},         {"into file", "plain.txt/x"},
+    };
+    for (const auto &[name, target] : links)
+        folder.link(name, target);
 
     const Tree tree = listed(folder.path());
     for (const mfs_fso *const child : childrenOf(tree.get()))

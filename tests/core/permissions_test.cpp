@@ -103,20 +103,14 @@ TEST(Permissions, ListingTextCountsLettersAndNeedsTen) {
     EXPECT_EQ(mfs_permissions_string_to_octal(nullptr), -1);
 }
 
-TEST(Permissions, SpecialBitsAreSplitOff) {
-    struct Row {
-        uint32_t mode;
-        int sticky, setgid, setuid;
-    };
-    constexpr Row rows[] = {{0104755, 0, 0, 1}, {0102755, 0, 1, 0}, {041755, 1, 0, 0}};
-    for (const Row &row : rows) {
+TEST(Permissions, SpecialBitsAreSplitOffEveryMode) {
+    for (uint32_t mode = 0; mode <= 07777; ++mode) {
         unsigned char sticky = 9;
         unsigned char setgid = 9;
         unsigned char setuid = 9;
-        EXPECT_EQ(modetToPerms(row.mode, &sticky, &setgid, &setuid), 755);
-        EXPECT_EQ(sticky, row.sticky);
-        EXPECT_EQ(setgid, row.setgid);
-        EXPECT_EQ(setuid, row.setuid);
+        ASSERT_EQ(modetToPerms(0100000 | mode, &sticky, &setgid, &setuid),
+                  mfs_get_perms_from_mode(mode));
+        ASSERT_EQ(setuid * 04000 + setgid * 02000 + sticky * 01000 + (mode & 0777), mode);
     }
     EXPECT_EQ(modetToPerms(07007, nullptr, nullptr, nullptr), 7);
 }

@@ -139,15 +139,6 @@ TEST(Record, KeysReadEveryField) {
     EXPECT_EQ(key(1), 0xFFFF) << "zero-extended";
 }
 
-TEST(Record, LinksToItsObject) {
-    const Tree item = record(MFS_TYPE_FILE, "n", "/");
-    EXPECT_EQ(mfs_fso_has_object(item.get()), 0);
-    int object = 0;
-    mfs_fso_object_set(item.get(), &object);
-    EXPECT_EQ(mfs_fso_object(item.get()), &object);
-    EXPECT_NE(mfs_fso_has_object(item.get()), 0);
-}
-
 TEST(Record, OnlyDirectoriesTakeChildren) {
     Trace trace;
     const Tree file = record(MFS_TYPE_FILE, "n", "/");

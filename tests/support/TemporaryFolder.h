@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <cstdint>
 #include <string>
 
-#include <sys/types.h>
 
 /// A folder of one test's own, removed with everything in it. What cannot be made fails the test
 /// by an exception.
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] std::string at(const std::string &name) const { return path_ + "/" + name; }
 
     // Each makes an item and returns its path.
-    std::string file(const std::string &name, off_t size = 0) const;
+    std::string file(const std::string &name, uintmax_t size = 0) const;
     std::string folder(const std::string &name) const;
     std::string link(const std::string &name, const std::string &target) const;
     std::string fifo(const std::string &name) const;
