@@ -12,5 +12,11 @@ if(MWCORE_WARNINGS_AS_ERRORS)
     add_compile_options(-Werror)
 endif()
 
+if(MWCORE_SANITIZE)
+    set(sanitizers -fsanitize=address,undefined -fno-sanitize=vptr)
+    add_compile_options(${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    add_link_options(${sanitizers})
+endif()
+
 # Every file is included by its path from here: "core/mfs.h".
 include_directories(${PROJECT_SOURCE_DIR})

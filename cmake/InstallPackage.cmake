@@ -2,16 +2,23 @@
 # Installation: find_package(MWCore) with the targets MWCore::NAME, and one pkg-config file a library.
 include(CMakePackageConfigHelpers)
 
-# Exports TARGET as MWCore::TARGET, with its public headers flat below <MWCore/>, and writes
-# TARGET.pc, which says DESCRIPTION.
+# Exports TARGET as MWCore::TARGET and writes TARGET.pc, which says DESCRIPTION. Its HEADERS are found
+# as <MWCore/NAME.h>, both installed and by projects that include this one in their build.
 function(mwcore_install_library TARGET DESCRIPTION)
+    cmake_parse_arguments(LIBRARY "" "" "HEADERS" ${ARGN})
     set_target_properties(${TARGET} PROPERTIES
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR})
-    install(TARGETS ${TARGET} EXPORT MWCore
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore
-        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/include/MWCore)
+    foreach(header ${LIBRARY_HEADERS})
+        file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header}
+            ${PROJECT_BINARY_DIR}/include/MWCore/${header} SYMBOLIC)
+    endforeach()
+    target_include_directories(${TARGET} INTERFACE
+        $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    install(FILES ${LIBRARY_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore)
+    install(TARGETS ${TARGET} EXPORT MWCore LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
     set(LIBRARY ${TARGET})
     # Relative, so that the installed tree can be moved.
     file(RELATIVE_PATH PREFIX_FROM_PKGCONFIG

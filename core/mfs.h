@@ -10,6 +10,7 @@
 /// - A returned text is a fresh allocation that the caller frees with `free`, except the shared
 ///   `mfs_path_root`. Null instead of a text means that memory ran out or that the argument was
 ///   null, unless the operation says more.
+/// - Arguments are not null unless the operation says what null means.
 /// - Texts are NUL-terminated bytes; a path or name may hold any bytes that the system allows.
 /// - Nothing takes a lock. Any number of threads may work at once, each on records of its own; the
 ///   records of one tree belong to one thread at a time.

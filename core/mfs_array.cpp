@@ -5,6 +5,7 @@
 #include "core/private/allocation.h"
 
 #include <cerrno>
+#include <cstring>
 #include <new>
 
 /// `values` points to room for `capacity` pointers, of which `count` are in use.

@@ -23,7 +23,7 @@ MFS_EXPORT MFS_MUST_USE char *mfs_date_string_from_time_t(int64_t seconds);
 /// always 1. Month names are told apart by a few letters only, digits are not validated. Returns -1
 /// when the text is too short, has no number where one is needed, or names no time. @p text is not
 /// changed.
-MFS_EXPORT int64_t mfs_date_ls_date_to_time_t(const char *text);
+MFS_EXPORT MFS_MUST_USE int64_t mfs_date_ls_date_to_time_t(const char *text);
 
 MFS_END_DECLS
 

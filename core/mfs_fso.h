@@ -43,6 +43,9 @@ enum {
     MFS_KEY_EXTENSION = 19,
 };
 
+/// Values of `which` in mfs_fso_get_subitem_at_index(); any but the second means files.
+enum { MFS_FILES = 0, MFS_SUBDIRECTORIES = 1 };
+
 /// What operations on a folder answer for a record that is none.
 enum { MFS_NOT_A_DIRECTORY = -1234 };
 
@@ -99,9 +102,9 @@ MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_new(int32_t type, int32_t location, int
 /// mfs_fso_destroy_tree().
 ///
 /// Null, with the cause in `errno`: the item cannot be examined (two trace lines), an entry of the
-/// folder cannot be, reading the folder fails in the middle, or memory or descriptors run out. When
-/// an entry has vanished before it was examined the listing is begun again, up to eight times; then
-/// it is null with EAGAIN.
+/// folder cannot be, reading the folder fails in the middle, or memory or descriptors run out while
+/// items are examined. When an entry has vanished before it was examined the listing is begun
+/// again, up to eight times; then it is null with EAGAIN.
 ///
 /// A folder that cannot be opened comes without children and with the cause in `errno`, which is
 /// otherwise left alone: set it to 0 before the call to tell such a folder from an empty one. A
@@ -139,7 +142,7 @@ MFS_EXPORT int mfs_fso_has_object(const mfs_fso *record);
 MFS_EXPORT MFS_MUST_USE int32_t mfs_fso_add_subitem(mfs_fso *folder, mfs_fso *child);
 
 /// @}
-/// @name Queries (nonzero for true)
+/// @name Queries (nonzero for true; the five about the kind are 0 for null)
 /// @{
 
 MFS_EXPORT int mfs_fso_isLocal(const mfs_fso *record);
@@ -153,8 +156,8 @@ MFS_EXPORT int32_t mfs_fso_file_count(const mfs_fso *record);
 /// The number of children that are directories; 0 for a record that is no directory.
 MFS_EXPORT int32_t mfs_fso_subdirectory_count(const mfs_fso *record);
 
-/// Child number @p index (0-based) of `subdirectories` when @p which is 1, else of `files`. Null
-/// with a trace line outside 0 to count; null without one when @p index is the count.
+/// Child number @p index (0-based) of `subdirectories` when @p which is MFS_SUBDIRECTORIES, else of
+/// `files`. Null with a trace line outside 0 to count; null without one when @p index is the count.
 MFS_EXPORT mfs_fso *mfs_fso_get_subitem_at_index(const mfs_fso *folder, int32_t index,
                                                  int32_t which);
 
@@ -162,7 +165,7 @@ MFS_EXPORT mfs_fso *mfs_fso_get_subitem_at_index(const mfs_fso *folder, int32_t 
 /// through `intptr_t`. What a key returns
 /// belongs to the record except the texts of MFS_KEY_SIZE_TEXT and MFS_KEY_PARENT_PATH, which the
 /// caller frees (not `mfs_path_root`). 0 for an unknown key.
-MFS_EXPORT int64_t mfs_fso_get_item_for_key(const mfs_fso *record, int32_t key);
+MFS_EXPORT MFS_MUST_USE int64_t mfs_fso_get_item_for_key(const mfs_fso *record, int32_t key);
 
 /// The size in bytes, not narrowed: `size_high` and `size` together, which are whole in every
 /// record of a listing.

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_fso.h"
+#include "core/private/errors.h"
 #include "core/private/LinkTargets.h"
 #include "core/private/ReachablePath.h"
 #include "core/private/StatConverter.h"
 #include "core/private/text_views.h"
 #include "core/private/trace.h"
 
-#include <cerrno>
 #include <cstring>
 
 #include <dirent.h>
@@ -125,7 +125,7 @@ Outcome Listing::add(const char *name) {
     return Outcome::Done;
 }
 
-/// Null, with the cause in `errno`, when memory runs out.
+/// Null, with the cause in `errno`, when memory or descriptors run out.
 RecordTree Listing::describe(const char *name, const struct stat &item) {
     struct stat target;
     const bool leadsSomewhere =
@@ -133,7 +133,7 @@ RecordTree Listing::describe(const char *name, const struct stat &item) {
     Text linkTarget;
     if (leadsSomewhere) {
         linkTarget = links_.resolve(name);
-        if (!linkTarget && errno == ENOMEM)
+        if (!linkTarget && MWCore::isExhaustion(errno))
             return nullptr;
     }
     return converter_.convert(item, leadsSomewhere ? &target : nullptr,

@@ -78,7 +78,8 @@ int32_t mfs_fso_subdirectory_count(const mfs_fso *record) {
 }
 
 mfs_fso *mfs_fso_get_subitem_at_index(const mfs_fso *folder, int32_t index, int32_t which) {
-    const mfs_array *const children = which == 1 ? folder->subdirectories : folder->files;
+    const mfs_array *const children =
+        which == MFS_SUBDIRECTORIES ? folder->subdirectories : folder->files;
     if (index < 0 || index > mfs_array_count(children)) {
         trace("Index out of range\n");
         return nullptr;
@@ -159,7 +160,8 @@ mfs_fso *mfs_fso_next_item(mfs_fso *record) {
             record->iter_array_index = 0;
             record->iter_in_folders = 1;
         }
-        item = mfs_fso_get_subitem_at_index(record, record->iter_array_index, inFolders ? 1 : 0);
+        item = mfs_fso_get_subitem_at_index(record, record->iter_array_index,
+                                            inFolders ? MFS_SUBDIRECTORIES : MFS_FILES);
         trace("Current Index is %d\n", record->iter_index);
         trace("Actual Array index is %d\n", record->iter_array_index);
         ++record->iter_index;

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 
 #include <sys/stat.h>
 
@@ -14,9 +15,9 @@ namespace {
 constexpr int kFlagCount = 9;
 constexpr const char *kTripleTexts[] = {"---", "--x", "-w-", "-wx", "r--", "r-x", "rw-", "rwx"};
 
-/// One triple of rights: 0 to 7, or nothing where the number has no octal digit.
+/// The rights of owner, group and others: 0 to 7, or kNoDigit where a number has no octal digit.
+using Triples = std::array<int, 3>;
 constexpr int kNoDigit = -1;
-using Triples = std::array<int, 3>; // owner, group, others
 
 static_assert(sizeof(mfs_perms) == sizeof(uint32_t));
 
@@ -60,7 +61,7 @@ uint32_t modeOf(const Triples &triples) {
     return mode;
 }
 
-int triplesValue(std::string_view letters) {
+int tripleValue(std::string_view letters) {
     const auto worth = [letters](char letter, int value) {
         return letters.find(letter) == std::string_view::npos ? 0 : value;
     };
@@ -128,7 +129,7 @@ int32_t mfs_permissions_string_to_octal(const char *text) {
     if (!text || std::strlen(text) < kListingLength)
         return -1;
     return numberOf(
-        {triplesValue({text + 1, 3}), triplesValue({text + 4, 3}), triplesValue({text + 7, 3})});
+        {tripleValue({text + 1, 3}), tripleValue({text + 4, 3}), tripleValue({text + 7, 3})});
 }
 
 int32_t mfs_get_perms_from_mode(uint32_t mode) {

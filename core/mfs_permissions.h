@@ -53,7 +53,7 @@ MFS_EXPORT uint16_t mfs_permissions_octal_to_mode(int32_t number);
 /// The permission number of a listing's ten characters, "-rwxr-xr-x" or longer; -1 for fewer and
 /// for null. Within each triple only the letters r, w and x count, wherever they stand; s, S, t and
 /// T count nothing.
-MFS_EXPORT int32_t mfs_permissions_string_to_octal(const char *text);
+MFS_EXPORT MFS_MUST_USE int32_t mfs_permissions_string_to_octal(const char *text);
 
 /// The permission number of the nine permission bits of a mode word (POSIX sys/stat.h).
 MFS_EXPORT int32_t mfs_get_perms_from_mode(uint32_t mode);

@@ -20,8 +20,8 @@ MFS_EXPORT MFS_MUST_USE char *mfs_string_get_extension(const char *name);
 /// Copies the last @p length - 1 characters of @p name (without blanks, carriage returns and line
 /// feeds at its end) and a NUL into the buffer @p *out, which has room for @p length bytes, when
 /// the character before them is a dot. Returns 1 then, else 0 with nothing written.
-MFS_EXPORT int mfs_string_get_extension_with_known_length(const char *name, char **out,
-                                                          int32_t length);
+MFS_EXPORT MFS_MUST_USE int mfs_string_get_extension_with_known_length(const char *name, char **out,
+                                                                       int32_t length);
 
 MFS_END_DECLS
 

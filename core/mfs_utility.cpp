@@ -5,6 +5,9 @@
 #include "core/private/allocation.h"
 #include "core/private/text_views.h"
 
+#include <cstdio>
+#include <cstring>
+
 using MWCore::withoutBackSpaces;
 using MWCore::withoutFrontSpaces;
 

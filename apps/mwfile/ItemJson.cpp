@@ -48,7 +48,7 @@ JsonObject itemJson(const mfs_fso &item) {
     json.text("name", item.name);
     json.textOrNull("completePath", item.complete_path);
     json.text("kind", kindWord(item.type));
-    json.number("fsoKind", item.type); // the record's types are the model's first kinds
+    json.number("fsoKind", item.type);
     json.textOrNull("extension", item.extension);
     json.number("permissions", item.permissions);
     json.text("permissionsAsString", permissionsText(item.permissions));

@@ -12,7 +12,7 @@ namespace MWCore::mwfile {
 namespace {
 
 /// As absolutePath(), but empty where the system cannot say.
-std::string resolvedPath(const std::string &path) {
+std::string pathFromRoot(const std::string &path) {
     namespace fs = std::filesystem;
     std::error_code error;
     fs::path absolute = fs::absolute(path, error);
@@ -46,7 +46,7 @@ bool leadToTheSame(const std::string &one, const std::string &other) {
 } // namespace
 
 std::string absolutePath(const std::string &path) {
-    const std::string resolved = resolvedPath(path);
+    const std::string resolved = pathFromRoot(path);
     return leadToTheSame(path, resolved) ? resolved : path;
 }
 

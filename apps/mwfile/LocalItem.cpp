@@ -5,6 +5,7 @@
 #include "apps/mwfile/Failure.h"
 #include "apps/mwfile/ItemPath.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -12,6 +13,9 @@
 
 namespace MWCore::mwfile {
 namespace {
+
+constexpr const char *kDevicesAreNotListed =
+    "what lies below a path that begins with /dev is not listed";
 
 /// Whether the library would leave the folder at this absolute path unlisted.
 bool isDeviceFolder(const std::string &path) {
@@ -40,7 +44,7 @@ ItemTree listedFolder(const std::string &path) {
     if (!mfs_fso_isDir(folder.get()))
         throw Failure(path, ENOTDIR);
     if (isDeviceFolder(absolute))
-        throw Failure(path, "what lies below a path that begins with /dev is not listed");
+        throw Failure(path, kDevicesAreNotListed);
     if (error != 0)
         throw Failure(path, error);
     return folder;
@@ -53,14 +57,15 @@ DescribedItem describedItem(const std::string &path) {
     if (!item)
         throw Failure(path, errno);
     if (!mfs_fso_isDir(item.get()))
-        return {std::move(item), false};
+        return {std::move(item), ""};
+    if (isDeviceFolder(absolute))
+        return {std::move(item), kDevicesAreNotListed};
     errno = 0;
     ItemTree listed(mfs_fso_get_local_fso(absolute.c_str()));
-    if (errno == ENOMEM)
+    const int error = errno;
+    if (error == ENOMEM)
         throw Failure(path, ENOMEM);
-    if (!listed)
-        return {std::move(item), false};
-    return {std::move(listed), errno == 0 && !isDeviceFolder(absolute)};
+    return {listed ? std::move(listed) : std::move(item), error == 0 ? "" : std::strerror(error)};
 }
 
 uint32_t currentMode(const mfs_fso &item) {
@@ -69,6 +74,20 @@ uint32_t currentMode(const mfs_fso &item) {
                    mfs_fso_isLink(&item) ? AT_SYMLINK_NOFOLLOW : 0) == 0
                ? now.st_mode
                : 0;
+}
+
+const NodeKind *nodeKind(const mfs_fso &item) {
+    static constexpr NodeKind kinds[] = {
+        {S_IFIFO, 'p', "fifo"},
+        {S_IFSOCK, 's', "socket"},
+        {S_IFBLK, 'b', "block device"},
+        {S_IFCHR, 'c', "character device"},
+    };
+    if (item.type != MFS_TYPE_OTHER)
+        return nullptr;
+    const uint32_t type = currentMode(item) & S_IFMT;
+    const auto *const found = std::ranges::find(kinds, type, &NodeKind::type);
+    return found == std::end(kinds) ? nullptr : found;
 }
 
 const char *linkTarget(const mfs_fso &item) {

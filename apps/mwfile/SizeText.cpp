@@ -2,31 +2,25 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/SizeText.h"
 
-#include "core/mfs_utility.h"
-
-#include <cstdlib>
-#include <new>
-
 namespace MWCore::mwfile {
 
-std::string shortSize(int64_t bytes) {
-    constexpr int64_t kGigabyte = 1'024'000'000;
-    if (bytes >= kGigabyte) // where the library's own text narrows the number to 32 bits
-        return std::to_string(bytes / kGigabyte) + " GB";
-    char *const text = mfs_utility_format_size(bytes);
-    if (!text)
-        throw std::bad_alloc();
-    std::string result = text;
-    std::free(text);
-    if (result.ends_with(' '))
-        result.pop_back();
-    return result;
+SizeText shortSize(int64_t bytes) {
+    // The steps of mfs_utility_format_size(), whose number has only 32 bits.
+    struct Unit {
+        int64_t bytes;
+        const char *text;
+    };
+    static constexpr Unit units[] = {{1'024'000'000, "GB"}, {1'024'000, "MB"}, {1'024, "k"}};
+    for (const Unit &unit : units)
+        if (bytes >= unit.bytes)
+            return {std::to_string(bytes / unit.bytes), unit.text};
+    return {std::to_string(bytes), ""};
 }
 
 std::string wholeSize(int64_t bytes) {
-    const std::string count = groupedDigits(bytes) + (bytes == 1 ? " byte" : " bytes");
-    constexpr int64_t kFirstWithUnit = 1024;
-    return bytes < kFirstWithUnit ? count : count + " (" + shortSize(bytes) + ")";
+    std::string text = groupedDigits(bytes) + (bytes == 1 ? " byte" : " bytes");
+    const SizeText size = shortSize(bytes);
+    return size.unit.empty() ? text : text + " (" + size.number + " " + size.unit + ")";
 }
 
 std::string groupedDigits(int64_t number) {

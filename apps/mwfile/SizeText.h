@@ -7,8 +7,12 @@
 
 namespace MWCore::mwfile {
 
-/// The short size text of @p bytes, without a blank at its end: "512", "4 MB".
-[[nodiscard]] std::string shortSize(int64_t bytes);
+/// A short size: a number and the unit that it counts, "4" and "MB". Bytes have no unit.
+struct SizeText {
+    std::string number;
+    std::string unit;
+};
+[[nodiscard]] SizeText shortSize(int64_t bytes);
 
 /// The whole count with the short text behind it: "281,624 bytes (275 k)".
 [[nodiscard]] std::string wholeSize(int64_t bytes);

@@ -15,19 +15,9 @@
 namespace MWCore::mwfile {
 namespace {
 
-std::string kindText(const mfs_fso &item, uint32_t mode) {
-    switch (mode & S_IFMT) {
-    case S_IFIFO:
-        return "fifo";
-    case S_IFSOCK:
-        return "socket";
-    case S_IFBLK:
-        return "block device";
-    case S_IFCHR:
-        return "character device";
-    default:
-        break;
-    }
+std::string kindText(const mfs_fso &item) {
+    if (const NodeKind *const kind = nodeKind(item))
+        return kind->word;
     if (!mfs_fso_isLink(&item))
         return kindWord(item.type);
     switch (item.target_type) {
@@ -58,16 +48,17 @@ std::string description(const DescribedItem &described, const Colours &colours) 
         label.resize(kLabelColumns, ' ');
         text.append("  ").append(colours.quiet(label)).append(value).append("\n");
     };
-    const uint32_t mode = currentMode(item);
-    add("Kind", kindText(item, mode));
+    add("Kind", kindText(item));
     if (const char *const target = linkTarget(item))
         add("Leads to", DisplayText(target).text());
-    if (described.hasContents)
-        add("Contains", contentsText(item));
-    if (!mfs_fso_isDir(&item))
+    if (mfs_fso_isDir(&item))
+        add("Contains",
+            described.contentsFailure.empty() ? contentsText(item) : described.contentsFailure);
+    else
         add("Size", wholeSize(mfs_fso_full_size(&item)));
     add("Permissions",
         permissionsText(item.permissions) + " (" + std::to_string(item.permissions) + ")");
+    const uint32_t mode = currentMode(item);
     if (mode & (S_ISUID | S_ISGID | S_ISVTX))
         add("Special", specialText(mode));
     add("Owner", DisplayText(item.owner).text());
@@ -80,7 +71,7 @@ std::string description(const DescribedItem &described, const Colours &colours) 
 std::string json(const DescribedItem &described) {
     const mfs_fso &item = *described.record;
     JsonObject object = itemJson(item);
-    if (described.hasContents) {
+    if (mfs_fso_isDir(&item) && described.contentsFailure.empty()) {
         object.number("fileCount", mfs_fso_file_count(&item));
         object.number("subFolderCount", mfs_fso_subdirectory_count(&item));
     }

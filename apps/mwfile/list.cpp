@@ -12,8 +12,6 @@
 
 #include <algorithm>
 
-#include <sys/stat.h>
-
 namespace MWCore::mwfile {
 namespace {
 
@@ -26,25 +24,16 @@ void collect(const mfs_array *children, bool all, Items &items) {
     }
 }
 
-/// The number of an item's short size; a folder has no size of its own.
-std::string sizeNumber(const mfs_fso &item) {
-    if (mfs_fso_isDir(&item))
-        return "-";
-    const std::string text = shortSize(mfs_fso_full_size(&item));
-    return text.substr(0, text.find(' '));
-}
-
-/// The unit of an item's short size.
-std::string sizeUnit(const mfs_fso &item) {
-    const std::string text = shortSize(mfs_fso_full_size(&item));
-    const std::size_t blank = text.find(' ');
-    return mfs_fso_isDir(&item) || blank == std::string::npos ? "" : text.substr(blank + 1);
+/// The short size of an item; a folder has none of its own.
+SizeText sizeOf(const mfs_fso &item) {
+    return mfs_fso_isDir(&item) ? SizeText{"-", ""} : shortSize(mfs_fso_full_size(&item));
 }
 
 /// The widths of the columns, so that rows can be printed one by one.
 struct Columns {
     int links = 0;
-    int size = 1;
+    int size = 0;
+    int unit = 0;
     int owner = 0;
     int group = 0;
     int date = 0;
@@ -52,7 +41,9 @@ struct Columns {
     explicit Columns(const Items &items) {
         for (const mfs_fso *const item : items) {
             links = std::max(links, static_cast<int>(std::to_string(item->links).size()));
-            size = std::max(size, static_cast<int>(sizeNumber(*item).size()));
+            const SizeText text = sizeOf(*item);
+            size = std::max(size, static_cast<int>(text.number.size()));
+            unit = std::max(unit, static_cast<int>(text.unit.size()));
             owner = std::max(owner, DisplayText(item->owner).columns());
             group = std::max(group, DisplayText(item->group).columns());
             date = std::max(date, DisplayText(item->date_modified).columns());
@@ -87,18 +78,8 @@ char typeLetter(const mfs_fso &item) {
     default:
         break;
     }
-    switch (currentMode(item) & S_IFMT) {
-    case S_IFIFO:
-        return 'p';
-    case S_IFSOCK:
-        return 's';
-    case S_IFBLK:
-        return 'b';
-    case S_IFCHR:
-        return 'c';
-    default:
-        return '?';
-    }
+    const NodeKind *const kind = nodeKind(item);
+    return kind ? kind->letter : '?';
 }
 
 std::string nameCell(const mfs_fso &item, const Colours &colours) {
@@ -118,9 +99,9 @@ std::string row(const mfs_fso &item, const Columns &columns, const Colours &colo
     facts += "  " + rightAligned(std::to_string(item.links), columns.links);
     facts += "  " + leftAligned(item.owner, columns.owner);
     facts += "  " + leftAligned(item.group, columns.group);
-    constexpr int kUnitColumns = 2;
-    const std::string size = rightAligned(sizeNumber(item), columns.size) + " " +
-                             leftAligned(sizeUnit(item).c_str(), kUnitColumns);
+    const SizeText text = sizeOf(item);
+    const std::string size = rightAligned(text.number, columns.size) + (columns.unit ? " " : "") +
+                             leftAligned(text.unit.c_str(), columns.unit);
     const std::string date = leftAligned(item.date_modified, columns.date);
     return colours.quiet(facts) + "  " + size + "  " + colours.quiet(date) + "  " +
            nameCell(item, colours) + "\n";

@@ -6,10 +6,13 @@
 #include "core/mfs_utility.h"
 
 #include <clocale>
+#include <cstdio>
 #include <functional>
 #include <map>
 #include <new>
 #include <sstream>
+#include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -124,6 +127,9 @@ void CommandLine::addPerm() {
         std::erase(values, "--");
         if (values.empty())
             throw CLI::RequiredError("VALUE");
+        for (const std::string &value : values)
+            if (value.starts_with("--") && value.find_first_not_of("-rwx") != std::string::npos)
+                throw CLI::ValidationError(value, "not understood here");
         if (values.size() > 1)
             throw CLI::ValidationError(values.back(), "there is a value already");
         perm_.value = values.front();
@@ -153,8 +159,9 @@ Status CommandLine::explain(const CLI::ParseError &error) {
     constexpr bool kOfSubcommandsToo = true;
     const std::vector<std::string> unknown = app_.remaining(kOfSubcommandsToo);
     const bool isAboutAValue = error.get_name() == "ValidationError";
-    complain(isAboutAValue || unknown.empty() ? error.what()
-                                              : unknown.front() + ": not understood here");
+    complain(isAboutAValue || unknown.empty()
+                 ? error.what()
+                 : unknown.front() + ": not understood here (see mwfile --help)");
     return kWrongUsage;
 }
 

@@ -66,9 +66,8 @@ uint32_t modeFrom(const std::string &value) {
         if (const auto mode = read(value))
             return *mode;
     if (isOctal(value))
-        throw UsageFailure(value, "a number has up to three digits, a mode a 0 and up to four");
-    if (value.starts_with("--"))
-        throw UsageFailure(value, "no such option");
+        throw UsageFailure(
+            value, "write a mode with a 0 before it (04755), a number in up to three digits");
     if (value.find_first_not_of("-bcdlprwxsStT") == std::string::npos)
         throw UsageFailure(value, "set-id and sticky letters are not read; give the mode (04755)");
     throw UsageFailure(value, "not a number (755), text (rwxr-xr-x) or mode (0755) of permissions");

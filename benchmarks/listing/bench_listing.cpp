@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <stdexcept>
 #include <string>
@@ -169,8 +170,12 @@ int main(int argumentCount, char **arguments) try {
         {"QDir::entryInfoList", {here / "list_qt"}, Report::OnOutput},
     };
     std::vector<long> sizes;
-    for (int index = 1; index < argumentCount; ++index)
-        sizes.push_back(std::stol(arguments[index]));
+    for (int index = 1; index < argumentCount; ++index) {
+        char *end = nullptr;
+        sizes.push_back(std::strtol(arguments[index], &end, 10));
+        if (*end != '\0' || sizes.back() < 1)
+            throw std::runtime_error(std::string(arguments[index]) + " is no number of entries");
+    }
     if (sizes.empty())
         sizes = {1'000, 10'000, 100'000, 1'000'000};
     compare(contenders, sizes);

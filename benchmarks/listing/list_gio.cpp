@@ -24,22 +24,18 @@ void read(GFileInfo *info) {
     contender::use(g_file_info_get_attribute_uint64(info, G_FILE_ATTRIBUTE_TIME_MODIFIED));
 }
 
-/// With `kept`, all answers stay, as the records of this library do; else each goes once read.
-template <bool kept> long list(const char *path) {
+/// Each answer goes once it is read.
+long list(const char *path) {
     GFile *const folder = g_file_new_for_path(path);
     GFileEnumerator *const enumerator = g_file_enumerate_children(
         folder, kAttributes, G_FILE_QUERY_INFO_NOFOLLOW_SYMLINKS, nullptr, nullptr);
     if (!enumerator)
         return -1;
-    GPtrArray *const all = g_ptr_array_new();
     long entries = 0;
     while (GFileInfo *const info = g_file_enumerator_next_file(enumerator, nullptr, nullptr)) {
         read(info);
         ++entries;
-        if (kept)
-            g_ptr_array_add(all, info);
-        else
-            g_object_unref(info);
+        g_object_unref(info);
     }
     return entries;
 }
@@ -47,5 +43,5 @@ template <bool kept> long list(const char *path) {
 } // namespace
 
 int main(int argumentCount, char **arguments) {
-    return contender::run(argumentCount, arguments, list<false>);
+    return contender::run(argumentCount, arguments, list);
 }

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/private/AccountNames.h"
 
-#include <cerrno>
+#include "core/private/errors.h"
 
 #include <grp.h>
 #include <pwd.h>
@@ -11,10 +11,6 @@ namespace MWCore {
 namespace {
 
 constexpr const char *kUnknown = "Unknown";
-
-bool isOutOfResources(int error) {
-    return error == ENOMEM || error == EMFILE || error == ENFILE;
-}
 
 /// Asks with a buffer that grows until the database's record fits.
 template <typename Entry, typename Lookup>
@@ -26,7 +22,7 @@ Text ask(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
         Entry entry;
         Entry *found = nullptr;
         const int error = lookup(id, &entry, buffer.get(), size, &found);
-        if (isOutOfResources(error)) {
+        if (isExhaustion(error)) {
             errno = error;
             return nullptr;
         }

@@ -31,7 +31,7 @@ const Form &formFor(const std::tm &item, const std::tm &now) {
 }
 
 /// The calendar fields in local time; false when the system cannot name them.
-bool localFields(int64_t seconds, std::tm &fields) {
+[[nodiscard]] bool localFields(int64_t seconds, std::tm &fields) {
     if (seconds > std::numeric_limits<std::time_t>::max() ||
         seconds < std::numeric_limits<std::time_t>::min())
         return false;
@@ -76,7 +76,8 @@ Text secondsAsText(int64_t seconds) {
 
 DateTexts::DateTexts() {
     tzset();
-    localFields(std::time(nullptr), now_);
+    if (!localFields(std::time(nullptr), now_))
+        now_ = {}; // no day is today then
 }
 
 Text DateTexts::textFor(int64_t seconds) {

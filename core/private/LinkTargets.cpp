@@ -21,6 +21,8 @@ Text pathInKernel(const char *path) {
     if (!place)
         return nullptr;
     const Descriptor item(openat(place.folder(), place.rest(), O_PATH | O_CLOEXEC));
+    if (!item)
+        return nullptr;
     char entry[32];
     std::snprintf(entry, sizeof entry, "/proc/self/fd/%d", item.number());
     char known[PATH_MAX];

@@ -28,12 +28,10 @@ public:
         return slot.used ? &slot.value : nullptr;
     }
 
-    /// Keeps @p value for @p key, in place of an earlier one. False when there is no memory for it.
-    bool remember(int64_t key, Value value) {
-        if (count_ * 2 >= capacity_ && !grow())
-            return false;
-        put(key, std::move(value));
-        return true;
+    /// Keeps @p value for @p key, in place of an earlier one, where there is memory for it.
+    void remember(int64_t key, Value value) {
+        if (count_ * 2 < capacity_ || grow())
+            put(key, std::move(value));
     }
 
 private:
@@ -60,7 +58,7 @@ private:
         slot.value = std::move(value);
     }
 
-    bool grow() {
+    [[nodiscard]] bool grow() {
         SeenTable larger;
         larger.capacity_ = capacity_ ? capacity_ * 2 : kFirstCapacity;
         void *const block = Malloc(larger.capacity_ * sizeof(Slot), "SeenTable");

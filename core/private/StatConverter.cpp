@@ -3,11 +3,10 @@
 #include "core/private/StatConverter.h"
 
 #include "core/mfs_permissions.h"
+#include "core/private/errors.h"
 #include "core/private/LinkTargets.h"
 #include "core/private/text_views.h"
 #include "core/private/trace.h"
-
-#include <cerrno>
 
 namespace MWCore {
 namespace {
@@ -51,8 +50,8 @@ RecordTree StatConverter::convert(const struct stat &item, const struct stat *ta
         draft.targetType = MFS_TARGET_UNKNOWN;
     if (draft.type == MFS_TYPE_LINK && target) {
         draft.targetType = targetTypeOf(*target);
-        draft.aliasLocation = place.linkTarget ? std::move(place.linkTarget)
-                                               : copied(kBrokenLink, "alias location");
+        draft.aliasLocation =
+            place.linkTarget ? std::move(place.linkTarget) : copied(kBrokenLink, "alias location");
         if (!draft.aliasLocation)
             return nullptr;
     }
@@ -80,7 +79,7 @@ RecordTree _stat_to_fso(const struct stat *stat, const struct stat *target_stat,
     Text linkTarget;
     if (S_ISLNK(stat->st_mode) && target_stat) {
         linkTarget = resolvedPath(path);
-        if (!linkTarget && errno == ENOMEM)
+        if (!linkTarget && isExhaustion(errno))
             return nullptr;
     }
     return converter.convert(*stat, target_stat,

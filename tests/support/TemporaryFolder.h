@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 
-
 /// A folder of one test's own, removed with everything in it. What cannot be made fails the test
 /// by an exception.
 class TemporaryFolder {

@@ -36,6 +36,7 @@ TEST(List, SortsHidesAndReverses) {
     folder.folder("zoo");
     ASSERT_EQ(chmod(folder.at("beta").c_str(), 0007), 0);
     ASSERT_EQ(chmod(folder.at("Alpha").c_str(), 0700), 0);
+    ASSERT_EQ(chmod(folder.at("\xc3\xa4hre").c_str(), 0645), 0);
     std::time_t date = 1'000'000'000;
     for (const char *const name :
          {"zoo", "Alpha", "\xc3\xa4hre", "beta", "\xc3\x84rger", ".hidden"})
@@ -50,16 +51,12 @@ TEST(List, SortsHidesAndReverses) {
         {{"--all"}, ".hidden Alpha beta zoo \xc3\xa4hre \xc3\x84rger "},
         {{"--sort", "date"}, "zoo Alpha \xc3\xa4hre beta \xc3\x84rger "},
         {{"--sort", "size"}, "zoo \xc3\x84rger Alpha beta \xc3\xa4hre "},
-        {{"--sort", "access", "--all", "--reverse"},
-         "zoo Alpha .hidden \xc3\xa4hre \xc3\x84rger beta "},
+        {{"--sort", "access", "--reverse"}, "zoo Alpha \xc3\xa4hre \xc3\x84rger beta "},
     };
     for (const Row &row : rows) {
         std::vector<std::string> command = {"list", folder.path()};
         command.insert(command.end(), row.options.begin(), row.options.end());
-        std::string names = namesOf(mwfile(command).output);
-        if (row.options.size() == 4) // three items of equal access stand in the folder's order
-            names = names.substr(0, 10) + names.substr(names.size() - 5);
-        EXPECT_EQ(names, row.options.size() == 4 ? "zoo Alpha beta " : row.names);
+        EXPECT_EQ(namesOf(mwfile(command).output), row.names);
     }
 }
 
