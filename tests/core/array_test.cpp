@@ -29,12 +29,4 @@ TEST(Array, KeepsBarePointersInOrder) {
     mfs_array_free(array);
 }
 
-TEST(Array, NullIsEmpty) {
-    EXPECT_EQ(mfs_array_append(nullptr, nullptr), 0);
-    EXPECT_EQ(mfs_array_count(nullptr), 0);
-    EXPECT_EQ(mfs_array_value_at_index(nullptr, 0), nullptr);
-    EXPECT_EQ(_findIndexInCFArray(nullptr, nullptr), -1);
-    mfs_array_free(nullptr);
-}
-
 } // namespace

@@ -20,6 +20,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+extern "C" int count_by_iteration(const char *path); // c_interface.c
+
 namespace {
 
 Tree listed(const std::string &path) {
@@ -214,6 +216,7 @@ TEST(Listing, TopLevelLinksAreFollowedAndItemsThemselvesAreNot) {
     EXPECT_EQ(followed->parent, nullptr);
 
     const Trace quiet;
+    EXPECT_EQ(count_by_iteration(link.c_str()), 1) << "from C";
     EXPECT_EQ(listed(dangling), nullptr);
     errno = EDOM;
     EXPECT_NE(Tree(mfs_fso_get_local_item(dangling.c_str())), nullptr);

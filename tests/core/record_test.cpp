@@ -59,16 +59,6 @@ TEST(Record, NameAndPathComeFromNameAndParent) {
     }
 }
 
-TEST(Record, LeavesTheTextsToTheCallerWhenItCannotBeMade) {
-    char *const owner = fresh("owner");
-    errno = 0;
-    EXPECT_EQ(mfs_fso_new(MFS_TYPE_FILE, MFS_LOCATION_LOCAL, 644, nullptr, nullptr, owner, nullptr,
-                          1, 0, nullptr, "/"),
-              nullptr);
-    EXPECT_EQ(errno, EINVAL);
-    EXPECT_EQ(taken(owner), "owner");
-}
-
 TEST(Record, AliasIsTrimmedAndMadeAbsoluteInTheGivenParent) {
     struct Row {
         const char *alias;

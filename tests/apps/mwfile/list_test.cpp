@@ -129,16 +129,6 @@ TEST(List, IsColouredWhereAPersonSeesIt) {
     EXPECT_FALSE(isColoured(OutputTo::Pipe, {"TERM=xterm", "NO_COLOR="}));
 }
 
-TEST(List, AReaderThatLeavesEndsTheListing) {
-    const TemporaryFolder folder;
-    for (int number = 0; number < 2'000; ++number) // more text than a pipe holds
-        folder.file(std::to_string(number));
-    const ProcessResult result = runProcess(
-        {"sh", "-c", "{ \"$0\" list \"$1\"; echo $? >&2; } | head -n 1", MWFILE, folder.path()});
-    EXPECT_EQ(linesOf(result.output).size(), 1U);
-    EXPECT_EQ(result.complaints, "141\n") << "ended by SIGPIPE";
-}
-
 /// Runs the command without root's rights, from where everybody may.
 ProcessResult mwfileAsNobody(std::vector<std::string> arguments) {
     const TemporaryFolder place;

@@ -30,13 +30,6 @@ TEST(Perm, ReadsNumberTextAndMode) {
     }
     EXPECT_EQ(readJson(mwfile({"perm", "--json", "06751"}).output, "list(d.values())"),
               "[751, 'rwxr-x--x', '06751', True, True, False]");
-    EXPECT_EQ(mwfile({"perm", "-rw-r-----"}).output, "Number   640\n"
-                                                     "Text     rw-r-----\n"
-                                                     "Mode     0640\n"
-                                                     "Owner    read, write\n"
-                                                     "Group    read\n"
-                                                     "Others   none\n"
-                                                     "Special  none\n");
 }
 
 TEST(Perm, RefusesWhatMeansNothing) {

@@ -32,15 +32,6 @@ TEST(Usage, WhatMeansNothingIsOneLineAndStatusTwo) {
     }
 }
 
-TEST(Usage, HelpAndVersionAreAnswers) {
-    for (const char *const command : {"list", "info", "perm"}) {
-        const ProcessResult result = mwfile({command, "--help"});
-        EXPECT_EQ(result.status, 0);
-        EXPECT_NE(result.output.find("--json"), std::string::npos);
-    }
-    EXPECT_TRUE(mwfile({"--version"}).output.starts_with("mwfile 1."));
-}
-
 TEST(Usage, TraceShowsTheLibrarysOwnLines) {
     EXPECT_EQ(mwfile({"--trace", "list", "/missing"}).complaints,
               "\t\tError getting item statistics\n"
