@@ -59,6 +59,12 @@ bool examine(const ReachablePath &place, Links links, struct stat &item) {
     return false;
 }
 
+/// Whether @p item, found as @p name in @p folder, is a link to something; @p target then tells
+/// what.
+bool leadsSomewhere(int folder, const char *name, const struct stat &item, struct stat &target) {
+    return S_ISLNK(item.st_mode) && fstatat(folder, name, &target, 0) == 0;
+}
+
 enum class Outcome {
     Done,
     NotOpened, ///< the folder itself, for the reason in `errno`
@@ -128,15 +134,14 @@ Outcome Listing::add(const char *name) {
 /// Null, with the cause in `errno`, when memory or descriptors run out.
 RecordTree Listing::describe(const char *name, const struct stat &item) {
     struct stat target;
-    const bool leadsSomewhere =
-        S_ISLNK(item.st_mode) && fstatat(dirfd(entries_), name, &target, 0) == 0;
+    const bool isLive = leadsSomewhere(dirfd(entries_), name, item, target);
     Text linkTarget;
-    if (leadsSomewhere) {
+    if (isLive) {
         linkTarget = links_.resolve(name);
         if (!linkTarget && MWCore::isExhaustion(errno))
             return nullptr;
     }
-    return converter_.convert(item, leadsSomewhere ? &target : nullptr,
+    return converter_.convert(item, isLive ? &target : nullptr,
                               {parentPath_, name, std::move(linkTarget)});
 }
 
@@ -184,11 +189,9 @@ mfs_fso *mfs_fso_get_local_item(const char *path) {
     if (!examine(place, Links::Described, item))
         return nullptr;
     struct stat target;
-    const bool leadsSomewhere =
-        S_ISLNK(item.st_mode) && fstatat(place.folder(), place.rest(), &target, 0) == 0;
+    const bool isLive = leadsSomewhere(place.folder(), place.rest(), item, target);
     StatConverter converter;
-    RecordTree record =
-        MWCore::_stat_to_fso(&item, leadsSomewhere ? &target : nullptr, path, converter);
+    RecordTree record = MWCore::_stat_to_fso(&item, isLive ? &target : nullptr, path, converter);
     if (record)
         errno = errorBefore;
     return record.release();

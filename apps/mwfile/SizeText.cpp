@@ -2,19 +2,25 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/SizeText.h"
 
+#include "core/mfs_utility.h"
+
+#include <cstdlib>
+#include <memory>
+#include <new>
+
 namespace MWCore::mwfile {
 
 SizeText shortSize(int64_t bytes) {
-    // The steps of mfs_utility_format_size(), whose number has only 32 bits.
-    struct Unit {
-        int64_t bytes;
-        const char *text;
-    };
-    static constexpr Unit units[] = {{1'024'000'000, "GB"}, {1'024'000, "MB"}, {1'024, "k"}};
-    for (const Unit &unit : units)
-        if (bytes >= unit.bytes)
-            return {std::to_string(bytes / unit.bytes), unit.text};
-    return {std::to_string(bytes), ""};
+    constexpr int64_t kGigabyte = 1'024'000'000;
+    if (bytes / kGigabyte > INT32_MAX) // the number in the library's text has 32 bits
+        return {std::to_string(bytes / kGigabyte), "GB"};
+    const std::unique_ptr<char, decltype(&std::free)> text(mfs_utility_format_size(bytes),
+                                                           &std::free);
+    if (!text)
+        throw std::bad_alloc();
+    const std::string whole = text.get();
+    const std::size_t blank = whole.find(' ');
+    return {whole.substr(0, blank), whole.substr(blank + 1)};
 }
 
 std::string wholeSize(int64_t bytes) {

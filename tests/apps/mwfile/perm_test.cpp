@@ -28,6 +28,9 @@ TEST(Perm, ReadsNumberTextAndMode) {
         EXPECT_EQ(lines[1], std::string("Text     ") + row.text);
         EXPECT_EQ(lines[2], std::string("Mode     ") + row.mode);
     }
+    EXPECT_TRUE(mwfile({"perm", "-rwxr-----"})
+                    .output.ends_with("Owner    read, write, execute\nGroup    read\n"
+                                      "Others   none\nSpecial  none\n"));
     EXPECT_EQ(readJson(mwfile({"perm", "--json", "06751"}).output, "list(d.values())"),
               "[751, 'rwxr-x--x', '06751', True, True, False]");
 }
