@@ -2,22 +2,29 @@
 # Installation: find_package(MWCore) with the targets MWCore::NAME, and one pkg-config file a library.
 include(CMakePackageConfigHelpers)
 
-# Exports TARGET as MWCore::TARGET and writes TARGET.pc, which says DESCRIPTION. Its HEADERS are found
-# as <MWCore/NAME.h>, both installed and by projects that include this one in their build.
+# Makes headers of this folder, given by their paths in it, public: they are found as
+# <MWCore/NAME.h>, both installed and by projects that include this one in their build.
+function(mwcore_add_public_headers)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/include/MWCore)
+    foreach(header ${ARGN})
+        cmake_path(GET header FILENAME name)
+        file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header}
+            ${PROJECT_BINARY_DIR}/include/MWCore/${name} SYMBOLIC)
+    endforeach()
+    install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore)
+endfunction()
+
+# Exports TARGET as MWCore::TARGET and writes TARGET.pc, which says DESCRIPTION and asks for the
+# pkg-config packages that REQUIRES names.
 function(mwcore_install_library TARGET DESCRIPTION)
-    cmake_parse_arguments(LIBRARY "" "" "HEADERS" ${ARGN})
+    cmake_parse_arguments(LIBRARY "" "" "REQUIRES" ${ARGN})
+    list(JOIN LIBRARY_REQUIRES " " REQUIRES)
     set_target_properties(${TARGET} PROPERTIES
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR})
-    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/include/MWCore)
-    foreach(header ${LIBRARY_HEADERS})
-        file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header}
-            ${PROJECT_BINARY_DIR}/include/MWCore/${header} SYMBOLIC)
-    endforeach()
     target_include_directories(${TARGET} INTERFACE
         $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-    install(FILES ${LIBRARY_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore)
     install(TARGETS ${TARGET} EXPORT MWCore LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
     set(LIBRARY ${TARGET})
     # Relative, so that the installed tree can be moved.

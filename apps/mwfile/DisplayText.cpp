@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/DisplayText.h"
 
-#include "apps/mwfile/Utf8.h"
+#include "platform/foundation/Utf8.h"
 
 #include <algorithm>
 #include <cstdio>

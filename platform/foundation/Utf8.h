@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/mwcore_export.h"
+
 #include <string_view>
 
-namespace MWCore::mwfile {
+namespace MWCore {
 
 /// One step through a text of any bytes.
 struct Utf8Step {
@@ -15,10 +17,10 @@ struct Utf8Step {
 
 /// The first step of @p text, which is not empty. Overlong forms, surrogates and what lies above
 /// U+10FFFF are invalid (RFC 3629).
-[[nodiscard]] Utf8Step nextStep(std::string_view text);
+[[nodiscard]] MWCORE_EXPORT Utf8Step nextStep(std::string_view text);
 
 /// Whether a terminal would obey the character instead of showing it: controls, and marks that
 /// turn the writing direction or break the line.
-[[nodiscard]] bool isControl(char32_t character);
+[[nodiscard]] MWCORE_EXPORT bool isControl(char32_t character);
 
-} // namespace MWCore::mwfile
+} // namespace MWCore

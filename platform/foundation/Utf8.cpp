@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Utf8.h"
+#include "platform/foundation/Utf8.h"
 
 #include <algorithm>
 
-namespace MWCore::mwfile {
+namespace MWCore {
 namespace {
 
 /// How characters of one length are written (RFC 3629, section 3).
@@ -69,4 +69,4 @@ bool isControl(char32_t character) {
     });
 }
 
-} // namespace MWCore::mwfile
+} // namespace MWCore

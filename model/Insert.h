@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include <QList>
+
+/// Lists whose order a user chose: one element is inserted at, or moved to, a position. Entries are
+/// compared with ==. Indexes are positions before the change.
+namespace MWCore::Insert {
+
+/// Moves @p object to position @p toIndex; one that was not in @p list is inserted there. Every
+/// other entry equal to it goes. A negative index, or one from the list's length on, means the end.
+/// With @p noRemoval nothing goes: the object becomes an additional entry.
+template <typename Element>
+void moveItem(QList<Element> &list, const Element &object, int32_t toIndex, bool noRemoval) {
+    const Element kept = object; // it may be an element of the list
+    const auto isInside = toIndex >= 0 && toIndex < list.size();
+    const qsizetype first = list.indexOf(kept);
+    qsizetype target = isInside ? toIndex : list.size();
+    if (!noRemoval) {
+        list.removeAll(kept);
+        if (isInside && first >= 0 && first < target)
+            --target;
+    }
+    list.insert(std::min(target, list.size()), kept);
+}
+
+template <typename Element>
+void moveItem(QList<Element> &list, const Element &object, int32_t toIndex) {
+    constexpr bool kNoRemoval = false;
+    moveItem(list, object, toIndex, kNoRemoval);
+}
+
+/// Appends @p object and, unless @p atIndex is negative, moves it there.
+template <typename Element>
+void addObject(QList<Element> &list, const Element &object, int32_t atIndex) {
+    const Element kept = object;
+    list.append(kept);
+    if (atIndex >= 0)
+        moveItem(list, kept, atIndex);
+}
+
+} // namespace MWCore::Insert

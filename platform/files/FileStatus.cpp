@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/FileStatus.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <iterator>
+
+namespace MWCore {
+namespace {
+
+struct ErrnoRow {
+    int error;
+    OSStatus status;
+};
+constexpr ErrnoRow kErrnoRows[] = {
+    {0, noErr},
+    {ENOENT, fnfErr},
+    {ENOTDIR, fnfErr},
+    {ESTALE, fnfErr},
+    {ELOOP, fnfErr},
+    {EACCES, permErr},
+    {EPERM, permErr},
+    {EROFS, wPrErr},
+    {ENOSPC, dskFulErr},
+    {EDQUOT, dskFulErr},
+    {E2BIG, dskFulErr},
+    {EFBIG, dskFulErr},
+    {ERANGE, dskFulErr},
+    {ENAMETOOLONG, bdNamErr},
+    {EEXIST, dupFNErr},
+    {EBUSY, fBsyErr},
+    {EAGAIN, fBsyErr},
+    {EMFILE, tmfoErr},
+    {ENFILE, tmfoErr},
+    {ENOMEM, memFullErr},
+    {EINVAL, paramErr},
+    {ENODEV, nsvErr},
+    {EOPNOTSUPP, errFSOperationNotSupported},
+    {ENOSYS, errFSOperationNotSupported},
+    {ENOTTY, errFSOperationNotSupported},
+    {ECANCELED, userCanceledErr},
+};
+
+struct TextRow {
+    OSStatus status;
+    const char *text;
+};
+constexpr TextRow kTextRows[] = {
+    {noErr, "done"},
+    {dskFulErr, "no space left for it on the disk, in the quota or beside the file"},
+    {nsvErr, "there is no such volume"},
+    {ioErr, "the system could not read or write it"},
+    {bdNamErr, "the name is not possible there"},
+    {tmfoErr, "too many files are open"},
+    {fnfErr, "no such file or folder"},
+    {wPrErr, "the file system is read-only"},
+    {fBsyErr, "another program is writing it"},
+    {dupFNErr, "it is there already"},
+    {paramErr, "that makes no sense to the system"},
+    {permErr, "not permitted"},
+    {memFullErr, "out of memory"},
+    {userCanceledErr, "cancelled"},
+    {resNotFound, "there is no such resource"},
+    {resFNotFound, "there is no resource fork"},
+    {mapReadErr, "what is stored there is damaged"},
+    {errFSNotAFolder, "not a folder"},
+    {errFSOperationNotSupported, "the file system cannot keep that for such an item"},
+};
+
+} // namespace
+
+OSStatus statusFromErrno(int error) {
+    const auto *const row = std::ranges::find(kErrnoRows, error, &ErrnoRow::error);
+    return row == std::end(kErrnoRows) ? ioErr : row->status;
+}
+
+const char *statusText(OSStatus status) {
+    const auto *const row = std::ranges::find(kTextRows, status, &TextRow::status);
+    return row == std::end(kTextRows) ? "an unknown failure" : row->text;
+}
+
+} // namespace MWCore

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/foundation/mwcore_export.h"
+
+#include <QLoggingCategory>
+
+namespace MWCore {
+
+/// The one category that this library logs to, "mwcore", at warning level.
+MWCORE_EXPORT const QLoggingCategory &mwcoreLog();
+
+} // namespace MWCore
