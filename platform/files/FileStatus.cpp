@@ -25,7 +25,7 @@ constexpr ErrnoRow kErrnoRows[] = {
     {ENOSPC, dskFulErr},
     {EDQUOT, dskFulErr},
     {E2BIG, dskFulErr},
-    {EFBIG, dskFulErr},
+    {EFBIG, fileBoundsErr},
     {ERANGE, dskFulErr},
     {ENAMETOOLONG, bdNamErr},
     {EEXIST, dupFNErr},
@@ -64,8 +64,10 @@ constexpr TextRow kTextRows[] = {
     {resNotFound, "there is no such resource"},
     {resFNotFound, "there is no resource fork"},
     {mapReadErr, "what is stored there is damaged"},
+    {fileBoundsErr, "it is too large"},
     {errFSNotAFolder, "not a folder"},
     {errFSOperationNotSupported, "the file system cannot keep that for such an item"},
+    {errFSAliasLoop, "its aliases lead in a circle"},
 };
 
 } // namespace

@@ -25,11 +25,13 @@ enum OSStatus : int32_t {
     permErr = -54,     ///< not permitted
     memFullErr = -108, ///< memory ran out
     userCanceledErr = -128,
-    resNotFound = -192,  ///< no such resource
-    resFNotFound = -193, ///< no resource fork
-    mapReadErr = -199,   ///< what is stored is damaged
+    resNotFound = -192,    ///< no such resource
+    resFNotFound = -193,   ///< no resource fork
+    mapReadErr = -199,     ///< what is stored is damaged
+    fileBoundsErr = -1309, ///< too large
     errFSNotAFolder = -1407,
     errFSOperationNotSupported = -1426, ///< the file system cannot keep this for such an item
+    errFSAliasLoop = -1427,             ///< aliases that lead in a circle
 };
 
 /// The status for an `errno` value; noErr for 0.

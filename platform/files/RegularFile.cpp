@@ -70,7 +70,7 @@ std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit,
         return std::nullopt;
     }
     if (item.st_size > limit) {
-        *status = dskFulErr;
+        *status = fileBoundsErr;
         return std::nullopt;
     }
     return readAt(file.number(), 0, item.st_size, status);

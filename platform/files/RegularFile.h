@@ -25,8 +25,8 @@ enum class Links { Keep, Follow };
 [[nodiscard]] std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit,
                                                OSStatus *status);
 
-/// The whole plain file at @p path. Nothing on failure, with the cause in @p status: dskFulErr for
-/// a file of more than @p limit bytes.
+/// The whole plain file at @p path. Nothing on failure, with the cause in @p status: fileBoundsErr
+/// for a file of more than @p limit bytes.
 [[nodiscard]] std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit,
                                                         Links links, OSStatus *status);
 

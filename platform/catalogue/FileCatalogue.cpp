@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/catalogue/FileCatalogue.h"
+
+#include "core/private/Descriptor.h"
+#include "platform/metadata/MetadataStore.h"
+
+#include <cerrno>
+#include <ctime>
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+
+namespace MWCore {
+namespace {
+
+constexpr int64_t kSecondsFrom1904To1970 = 2'082'844'800;
+constexpr int64_t kFractions = 65536;
+constexpr int64_t kNanoseconds = 1'000'000'000;
+
+constexpr uint32_t kFromStatx = kFSCatInfoNodeFlags | kFSCatInfoVolume | kFSCatInfoCreateDate |
+                                kFSCatInfoContentMod | kFSCatInfoDataSizes;
+constexpr uint32_t kSettable = kFSCatInfoNodeFlags | kFSCatInfoContentMod | kFSCatInfoFinderInfo;
+
+UTCDateTime dateFrom(const statx_timestamp &time) {
+    return utcDateTimeFrom({time.tv_sec, static_cast<long>(time.tv_nsec)});
+}
+
+/// Everything that one statx tells.
+OSStatus examine(const QByteArray &path, uint32_t whichInfo, FSCatalogInfo *info) {
+    struct statx item = {};
+    constexpr unsigned kMask =
+        STATX_TYPE | STATX_SIZE | STATX_BLOCKS | STATX_MTIME | STATX_BTIME | STATX_MNT_ID;
+    if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW, kMask, &item) != 0)
+        return statusFromErrno(errno);
+    info->nodeFlags =
+        static_cast<uint16_t>((item.stx_attributes & STATX_ATTR_IMMUTABLE ? kFSNodeLockedMask : 0) |
+                              (S_ISDIR(item.stx_mode) ? kFSNodeIsDirectoryMask : 0));
+    info->volume = static_cast<FSVolumeRefNum>(item.stx_mnt_id);
+    info->contentModDate = dateFrom(item.stx_mtime);
+    info->dataLogicalSize = item.stx_size;
+    constexpr uint64_t kBlockLength = 512;
+    info->dataPhysicalSize = item.stx_blocks * kBlockLength;
+    const bool hasBirth = item.stx_mask & STATX_BTIME;
+    info->createDate = hasBirth ? dateFrom(item.stx_btime) : 0;
+    return hasBirth || !(whichInfo & kFSCatInfoCreateDate) ? noErr : errFSOperationNotSupported;
+}
+
+OSStatus readForkSizes(const QByteArray &path, FSCatalogInfo *info) {
+    ForkSize fork;
+    const OSStatus status = resourceForkSize(path, &fork);
+    info->rsrcLogicalSize = static_cast<uint64_t>(fork.logical);
+    info->rsrcPhysicalSize = static_cast<uint64_t>(fork.physical);
+    return status;
+}
+
+/// A plain file or folder, opened for a change of its flags; nothing else is.
+Descriptor openedForFlags(const QByteArray &path) {
+    struct stat item = {};
+    if (lstat(path.constData(), &item) != 0)
+        return {};
+    if (!S_ISREG(item.st_mode) && !S_ISDIR(item.st_mode)) {
+        errno = EOPNOTSUPP;
+        return {};
+    }
+    return Descriptor(
+        open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+}
+
+OSStatus setLocked(const QByteArray &path, bool locked) {
+    const Descriptor item = openedForFlags(path);
+    int flags = 0;
+    if (!item || ioctl(item.number(), FS_IOC_GETFLAGS, &flags) != 0)
+        return statusFromErrno(errno);
+    const int wanted = locked ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+    if (wanted == flags)
+        return noErr;
+    return ioctl(item.number(), FS_IOC_SETFLAGS, &wanted) == 0 ? noErr : statusFromErrno(errno);
+}
+
+OSStatus setModificationDate(const QByteArray &path, UTCDateTime date) {
+    const timespec times[] = {{0, UTIME_OMIT}, timeFrom(date)};
+    return utimensat(AT_FDCWD, path.constData(), times, AT_SYMLINK_NOFOLLOW) == 0
+               ? noErr
+               : statusFromErrno(errno);
+}
+
+} // namespace
+
+UTCDateTime utcDateTimeFrom(const timespec &time) {
+    const int64_t seconds = time.tv_sec + kSecondsFrom1904To1970;
+    if (seconds < 0)
+        return 0;
+    return static_cast<UTCDateTime>(seconds) * kFractions +
+           static_cast<UTCDateTime>(time.tv_nsec * kFractions / kNanoseconds);
+}
+
+timespec timeFrom(UTCDateTime date) {
+    timespec time = {};
+    time.tv_sec = static_cast<time_t>(date / kFractions) - kSecondsFrom1904To1970;
+    // Rounded up, so that the way back leads to the same date.
+    time.tv_nsec = static_cast<long>(
+        (static_cast<int64_t>(date % kFractions) * kNanoseconds + kFractions - 1) / kFractions);
+    return time;
+}
+
+OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo, FSCatalogInfo *info) {
+    QByteArray path;
+    OSStatus status = FSRefMakePath(ref, &path);
+    if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
+        status = readFinderInfo(path, &info->finderInfo);
+    if (status == noErr && (whichInfo & kFSCatInfoRsrcSizes))
+        status = readForkSizes(path, info);
+    if (status == noErr && (whichInfo & kFromStatx))
+        status = examine(path, whichInfo, info);
+    return status;
+}
+
+OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo, const FSCatalogInfo &info) {
+    if (whichInfo & ~kSettable)
+        return errFSOperationNotSupported;
+    QByteArray path;
+    OSStatus status = FSRefMakePath(ref, &path);
+    const bool locks = info.nodeFlags & kFSNodeLockedMask;
+    // A locked item takes no other change: unlock first, lock last.
+    if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && !locks)
+        status = setLocked(path, false);
+    if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
+        status = writeFinderInfo(path, info.finderInfo);
+    if (status == noErr && (whichInfo & kFSCatInfoContentMod))
+        status = setModificationDate(path, info.contentModDate);
+    if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && locks)
+        status = setLocked(path, true);
+    return status;
+}
+
+} // namespace MWCore

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/catalogue/MountTable.h"
+
+#include "platform/files/RegularFile.h"
+
+#include <QList>
+
+#include <fcntl.h>
+#include <sys/sysmacros.h>
+
+namespace MWCore {
+namespace {
+
+/// Blanks and the like are written as a backslash and three octal digits.
+QByteArray unescaped(const QByteArray &text) {
+    QByteArray plain;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        bool isNumber = false;
+        const uint code = text[at] == '\\' ? text.mid(at + 1, 3).toUInt(&isNumber, 8) : 0;
+        plain += isNumber ? static_cast<char>(code) : text[at];
+        at += isNumber ? 3 : 0;
+    }
+    return plain;
+}
+
+std::optional<Mount> parseLine(const QByteArray &line) {
+    const QList<QByteArray> fields = line.split(' ');
+    // 36 35 98:0 /root /point options [optional fields] - type source options
+    constexpr qsizetype kFirstOptional = 6;
+    const qsizetype separator = fields.indexOf("-", kFirstOptional);
+    if (separator < 0 || separator + 2 >= fields.size())
+        return std::nullopt;
+    const QList<QByteArray> device = fields[2].split(':');
+    Mount mount;
+    bool hasId = false;
+    mount.id = fields[0].toInt(&hasId);
+    if (!hasId || device.size() != 2)
+        return std::nullopt;
+    mount.device = makedev(device[0].toUInt(), device[1].toUInt());
+    mount.root = unescaped(fields[3]);
+    mount.mountPoint = unescaped(fields[4]);
+    mount.type = fields[separator + 1];
+    mount.source = unescaped(fields[separator + 2]);
+    return mount;
+}
+
+} // namespace
+
+std::vector<Mount> parseMountTable(QByteArrayView mountInfo) {
+    std::vector<Mount> mounts;
+    for (const QByteArray &line : mountInfo.toByteArray().split('\n'))
+        if (auto mount = parseLine(line))
+            mounts.push_back(std::move(*mount));
+    return mounts;
+}
+
+std::vector<Mount> mountTable() {
+    const Descriptor file(open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
+    constexpr int64_t kLongest = 16 << 20;
+    OSStatus status = noErr;
+    const auto text = file ? readAt(file.number(), 0, kLongest, &status) : std::nullopt;
+    return text ? parseMountTable(*text) : std::vector<Mount>();
+}
+
+bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {
+    if (folder.endsWith('/'))
+        return path.startsWith(folder);
+    return path.startsWith(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
+}
+
+const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts) {
+    const Mount *deepest = nullptr;
+    for (const Mount &mount : mounts)
+        if (isAtOrBelow(path, mount.mountPoint) &&
+            (!deepest || mount.mountPoint.size() >= deepest->mountPoint.size()))
+            deepest = &mount;
+    return deepest;
+}
+
+} // namespace MWCore

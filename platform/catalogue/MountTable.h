@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include <QByteArray>
+
+namespace MWCore {
+
+/// One line of /proc/self/mountinfo (proc_pid_mountinfo(5)).
+struct Mount {
+    int32_t id = 0;
+    uint64_t device = 0; ///< as st_dev of what is in it
+    QByteArray root;     ///< the folder of the file system that is seen at the mount point
+    QByteArray mountPoint;
+    QByteArray type;
+    QByteArray source; ///< "/dev/sda1", "tmpfs", ...
+};
+
+/// All file systems that this process sees, in the order in which they were mounted. Empty when
+/// the system does not tell.
+[[nodiscard]] std::vector<Mount> mountTable();
+
+/// The mounts that @p mountInfo, the content of that file, tells of. Lines of another form are
+/// left out.
+[[nodiscard]] std::vector<Mount> parseMountTable(QByteArrayView mountInfo);
+
+/// Whether @p path is @p folder or below it, by their texts.
+[[nodiscard]] bool isAtOrBelow(const QByteArray &path, const QByteArray &folder);
+
+/// The mount whose mount point holds @p path, an absolute path without links; of several mounted
+/// over one another the last. Null when there is none.
+[[nodiscard]] const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts);
+
+} // namespace MWCore

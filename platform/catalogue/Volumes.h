@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <MWCore/FileStatus.h>
+#include <MWCore/mwcore_export.h>
+
+#include <cstdint>
+
+#include <QString>
+
+namespace MWCore {
+
+/// Number of a mounted file system: its mount id (proc_pid_mountinfo(5)).
+using FSVolumeRefNum = int32_t;
+
+/// What FSGetVolumeInfo() is asked for.
+enum FSVolumeInfoBitmap : uint32_t {
+    kFSVolInfoNone = 0,
+    kFSVolInfoFileCount = 0x10,
+    kFSVolInfoDirCount = 0x20,
+    kFSVolInfoSizes = 0x40,
+};
+
+struct FSVolumeInfo {
+    uint64_t fileCount = 0;   ///< used inodes: files, folders and everything else
+    uint64_t folderCount = 0; ///< 0; no file system here counts its folders
+    uint64_t totalBytes = 0;
+    uint64_t freeBytes = 0; ///< what an ordinary user may still fill
+};
+
+/// Fills the fields of @p info (may be null) that @p whichInfo asks for and @p volumeName (may be
+/// null): the file system's label, else the last component of the mount point, else, for "/", the
+/// host's name. nsvErr when nothing is mounted under that number. Any thread.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSGetVolumeInfo(FSVolumeRefNum volume, uint32_t whichInfo,
+                                                     FSVolumeInfo *info, QString *volumeName);
+
+} // namespace MWCore

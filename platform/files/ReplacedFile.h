@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "core/private/Descriptor.h"
+#include "platform/files/FileStatus.h"
+
+#include <optional>
+
+#include <QByteArray>
+
+#include <sys/types.h>
+
+namespace MWCore {
+
+/// A small file that is replaced as a whole: written to a temporary file beside it, synced and
+/// renamed, so that the old or the new content stands whole whenever the power or the process goes.
+/// A temporary file that a killed process left is taken over by the next one to write. Between
+/// begin() and the end of this object no other process that writes through it gets its turn.
+/// Belongs to one thread.
+class ReplacedFile {
+public:
+    /// Waits up to five seconds for other writers. Where there is no file yet it gets @p mode
+    /// without what the process's mask takes away. Nothing on failure, with the cause in
+    /// @p status: fBsyErr when they do not finish.
+    [[nodiscard]] static std::optional<ReplacedFile> begin(const QByteArray &path, mode_t mode,
+                                                           OSStatus *status);
+
+    ReplacedFile(ReplacedFile &&) noexcept = default;
+    ReplacedFile &operator=(ReplacedFile &&) noexcept = delete;
+    ~ReplacedFile();
+
+    /// Puts @p content in the file's place. Owner, mode and extended attributes of the file that
+    /// goes are kept. Once.
+    [[nodiscard]] OSStatus commit(const QByteArray &content);
+
+    /// Removes the file; none is success. Once.
+    [[nodiscard]] OSStatus commitRemoval();
+
+private:
+    ReplacedFile() = default;
+
+    [[nodiscard]] OSStatus openFolder(const QByteArray &path);
+    [[nodiscard]] OSStatus takeTurn(mode_t mode);
+    [[nodiscard]] int tryTurn(mode_t mode);
+    [[nodiscard]] int removeStale() const;
+    [[nodiscard]] int dress() const;
+
+    Descriptor folder_;
+    QByteArray name_;
+    QByteArray temporaryName_;
+    Descriptor temporary_; ///< locked; open as long as the temporary file is ours
+};
+
+} // namespace MWCore

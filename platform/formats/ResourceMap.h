@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+namespace MWCore {
+
+/// One resource of a fork.
+struct Resource {
+    uint32_t type; ///< a four-character code
+    int16_t id;
+    std::optional<QByteArray> name; ///< at most 255 bytes
+    uint8_t attributes = 0;
+    QByteArray data;
+};
+
+/// The resources of one fork, in the fork's order. Source of the layout: the classic resource file
+/// format (header, data area, map with a list of types and one of names).
+class ResourceMap {
+public:
+    /// No bytes are a fork without resources. Nothing when @p fork is damaged: something lies
+    /// outside, or its data is counted more than once.
+    [[nodiscard]] static std::optional<ResourceMap> parse(QByteArrayView fork);
+
+    /// Whether a fork has no resources; a damaged one counts as if it had.
+    [[nodiscard]] static bool isVoid(QByteArrayView fork);
+
+    [[nodiscard]] const std::vector<Resource> &resources() const { return resources_; }
+
+    /// Null when there is none.
+    [[nodiscard]] const Resource *find(uint32_t type, int16_t id) const;
+
+    /// Adds behind the others of its type, in place of one of the same type and id.
+    void put(Resource resource);
+
+    /// False when there is none.
+    [[nodiscard]] bool remove(uint32_t type, int16_t id);
+
+    /// The fork. Nothing when the format cannot hold it: more than 16 MB of data before the last
+    /// resource, or more resources and names than 16-bit offsets reach.
+    [[nodiscard]] std::optional<QByteArray> toBytes() const;
+
+private:
+    class Reader;
+
+    std::vector<Resource> resources_;
+    QByteArray headerReserved_ = QByteArray(112 + 128, '\0'); ///< the system's and the owner's part
+    uint16_t attributes_ = 0;                                 ///< of the whole map
+};
+
+} // namespace MWCore

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/metadata/ExtendedAttributes.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <sys/xattr.h>
+
+namespace MWCore {
+namespace {
+
+OSStatus statusOf(int result) {
+    if (result == 0)
+        return noErr;
+    return errno == ENODATA ? resNotFound : statusFromErrno(errno);
+}
+
+} // namespace
+
+AttributeNames::AttributeNames(const QByteArray &path) : names_(1024), status_(noErr) {
+    constexpr qsizetype kLongest = 65536; // what the kernel lists at most
+    ssize_t length = 0;
+    while ((length = llistxattr(path.constData(), names_.data(),
+                                static_cast<std::size_t>(names_.size()))) < 0 &&
+           errno == ERANGE && names_.size() < kLongest)
+        names_.resize(kLongest);
+    if (length < 0)
+        status_ = statusFromErrno(errno);
+    names_.resize(std::max<ssize_t>(length, 0));
+}
+
+bool AttributeNames::contains(const char *name) const {
+    const char *const end = names_.constData() + names_.size();
+    for (const char *at = names_.constData(); at < end; at += std::strlen(at) + 1)
+        if (std::strcmp(at, name) == 0)
+            return true;
+    return false;
+}
+
+std::optional<QByteArray> attribute(const QByteArray &path, const char *name, OSStatus *status) {
+    constexpr qsizetype kLongest = 65536; // what the kernel keeps at most
+    QByteArray value(512, Qt::Uninitialized);
+    ssize_t length = 0;
+    while ((length = lgetxattr(path.constData(), name, value.data(),
+                               static_cast<std::size_t>(value.size()))) < 0 &&
+           errno == ERANGE && value.size() < kLongest)
+        value.resize(kLongest);
+    *status = statusOf(length < 0 ? -1 : 0);
+    if (length < 0)
+        return std::nullopt;
+    value.truncate(length);
+    return value;
+}
+
+int64_t attributeLength(const QByteArray &path, const char *name) {
+    return lgetxattr(path.constData(), name, nullptr, 0);
+}
+
+OSStatus setAttribute(const QByteArray &path, const char *name, const QByteArray &value) {
+    return statusOf(lsetxattr(path.constData(), name, value.constData(),
+                              static_cast<std::size_t>(value.size()), 0));
+}
+
+OSStatus removeAttribute(const QByteArray &path, const char *name) {
+    const OSStatus status = statusOf(lremovexattr(path.constData(), name));
+    return status == resNotFound ? noErr : status;
+}
+
+} // namespace MWCore

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/files/FileStatus.h"
+
+#include <optional>
+
+#include <QByteArray>
+#include <QVarLengthArray>
+
+/// Extended attributes of an item itself, never of what a link leads to (xattr(7)). Any thread.
+namespace MWCore {
+
+/// The names of all extended attributes of an item, found with one call where they take less than
+/// a kilobyte.
+class AttributeNames {
+public:
+    explicit AttributeNames(const QByteArray &path);
+
+    /// noErr; errFSOperationNotSupported where the file system has none; else why they could not
+    /// be listed.
+    [[nodiscard]] OSStatus status() const { return status_; }
+    [[nodiscard]] bool contains(const char *name) const;
+
+private:
+    QVarLengthArray<char, 1024> names_; ///< one after the other, each with a NUL
+    OSStatus status_;
+};
+
+/// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name.
+[[nodiscard]] std::optional<QByteArray> attribute(const QByteArray &path, const char *name,
+                                                  OSStatus *status);
+
+/// The length of an attribute in bytes; negative when there is none.
+[[nodiscard]] int64_t attributeLength(const QByteArray &path, const char *name);
+
+/// Replaces the whole value at once; the old one stays on failure.
+[[nodiscard]] OSStatus setAttribute(const QByteArray &path, const char *name,
+                                    const QByteArray &value);
+
+/// None of the name is success.
+[[nodiscard]] OSStatus removeAttribute(const QByteArray &path, const char *name);
+
+} // namespace MWCore

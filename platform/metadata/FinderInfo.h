@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <MWCore/mwcore_export.h>
+
+#include <array>
+#include <cstdint>
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+namespace MWCore {
+
+/// Bits of `FinderInfo::flags`.
+enum FinderFlags : uint16_t {
+    kIsOnDesk = 0x0001,
+    kColor = 0x000E, ///< three bits: the label number
+    kHasBeenInited = 0x0100,
+    kHasCustomIcon = 0x0400,
+    kHasBundle = 0x2000,
+    kIsInvisible = 0x4000,
+    kIsAlias = 0x8000,
+};
+
+/// What a desktop keeps of a file or folder beside its contents: 32 bytes, big-endian where they
+/// are stored. Of a folder the first eight bytes are not type and creator but a window's place.
+struct MWCORE_EXPORT FinderInfo {
+    static constexpr qsizetype kLength = 32;
+
+    uint32_t type = 0;    ///< a four-character code, 0 for none
+    uint32_t creator = 0; ///< a four-character code, 0 for none
+    uint16_t flags = 0;   ///< FinderFlags
+    int16_t locationV = 0;
+    int16_t locationH = 0;
+    uint16_t reserved = 0;
+    std::array<char, 16> extended{}; ///< as stored
+
+    friend bool operator==(const FinderInfo &, const FinderInfo &) = default;
+
+    [[nodiscard]] bool isNone() const { return *this == FinderInfo(); }
+
+    /// 0 (no label) to 7.
+    [[nodiscard]] int labelNumber() const { return (flags & kColor) >> 1; }
+    void setLabelNumber(int number);
+
+    void setFlag(FinderFlags flag, bool on);
+
+    /// @p bytes are at least 32; those behind them mean nothing.
+    [[nodiscard]] static FinderInfo fromBytes(QByteArrayView bytes);
+    [[nodiscard]] QByteArray toBytes() const;
+};
+
+} // namespace MWCore

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "FinderInfo.h"
+
+#include <MWCore/FileStatus.h>
+
+#include <optional>
+
+#include <QByteArray>
+
+/// Finder information and resource forks, wherever programs on this system keep them: three
+/// extended attributes and sidecar files (see docs/metadata.md). The item itself is never opened,
+/// a link never followed; its data, times (except the change time) and mode stay. Paths are in
+/// file-system representation. Any thread; writers of one sidecar take turns.
+namespace MWCore {
+
+/// What is known of the folder that an item is in.
+enum class Sidecars {
+    MayExist,
+    Absent, ///< no name in it begins with "._"
+};
+
+/// Reads an item's Finder information into @p info, all zero when nothing is kept of it. Where two
+/// places disagree the first in the order of docs/metadata.md counts and one line is logged.
+/// One llistxattr, and one failed open unless @p sidecars says Absent, for an item without.
+[[nodiscard]] MWCORE_EXPORT OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info,
+                                                    Sidecars sidecars = Sidecars::MayExist);
+
+/// Writes it to every place that keeps Finder information of the item, else to the extended
+/// attribute `user.com.apple.FinderInfo`, else, where the file system has no extended attributes,
+/// to a sidecar. On failure the old information stands. For a link, fifo, socket or device:
+/// errFSOperationNotSupported, unless a sidecar keeps some already.
+[[nodiscard]] MWCORE_EXPORT OSStatus writeFinderInfo(const QByteArray &path,
+                                                     const FinderInfo &info);
+
+/// Removes it from every place, as writing none does. What else is kept there stays.
+[[nodiscard]] MWCORE_EXPORT OSStatus removeFinderInfo(const QByteArray &path);
+
+/// Lengths of an item's resource fork in bytes; both 0 without one.
+struct ForkSize {
+    int64_t logical = 0;
+    int64_t physical = 0; ///< what it takes on the disk
+};
+[[nodiscard]] MWCORE_EXPORT OSStatus resourceForkSize(const QByteArray &path, ForkSize *size,
+                                                      Sidecars sidecars = Sidecars::MayExist);
+
+/// The whole resource fork. Nothing on failure, with the cause in @p status: resFNotFound without
+/// one.
+[[nodiscard]] MWCORE_EXPORT std::optional<QByteArray> readResourceFork(const QByteArray &path,
+                                                                       OSStatus *status);
+
+/// Writes the fork to the extended attribute that keeps one already, else to the sidecar. No bytes
+/// remove it. On failure the old fork stands. For what is neither a plain file nor a folder:
+/// errFSOperationNotSupported.
+[[nodiscard]] MWCORE_EXPORT OSStatus writeResourceFork(const QByteArray &path,
+                                                       const QByteArray &fork);
+
+} // namespace MWCore

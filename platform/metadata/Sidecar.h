@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/files/FileStatus.h"
+#include "platform/formats/AppleDouble.h"
+
+#include <functional>
+#include <optional>
+
+#include <QByteArray>
+
+/// The file "._name" beside an item that keeps what the file system cannot (RFC 1740). A file of
+/// that name that is nothing of the kind is left alone. Any thread.
+namespace MWCore {
+
+/// Empty for an item that can have none: a sidecar itself, and "/".
+[[nodiscard]] QByteArray sidecarPath(const QByteArray &path);
+
+/// An entry of an item's sidecar, read without the rest. Nothing where there is none, with noErr in
+/// @p status, or on failure: mapReadErr when the sidecar is damaged.
+struct SidecarEntry {
+    uint32_t length;      ///< of the whole content, bytes
+    int64_t allocated;    ///< space that the whole sidecar takes on the disk, bytes
+    QByteArray beginning; ///< at most as many bytes as asked for
+};
+[[nodiscard]] std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id,
+                                                       int64_t limit, OSStatus *status);
+
+/// Rewrites an item's sidecar as @p change wants it, also from nothing; other writers wait. When
+/// nothing is left that anyone would miss, the sidecar goes.
+[[nodiscard]] OSStatus changeSidecar(const QByteArray &path,
+                                     const std::function<void(AppleDouble &)> &change);
+
+} // namespace MWCore

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/references/AliasResolution.h"
+
+#include "core/private/Descriptor.h"
+#include "platform/catalogue/MountTable.h"
+#include "platform/files/PathParts.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include <QList>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+
+namespace MWCore {
+namespace {
+
+/// @p inside, with or without "/" before it, below @p folder.
+QByteArray below(const QByteArray &folder, const QByteArray &inside) {
+    const QByteArray rest = inside.startsWith('/') ? inside.sliced(1) : inside;
+    return folder.endsWith('/') || rest.isEmpty() ? folder + rest : folder + '/' + rest;
+}
+
+/// @p path without links in its folders; as it is where that cannot be told.
+QByteArray realPathOf(const QByteArray &path) {
+    const PathParts parts(path);
+    const std::unique_ptr<char, decltype(&std::free)> folder(
+        realpath(parts.parent.constData(), nullptr), &std::free);
+    if (!folder || parts.name.isEmpty() || parts.name == "." || parts.name == "..")
+        return path;
+    const QByteArray real = folder.get();
+    return below(real, parts.name);
+}
+
+uint64_t fileSystemOf(const QByteArray &path) {
+    struct statfs system = {};
+    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
+    uint64_t number = 0;
+    if (statfs(path.constData(), &system) == 0)
+        memcpy(&number, &system.f_fsid, sizeof number);
+    return number;
+}
+
+/// The names on the way from "/" to a path's last one.
+QList<QByteArray> namesOf(const QByteArray &path) {
+    QList<QByteArray> names = path.split('/');
+    names.removeAll({});
+    return names;
+}
+
+std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
+    std::vector<uint64_t> inodes;
+    QByteArray folder = "/";
+    for (const QByteArray &name : namesOf(realPath)) {
+        struct stat item = {};
+        if (stat(folder.constData(), &item) != 0)
+            break;
+        inodes.push_back(item.st_ino);
+        folder = below(folder, name);
+    }
+    return inodes;
+}
+
+/// What is found out step by step; a step gives a path, or nothing and lets the next one try.
+class Resolution {
+public:
+    Resolution(const AliasRecord &record, Replacement replacement, const SearchLimits &limits)
+        : record_(record), replacement_(replacement), search_(record.identity, limits) {}
+
+    [[nodiscard]] std::optional<QByteArray> run() {
+        if (leadsToIt(record_.path))
+            return record_.path;
+        mounts_ = mountTable();
+        for (const auto step : {&Resolution::onMovedVolume, &Resolution::byHandle,
+                                &Resolution::amongSiblings, &Resolution::inPlace})
+            if (auto path = (this->*step)())
+                return path;
+        return isDead_ ? std::nullopt : search_.below(searchedFolder());
+    }
+
+    [[nodiscard]] OSStatus status() const {
+        return search_.status() == noErr ? fnfErr : search_.status();
+    }
+
+private:
+    [[nodiscard]] bool leadsToIt(const QByteArray &path) const {
+        OSStatus status = noErr;
+        const auto identity = identityOf(AT_FDCWD, path.constData(), &status);
+        return identity && isSameItem(*identity, record_.identity);
+    }
+
+    /// The same place on the same file system, which is mounted elsewhere now.
+    [[nodiscard]] std::optional<QByteArray> onMovedVolume() {
+        const QByteArray inside = record_.realPath.sliced(record_.mountPointLength);
+        for (const Mount &mount : mounts_) {
+            const QByteArray path = isOfFileSystem(mount) ? below(mount.mountPoint, inside) : "";
+            if (!path.isEmpty() && leadsToIt(path))
+                return path;
+        }
+        return std::nullopt;
+    }
+
+    /// Asks the kernel, which answers the superuser alone. It may know the item and not its name.
+    [[nodiscard]] std::optional<QByteArray> byHandle() {
+        const Mount *const mount = mountOfFileSystem();
+        if (record_.identity.handle.isEmpty() || !mount)
+            return std::nullopt;
+        const Descriptor folder(
+            open(mount->mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
+        if (!item)
+            return std::nullopt;
+        char link[32];
+        char path[PATH_MAX];
+        std::snprintf(link, sizeof link, "/proc/self/fd/%d", item.number());
+        const ssize_t length = readlink(link, path, sizeof path);
+        const QByteArray found(path, std::max<ssize_t>(length, 0));
+        return found.startsWith('/') && leadsToIt(found) ? std::optional(found) : std::nullopt;
+    }
+
+    [[nodiscard]] Descriptor openedByHandle(int folder) {
+        const FileIdentity &identity = record_.identity;
+        union {
+            file_handle header;
+            char room[sizeof(file_handle) + MAX_HANDLE_SZ];
+        } handle = {};
+        handle.header.handle_bytes = static_cast<unsigned>(identity.handle.size());
+        handle.header.handle_type = identity.handleType;
+        memcpy(handle.room + sizeof(file_handle), identity.handle.constData(),
+               handle.header.handle_bytes);
+        Descriptor item(open_by_handle_at(folder, &handle.header, O_PATH | O_CLOEXEC));
+        struct stat now = {};
+        isDead_ = item ? fstat(item.number(), &now) == 0 && now.st_nlink == 0 : errno == ESTALE;
+        return item;
+    }
+
+    /// Where the item's file system is mounted; null where that is not certain.
+    [[nodiscard]] const Mount *mountOfFileSystem() const {
+        const Mount *const usual = mountOf(record_.realPath, mounts_);
+        if (usual && isOfFileSystem(*usual))
+            return usual;
+        const auto mount = std::ranges::find_if(
+            mounts_, [this](const Mount &other) { return isOfFileSystem(other); });
+        return mount == mounts_.end() ? nullptr : &*mount;
+    }
+
+    /// Only local file systems are asked; one on the network could keep silent for ever.
+    [[nodiscard]] bool isOfFileSystem(const Mount &mount) const {
+        const bool isCandidate =
+            mount.device == record_.identity.device || mount.source.startsWith("/dev/");
+        return isCandidate && record_.fileSystem != 0 &&
+               fileSystemOf(mount.mountPoint) == record_.fileSystem;
+    }
+
+    /// The names in the item's folder, which itself is followed through renames.
+    [[nodiscard]] std::optional<QByteArray> amongSiblings() {
+        const QByteArray folder = currentParent();
+        return folder.isEmpty() || isDead_ ? std::nullopt : search_.inFolder(folder);
+    }
+
+    /// The stored parent folder, where each folder on the way is looked for under its old name
+    /// and, failing that, by its inode number among its siblings. Empty when it cannot be found.
+    [[nodiscard]] QByteArray currentParent() const {
+        const QList<QByteArray> names = namesOf(record_.realPath);
+        QByteArray folder = "/";
+        for (qsizetype depth = 0; depth + 1 < names.size() && !folder.isEmpty(); ++depth) {
+            const auto next = static_cast<std::size_t>(depth) + 1;
+            const QByteArray named = below(folder, names[depth]);
+            folder = next >= record_.ancestors.size()
+                         ? named
+                         : child(folder, named, record_.ancestors[next]);
+        }
+        return folder;
+    }
+
+    [[nodiscard]] static QByteArray child(const QByteArray &folder, const QByteArray &named,
+                                          uint64_t inode) {
+        struct stat item = {};
+        if (lstat(named.constData(), &item) == 0 && item.st_ino == inode)
+            return named;
+        FileIdentity wanted;
+        wanted.inode = inode;
+        return InodeSearch(wanted, {}).inFolder(folder).value_or(QByteArray());
+    }
+
+    [[nodiscard]] std::optional<QByteArray> inPlace() {
+        struct stat item = {};
+        const bool isThere = lstat(record_.path.constData(), &item) == 0;
+        return isThere && replacement_ == Replacement::IsTheItem ? std::optional(record_.path)
+                                                                 : std::nullopt;
+    }
+
+    /// The home folder, where the item was in it; else, or if that is less, the whole volume.
+    [[nodiscard]] QByteArray searchedFolder() const {
+        const Mount *const mount = mountOf(record_.realPath, mounts_);
+        const QByteArray volume = mount ? mount->mountPoint : QByteArray("/");
+        const QByteArray home = homeFolder();
+        return isAtOrBelow(record_.realPath, home) && home.size() > volume.size() ? home : volume;
+    }
+
+    [[nodiscard]] static QByteArray homeFolder() {
+        const char *const given = std::getenv("HOME");
+        const passwd *const user = given && *given == '/' ? nullptr : getpwuid(getuid());
+        const QByteArray home = user ? user->pw_dir : given;
+        return home.startsWith('/') ? realPathOf(home) : QByteArray("/");
+    }
+
+    const AliasRecord &record_;
+    Replacement replacement_;
+    InodeSearch search_;
+    std::vector<Mount> mounts_;
+    bool isDead_ = false; ///< the kernel says that the item exists no more
+};
+
+} // namespace
+
+std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *status) {
+    const auto identity = identityOf(AT_FDCWD, path.constData(), status);
+    if (!identity)
+        return std::nullopt;
+    AliasRecord record;
+    record.path = path;
+    record.realPath = realPathOf(path);
+    record.identity = *identity;
+    record.fileSystem = fileSystemOf(PathParts(record.realPath).parent);
+    const std::vector<Mount> mounts = mountTable();
+    const Mount *const mount = mountOf(record.realPath, mounts);
+    record.mountPointLength = mount ? static_cast<uint32_t>(mount->mountPoint.size()) : 0;
+    record.ancestors = ancestorsOf(record.realPath);
+    return record;
+}
+
+std::optional<QByteArray> locate(const AliasRecord &record, Replacement replacement,
+                                 const SearchLimits &limits, OSStatus *status) {
+    Resolution resolution(record, replacement, limits);
+    auto path = resolution.run();
+    *status = path ? noErr : resolution.status();
+    return path;
+}
+
+} // namespace MWCore

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/references/Aliases.h"
+
+#include "platform/references/AliasResolution.h"
+
+namespace MWCore {
+
+OSStatus FSNewAlias(const FSRef &target, QByteArray *alias) {
+    QByteArray path;
+    OSStatus status = FSRefMakePath(target, &path);
+    const auto record = status == noErr ? aliasRecordOf(path, &status) : std::nullopt;
+    if (record)
+        *alias = record->toBytes();
+    return status;
+}
+
+OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
+                        const std::atomic<bool> *cancelled) {
+    const auto record = AliasRecord::parse(alias);
+    if (!record)
+        return mapReadErr;
+    SearchLimits limits;
+    limits.cancelled = cancelled;
+    OSStatus status = noErr;
+    const auto path = locate(*record, Replacement::IsTheItem, limits, &status);
+    if (!path)
+        return status;
+    return path->size() <= kLongestReferencePath ? FSPathMakeRef(*path, target) : fileBoundsErr;
+}
+
+} // namespace MWCore

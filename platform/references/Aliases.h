@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "FSRef.h"
+
+#include <MWCore/mwcore_export.h>
+
+#include <atomic>
+
+#include <QByteArray>
+
+/// Alias records, which find an item again that was renamed or moved, and alias files, which hold
+/// one. Any thread; a search through folders may take seconds and stops soon after
+/// @p cancelled, which may be null, becomes true, with userCanceledErr.
+namespace MWCore {
+
+/// Writes down in @p alias what it takes to find the item again.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSNewAlias(const FSRef &target, QByteArray *alias);
+
+/// Where the item of the record @p alias is now; something else put in its place counts as it.
+/// mapReadErr for bytes that are no record of this library, fnfErr when the item is gone,
+/// fileBoundsErr when too much would have to be searched or its path is too long.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
+                                                    const std::atomic<bool> *cancelled = nullptr);
+
+/// The forms that an alias file can have.
+enum class AliasFileForm {
+    DesktopEntry, ///< a desktop entry of Type=Link that other desktops open as well
+    Finder,       ///< an empty file with the alias flag and an 'alis' resource
+};
+
+/// Writes an alias file for @p target at @p path, where nothing may be: dupFNErr. A desktop entry
+/// has a name that ends with ".desktop": bdNamErr.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSCreateAliasFile(const FSRef &target, const QByteArray &path,
+                                                       AliasFileForm form);
+
+/// The record that the alias file at @p path holds, as FSResolveAlias() takes it; empty for a
+/// desktop entry with nothing but a URL, and for what is no alias file.
+[[nodiscard]] MWCORE_EXPORT QByteArray aliasRecordInFile(const QByteArray &path);
+
+/// If @p ref is an alias file, makes it refer to what the file leads to; with
+/// @p resolveAliasChains to the end of a chain of alias files and links. @p wasAliased and
+/// @p targetIsFolder tell of it. A file that is none of these is a success that changes nothing.
+/// fnfErr when the target is gone, errFSOperationNotSupported for an address that is not local,
+/// and errFSAliasLoop after more than 40 steps; @p ref is unchanged then.
+[[nodiscard]] MWCORE_EXPORT OSStatus
+FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsFolder, bool *wasAliased,
+                   const std::atomic<bool> *cancelled = nullptr);
+
+} // namespace MWCore

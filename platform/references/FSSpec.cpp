@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/references/FSSpec.h"
+
+#include "core/private/Descriptor.h"
+#include "platform/files/PathParts.h"
+#include "platform/foundation/FileSystemText.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace MWCore {
+namespace {
+
+/// At most 63 bytes, without cutting a character in two.
+qsizetype shownLength(const QByteArray &name) {
+    constexpr qsizetype kLongest = 63;
+    qsizetype length = std::min(name.size(), kLongest);
+    const auto continues = [&name](qsizetype at) { return (name[at] & 0xC0) == 0x80; };
+    while (length > 0 && length < name.size() && continues(length))
+        --length;
+    return length;
+}
+
+/// Whether there is something at @p path, or an empty file now.
+bool isThere(const QByteArray &path, bool createFileIfNecessary) {
+    struct stat item = {};
+    if (stat(path.constData(), &item) == 0)
+        return true;
+    if (!createFileIfNecessary || errno != ENOENT)
+        return false;
+    constexpr mode_t kReadAndWrite = 0666;
+    return bool(
+        Descriptor(open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite)));
+}
+
+} // namespace
+
+OSStatus FSMakeSpec(const FSRef &ref, FSSpec *spec) {
+    QByteArray path;
+    if (const OSStatus status = FSRefMakePath(ref, &path); status != noErr)
+        return status;
+    const PathParts parts(path);
+    struct statx item = {};
+    struct stat folder = {};
+    if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW, STATX_MNT_ID, &item) != 0 ||
+        stat(parts.parent.constData(), &folder) != 0)
+        return statusFromErrno(errno);
+    *spec = {};
+    spec->vRefNum = static_cast<int16_t>(item.stx_mnt_id);
+    spec->parID = static_cast<int32_t>(folder.st_ino);
+    spec->name[0] = static_cast<unsigned char>(shownLength(parts.name));
+    std::copy_n(parts.name.begin(), spec->name[0], spec->name + 1);
+    return noErr;
+}
+
+bool FSSpec::getFSSpec(const QString &path, FSSpec *fsSpec, bool createFileIfNecessary) {
+    FSRef ref;
+    return CarbonFSRefCreation::getFSRef(path, &ref, createFileIfNecessary) &&
+           FSMakeSpec(ref, fsSpec) == noErr;
+}
+
+bool CarbonFSRefCreation::getFSRef(const QString &path, FSRef *fsRef, bool createFileIfNecessary) {
+    const auto bytes = fileSystemRepresentation(path);
+    return bytes && isThere(*bytes, createFileIfNecessary) && FSPathMakeRef(*bytes, fsRef) == noErr;
+}
+
+} // namespace MWCore

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/references/FileIdentity.h"
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include <QByteArray>
+
+namespace MWCore {
+
+/// How far a search may go.
+struct SearchLimits {
+    int64_t entries = 4'000'000;                  ///< names looked at before it gives up
+    const std::atomic<bool> *cancelled = nullptr; ///< read after every folder; may be null
+};
+
+/// Looks for an item by its inode number, which a folder tells with each name: only names that
+/// carry the number are examined. Links are not followed, other file systems not entered. Any
+/// thread, one search an object.
+class InodeSearch {
+public:
+    InodeSearch(const FileIdentity &wanted, SearchLimits limits)
+        : wanted_(wanted), limits_(limits) {}
+
+    /// The path of the item directly in @p folder.
+    [[nodiscard]] std::optional<QByteArray> inFolder(const QByteArray &folder);
+
+    /// The path of the item anywhere below @p folder.
+    [[nodiscard]] std::optional<QByteArray> below(const QByteArray &folder);
+
+    /// noErr; userCanceledErr when it was cancelled, fileBoundsErr when it gave up.
+    [[nodiscard]] OSStatus status() const { return status_; }
+
+private:
+    struct Names;
+
+    [[nodiscard]] bool scan(int folder, const QByteArray &path, Names *subfolders);
+    [[nodiscard]] bool descend(int folder, const QByteArray &path, int depth);
+    [[nodiscard]] bool mayGoOn();
+    [[nodiscard]] bool isIt(int folder, const char *name) const;
+
+    const FileIdentity &wanted_;
+    SearchLimits limits_;
+    OSStatus status_ = noErr;
+    uint64_t device_ = 0; ///< of the file system that is searched
+    QByteArray found_;
+};
+
+} // namespace MWCore
