@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/files/FileStatus.h"
+
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -17,6 +19,8 @@ public:
 
     /// With the system's own reason for an `errno` value.
     Failure(const std::string &subject, int error) : Failure(subject, std::strerror(error)) {}
+
+    Failure(const std::string &subject, OSStatus status) : Failure(subject, statusText(status)) {}
 };
 
 /// A command line that means nothing.

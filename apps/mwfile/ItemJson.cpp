@@ -9,9 +9,6 @@
 #include <ctime>
 
 namespace MWCore::mwfile {
-namespace {
-
-/// ISO 8601; null for a year that it cannot write in four digits.
 void addTime(JsonObject &json, std::string_view key, int64_t seconds) {
     constexpr int64_t kFirst = -62'167'219'200; // 0000-01-01T00:00:00Z
     constexpr int64_t kLast = 253'402'300'799;  // 9999-12-31T23:59:59Z
@@ -27,8 +24,6 @@ void addTime(JsonObject &json, std::string_view key, int64_t seconds) {
     std::snprintf(text, sizeof text, "%04d%s", fields.tm_year + 1900, date);
     json.text(key, text);
 }
-
-} // namespace
 
 const char *kindWord(int32_t type) {
     switch (type) {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,28 @@ struct InfoOptions {
 };
 /// Paths that fail are reported on standard error and left out; false when there was one.
 [[nodiscard]] bool info(const InfoOptions &options);
+
+/// What a desktop keeps of an item beside its contents, one subcommand each.
+enum class Attribute { Label, Type, Creator, Invisible, Lock };
+
+struct AttributeOptions {
+    Attribute attribute = Attribute::Label;
+    std::string path;
+    std::optional<std::string> value; ///< nothing: print it; may be the path, and the path this
+    Form form = Form::Text;
+};
+/// Prints the attribute, or sets it.
+void attribute(const AttributeOptions &options);
+
+struct AliasOptions {
+    std::string target;
+    std::string file;
+    bool finderForm = false;
+    Form form = Form::Text;
+};
+void aliasMake(const AliasOptions &options);
+void aliasResolve(const AliasOptions &options);
+void aliasShow(const AliasOptions &options);
 
 struct PermOptions {
     std::string value;

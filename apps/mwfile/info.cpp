@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "apps/mwfile/Catalogue.h"
 #include "apps/mwfile/Colours.h"
 #include "apps/mwfile/commands.h"
 #include "apps/mwfile/DisplayText.h"
@@ -65,6 +66,8 @@ std::string description(const DescribedItem &described, const Colours &colours) 
     add("Group", DisplayText(item.group).text());
     add("Hard links", groupedDigits(item.links));
     add("Modified", DisplayText(item.date_modified).text());
+    for (const auto &[label, value] : catalogueLines(item.complete_path))
+        add(label, value);
     return text;
 }
 
@@ -75,6 +78,7 @@ std::string json(const DescribedItem &described) {
         object.number("fileCount", mfs_fso_file_count(&item));
         object.number("subFolderCount", mfs_fso_subdirectory_count(&item));
     }
+    addCatalogue(object, item.complete_path);
     return object.finished();
 }
 

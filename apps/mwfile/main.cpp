@@ -64,11 +64,15 @@ private:
     void addList();
     void addInfo();
     void addPerm();
+    void addAttribute(const char *name, const char *what, Attribute which);
+    void addAlias();
 
     CLI::App app_{"Looks at files and folders", "mwfile"};
     ListOptions list_;
     InfoOptions info_;
     PermOptions perm_;
+    AttributeOptions attribute_;
+    AliasOptions alias_;
     std::function<bool()> work_;
 };
 
@@ -83,6 +87,12 @@ CommandLine::CommandLine() {
     addList();
     addInfo();
     addPerm();
+    addAttribute("label", "a label: red, orange, ... none, or its number", Attribute::Label);
+    addAttribute("type", "a file type: four characters, or none", Attribute::Type);
+    addAttribute("creator", "a creator: four characters, or none", Attribute::Creator);
+    addAttribute("invisible", "whether file managers hide an item: on, off", Attribute::Invisible);
+    addAttribute("lock", "whether nobody may change an item: on, off", Attribute::Lock);
+    addAlias();
 }
 
 void CommandLine::addList() {
@@ -138,6 +148,49 @@ void CommandLine::addPerm() {
             return true;
         };
     });
+}
+
+void CommandLine::addAttribute(const char *name, const char *what, Attribute which) {
+    CLI::App &command = *app_.add_subcommand(name, std::string("Print or set ") + what);
+    command.add_option("PATH", attribute_.path, "The item")->required();
+    command.add_option("VALUE", attribute_.value,
+                       "What to set; it may also stand before the item. Without it the value is\n"
+                       "printed");
+    addJson(command, attribute_.form);
+    command.final_callback([this, which] {
+        attribute_.attribute = which;
+        work_ = [this] {
+            attribute(attribute_);
+            return true;
+        };
+    });
+}
+
+void CommandLine::addAlias() {
+    CLI::App &command = *app_.add_subcommand("alias", "Files that lead to others, also moved ones");
+    command.require_subcommand(1);
+    const auto does = [this](CLI::App &subcommand, void (*work)(const AliasOptions &)) {
+        subcommand.final_callback([this, work] {
+            work_ = [this, work] {
+                work(alias_);
+                return true;
+            };
+        });
+    };
+    CLI::App &make = *command.add_subcommand("make", "Make an alias file");
+    make.add_option("TARGET", alias_.target, "What it leads to")->required();
+    make.add_option("FILE", alias_.file, "The alias file; its name ends with .desktop")->required();
+    make.add_flag("--finder", alias_.finderForm,
+                  "An empty file with metadata, of any name, instead of a desktop entry");
+    does(make, aliasMake);
+    CLI::App &resolve = *command.add_subcommand("resolve", "Print where an alias file leads");
+    resolve.add_option("FILE", alias_.file, "The alias file")->required();
+    addJson(resolve, alias_.form);
+    does(resolve, aliasResolve);
+    CLI::App &show = *command.add_subcommand("show", "Print what an alias file has written down");
+    show.add_option("FILE", alias_.file, "The alias file")->required();
+    addJson(show, alias_.form);
+    does(show, aliasShow);
 }
 
 void CommandLine::parse(int count, char **arguments) {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/mwcore_export.h"
 #include "platform/references/FileIdentity.h"
 
 #include <optional>
@@ -13,7 +14,7 @@ namespace MWCore {
 
 /// What is written down of an item so that it can be found again: an opaque byte string to
 /// everybody else, a format of this library's own (see docs/metadata.md).
-struct AliasRecord {
+struct MWCORE_EXPORT AliasRecord {
     QByteArray path;     ///< absolute, as the alias was made from it
     QByteArray realPath; ///< the same without links on the way
     FileIdentity identity;

@@ -3,7 +3,6 @@
 #include "platform/formats/AppleDouble.h"
 
 #include "platform/formats/BigEndian.h"
-#include "platform/formats/ResourceMap.h"
 
 #include <algorithm>
 
@@ -138,8 +137,6 @@ void AppleDouble::replace(uint32_t id, QByteArrayView content) {
 bool AppleDouble::isVoid() const {
     return std::ranges::all_of(entries_, [this](const Entry &entry) {
         const QByteArrayView bytes = content(entry.id);
-        if (entry.id == kResourceForkEntry)
-            return ResourceMap::isVoid(bytes);
         if (entry.id == kFinderInfoEntry && attributeCount(bytes) == 0)
             return isZero(bytes.first(std::min(bytes.size(), kFinderInfoLength)));
         return isZero(bytes);

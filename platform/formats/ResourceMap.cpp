@@ -182,11 +182,6 @@ std::optional<ResourceMap> ResourceMap::parse(QByteArrayView fork) {
     return std::nullopt;
 }
 
-bool ResourceMap::isVoid(QByteArrayView fork) {
-    const auto map = parse(fork);
-    return map && map->resources_.empty();
-}
-
 const Resource *ResourceMap::find(uint32_t type, int16_t id) const {
     const auto found = std::ranges::find_if(resources_, [=](const Resource &resource) {
         return resource.type == type && resource.id == id;

@@ -28,9 +28,6 @@ public:
     /// outside, or its data is counted more than once.
     [[nodiscard]] static std::optional<ResourceMap> parse(QByteArrayView fork);
 
-    /// Whether a fork has no resources; a damaged one counts as if it had.
-    [[nodiscard]] static bool isVoid(QByteArrayView fork);
-
     [[nodiscard]] const std::vector<Resource> &resources() const { return resources_; }
 
     /// Null when there is none.

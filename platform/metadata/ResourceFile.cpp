@@ -94,7 +94,8 @@ OSStatus ResourceFile::removeResource(uint32_t type, int16_t id) {
 OSStatus ResourceFile::close() {
     if (!fork_->isChanged)
         return noErr;
-    const auto bytes = fork_->map.toBytes();
+    const bool isEmpty = fork_->map.resources().empty();
+    const auto bytes = isEmpty ? QByteArray() : fork_->map.toBytes();
     QByteArray path;
     OSStatus status = FSRefMakePath(fork_->item, &path);
     if (status == noErr)
