@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/formats/AppleDouble.h"
+#include "tests/platform/samples.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using MWCore::AppleDouble;
+using MWCore::kFinderInfoEntry;
+using MWCore::kResourceForkEntry;
+using samples::number16;
+using samples::number32;
+
+QByteArray header(uint16_t count) {
+    return samples::hex("0005160700020000") + samples::zeros(16) + number16(count);
+}
+
+QByteArray entry(uint32_t id, uint32_t offset, uint32_t length) {
+    return number32(id) + number32(offset) + number32(length);
+}
+
+TEST(AppleDouble, DamagedFilesAreRefused) {
+    const struct {
+        const char *what;
+        QByteArray bytes;
+    } rows[] = {
+        {"nothing", ""},
+        {"a header cut short", header(1).left(25)},
+        {"another magic", samples::zeros(26)},
+        {"no table", header(3)},
+        {"a huge count", header(0xFFFF) + samples::zeros(0xFFFF * 12)},
+        {"a content behind the end", header(1) + entry(9, 38, 33) + samples::zeros(32)},
+        {"a place near the end of numbers", header(1) + entry(9, 0xFFFFFFF0, 0x20)},
+        {"a content in the header", header(1) + entry(9, 0, 32) + samples::zeros(32)},
+        {"a content in the table", header(1) + entry(9, 26, 32) + samples::zeros(32)},
+        {"contents in one another",
+         header(2) + entry(9, 50, 32) + entry(2, 60, 32) + samples::zeros(64)},
+    };
+    for (const auto &row : rows)
+        EXPECT_FALSE(AppleDouble::parse(row.bytes)) << row.what;
+    EXPECT_TRUE(AppleDouble::parse(header(0)));
+    EXPECT_TRUE(AppleDouble::parse(header(1) + entry(2, 0xFFFF, 0))) << "nothing is everywhere";
+}
+
+TEST(AppleDouble, OnlyTheAskedBytesChange) {
+    const QByteArray before = samples::sidecar(0x000C);
+    auto file = AppleDouble::parse(before);
+    ASSERT_TRUE(file);
+    file->overwrite(kFinderInfoEntry, samples::finderInfo(0x0002));
+    EXPECT_EQ(file->bytes(), samples::sidecar(0x0002));
+    file->replace(kResourceForkEntry, "a longer fork" + samples::fork());
+    EXPECT_EQ(file->content(kResourceForkEntry), "a longer fork" + samples::fork());
+    file->replace(kResourceForkEntry, samples::fork());
+    EXPECT_EQ(file->bytes(), samples::sidecar(0x0002)) << "and back";
+}
+
+TEST(AppleDouble, AGrowingContentLeavesItsNeighboursAlone) {
+    const QByteArray before =
+        header(3) + entry(2, 62, 4) + entry(4, 66, 7) + entry(3, 73, 4) + "forkcommentname";
+    auto file = AppleDouble::parse(before);
+    ASSERT_TRUE(file);
+    for (const char *const fork : {"longer fork", "fo", "", "fork again, and longer"}) {
+        file->replace(kResourceForkEntry, fork);
+        const auto again = AppleDouble::parse(file->bytes());
+        ASSERT_TRUE(again) << fork;
+        EXPECT_EQ(again->content(kResourceForkEntry), fork);
+        EXPECT_EQ(again->content(4), "comment");
+        EXPECT_EQ(again->content(3), "name");
+    }
+}
+
+TEST(AppleDouble, AnEntryIsAddedWhereTheTableHasNoRoom) {
+    const QByteArray info =
+        samples::finderInfo(0x0004) + samples::zeros(2) + samples::attributeBlock(72, "a value");
+    auto file =
+        AppleDouble::parse(header(1) + entry(9, 38, static_cast<uint32_t>(info.size())) + info);
+    ASSERT_TRUE(file);
+    file->replace(kResourceForkEntry, "fork");
+    const auto again = AppleDouble::parse(file->bytes());
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->content(kResourceForkEntry), "fork");
+    EXPECT_EQ(again->content(kFinderInfoEntry), samples::finderInfo(0x0004) + samples::zeros(2) +
+                                                    samples::attributeBlock(72 + 12, "a value"))
+        << "the attributes' places move with them";
+}
+
+TEST(AppleDouble, AHostileAttributeBlockReachesNothingElse) {
+    QByteArray info =
+        samples::finderInfo(0) + samples::zeros(2) + "ATTR" + samples::zeros(30) + number16(0xFFFF);
+    const auto length = static_cast<uint32_t>(info.size());
+    auto file = AppleDouble::parse(header(2) + entry(9, 50, length) + entry(4, 50 + length, 40) +
+                                   info + QByteArray(40, 'x'));
+    ASSERT_TRUE(file);
+    file->replace(kResourceForkEntry, "fork");
+    EXPECT_EQ(file->content(4), QByteArray(40, 'x'));
+}
+
+TEST(AppleDouble, KnowsWhenNobodyWouldMissIt) {
+    EXPECT_TRUE(AppleDouble::fresh().isVoid());
+    const auto isVoid = [](const QByteArray &bytes) { return AppleDouble::parse(bytes)->isVoid(); };
+    EXPECT_TRUE(isVoid(header(1) + entry(8, 38, 4) + samples::zeros(4)));
+    EXPECT_FALSE(isVoid(header(1) + entry(4, 38, 4) + "note"));
+    EXPECT_FALSE(isVoid(samples::sidecar(0)));
+    const QByteArray onlyAttributes =
+        samples::zeros(34) + samples::attributeBlock(72, samples::zeros(3));
+    EXPECT_FALSE(isVoid(header(1) + entry(9, 38, static_cast<uint32_t>(onlyAttributes.size())) +
+                        onlyAttributes))
+        << "an attribute of zeros is one";
+}
+
+} // namespace
