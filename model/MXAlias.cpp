@@ -27,9 +27,11 @@ MXAlias::Ptr MXAlias::initWithData(const QByteArray &data) {
 
 QString MXAlias::path(const std::atomic<bool> *cancelled) const {
     FSRef target;
-    if (FSResolveAlias(alias_, &target, cancelled) != noErr)
+    QByteArray path;
+    if (FSResolveAlias(alias_, &target, cancelled) != noErr ||
+        FSRefMakePath(target, &path) != noErr)
         return {};
-    return stringWithFileSystemRepresentation(target.path);
+    return stringWithFileSystemRepresentation(path);
 }
 
 std::unique_ptr<FSRef> MXAlias::_fsRefForPath(const QString &path) {

@@ -4,6 +4,7 @@
 
 #include "core/private/Descriptor.h"
 #include "platform/metadata/MetadataStore.h"
+#include "platform/references/AliasResolution.h"
 
 #include <cerrno>
 #include <ctime>
@@ -108,7 +109,7 @@ timespec timeFrom(UTCDateTime date) {
 
 OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo, FSCatalogInfo *info) {
     QByteArray path;
-    OSStatus status = FSRefMakePath(ref, &path);
+    OSStatus status = currentPath(ref, &path);
     if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
         status = readFinderInfo(path, &info->finderInfo);
     if (status == noErr && (whichInfo & kFSCatInfoRsrcSizes))
@@ -122,7 +123,7 @@ OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo, const FSCatalogI
     if (whichInfo & ~kSettable)
         return errFSOperationNotSupported;
     QByteArray path;
-    OSStatus status = FSRefMakePath(ref, &path);
+    OSStatus status = currentPath(ref, &path);
     const bool locks = info.nodeFlags & kFSNodeLockedMask;
     // A locked item takes no other change: unlock first, lock last.
     if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && !locks)

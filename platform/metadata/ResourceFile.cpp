@@ -5,6 +5,7 @@
 #include "core/private/Descriptor.h"
 #include "platform/formats/ResourceMap.h"
 #include "platform/metadata/MetadataStore.h"
+#include "platform/references/AliasResolution.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,7 +23,7 @@ struct ResourceFile::Fork {
 
 OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *newRef) {
     QByteArray path;
-    if (const OSStatus status = FSRefMakePath(parent, &path); status != noErr)
+    if (const OSStatus status = currentPath(parent, &path); status != noErr)
         return status;
     if (name.isEmpty() || name.contains('/') || name.contains('\0'))
         return bdNamErr;
@@ -49,7 +50,7 @@ ResourceFile::~ResourceFile() = default;
 std::unique_ptr<ResourceFile> ResourceFile::open(const FSRef &ref, ForkPermission permission,
                                                  OSStatus *status) {
     QByteArray path;
-    *status = FSRefMakePath(ref, &path);
+    *status = currentPath(ref, &path);
     const auto bytes = *status == noErr ? readResourceFork(path, status) : std::nullopt;
     if (!bytes)
         return nullptr;
@@ -97,7 +98,7 @@ OSStatus ResourceFile::close() {
     const bool isEmpty = fork_->map.resources().empty();
     const auto bytes = isEmpty ? QByteArray() : fork_->map.toBytes();
     QByteArray path;
-    OSStatus status = FSRefMakePath(fork_->item, &path);
+    OSStatus status = currentPath(fork_->item, &path);
     if (status == noErr)
         status = bytes ? writeResourceFork(path, *bytes) : fileBoundsErr;
     if (status == noErr)

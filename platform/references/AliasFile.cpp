@@ -9,6 +9,7 @@
 #include "platform/metadata/MetadataStore.h"
 #include "platform/metadata/ResourceFile.h"
 #include "platform/references/Aliases.h"
+#include "platform/references/AliasResolution.h"
 #include "platform/references/FileUrl.h"
 
 #include <cerrno>
@@ -101,7 +102,8 @@ bool isFolder(const QByteArray &path) {
 OSStatus writeDesktopEntry(const FSRef &target, const QByteArray &record, const QByteArray &path) {
     const PathParts parts(path);
     DesktopEntry entry;
-    const QString name = stringWithFileSystemRepresentation(PathParts(target.path).name);
+    // For people; what is not UTF-8 would make the whole entry invalid.
+    const QString name = QString::fromUtf8(PathParts(target.path).name);
     const bool isWhole = entry.setValue(DesktopEntry::kMainGroup, "Type", "Link") &&
                          entry.setValue(DesktopEntry::kMainGroup, "Name", name) &&
                          entry.setValue(DesktopEntry::kMainGroup, "URL",
@@ -160,7 +162,7 @@ OSStatus FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsF
     int steps = 0;
     for (;; ++steps) {
         QByteArray path;
-        OSStatus status = FSRefMakePath(at, &path);
+        OSStatus status = currentPath(at, &path);
         if (status != noErr)
             return status;
         const bool leads = resolveAliasChains || steps == 0;

@@ -40,11 +40,13 @@ QByteArray realPathOf(const QByteArray &path) {
     return below(real, parts.name);
 }
 
+/// The file system that the item itself is on, without opening it; 0 when it does not tell.
 uint64_t fileSystemOf(const QByteArray &path) {
+    const Descriptor item(open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
     struct statfs system = {};
     static_assert(sizeof system.f_fsid == sizeof(uint64_t));
     uint64_t number = 0;
-    if (statfs(path.constData(), &system) == 0)
+    if (item && fstatfs(item.number(), &system) == 0)
         memcpy(&number, &system.f_fsid, sizeof number);
     return number;
 }
@@ -230,7 +232,7 @@ std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *statu
     record.path = path;
     record.realPath = realPathOf(path);
     record.identity = *identity;
-    record.fileSystem = fileSystemOf(PathParts(record.realPath).parent);
+    record.fileSystem = fileSystemOf(record.realPath);
     const std::vector<Mount> mounts = mountTable();
     const Mount *const mount = mountOf(record.realPath, mounts);
     record.mountPointLength = mount ? static_cast<uint32_t>(mount->mountPoint.size()) : 0;

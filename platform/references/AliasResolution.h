@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/formats/AliasRecord.h"
+#include "platform/references/FSRef.h"
 #include "platform/references/InodeSearch.h"
 
 #include <optional>
@@ -27,5 +28,8 @@ enum class Replacement {
 /// below the home folder or the mount point. Nothing on failure, with the cause in @p status.
 [[nodiscard]] std::optional<QByteArray> locate(const AliasRecord &record, Replacement replacement,
                                                const SearchLimits &limits, OSStatus *status);
+
+/// As FSRefMakePath(), for a path of any length.
+[[nodiscard]] OSStatus currentPath(const FSRef &ref, QByteArray *path);
 
 } // namespace MWCore

@@ -8,7 +8,7 @@ namespace MWCore {
 
 OSStatus FSNewAlias(const FSRef &target, QByteArray *alias) {
     QByteArray path;
-    OSStatus status = FSRefMakePath(target, &path);
+    OSStatus status = currentPath(target, &path);
     const auto record = status == noErr ? aliasRecordOf(path, &status) : std::nullopt;
     if (record)
         *alias = record->toBytes();
@@ -24,9 +24,7 @@ OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
     limits.cancelled = cancelled;
     OSStatus status = noErr;
     const auto path = locate(*record, Replacement::IsTheItem, limits, &status);
-    if (!path)
-        return status;
-    return path->size() <= kLongestReferencePath ? FSPathMakeRef(*path, target) : fileBoundsErr;
+    return path ? FSPathMakeRef(*path, target) : status;
 }
 
 } // namespace MWCore

@@ -20,7 +20,7 @@ namespace MWCore {
 
 /// Where the item of the record @p alias is now; something else put in its place counts as it.
 /// mapReadErr for bytes that are no record of this library, fnfErr when the item is gone,
-/// fileBoundsErr when too much would have to be searched or its path is too long.
+/// fileBoundsErr when too much would have to be searched.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
                                                     const std::atomic<bool> *cancelled = nullptr);
 

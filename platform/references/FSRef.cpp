@@ -39,21 +39,24 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
     return status;
 }
 
-OSStatus FSRefMakePath(const FSRef &ref, QByteArray *path) {
-    OSStatus status = noErr;
+OSStatus currentPath(const FSRef &ref, QByteArray *path) {
     if (isUnchanged(ref)) {
         *path = ref.path;
-    } else {
-        AliasRecord record;
-        record.path = ref.path;
-        record.realPath = ref.path;
-        record.identity = ref.identity;
-        const auto found = locate(record, Replacement::IsAnother, {}, &status);
-        if (!found)
-            return status;
-        *path = *found;
+        return noErr;
     }
-    return path->size() <= kLongestReferencePath ? noErr : fileBoundsErr;
+    AliasRecord record;
+    record.path = ref.path;
+    record.realPath = ref.path;
+    record.identity = ref.identity;
+    OSStatus status = noErr;
+    if (const auto found = locate(record, Replacement::IsAnother, {}, &status))
+        *path = *found;
+    return status;
+}
+
+OSStatus FSRefMakePath(const FSRef &ref, QByteArray *path) {
+    const OSStatus status = currentPath(ref, path);
+    return status == noErr && path->size() > kLongestReferencePath ? fileBoundsErr : status;
 }
 
 } // namespace MWCore

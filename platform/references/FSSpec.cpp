@@ -5,6 +5,7 @@
 #include "core/private/Descriptor.h"
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
+#include "platform/references/AliasResolution.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -41,7 +42,7 @@ bool isThere(const QByteArray &path, bool createFileIfNecessary) {
 
 OSStatus FSMakeSpec(const FSRef &ref, FSSpec *spec) {
     QByteArray path;
-    if (const OSStatus status = FSRefMakePath(ref, &path); status != noErr)
+    if (const OSStatus status = currentPath(ref, &path); status != noErr)
         return status;
     const PathParts parts(path);
     struct statx item = {};

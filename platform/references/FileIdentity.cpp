@@ -47,11 +47,12 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
 }
 
 bool isSameItem(const FileIdentity &found, const FileIdentity &wanted) {
-    if (found.inode != wanted.inode)
-        return false;
-    if (!found.handle.isEmpty() && !wanted.handle.isEmpty())
-        return found.handleType == wanted.handleType && found.handle == wanted.handle;
-    return !found.birthTime || !wanted.birthTime || found.birthTime == wanted.birthTime;
+    const bool hasHandles = !found.handle.isEmpty() && !wanted.handle.isEmpty();
+    const bool isOtherHandle =
+        hasHandles && (found.handleType != wanted.handleType || found.handle != wanted.handle);
+    const bool hasBirths = found.birthTime && wanted.birthTime;
+    return found.inode == wanted.inode && !isOtherHandle &&
+           (!hasBirths || found.birthTime == wanted.birthTime);
 }
 
 } // namespace MWCore

@@ -34,8 +34,9 @@ struct FileIdentity {
 [[nodiscard]] std::optional<FileIdentity> identityOf(int folder, const char *path,
                                                      OSStatus *status);
 
-/// Whether @p found is the item that @p wanted was: inode numbers are used again, so the handle or,
-/// without one, the time of birth decides. Device numbers are not compared.
+/// Whether @p found is the item that @p wanted was: inode numbers are used again, and some are the
+/// same on every volume, so the handle and the time of birth must agree where both have one. Device
+/// numbers are not compared.
 [[nodiscard]] bool isSameItem(const FileIdentity &found, const FileIdentity &wanted);
 
 } // namespace MWCore

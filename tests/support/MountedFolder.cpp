@@ -9,6 +9,7 @@
 
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -26,6 +27,7 @@ int leaveTheMountsOfOthers() {
 
 MountedFolder::MountedFolder(const std::string &type, const std::string &options)
     : path_(folder_.folder("mounted")) {
+    chmod(folder_.path().c_str(), 0755); // others may come as far as what is mounted
     if (const int error = leaveTheMountsOfOthers()) {
         obstacle_ = std::string("no mounts of one's own: ") + strerror(error);
         return;

@@ -3,7 +3,9 @@
 #include "tests/support/Process.h"
 
 #include <array>
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -102,8 +104,15 @@ ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions 
 
 int runForked(const std::function<int()> &work) {
     const pid_t process = fork();
-    if (process == 0)
-        _exit(work());
+    if (process == 0) {
+        // Nothing of the parent's may be cleaned up here.
+        try {
+            _exit(work());
+        } catch (const std::exception &failure) {
+            std::fprintf(stderr, "in a process of its own: %s\n", failure.what());
+            _exit(99);
+        }
+    }
     return statusOf(process);
 }
 

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/metadata/MetadataStore.h"
+#include "platform/references/Aliases.h"
+#include "platform/references/FileUrl.h"
+#include "platform/references/FSSpec.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+/// What an item leads to: a path, "no alias", or the status.
+std::string leadOf(const std::string &path, bool chains = true) {
+    FSRef ref;
+    EXPECT_EQ(FSPathMakeRef(path.c_str(), &ref), noErr);
+    bool isFolder = false;
+    bool wasAliased = false;
+    const OSStatus status = FSResolveAliasFile(&ref, chains, &isFolder, &wasAliased);
+    if (status != noErr)
+        return statusText(status);
+    EXPECT_EQ(isFolder, fs::is_directory(ref.path.toStdString()));
+    return wasAliased ? ref.path.toStdString() : "no alias";
+}
+
+void makeAlias(const std::string &target, const std::string &file, AliasFileForm form) {
+    FSRef ref;
+    EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
+    EXPECT_EQ(FSCreateAliasFile(ref, file.c_str(), form), noErr) << file;
+}
+
+TEST(AliasFiles, BothFormsLeadToTheMovedItem) {
+    const struct {
+        AliasFileForm form;
+        const char *name;
+    } rows[] = {{AliasFileForm::DesktopEntry, "alias.desktop"}, {AliasFileForm::Finder, "alias"}};
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        const TemporaryFolder folder;
+        const std::string alias = folder.at(row.name);
+        makeAlias(folder.folder("caf\u00e9 100%"), alias, row.form);
+        EXPECT_EQ(leadOf(alias), folder.at("caf\u00e9 100%"));
+        fs::rename(folder.at("caf\u00e9 100%"), folder.at("renamed"));
+        EXPECT_EQ(leadOf(alias), folder.at("renamed"));
+        fs::remove(folder.at("renamed"));
+        EXPECT_EQ(leadOf(alias), statusText(fnfErr));
+        FSRef ref;
+        EXPECT_EQ(FSPathMakeRef(folder.path().c_str(), &ref), noErr);
+        EXPECT_EQ(FSCreateAliasFile(ref, alias.c_str(), row.form), dupFNErr);
+        EXPECT_EQ(FSCreateAliasFile(ref, folder.at("x.txt").c_str(), AliasFileForm::DesktopEntry),
+                  bdNamErr);
+    }
+}
+
+TEST(AliasFiles, DesktopEntriesAreThoseThatOtherProgramsRead) {
+    const TemporaryFolder folder;
+    makeAlias(folder.file("a; b\\c \xFF.txt"), folder.at("alias.desktop"),
+              AliasFileForm::DesktopEntry);
+    const ProcessResult validated =
+        runProcess({"desktop-file-validate", folder.at("alias.desktop")});
+    EXPECT_EQ(validated.output.find("error"), std::string::npos) << validated.output;
+    const auto entry = raw::content(folder.at("alias.desktop"));
+    EXPECT_TRUE(entry->contains("\nURL=file://")) << entry->toStdString();
+    EXPECT_TRUE(entry->contains("/a%3B%20b%5Cc%20%FF.txt\n")) << entry->toStdString();
+}
+
+TEST(AliasFiles, ForeignDesktopEntriesAreFollowedByTheirAddress) {
+    const TemporaryFolder folder;
+    const std::string target = folder.file("the target");
+    const std::string place = folder.path();
+    const struct {
+        const char *what;
+        std::string entry;
+        std::string leads;
+    } rows[] = {
+        {"an address", "Type=Link\nURL=file://" + place + "/the%20target\n", target},
+        {"of this host", "Type=Link\nURL=file://localhost" + place + "/the%20target\n", target},
+        {"without a host", "Type=Link\nURL=file:" + place + "/the%20target\n", target},
+        {"of another host", "Type=Link\nURL=file://elsewhere.example/x\n",
+         statusText(errFSOperationNotSupported)},
+        {"not local", "Type=Link\nURL=https://example.org/\n",
+         statusText(errFSOperationNotSupported)},
+        {"to nothing", "Type=Link\nURL=file:///nowhere\n", statusText(fnfErr)},
+        {"a NUL in it", "Type=Link\nURL=file:///tmp%00\n", statusText(errFSOperationNotSupported)},
+        {"no address", "Type=Link\n", "no alias"},
+        {"a program", "Type=Application\nURL=file:///tmp\n", "no alias"},
+        {"a record that is none",
+         "Type=Link\nX-MWCore-Alias=AAAA\nURL=file://" + place + "/the%20target\n", target},
+    };
+    for (const auto &row : rows) {
+        raw::write(folder.at("x.desktop"), ("[Desktop Entry]\n" + row.entry).c_str());
+        EXPECT_EQ(leadOf(folder.at("x.desktop")), row.leads) << row.what;
+    }
+    raw::write(folder.at("plain.txt"), "[Desktop Entry]\nType=Link\nURL=file:///tmp\n");
+    EXPECT_EQ(leadOf(folder.at("plain.txt")), "no alias") << "by its name it is none";
+}
+
+TEST(AliasFiles, ChainsAreFollowedAndCirclesEnd) {
+    const TemporaryFolder folder;
+    const std::string end = folder.folder("end");
+    makeAlias(end, folder.at("one"), AliasFileForm::Finder);
+    makeAlias(folder.at("one"), folder.at("two.desktop"), AliasFileForm::DesktopEntry);
+    makeAlias(folder.link("link", "two.desktop"), folder.at("three"), AliasFileForm::Finder);
+    EXPECT_EQ(leadOf(folder.at("three")), end);
+    constexpr bool kNoChains = false;
+    EXPECT_EQ(leadOf(folder.at("three"), kNoChains), folder.at("link"));
+    EXPECT_EQ(leadOf(folder.at("link")), "no alias") << "a link is none by itself";
+    const auto entry = [&folder](const char *name) {
+        return QByteArray("[Desktop Entry]\nType=Link\nURL=file://") + folder.at(name).c_str();
+    };
+    raw::write(folder.at("a.desktop"), entry("b.desktop"));
+    raw::write(folder.at("b.desktop"), entry("a.desktop"));
+    EXPECT_EQ(leadOf(folder.at("a.desktop")), statusText(errFSAliasLoop));
+}
+
+TEST(AliasFiles, FlagAndResourceMakeAnAliasTogether) {
+    const TemporaryFolder folder;
+    FinderInfo info;
+    info.flags = kIsAlias;
+    EXPECT_EQ(writeFinderInfo(folder.file("flag alone").c_str(), info), noErr);
+    EXPECT_EQ(leadOf(folder.at("flag alone")), "no alias");
+    makeAlias(folder.path(), folder.at("alias"), AliasFileForm::Finder);
+    EXPECT_EQ(removeFinderInfo(folder.at("alias").c_str()), noErr);
+    EXPECT_EQ(leadOf(folder.at("alias")), "no alias");
+    EXPECT_EQ(leadOf(folder.fifo("fifo")), "no alias");
+}
+
+TEST(FileUrls, CarryEveryByte) {
+    QByteArray path = "/";
+    for (int byte = 1; byte < 256; ++byte)
+        path += static_cast<char>(byte);
+    EXPECT_EQ(pathOfFileUrl(fileUrl(path)), path);
+    EXPECT_EQ(pathOfFileUrl("FILE:///tmp"), "/tmp");
+    EXPECT_EQ(pathOfFileUrl("file://"), std::nullopt);
+    EXPECT_EQ(pathOfFileUrl("file:relative"), std::nullopt);
+    EXPECT_EQ(pathOfFileUrl(""), std::nullopt);
+}
+
+TEST(ReferencesFromTexts, MakeAnEmptyFileOnlyWhenAsked) {
+    const TemporaryFolder folder;
+    const QString missing = QString::fromStdString(folder.at("new"));
+    FSRef ref;
+    FSSpec spec;
+    constexpr bool kCreate = true;
+    EXPECT_FALSE(CarbonFSRefCreation::getFSRef(missing, &ref, !kCreate));
+    EXPECT_FALSE(FSSpec::getFSSpec(missing, &spec, !kCreate));
+    EXPECT_TRUE(CarbonFSRefCreation::getFSRef(missing, &ref, kCreate));
+    EXPECT_EQ(fs::file_size(folder.at("new")), 0U);
+    EXPECT_EQ(ref.path, folder.at("new").c_str());
+    raw::write(folder.at("new"), "kept");
+    EXPECT_TRUE(FSSpec::getFSSpec(missing, &spec, kCreate));
+    EXPECT_EQ(raw::content(folder.at("new")), "kept");
+    EXPECT_EQ(QByteArray(reinterpret_cast<char *>(spec.name), 4), "\x03new");
+    struct stat parent = {};
+    stat(folder.path().c_str(), &parent);
+    EXPECT_EQ(int32_t(spec.parID), static_cast<int32_t>(parent.st_ino));
+    EXPECT_TRUE(FSSpec::getFSSpec(
+        QString::fromStdString(folder.file(std::string(62, 'n') + "\u00e9\u00e9")), &spec, false));
+    EXPECT_EQ(spec.name[0], 62) << "no character is cut in two";
+    EXPECT_FALSE(
+        CarbonFSRefCreation::getFSRef(QString::fromStdString(folder.at("no/file")), &ref, kCreate));
+    (void)folder.link("dangling", "nowhere");
+    EXPECT_FALSE(CarbonFSRefCreation::getFSRef(QString::fromStdString(folder.at("dangling")), &ref,
+                                               kCreate));
+    EXPECT_FALSE(CarbonFSRefCreation::getFSRef({}, &ref, kCreate));
+}
+
+} // namespace

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/foundation/FileSystemText.h"
+#include "platform/references/Aliases.h"
+#include "platform/references/AliasResolution.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/support/MountedFolder.h"
+#include "tests/support/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+QByteArray aliasOf(const std::string &path) {
+    FSRef target;
+    QByteArray alias;
+    EXPECT_EQ(FSPathMakeRef(path.c_str(), &target), noErr);
+    EXPECT_EQ(FSNewAlias(target, &alias), noErr);
+    return alias;
+}
+
+/// "" when the item is gone.
+std::string resolved(const QByteArray &alias) {
+    FSRef target;
+    return FSResolveAlias(alias, &target) == noErr ? target.path.toStdString() : "";
+}
+
+/// What happens to an item in a folder "home/inner" and where it is then, relative to "home".
+struct FateRow {
+    const char *what;
+    void (*happens)(const fs::path &home);
+    const char *then;
+};
+constexpr FateRow kFates[] = {
+    {"nothing", [](const fs::path & /*home*/) {}, "inner/item"},
+    {"renamed", [](const fs::path &home) { fs::rename(home / "inner/item", home / "inner/new"); },
+     "inner/new"},
+    {"moved", [](const fs::path &home) { fs::rename(home / "inner/item", home / "other/deep/it"); },
+     "other/deep/it"},
+    {"the folder renamed", [](const fs::path &home) { fs::rename(home / "inner", home / "x"); },
+     "x/item"},
+    {"both renamed",
+     [](const fs::path &home) {
+         fs::rename(home / "inner/item", home / "inner/new");
+         fs::rename(home / "inner", home / "x");
+     },
+     "x/new"},
+    {"the folder moved",
+     [](const fs::path &home) { fs::rename(home / "inner", home / "other/deep/inner"); },
+     "other/deep/inner/item"},
+    {"replaced in place",
+     [](const fs::path &home) {
+         raw::write(home / "inner/saved", "newer");
+         fs::rename(home / "inner/saved", home / "inner/item");
+     },
+     "inner/item"},
+    {"renamed, and another in its place",
+     [](const fs::path &home) {
+         fs::rename(home / "inner/item", home / "inner/item.1");
+         raw::write(home / "inner/item", "newer");
+     },
+     "inner/item.1"},
+    {"renamed to a name that is no UTF-8",
+     [](const fs::path &home) { fs::rename(home / "inner/item", home / "inner/\xFF\xC3"); },
+     "inner/\xFF\xC3"},
+    {"deleted", [](const fs::path &home) { fs::remove(home / "inner/item"); }, nullptr},
+    {"deleted with its folder", [](const fs::path &home) { fs::remove_all(home / "inner"); },
+     nullptr},
+    {"deleted, and others made at once",
+     [](const fs::path &home) {
+         fs::remove(home / "inner/item");
+         for (int number = 0; number < 50; ++number)
+             raw::write(home / "inner" / std::to_string(number), "");
+     },
+     nullptr},
+};
+
+/// The folder "home" with the item; everything may be changed by anyone.
+fs::path madeHome(const fs::path &where) {
+    const fs::path home = where / "home";
+    fs::create_directories(home / "inner");
+    fs::create_directories(home / "other/deep");
+    raw::write(home / "inner/item", "content");
+    for (const auto &folder : {where, home, home / "inner", home / "other", home / "other/deep"})
+        fs::permissions(folder, fs::perms::all);
+    return home;
+}
+
+/// Whether an alias leads where each fate says; run as whoever asks.
+int wrongFates(const fs::path &where) {
+    int wrong = 0;
+    for (const FateRow &fate : kFates) {
+        const fs::path home = madeHome(where / std::to_string(&fate - kFates));
+        setenv("HOME", home.c_str(), 1);
+        const QByteArray alias = aliasOf(home / "inner/item");
+        fate.happens(home);
+        const std::string expected = fate.then ? (home / fate.then).string() : "";
+        if (resolved(alias) == expected)
+            continue;
+        ++wrong;
+        std::printf("%s: \"%s\", not \"%s\"\n", fate.what, resolved(alias).c_str(),
+                    expected.c_str());
+    }
+    return wrong;
+}
+
+TEST(Aliases, LeadToTheItemWhateverHappensToIt) {
+    const TemporaryFolder folder;
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::create_directory(folder.at("mine"));
+    EXPECT_EQ(runForked([&] { return wrongFates(folder.at("mine")); }), 0);
+    fs::create_directory(folder.at("nobody's"));
+    fs::permissions(folder.at("nobody's"), fs::perms::all);
+    EXPECT_EQ(runAsNobody([&] { return wrongFates(folder.at("nobody's")); }), 0);
+}
+
+TEST(Aliases, LeadToTheItemOnEveryFileSystem) {
+    for (const char *const type : {"ext4", "tmpfs", "xfs", "btrfs", "ramfs"}) {
+        const MountedFolder mounted(type);
+        if (!mounted.obstacle().empty()) {
+            std::printf("skipped: %s\n", mounted.obstacle().c_str());
+            continue;
+        }
+        EXPECT_EQ(runForked([&] { return wrongFates(mounted.path()); }), 0) << type;
+        fs::create_directory(mounted.at("nobody's"));
+        fs::permissions(mounted.at("nobody's"), fs::perms::all);
+        EXPECT_EQ(runAsNobody([&] { return wrongFates(mounted.at("nobody's")); }), 0) << type;
+    }
+}
+
+TEST(Aliases, FollowAVolumeToAnotherMountPoint) {
+    const MountedFolder mounted("ext4");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    fs::create_directory(mounted.at("folder"));
+    raw::write(mounted.at("folder/item"), "content");
+    const QByteArray alias = aliasOf(mounted.at("folder/item"));
+    const QByteArray aliasOfTop = aliasOf(mounted.path());
+    const TemporaryFolder elsewhere;
+    const std::string moved = elsewhere.folder("moved");
+    ASSERT_EQ(runProcess({"mount", "--move", mounted.path(), moved}).status, 0);
+    EXPECT_EQ(resolved(alias), moved + "/folder/item");
+    EXPECT_EQ(resolved(aliasOfTop), moved);
+    (void)runProcess({"umount", "-l", moved});
+}
+
+TEST(Aliases, OfEverythingThatHasAPath) {
+    const TemporaryFolder folder;
+    (void)folder.file("file");
+    const std::string names[] = {folder.folder("folder"), folder.fifo("fifo"),
+                                 folder.link("link", "file"), folder.file("\xFF\xC3\n"),
+                                 folder.file(std::string(255, 'n'))};
+    for (const std::string &path : names)
+        EXPECT_EQ(resolved(aliasOf(path)), path);
+    EXPECT_EQ(resolved(aliasOf("/")), "/");
+    EXPECT_EQ(resolved(aliasOf("/dev/null")), "/dev/null");
+    // Through a link: the path as it was given, and after a move of the real folder its own.
+    const std::string real = folder.folder("real");
+    raw::write(real + "/item", "");
+    const QByteArray alias = aliasOf(folder.link("way", "real") + "/item");
+    EXPECT_EQ(resolved(alias), folder.at("way/item"));
+    fs::rename(real, folder.at("moved"));
+    EXPECT_EQ(resolved(alias), folder.at("moved/item"));
+    // References lead to any path, but give none of more than 1,024 bytes.
+    std::string deep = folder.path();
+    while (deep.size() < 1100)
+        fs::create_directory(deep += "/" + std::string(100, 'd'));
+    FSRef target;
+    QByteArray path;
+    EXPECT_EQ(FSResolveAlias(aliasOf(deep), &target), noErr);
+    EXPECT_EQ(target.path, deep.c_str());
+    EXPECT_EQ(FSRefMakePath(target, &path), fileBoundsErr);
+}
+
+TEST(Aliases, ForeignAndDamagedRecordsLeadNowhere) {
+    const TemporaryFolder folder;
+    const QByteArray good = aliasOf(folder.file("item"));
+    FSRef target;
+    for (qsizetype length = 0; length < good.size(); ++length) {
+        const OSStatus status = FSResolveAlias(good.first(length), &target);
+        ASSERT_NE(status, memFullErr);
+    }
+    EXPECT_EQ(FSResolveAlias("", &target), mapReadErr);
+    EXPECT_EQ(FSResolveAlias("not a record of ours", &target), mapReadErr);
+    EXPECT_EQ(FSResolveAlias(good.first(good.size() - 1), &target), mapReadErr);
+    QByteArray later = good;
+    later[5] = 2; // the version
+    EXPECT_EQ(FSResolveAlias(later, &target), mapReadErr);
+    EXPECT_EQ(FSResolveAlias(good + QByteArray::fromHex("7777000000026869"), &target), noErr)
+        << "fields of later versions are passed over";
+    EXPECT_EQ(AliasRecord::parse(good)->toBytes(), good);
+}
+
+TEST(Aliases, ASearchEndsWhenItIsToldTo) {
+    const TemporaryFolder folder;
+    for (int number = 0; number < 40; ++number)
+        (void)folder.folder(std::to_string(number));
+    const std::string item = folder.file("item");
+    OSStatus status = noErr;
+    auto record = aliasRecordOf(item.c_str(), &status);
+    ASSERT_TRUE(record);
+    record->identity.handle.clear(); // as on a file system without handles
+    fs::remove(item);
+    setenv("HOME", folder.path().c_str(), 1);
+    const std::atomic<bool> cancelled = true;
+    SearchLimits limits;
+    limits.cancelled = &cancelled;
+    EXPECT_FALSE(locate(*record, Replacement::IsTheItem, limits, &status));
+    EXPECT_EQ(status, userCanceledErr);
+    limits = {.entries = 50};
+    EXPECT_FALSE(locate(*record, Replacement::IsTheItem, limits, &status));
+    EXPECT_EQ(status, fileBoundsErr);
+    EXPECT_FALSE(locate(*record, Replacement::IsTheItem, {}, &status));
+    EXPECT_EQ(status, fnfErr);
+}
+
+TEST(References, FollowARenamedItemAndTellWhenItIsGone) {
+    const TemporaryFolder folder;
+    setenv("HOME", folder.path().c_str(), 1);
+    FSRef ref;
+    EXPECT_EQ(FSPathMakeRef(folder.file("item").c_str(), &ref), noErr);
+    fs::rename(folder.at("item"), folder.at("renamed"));
+    QByteArray path;
+    EXPECT_EQ(FSRefMakePath(ref, &path), noErr);
+    EXPECT_EQ(path, folder.at("renamed").c_str());
+    (void)folder.folder("deep");
+    fs::rename(folder.at("renamed"), folder.at("deep/item"));
+    EXPECT_EQ(FSRefMakePath(ref, &path), noErr);
+    EXPECT_EQ(path, folder.at("deep/item").c_str());
+    fs::remove(folder.at("deep/item"));
+    (void)folder.file("item");
+    EXPECT_EQ(FSRefMakePath(ref, &path), fnfErr) << "another item is another item";
+    EXPECT_EQ(FSPathMakeRef("", &ref), bdNamErr);
+    EXPECT_EQ(FSPathMakeRef(folder.at("item/x").c_str(), &ref), fnfErr);
+    fs::current_path(folder.path());
+    EXPECT_EQ(FSPathMakeRef("deep", &ref), noErr);
+    EXPECT_EQ(ref.path, folder.at("deep").c_str());
+    fs::current_path("/");
+}
+
+} // namespace
