@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/foundation/UserDefaults.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <limits>
+
+#include <QCoreApplication>
+
+#include <sys/stat.h>
+
+namespace {
+
+using MWCore::UserDefaults;
+
+/// Settings in a folder of the test's own, under the names "House" and "Tool".
+class Settings : public ::testing::Test {
+protected:
+    Settings() {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                           QString::fromStdString(folder_.path()));
+        setNames("House", "Tool");
+    }
+
+    static void setNames(const char *organization, const char *application) {
+        QCoreApplication::setOrganizationName(organization);
+        QCoreApplication::setApplicationName(application);
+    }
+
+    /// Lets another process, which shares nothing in memory, write; whether the file took it.
+    static bool write(const std::function<void(UserDefaults &)> &change) {
+        return runForked([&change] {
+                   UserDefaults defaults;
+                   change(defaults);
+                   return static_cast<int>(defaults.synchronize());
+               }) == QSettings::NoError;
+    }
+
+    [[nodiscard]] std::string file() const { return folder_.at("House/Tool.conf"); }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(Settings, KeepAnyKeyApartFromEveryOther) {
+    const char16_t carrier[] = {u'x', 0xDCFF};
+    const char16_t null[] = {u'x', 0};
+    const QStringList keys = {"plain",
+                              "PLAIN",
+                              "",
+                              "%",
+                              "%25",
+                              "/",
+                              "//",
+                              "%2F",
+                              "a/b",
+                              "a//b",
+                              "a\\b",
+                              "a%5Cb",
+                              "/a/",
+                              "General",
+                              "General/a",
+                              "%General/a",
+                              "[General]",
+                              "a=b",
+                              "a;b",
+                              "#a",
+                              " a ",
+                              "a\nb",
+                              "size",
+                              "1\\size",
+                              "grün",
+                              QString::fromUtf8("\U0001F600"),
+                              QString::fromUtf16(carrier, 2),
+                              QString::fromUtf16(null, 2),
+                              "@Variant(a)"};
+    ASSERT_TRUE(write([&keys](UserDefaults &defaults) {
+        for (int index = 0; index < keys.size(); ++index)
+            defaults.setValue(keys[index], index);
+        defaults.setValue("gone", 1);
+        defaults.setValue("gone", {});
+        defaults.setValue("a", 1); // must not take "a/b" with it
+        defaults.remove("a");
+    }));
+    const UserDefaults defaults;
+    for (int index = 0; index < keys.size(); ++index)
+        EXPECT_EQ(defaults.integer(keys[index], -1), index) << qPrintable(keys[index]);
+    EXPECT_FALSE(defaults.contains("gone"));
+    EXPECT_FALSE(defaults.contains("a"));
+    const std::string groups = runProcess({"grep", "^\\[", file()}).output;
+    EXPECT_EQ(groups, "[General]\n");
+}
+
+TEST_F(Settings, KeepEveryValueExactly) {
+    const char16_t path[] = {u'/', 0xDCFF, u'"'};
+    const char16_t null[] = {u'a', 0, u'b'};
+    const QStringList texts = {"",
+                               " blanks ",
+                               "a, b",
+                               "@ByteArray(x)",
+                               "\\x41;#\"\n",
+                               "0",
+                               "日本語",
+                               QString::fromUtf8("\U0001F600"),
+                               QString::fromUtf16(path, 3),
+                               QString::fromUtf16(null, 3)};
+    const double reals[] = {0.1, -1e300, std::numeric_limits<double>::denorm_min(), INFINITY};
+    QByteArray bytes;
+    for (int byte = 0; byte < 256; ++byte)
+        bytes += static_cast<char>(byte);
+    constexpr qint64 kSmallest = std::numeric_limits<qint64>::min();
+
+    ASSERT_TRUE(write([&](UserDefaults &defaults) {
+        for (const QString &text : texts)
+            defaults.setValue("text " + text, text);
+        for (const double real : reals)
+            defaults.setValue(QString::number(real), real);
+        defaults.setValue("bytes", bytes);
+        defaults.setValue("no bytes", QByteArray(""));
+        defaults.setValue("smallest", kSmallest);
+        defaults.setValue("yes", true);
+        defaults.setValue("no", false);
+    }));
+    const UserDefaults defaults;
+    for (const QString &text : texts)
+        EXPECT_EQ(defaults.text("text " + text, "none"), text) << qPrintable(text);
+    for (const double real : reals)
+        EXPECT_EQ(defaults.real(QString::number(real)), real);
+    EXPECT_EQ(defaults.bytes("bytes"), bytes);
+    EXPECT_EQ(defaults.bytes("no bytes", "none"), "");
+    EXPECT_EQ(defaults.integer("smallest"), kSmallest);
+    EXPECT_TRUE(defaults.boolean("yes"));
+    EXPECT_FALSE(defaults.boolean("no", true));
+}
+
+TEST_F(Settings, GiveTheDefaultForWhatIsMissingOrUnreadable) {
+    ASSERT_TRUE(write([](UserDefaults &defaults) { defaults.setValue("word", "many"); }));
+    const UserDefaults defaults;
+    for (const char *const key : {"missing", "word"}) {
+        EXPECT_EQ(defaults.integer(key, 14), 14) << key;
+        EXPECT_EQ(defaults.real(key, 1.5), 1.5) << key;
+    }
+    EXPECT_EQ(defaults.text("missing", "none"), "none");
+    EXPECT_EQ(defaults.bytes("missing", "none"), "none");
+    EXPECT_TRUE(defaults.boolean("missing", true));
+}
+
+TEST_F(Settings, StandWhereTheHostKeepsItsOwn) {
+    const struct Row {
+        const char *what;
+        const char *organization;
+        const char *application;
+        const char *file;
+    } rows[] = {
+        {"both names", "House", "Tool", "House/Tool.conf"},
+        {"no organization", "", "Tool", "Tool.conf"},
+        {"no application", "House", "", "House/platform_test.conf"},
+        {"neither", "", "", "platform_test.conf"},
+    };
+    for (const Row &row : rows) {
+        setNames(row.organization, row.application);
+        EXPECT_TRUE(write([](UserDefaults &defaults) { defaults.setValue("key", 1); })) << row.what;
+        const QSettings file(QString::fromStdString(folder_.at(row.file)), QSettings::IniFormat);
+        EXPECT_EQ(file.value("key").toInt(), 1) << row.what;
+    }
+    setNames("House", "Tool");
+    EXPECT_EQ(QSettings().value("key").toInt(), 1);
+}
+
+TEST_F(Settings, SayWhenTheFileCannotBeKept) {
+    ASSERT_EQ(chmod(folder_.path().c_str(), 0555), 0);
+    const int statusForNobody = runAsNobody([] {
+        UserDefaults defaults;
+        defaults.setValue("key", 1);
+        return static_cast<int>(defaults.synchronize());
+    });
+    ASSERT_EQ(chmod(folder_.path().c_str(), 0755), 0);
+    EXPECT_EQ(statusForNobody, QSettings::AccessError);
+
+    std::ofstream(folder_.folder("House") + "/Tool.conf") << "\x7F"
+                                                             "ELF, and no settings\n";
+    UserDefaults defaults;
+    defaults.setValue("key", 1);
+    EXPECT_EQ(defaults.synchronize(), QSettings::FormatError);
+}
+
+} // namespace
