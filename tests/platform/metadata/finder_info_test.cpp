@@ -3,7 +3,7 @@
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/platform/samples.h"
-#include "tests/support/LogLines.h"
+#include "tests/support/LoggedMessages.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 
@@ -107,7 +107,7 @@ TEST(FinderInformation, AllPlacesThatKeepItAreWrittenAndTheirDisagreementIsTold)
     const std::string item = folder.file("item");
     for (const FormRow &form : kForms)
         keep(folder, form, kRed);
-    LogLines log;
+    LoggedMessages log;
     EXPECT_EQ(infoOf(item).labelNumber(), 6);
     EXPECT_EQ(log.take(), QStringList());
     keep(folder, kForms[4], kGreen);
