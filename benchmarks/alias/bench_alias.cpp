@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What it costs to find a file again that was renamed or moved, as root and as somebody else.
+// usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
+#include "benchmarks/support/turns.h"
+#include "platform/references/Aliases.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+/// Without root's rights while it lives, where there are any; the kernel then opens no handles.
+class Nobody {
+public:
+    Nobody() { take(65534); }
+    Nobody(const Nobody &) = delete;
+    Nobody &operator=(const Nobody &) = delete;
+    ~Nobody() { take(0); }
+
+private:
+    static void take(uid_t user) {
+        if (getuid() == 0 && seteuid(user) != 0)
+            std::abort();
+    }
+};
+
+void makeFiles(const fs::path &folder, long count) {
+    fs::create_directories(folder);
+    for (long index = 0; index < count; ++index)
+        std::ofstream(folder / ("neighbour " + std::to_string(index)));
+}
+
+QByteArray aliasOf(const fs::path &path) {
+    FSRef target;
+    QByteArray alias;
+    if (FSPathMakeRef(path.c_str(), &target) != noErr || FSNewAlias(target, &alias) != noErr)
+        throw std::runtime_error("no alias");
+    return alias;
+}
+
+void resolve(const QByteArray &alias, const fs::path &expected) {
+    FSRef target;
+    if (FSResolveAlias(alias, &target) != noErr || target.path != expected.c_str())
+        throw std::runtime_error("the alias leads to " + target.path.toStdString());
+}
+
+void readAndStat(const fs::path &folder) {
+    DIR *const opened = opendir(folder.c_str());
+    while (const dirent *const entry = readdir(opened)) {
+        struct stat item;
+        (void)fstatat(dirfd(opened), entry->d_name, &item, AT_SYMLINK_NOFOLLOW);
+    }
+    closedir(opened);
+}
+
+void findByInode(const fs::path &folder, ino_t inode) {
+    std::string number = std::to_string(inode);
+    std::string top = folder;
+    const char *const arguments[] = {"find",         top.c_str(), "-xdev", "-inum",
+                                     number.c_str(), "-print",    "-quit", nullptr};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t process = 0;
+    int status = 0;
+    if (posix_spawnp(&process, "find", &actions, nullptr, const_cast<char **>(arguments),
+                     environ) != 0 ||
+        waitpid(process, &status, 0) < 0)
+        throw std::runtime_error("no find");
+    posix_spawn_file_actions_destroy(&actions);
+}
+
+void compareRename(const fs::path &home, long siblings) {
+    const fs::path folder = home / "siblings";
+    makeFiles(folder, siblings);
+    std::ofstream(folder / "item");
+    const QByteArray alias = aliasOf(folder / "item");
+    fs::rename(folder / "item", folder / "renamed");
+    constexpr int kRounds = 31;
+    turns::printTable("renamed in its folder",
+                      {{"alias, by anyone",
+                        [&] {
+                            const Nobody nobody;
+                            resolve(alias, folder / "renamed");
+                        }},
+                       {"readdir and fstatat of the folder", [&] { readAndStat(folder); }},
+                       {"alias, by root", [&] { resolve(alias, folder / "renamed"); }}},
+                      kRounds);
+}
+
+void compareMove(const fs::path &home, long files) {
+    constexpr long kFilesAFolder = 20;
+    for (long index = 0; index < files / kFilesAFolder; ++index)
+        makeFiles(home / "tree" / std::to_string(index % 100) / std::to_string(index),
+                  kFilesAFolder);
+    const fs::path item = home / "item";
+    // Where both come late, whichever way they go.
+    const fs::path far = home / "tree/99/" / std::to_string(files / kFilesAFolder - 1) / "moved";
+    std::ofstream{item};
+    const QByteArray alias = aliasOf(item);
+    fs::rename(item, far);
+    struct stat moved = {};
+    stat(far.c_str(), &moved);
+    constexpr int kRounds = 9;
+    turns::printTable("moved elsewhere in the home",
+                      {{"alias, by anyone",
+                        [&] {
+                            const Nobody nobody;
+                            resolve(alias, far);
+                        }},
+                       {"find -inum", [&] { findByInode(home, moved.st_ino); }},
+                       {"alias, by root", [&] { resolve(alias, far); }}},
+                      kRounds);
+    fs::remove(far);
+    turns::printTable("deleted: everything in the home is looked at",
+                      {{"alias, by anyone",
+                        [&] {
+                            const Nobody nobody;
+                            FSRef target;
+                            if (FSResolveAlias(alias, &target) != fnfErr)
+                                throw std::runtime_error("a deleted file was found");
+                        }},
+                       {"find -inum", [&] { findByInode(home, moved.st_ino); }}},
+                      kRounds);
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) try {
+    const long siblings = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 10'000;
+    const long files = argumentCount > 2 ? std::strtol(arguments[2], nullptr, 10) : 200'000;
+    std::string home = fs::temp_directory_path() / "mwcore-bench-XXXXXX";
+    if (!mkdtemp(home.data()))
+        throw std::runtime_error("no temporary folder");
+    fs::permissions(home, fs::perms::all);
+    setenv("HOME", home.c_str(), 1);
+    compareRename(home, siblings);
+    compareMove(home, files);
+    fs::remove_all(home);
+    return 0;
+} catch (const std::exception &failure) {
+    std::fprintf(stderr, "bench_alias: %s\n", failure.what());
+    return 1;
+}

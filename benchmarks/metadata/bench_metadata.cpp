@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What it costs to learn that 100,000 plain files have no Finder information.
+// usage: bench_metadata [FILES]
+#include "benchmarks/support/turns.h"
+#include "platform/metadata/MetadataStore.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include <QList>
+
+#include <fcntl.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+QList<QByteArray> madeFiles(const fs::path &folder, long count) {
+    QList<QByteArray> paths;
+    for (long index = 0; index < count; ++index) {
+        const fs::path path = folder / ("a file of usual length " + std::to_string(index));
+        std::ofstream(path) << "content";
+        paths.append(path.c_str());
+    }
+    return paths;
+}
+
+void check(bool holds) {
+    if (!holds)
+        throw std::runtime_error("a file has something that it should not have");
+}
+
+void listBare(const QList<QByteArray> &paths) {
+    char names[1024];
+    for (const QByteArray &path : paths)
+        check(llistxattr(path.constData(), names, sizeof names) == 0);
+}
+
+void listBareAndOpen(const QList<QByteArray> &paths, const QList<QByteArray> &sidecars) {
+    char names[1024];
+    for (qsizetype index = 0; index < paths.size(); ++index) {
+        check(llistxattr(paths[index].constData(), names, sizeof names) == 0);
+        check(open(sidecars[index].constData(), O_RDONLY | O_CLOEXEC) < 0);
+    }
+}
+
+void ask(const QList<QByteArray> &paths, Sidecars sidecars) {
+    FinderInfo info;
+    for (const QByteArray &path : paths)
+        check(readFinderInfo(path, &info, sidecars) == noErr && info.isNone());
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) try {
+    const long count = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 100'000;
+    std::string name = fs::temp_directory_path() / "mwcore-bench-XXXXXX";
+    if (!mkdtemp(name.data()))
+        throw std::runtime_error("no temporary folder");
+    const QList<QByteArray> paths = madeFiles(name, count);
+    QList<QByteArray> sidecars;
+    for (const QByteArray &path : paths)
+        sidecars.append(QByteArray(path).insert(path.lastIndexOf('/') + 1, "._"));
+    constexpr int kRounds = 15;
+    turns::printTable("Finder information, no sidecar in the folder",
+                      {{"readFinderInfo", [&] { ask(paths, Sidecars::Absent); }},
+                       {"bare llistxattr", [&] { listBare(paths); }}},
+                      kRounds);
+    turns::printTable("Finder information, sidecars may exist",
+                      {{"readFinderInfo", [&] { ask(paths, Sidecars::MayExist); }},
+                       {"bare llistxattr and open", [&] { listBareAndOpen(paths, sidecars); }}},
+                      kRounds);
+    fs::remove_all(name);
+    return 0;
+} catch (const std::exception &failure) {
+    std::fprintf(stderr, "bench_metadata: %s\n", failure.what());
+    return 1;
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+/// Contenders within one process that take turns, so that a change of the machine's speed meets
+/// them all.
+namespace turns {
+
+struct Contender {
+    const char *what;
+    std::function<void()> work;
+};
+
+inline double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+inline double milliseconds(const std::function<void()> &work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+        .count();
+}
+
+/// Prints the medians of @p rounds, the first contender's time as a ratio of each one's.
+inline void printTable(const char *title, const std::vector<Contender> &contenders, int rounds) {
+    std::vector<std::vector<double>> times(contenders.size());
+    for (int round = -1; round < rounds; ++round) // the first warms up
+        for (std::size_t index = 0; index < contenders.size(); ++index) {
+            const double time = milliseconds(contenders[index].work);
+            if (round >= 0)
+                times[index].push_back(time);
+        }
+    std::printf("\n| %s | ms | the first takes |\n|---|---:|---:|\n", title);
+    for (std::size_t index = 0; index < contenders.size(); ++index)
+        std::printf("| %s | %.2f | %.2f x |\n", contenders[index].what, median(times[index]),
+                    median(times[0]) / median(times[index]));
+    std::fflush(stdout);
+}
+
+} // namespace turns
