@@ -78,12 +78,20 @@ std::array<QByteArray, 4> localesFor(QByteArrayView locale) {
     return {country + modifier, country, language + modifier, language};
 }
 
-/// What is inside the brackets when @p key is @p name with a locale.
-std::optional<QByteArrayView> localeOf(QByteArrayView key, QByteArrayView name) {
+/// The place of the locale that @p key gives @p name, behind the last one for a key without any.
+/// Nothing for another key.
+std::optional<std::size_t> rankOf(QByteArrayView key, QByteArrayView name,
+                                  const std::array<QByteArray, 4> &locales) {
+    if (key == name)
+        return locales.size();
     if (key.size() < name.size() + 2 || !key.startsWith(name) || key[name.size()] != '[' ||
         !key.endsWith(']'))
         return std::nullopt;
-    return key.sliced(name.size() + 1, key.size() - name.size() - 2);
+    const QByteArrayView locale = key.sliced(name.size() + 1).chopped(1);
+    for (std::size_t rank = 0; rank < locales.size(); ++rank)
+        if (locales[rank] == locale)
+            return rank;
+    return std::nullopt;
 }
 
 /// Whether the text is read back as the group or key that it names.
@@ -115,18 +123,16 @@ std::optional<QString> DesktopEntry::value(QByteArrayView group, QByteArrayView 
 std::optional<QString> DesktopEntry::localizedValue(QByteArrayView group, QByteArrayView key,
                                                     QByteArrayView locale) const {
     const auto locales = localesFor(locale);
-    auto best = locales.end();
+    std::size_t best = locales.size(); // the rank of the form without a locale
     std::optional<DesktopEntryLine> found;
     DesktopEntryLines lines(bytes_);
     for (DesktopEntryLine line; lines.next(&line);) {
         if (line.kind != DesktopEntryLine::Key || line.group != group)
             continue;
-        const auto lineLocale = localeOf(line.key, key);
-        const auto rank = lineLocale ? std::ranges::find(locales, *lineLocale) : locales.end();
-        const bool fits = rank != locales.end() || line.key == key;
-        if (!fits || rank > best)
+        const auto rank = rankOf(line.key, key, locales);
+        if (!rank || *rank > best)
             continue;
-        best = rank;
+        best = *rank;
         found = line;
     }
     return found ? std::optional(unescaped(rawValue(bytes_, *found))) : std::nullopt;
@@ -198,7 +204,7 @@ void DesktopEntry::removeKey(QByteArrayView group, QByteArrayView key) {
 
 QByteArray DesktopEntry::messagesLocale() {
     for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
-        if (const QByteArray locale = qgetenv(variable); !locale.isEmpty())
+        if (QByteArray locale = qgetenv(variable); !locale.isEmpty())
             return locale;
     return {};
 }

@@ -15,11 +15,11 @@ namespace MWCore {
 struct DesktopEntryLine {
     enum Kind { Other, Group, Key };
 
-    Kind kind;
-    qsizetype begin;
-    qsizetype valueBegin; ///< of a key
-    qsizetype end;        ///< before the line end, CR included
-    qsizetype next;       ///< where the next line begins
+    Kind kind = Other;
+    qsizetype begin = 0;
+    qsizetype valueBegin = 0; ///< of a key
+    qsizetype end = 0;        ///< before the line end, which is LF or CR LF
+    qsizetype next = 0;       ///< where the next line begins
     QByteArrayView group; ///< the group that the line opens or belongs to; null before the first
     QByteArrayView key;   ///< with "[locale]", where it has one
 };
