@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <QByteArrayView>
+#include <QVariant>
+
+/// One reader a form, with the outcome of readPropertyList().
+namespace MWCore {
+
+/// A binary property list, version "bplist0".
+[[nodiscard]] QVariant readBinaryPropertyList(QByteArrayView bytes);
+
+/// A property list in XML, as UTF-8.
+[[nodiscard]] QVariant readXmlPropertyList(QByteArrayView bytes);
+
+} // namespace MWCore

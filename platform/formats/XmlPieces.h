@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+namespace MWCore {
+
+[[nodiscard]] constexpr bool isXmlBlank(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
+}
+
+struct XmlPiece {
+    enum Kind { Start, End, Empty, Text, Damage };
+
+    Kind kind = Damage;  ///< Damage at the end of the document, too
+    QByteArrayView name; ///< of a tag
+    QByteArray text;     ///< references and CDATA resolved, line ends as LF
+};
+
+/// Goes through the tags and texts of an XML document in UTF-8 that needs neither attributes nor
+/// entities of its own: comments, instructions and attributes are skipped, a document type that
+/// declares anything is damage. One pass, whatever the document holds.
+class XmlPieces {
+public:
+    explicit XmlPieces(QByteArrayView document) : rest_(document) {}
+
+    [[nodiscard]] XmlPiece next();
+
+private:
+    XmlPiece text();
+    XmlPiece characterData();
+    XmlPiece tag();
+    QByteArrayView takeThrough(QByteArrayView end);
+
+    QByteArrayView rest_;
+};
+
+} // namespace MWCore
