@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/launch/ApplicationFolder.h"
+
+#include "platform/launch/names.h"
+
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace MWCore {
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR *folder) const { closedir(folder); }
+};
+
+} // namespace
+
+bool isPlainFile(const QByteArray &path) {
+    struct stat item = {};
+    return stat(path.constData(), &item) == 0 && S_ISREG(item.st_mode);
+}
+
+QByteArray appRunPath(const QByteArray &folder) {
+    return folder + "/AppRun";
+}
+
+std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
+    if (!isPlainFile(appRunPath(folder)))
+        return std::nullopt;
+    const std::unique_ptr<DIR, CloseFolder> listing(opendir(folder.constData()));
+    if (!listing)
+        return std::nullopt;
+    QByteArray first;
+    while (const dirent *const entry = readdir(listing.get())) {
+        const QByteArray name = entry->d_name;
+        const bool isBetter = name.endsWith(".desktop") && (first.isEmpty() || name < first);
+        if (isBetter && isPlainFile(folder + '/' + name))
+            first = name;
+    }
+    return first.isEmpty() ? std::nullopt : std::optional(folder + '/' + first);
+}
+
+bool isApplicationFolder(const QByteArray &folder) {
+    if (lowerExtensionOf(nameOf(folder)) == "app") {
+        const QByteArray list = folder + "/Contents/Info.plist";
+        if (isPlainFile(list) && faccessat(AT_FDCWD, list.constData(), R_OK, AT_EACCESS) == 0)
+            return true;
+    }
+    return appDirEntryPath(folder).has_value();
+}
+
+} // namespace MWCore

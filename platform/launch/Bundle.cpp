@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/launch/Bundle.h"
+
+#include "platform/files/RegularFile.h"
+#include "platform/formats/DesktopEntry.h"
+#include "platform/formats/PropertyList.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/launch/ApplicationFolder.h"
+#include "platform/launch/names.h"
+
+namespace MWCore {
+namespace {
+
+constexpr int64_t kDescriptionLimit = 4'000'000; // bytes; those in use have some 10,000
+
+struct LayoutRow {
+    const char *list;             ///< the property list in the bundle
+    const char *executableFolder; ///< where its executables are
+};
+constexpr LayoutRow kLayoutRows[] = {
+    {"/Contents/Info.plist", "/Contents/MacOS"},
+    {"/Info.plist", ""},
+};
+
+struct KeyRow {
+    const char *entryKey;
+    const char *listKey;
+};
+/// Of two rows for the same key the first one that has a value counts.
+constexpr KeyRow kKeyRows[] = {
+    {"Name", "CFBundleName"},
+    {"Icon", "CFBundleIconFile"},
+    {"X-AppImage-Version", "CFBundleShortVersionString"},
+    {"X-AppImage-Version", "CFBundleGetInfoString"},
+    {"Comment", "CFBundleGetInfoString"},
+};
+
+std::optional<QByteArray> read(const QByteArray &path) {
+    OSStatus status = noErr;
+    return readRegularFile(path, kDescriptionLimit, Links::Follow, &status);
+}
+
+std::optional<QVariantMap> readList(const QByteArray &path) {
+    const auto bytes = read(path);
+    const QVariant list = bytes ? readPropertyList(*bytes) : QVariant();
+    if (list.typeId() != QMetaType::QVariantMap)
+        return std::nullopt;
+    return list.toMap();
+}
+
+/// The identifier of a desktop entry is its name without the extension.
+std::optional<QVariantMap> readAppDir(const QByteArray &folder) {
+    const auto entryPath = appDirEntryPath(folder);
+    const auto bytes = entryPath ? read(*entryPath) : std::nullopt;
+    if (!bytes)
+        return std::nullopt;
+    const DesktopEntry entry(*bytes);
+    QVariantMap dictionary = {
+        {"CFBundleIdentifier",
+         stringWithFileSystemRepresentation(withoutExtension(nameOf(*entryPath)))},
+        {"CFBundlePackageType", "APPL"},
+    };
+    for (const KeyRow &row : kKeyRows) {
+        const auto value = entry.localizedValue(DesktopEntry::kMainGroup, row.entryKey);
+        if (value && !dictionary.contains(row.listKey))
+            dictionary.insert(row.listKey, *value);
+    }
+    return dictionary;
+}
+
+} // namespace
+
+std::optional<Bundle> Bundle::open(const QByteArray &path) {
+    Bundle bundle;
+    bundle.path_ = withoutSlashes(path);
+    for (const LayoutRow &row : kLayoutRows) {
+        const auto list = readList(bundle.path_ + row.list);
+        if (!list)
+            continue;
+        bundle.infoDictionary_ = *list;
+        bundle.executableFolder_ = bundle.path_ + row.executableFolder;
+        bundle.isApplication_ =
+            &row == kLayoutRows && lowerExtensionOf(nameOf(bundle.path_)) == "app";
+        return bundle;
+    }
+    const auto description = readAppDir(bundle.path_);
+    if (!description)
+        return std::nullopt;
+    bundle.infoDictionary_ = *description;
+    bundle.isApplication_ = true;
+    return bundle;
+}
+
+QByteArray Bundle::executablePath() const {
+    if (executableFolder_.isEmpty())
+        return appRunPath(path_);
+    const QVariant named = value("CFBundleExecutable");
+    const QByteArray name = named.isValid()
+                                ? fileSystemRepresentation(named.toString()).value_or(QByteArray())
+                                : withoutExtension(nameOf(path_));
+    const bool isName = !name.isEmpty() && !name.contains('/') && name != "." && name != "..";
+    const QByteArray executable = executableFolder_ + '/' + name;
+    return isName && isPlainFile(executable) ? executable : QByteArray();
+}
+
+} // namespace MWCore

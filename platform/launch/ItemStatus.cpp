@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/launch/ItemStatus.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+
+namespace MWCore {
+namespace {
+
+/// For kernels before 5.8. The root folder is its own parent.
+bool differsFromParent(const QByteArray &path) {
+    struct stat item = {};
+    struct stat parent = {};
+    if (lstat(path.constData(), &item) != 0 || stat((path + "/..").constData(), &parent) != 0)
+        return false;
+    return item.st_dev != parent.st_dev || item.st_ino == parent.st_ino;
+}
+
+} // namespace
+
+ItemStatus itemStatus(const QByteArray &path) {
+    struct statx item = {};
+    if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_TYPE,
+              &item) != 0)
+        return {0, false, errno};
+    const bool isTold = (item.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
+    const bool isMountPoint =
+        S_ISDIR(item.stx_mode) &&
+        (isTold ? (item.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 : differsFromParent(path));
+    return {item.stx_mode, isMountPoint, 0};
+}
+
+} // namespace MWCore

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/launch/LaunchServices.h"
+
+#include "platform/files/RegularFile.h"
+#include "platform/formats/DesktopEntry.h"
+#include "platform/launch/ApplicationFolder.h"
+#include "platform/launch/ItemStatus.h"
+#include "platform/launch/names.h"
+
+#include <algorithm>
+
+namespace MWCore {
+namespace {
+
+constexpr uint16_t kFinderBundleBit = 0x2000;
+
+/// Extensions of folders that are shown as one thing.
+constexpr QByteArrayView kPackageExtensions[] = {
+    "app",          // application
+    "appex",        // extension of an application
+    "bundle",       // loadable code and its resources
+    "component",    // audio or image component
+    "download",     // download that is not complete
+    "dsym",         // debug symbols
+    "framework",    // library, its headers and resources
+    "kext",         // kernel extension
+    "mdimporter",   // search importer
+    "mpkg",         // set of installation packages
+    "nib",          // interface file
+    "pkg",          // installation package
+    "playground",   // code to try
+    "plugin",       // loadable code
+    "prefpane",     // settings panel
+    "qlgenerator",  // preview maker
+    "rtfd",         // rich text with attachments
+    "saver",        // screen saver
+    "scptd",        // script with resources
+    "sparsebundle", // growing disk image
+    "wdgt",         // widget
+    "xcdatamodel",  // data model
+    "xcodeproj",    // source project
+    "xcworkspace",  // set of source projects
+    "xpc",          // service of an application
+};
+
+/// An AppImage says so in the unused bytes of its ELF identification: "AI" and its type.
+bool isAppImage(QByteArrayView start) {
+    return start.startsWith("\x7F"
+                            "ELF") &&
+           (start.sliced(8) == "AI\x01" || start.sliced(8) == "AI\x02");
+}
+
+bool startsApplication(const QByteArray &entry) {
+    return DesktopEntry(entry).value(DesktopEntry::kMainGroup, "Type") == u"Application";
+}
+
+} // namespace
+
+OSStatus LSCopyItemInfoForPath(const QByteArray &path, uint16_t finderFlags, uint32_t *flags) {
+    const ItemStatus item = itemStatus(path);
+    *flags = 0;
+    if (!S_ISDIR(item.mode))
+        return statusFromErrno(item.error);
+    const QByteArray extension = lowerExtensionOf(nameOf(path));
+    if (isApplicationFolder(path))
+        *flags |= kLSItemInfoIsApplication | kLSItemInfoIsPackage;
+    const bool isKnown = std::ranges::find(kPackageExtensions, QByteArrayView(extension)) !=
+                         std::end(kPackageExtensions);
+    if (isKnown || (finderFlags & kFinderBundleBit) != 0)
+        *flags |= kLSItemInfoIsPackage;
+    if (item.isMountPoint)
+        *flags |= kLSItemInfoIsVolume;
+    return noErr;
+}
+
+bool isPlainFileApplication(const QByteArray &path) {
+    constexpr int64_t kAppImageStart = 11;
+    constexpr int64_t kEntryStart = 65'536; // the type stands near the top
+    const bool isEntry = path.endsWith(".desktop");
+    OSStatus status = noErr;
+    const Descriptor file = openRegularFile(path, Links::Keep, &status);
+    const auto start =
+        file ? readAt(file.number(), 0, isEntry ? kEntryStart : kAppImageStart, &status)
+             : std::nullopt;
+    if (!start)
+        return false;
+    const QByteArrayView identification =
+        QByteArrayView(*start).first(std::min<qsizetype>(start->size(), kAppImageStart));
+    return isAppImage(identification) || (isEntry && startsApplication(*start));
+}
+
+} // namespace MWCore

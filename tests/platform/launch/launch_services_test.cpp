@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/launch/LaunchServices.h"
+
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include <sys/mount.h>
+
+#include <QLocale>
+
+namespace {
+
+using namespace MWCore;
+
+QByteArray bytes(const std::string &path) {
+    return QByteArray::fromStdString(path);
+}
+
+std::string make(const TemporaryFolder &folder, const std::string &name,
+                 const std::string &content) {
+    const std::filesystem::path path = folder.at(name);
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path) << content;
+    return path;
+}
+
+struct FlagRow {
+    const char *folder;
+    std::vector<const char *> files; ///< in it; with "/" at the end, a folder
+    uint16_t finderFlags;
+    uint32_t flags;
+};
+const FlagRow kFlagRows[] = {
+    {"plain", {"Info.plist"}, 0xDFFF, 0},
+    {"a.app", {"Contents/Info.plist"}, 0, 0x6},
+    {"b.App", {"Contents/Info.plist"}, 0, 0x6},
+    {"c.app", {"Info.plist"}, 0, 0x2},
+    {"d.app", {"Contents/Info.plist/"}, 0, 0x2},
+    {".app", {"Contents/Info.plist"}, 0, 0},
+    {"e.RTFD", {}, 0, 0x2},
+    {"f.framework", {"Contents/Info.plist"}, 0, 0x2},
+    {"by bit", {}, 0x2000, 0x2},
+    {"AppDir", {"AppRun", "a.desktop"}, 0, 0x6},
+    {"no entry", {"AppRun", "a.desktop/"}, 0, 0},
+    {"AppRun is a folder", {"AppRun/", "a.desktop"}, 0, 0},
+};
+
+TEST(LaunchServices, FlagsFolders) {
+    const TemporaryFolder folder;
+    for (const FlagRow &row : kFlagRows) {
+        const QByteArray path = bytes(folder.folder(row.folder));
+        for (const std::string file : row.files)
+            make(folder, std::string(row.folder) + '/' + file, "");
+        uint32_t flags = 1;
+        EXPECT_EQ(LSCopyItemInfoForPath(path, row.finderFlags, &flags), noErr) << row.folder;
+        EXPECT_EQ(flags, row.flags) << row.folder;
+        EXPECT_EQ(LSCopyItemInfoForPath(path + '/', row.finderFlags, &flags), noErr);
+        EXPECT_EQ(flags, row.flags) << row.folder << '/';
+    }
+}
+
+TEST(LaunchServices, FlagsNothingButFolders) {
+    const TemporaryFolder folder;
+    uint32_t flags = 1;
+    for (const std::string &path :
+         {folder.file("a.app"), folder.link("b.app", "/proc"), folder.fifo("c.app")}) {
+        EXPECT_EQ(LSCopyItemInfoForPath(bytes(path), 0x2000, &flags), noErr);
+        EXPECT_EQ(flags, 0U) << path;
+    }
+    EXPECT_EQ(LSCopyItemInfoForPath(bytes(folder.at("gone")), 0x2000, &flags), fnfErr);
+    EXPECT_EQ(flags, 0U);
+}
+
+TEST(LaunchServices, KnowsMountPoints) {
+    const TemporaryFolder folder;
+    for (const std::string &path : {std::string("/"), std::string("/proc"), std::string("/dev"),
+                                    std::string("/usr"), folder.path()}) {
+        uint32_t flags = 0;
+        ASSERT_EQ(LSCopyItemInfoForPath(bytes(path), 0, &flags), noErr);
+        const bool isMountPoint = runProcess({"mountpoint", "-q", path}).status == 0;
+        EXPECT_EQ(flags, isMountPoint ? uint32_t{kLSItemInfoIsVolume} : 0) << path;
+    }
+}
+
+TEST(LaunchServices, NamesKinds) {
+    QLocale::setDefault(QLocale::c());
+    const TemporaryFolder folder;
+    struct Row {
+        std::string path;
+        QString kind;
+    };
+    const Row rows[] = {
+        {folder.folder("folder"), "folder"},
+        {"/proc", "mount point"},
+        {folder.link("link", "gone"), "symbolic link"},
+        {folder.fifo("fifo"), "pipe"},
+        {"/dev/null", "character device"},
+        {make(folder, "a.png", "no image"), "PNG image"},
+        {make(folder, "image", "\x89PNG\r\n\x1A\n"), "PNG image"},
+        {make(folder, "\xFF\xFE.png", ""), "PNG image"},
+        {make(folder, "\xFF", "plain text\n"), "plain text document"},
+        {make(folder, "empty", ""), "empty document"},
+        {folder.at("gone"), QString()},
+    };
+    for (const Row &row : rows) {
+        const QString kind = LSCopyKindString(bytes(row.path));
+        EXPECT_EQ(kind.toLower(), row.kind.toLower()) << row.path;
+        EXPECT_EQ(kind.isNull(), row.kind.isNull()) << row.path;
+    }
+    make(folder, "a.app/Contents/Info.plist", "");
+    EXPECT_EQ(LSCopyKindString(bytes(folder.at("a.app"))), "Application");
+}
+
+TEST(LaunchServices, NamesKindsInTheUsersLanguage) {
+    QLocale::setDefault(QLocale(QLocale::German));
+    EXPECT_EQ(LSCopyKindString("/proc/self"), "Symbolische Verknüpfung");
+    QLocale::setDefault(QLocale::c());
+}
+
+struct ApplicationRow {
+    const char *name;
+    std::string content;
+    bool isApplication;
+};
+const ApplicationRow kApplicationRows[] = {
+    {"AppImage 1",
+     std::string("\x7F"
+                 "ELF\2\1\1\0AI\1\0",
+                 12),
+     true},
+    {"AppImage 2",
+     std::string("\x7F"
+                 "ELF\2\1\1\0AI\2",
+                 11),
+     true},
+    {"AppImage 3",
+     std::string("\x7F"
+                 "ELF\2\1\1\0AI\3\0",
+                 12),
+     false},
+    {"cut",
+     std::string("\x7F"
+                 "ELF\2\1\1\0AI",
+                 10),
+     false},
+    {"no ELF", std::string("MWELF\2\1\0AI\2\0", 12), false},
+    {"a.desktop", "[Desktop Entry]\nType=Application\n", true},
+    {"b.desktop", "[Desktop Entry]\nType=Link\n", false},
+    {"c.desktop", "[Other]\nType=Application\n", false},
+    {"d.desktop.txt", "[Desktop Entry]\nType=Application\n", false},
+    {"e.desktop",
+     std::string("\x7F"
+                 "ELF\2\1\1\0AI\2\0",
+                 12),
+     true},
+    {"f.desktop", "", false},
+};
+
+TEST(LaunchServices, KnowsPlainFilesThatAreApplications) {
+    const TemporaryFolder folder;
+    for (const ApplicationRow &row : kApplicationRows)
+        EXPECT_EQ(isPlainFileApplication(bytes(make(folder, row.name, row.content))),
+                  row.isApplication)
+            << row.name;
+    EXPECT_FALSE(isPlainFileApplication(bytes(folder.fifo("fifo.desktop"))));
+    EXPECT_FALSE(isPlainFileApplication(bytes(folder.link("link", "AppImage 1"))));
+    EXPECT_FALSE(isPlainFileApplication(bytes(folder.at("gone"))));
+}
+
+} // namespace
