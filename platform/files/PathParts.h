@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <algorithm>
+
 #include <QByteArray>
 
 namespace MWCore {
@@ -27,5 +29,16 @@ struct PathParts {
     QByteArray parent;
     QByteArray name;
 };
+
+/// The name up to its last ".", unless that is its first byte.
+[[nodiscard]] inline QByteArray withoutExtension(const QByteArray &name) {
+    const qsizetype dot = name.lastIndexOf('.');
+    return dot > 0 ? name.first(dot) : name;
+}
+
+/// What stands behind that ".", in small letters; empty for a name without it.
+[[nodiscard]] inline QByteArray lowerExtensionOf(const QByteArray &name) {
+    return name.sliced(std::min(name.size(), withoutExtension(name).size() + 1)).toLower();
+}
 
 } // namespace MWCore

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/launch/ApplicationFolder.h"
 
-#include "platform/launch/names.h"
+#include "platform/files/PathParts.h"
 
 #include <memory>
 
@@ -46,7 +46,7 @@ std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
 }
 
 bool isApplicationFolder(const QByteArray &folder) {
-    if (lowerExtensionOf(nameOf(folder)) == "app") {
+    if (lowerExtensionOf(PathParts(folder).name) == "app") {
         const QByteArray list = folder + "/Contents/Info.plist";
         if (isPlainFile(list) && faccessat(AT_FDCWD, list.constData(), R_OK, AT_EACCESS) == 0)
             return true;

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/launch/Bundle.h"
 
+#include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/formats/PropertyList.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/launch/ApplicationFolder.h"
-#include "platform/launch/names.h"
 
 namespace MWCore {
 namespace {
@@ -58,7 +58,7 @@ std::optional<QVariantMap> readAppDir(const QByteArray &folder) {
     const DesktopEntry entry(*bytes);
     QVariantMap dictionary = {
         {"CFBundleIdentifier",
-         stringWithFileSystemRepresentation(withoutExtension(nameOf(*entryPath)))},
+         stringWithFileSystemRepresentation(withoutExtension(PathParts(*entryPath).name))},
         {"CFBundlePackageType", "APPL"},
     };
     for (const KeyRow &row : kKeyRows) {
@@ -73,7 +73,9 @@ std::optional<QVariantMap> readAppDir(const QByteArray &folder) {
 
 std::optional<Bundle> Bundle::open(const QByteArray &path) {
     Bundle bundle;
-    bundle.path_ = withoutSlashes(path);
+    bundle.path_ = path;
+    while (bundle.path_.size() > 1 && bundle.path_.endsWith('/'))
+        bundle.path_.chop(1);
     for (const LayoutRow &row : kLayoutRows) {
         const auto list = readList(bundle.path_ + row.list);
         if (!list)
@@ -81,7 +83,7 @@ std::optional<Bundle> Bundle::open(const QByteArray &path) {
         bundle.infoDictionary_ = *list;
         bundle.executableFolder_ = bundle.path_ + row.executableFolder;
         bundle.isApplication_ =
-            &row == kLayoutRows && lowerExtensionOf(nameOf(bundle.path_)) == "app";
+            &row == kLayoutRows && lowerExtensionOf(PathParts(bundle.path_).name) == "app";
         return bundle;
     }
     const auto description = readAppDir(bundle.path_);
@@ -98,7 +100,7 @@ QByteArray Bundle::executablePath() const {
     const QVariant named = value("CFBundleExecutable");
     const QByteArray name = named.isValid()
                                 ? fileSystemRepresentation(named.toString()).value_or(QByteArray())
-                                : withoutExtension(nameOf(path_));
+                                : withoutExtension(PathParts(path_).name);
     const bool isName = !name.isEmpty() && !name.contains('/') && name != "." && name != "..";
     const QByteArray executable = executableFolder_ + '/' + name;
     return isName && isPlainFile(executable) ? executable : QByteArray();

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
-#include "platform/launch/names.h"
 
 #include <algorithm>
 #include <iterator>
@@ -41,7 +41,7 @@ std::optional<QByteArray> startOf(const QByteArray &path) {
 /// the local encoding.
 QString kindOfPlainFile(const QByteArray &path) {
     const QMimeDatabase database;
-    const QString name = stringWithFileSystemRepresentation(nameOf(path));
+    const QString name = stringWithFileSystemRepresentation(PathParts(path).name);
     const auto byName = database.mimeTypesForFileName(name);
     if (byName.size() == 1)
         return byName.front().comment();

@@ -2,18 +2,17 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/launch/LaunchServices.h"
 
+#include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/ItemStatus.h"
-#include "platform/launch/names.h"
+#include "platform/metadata/FinderInfo.h"
 
 #include <algorithm>
 
 namespace MWCore {
 namespace {
-
-constexpr uint16_t kFinderBundleBit = 0x2000;
 
 /// Extensions of folders that are shown as one thing.
 constexpr QByteArrayView kPackageExtensions[] = {
@@ -62,12 +61,12 @@ OSStatus LSCopyItemInfoForPath(const QByteArray &path, uint16_t finderFlags, uin
     *flags = 0;
     if (!S_ISDIR(item.mode))
         return statusFromErrno(item.error);
-    const QByteArray extension = lowerExtensionOf(nameOf(path));
+    const QByteArray extension = lowerExtensionOf(PathParts(path).name);
     if (isApplicationFolder(path))
         *flags |= kLSItemInfoIsApplication | kLSItemInfoIsPackage;
     const bool isKnown = std::ranges::find(kPackageExtensions, QByteArrayView(extension)) !=
                          std::end(kPackageExtensions);
-    if (isKnown || (finderFlags & kFinderBundleBit) != 0)
+    if (isKnown || (finderFlags & kHasBundle) != 0)
         *flags |= kLSItemInfoIsPackage;
     if (item.isMountPoint)
         *flags |= kLSItemInfoIsVolume;

@@ -49,7 +49,8 @@ public:
     /// resNotFound when there is none, permErr as above.
     [[nodiscard]] OSStatus removeResource(uint32_t type, int16_t id);
 
-    /// Writes what was changed; a fork that lost its last resource goes. On failure the old fork stands, and closing may be tried again.
+    /// Writes what was changed; a fork that lost its last resource goes. On failure the old fork
+    /// stands, and closing may be tried again.
     [[nodiscard]] OSStatus close();
 
 private:
