@@ -27,7 +27,9 @@ public:
                                                            OSStatus *status);
 
     ReplacedFile(ReplacedFile &&) noexcept = default;
-    ReplacedFile &operator=(ReplacedFile &&) noexcept = delete;
+    ReplacedFile(const ReplacedFile &) = delete;
+    ReplacedFile &operator=(const ReplacedFile &) = delete;
+    ReplacedFile &operator=(ReplacedFile &&) = delete;
     ~ReplacedFile();
 
     /// Puts @p content in the file's place. Owner, mode and extended attributes of the file that

@@ -210,7 +210,8 @@ std::optional<QByteArray> ResourceMap::toBytes() const {
     Areas areas;
     QByteArray typeList;
     appendNumber(typeList, static_cast<uint16_t>(types.size() - 1));
-    const auto typeListLength = sizeof(uint16_t) + types.size() * kTypeLength;
+    const qsizetype typeListLength =
+        qsizetype(sizeof(uint16_t)) + qsizetype(types.size()) * qsizetype(kTypeLength);
     for (const Type &type : types) {
         appendNumber(typeList, type.code);
         appendNumber(typeList, static_cast<uint16_t>(type.resources.size() - 1));
@@ -219,7 +220,8 @@ std::optional<QByteArray> ResourceMap::toBytes() const {
             if (!append(areas, *resource))
                 return std::nullopt;
     }
-    const uint64_t nameList = kMapHeaderLength + typeListLength + areas.references.size();
+    const qsizetype nameList =
+        qsizetype(kMapHeaderLength) + typeListLength + areas.references.size();
     if (nameList > std::numeric_limits<uint16_t>::max())
         return std::nullopt;
     const auto dataLength = static_cast<uint32_t>(areas.data.size());

@@ -18,7 +18,7 @@ OSStatus statusOf(int result) {
 
 } // namespace
 
-AttributeNames::AttributeNames(const QByteArray &path) : names_(1024), status_(noErr) {
+AttributeNames::AttributeNames(const QByteArray &path) : names_(1024) {
     constexpr qsizetype kLongest = 65536; // what the kernel lists at most
     ssize_t length = 0;
     while ((length = llistxattr(path.constData(), names_.data(),

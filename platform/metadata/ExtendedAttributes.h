@@ -25,7 +25,7 @@ public:
 
 private:
     QVarLengthArray<char, 1024> names_; ///< one after the other, each with a NUL
-    OSStatus status_;
+    OSStatus status_ = noErr;
 };
 
 /// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name.

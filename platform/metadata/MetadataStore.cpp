@@ -84,7 +84,7 @@ OSStatus findPlaces(const QByteArray &path, const AttributeNames &names, Sidecar
 
 /// The first place that says anything, or null.
 const Place *firstThatSays(const Places &places) {
-    const auto place = std::ranges::find_if_not(places, &FinderInfo::isNone, &Place::info);
+    const auto *const place = std::ranges::find_if_not(places, &FinderInfo::isNone, &Place::info);
     return place == places.end() ? nullptr : &*place;
 }
 

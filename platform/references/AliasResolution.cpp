@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -120,11 +119,10 @@ private:
         const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
         if (!item)
             return std::nullopt;
-        char link[32];
-        char path[PATH_MAX];
-        std::snprintf(link, sizeof link, "/proc/self/fd/%d", item.number());
-        const ssize_t length = readlink(link, path, sizeof path);
-        const QByteArray found(path, std::max<ssize_t>(length, 0));
+        char buffer[PATH_MAX];
+        const QByteArray descriptor = "/proc/self/fd/" + QByteArray::number(item.number());
+        const ssize_t length = readlink(descriptor.constData(), buffer, sizeof buffer);
+        const QByteArray found(buffer, std::max<ssize_t>(length, 0));
         return found.startsWith('/') && leadsToIt(found) ? std::optional(found) : std::nullopt;
     }
 

@@ -16,7 +16,7 @@ namespace MWCore {
 namespace {
 
 constexpr int kDeepest = 200; ///< each level holds one open folder
-constexpr std::size_t kBlockLength = 64 * 1024;
+constexpr std::size_t kBlockLength = 65536;
 
 Descriptor openFolder(int parent, const char *path) {
     return Descriptor(openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
