@@ -58,7 +58,8 @@ TEST(Catalogue, TellsWhatTheSystemTells) {
         EXPECT_EQ(info.dataLogicalSize, static_cast<uint64_t>(item.st_size)) << path;
         EXPECT_EQ(info.dataPhysicalSize, static_cast<uint64_t>(item.st_blocks) * 512) << path;
         EXPECT_EQ(info.rsrcLogicalSize, 0U) << path;
-        EXPECT_EQ(std::to_string(info.volume), printed({"findmnt", "-no", "ID", "-T", folder.path()}));
+        EXPECT_EQ(std::to_string(info.volume),
+                  printed({"findmnt", "-no", "ID", "-T", folder.path()}));
     }
     fs::remove(folder.at("file"));
     FSCatalogInfo info;
