@@ -188,7 +188,8 @@ bool DesktopEntry::setValue(QByteArrayView group, QByteArrayView key, const QStr
         return true;
     }
     const QByteArray lineEnd = bytes_.sliced(before->end, before->next - before->end);
-    bytes_.insert(before->next, lineEnd.isEmpty() ? '\n' + assignment : assignment + lineEnd);
+    const bool isLineEnded = lineEnd.endsWith('\n'); // the file may stop within CR LF
+    bytes_.insert(before->next, isLineEnded ? assignment + lineEnd : '\n' + assignment);
     return true;
 }
 
