@@ -202,6 +202,7 @@ bool BinaryReader::readObject(uint64_t offset, int depth, Object *object) {
 bool BinaryReader::readContainer(uint8_t kind, QByteArrayView references, int depth,
                                  Object *container) {
     QVariantList values;
+    values.reserve(references.size() / referenceSize_);
     uint64_t count = 1;
     container->height = 1;
     for (; !references.isEmpty(); references = references.sliced(referenceSize_)) {

@@ -12,7 +12,7 @@
 namespace MWCore {
 namespace {
 
-constexpr int64_t kDescriptionLimit = 4'000'000; // bytes; those in use have some 10,000
+constexpr int64_t kDescriptionLimit = 1'000'000; // bytes; those in use have some 10,000
 
 struct LayoutRow {
     const char *list;             ///< the property list in the bundle
