@@ -148,9 +148,9 @@ TEST(PropertyList, ReadsXmlInItsEncodings) {
 }
 
 TEST(PropertyList, NeverDeclaresEntities) {
-    const QByteArray apple = R"(<!DOCTYPE plist PUBLIC "-//A//DTD 1.0//EN" "http://a/b.dtd">)";
+    const QByteArray usual = R"(<!DOCTYPE plist PUBLIC "-//A//DTD 1.0//EN" "http://a/b.dtd">)";
     const QByteArray own = R"(<!DOCTYPE plist [<!ENTITY a "b">]>)";
-    EXPECT_EQ(readPropertyList(apple + "<plist><true/></plist>"), true);
+    EXPECT_EQ(readPropertyList(usual + "<plist><true/></plist>"), true);
     EXPECT_EQ(readPropertyList(own + "<plist><true/></plist>"), QVariant());
 }
 
