@@ -73,7 +73,7 @@ inline QByteArray attributeBlock(uint32_t at, const QByteArray &value) {
 }
 
 /// A resource fork with one resource 'icns' -16455 without a name and one 'STR ' 128 with one.
-inline QByteArray fork() {
+inline QByteArray resourceFork() {
     const QByteArray data = number32(3) + "abc" + number32(5) + "hello";
     const QByteArray map = zeros(16 + 6) + number16(0) + number16(28) + number16(28 + 2 + 16 + 24) +
                            number16(1) + "icns" + number16(0) + number16(18) + "STR " +
@@ -91,7 +91,7 @@ inline QByteArray sidecar(uint16_t flags, const QByteArray &note = "keep me") {
     return hex("0005160700020000") + "Mac OS X        " + number16(2) + number32(9) + number32(50) +
            number32(static_cast<uint32_t>(info.size())) + number32(2) +
            number32(50 + static_cast<uint32_t>(info.size())) +
-           number32(static_cast<uint32_t>(fork().size())) + info + fork();
+           number32(static_cast<uint32_t>(resourceFork().size())) + info + resourceFork();
 }
 
 } // namespace samples

@@ -50,9 +50,9 @@ TEST(AppleDouble, OnlyTheAskedBytesChange) {
     ASSERT_TRUE(file);
     file->overwrite(kFinderInfoEntry, samples::finderInfo(0x0002));
     EXPECT_EQ(file->bytes(), samples::sidecar(0x0002));
-    file->replace(kResourceForkEntry, "a longer fork" + samples::fork());
-    EXPECT_EQ(file->content(kResourceForkEntry), "a longer fork" + samples::fork());
-    file->replace(kResourceForkEntry, samples::fork());
+    file->replace(kResourceForkEntry, "a longer fork" + samples::resourceFork());
+    EXPECT_EQ(file->content(kResourceForkEntry), "a longer fork" + samples::resourceFork());
+    file->replace(kResourceForkEntry, samples::resourceFork());
     EXPECT_EQ(file->bytes(), samples::sidecar(0x0002)) << "and back";
 }
 

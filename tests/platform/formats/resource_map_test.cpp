@@ -13,7 +13,7 @@ constexpr uint32_t kIcns = 0x69636E73;
 constexpr uint32_t kText = 0x53545220; // 'STR '
 
 TEST(ResourceMap, ReadsAndWritesTheRealLayout) {
-    auto map = ResourceMap::parse(samples::fork());
+    auto map = ResourceMap::parse(samples::resourceFork());
     ASSERT_TRUE(map);
     ASSERT_EQ(map->resources().size(), 2U);
     EXPECT_EQ(map->find(kIcns, -16455)->data, "abc");
@@ -22,7 +22,7 @@ TEST(ResourceMap, ReadsAndWritesTheRealLayout) {
     EXPECT_EQ(map->find(kText, 128)->name, "title");
     EXPECT_EQ(map->find(kText, 128)->attributes, 0x20);
     EXPECT_EQ(map->find(kText, 129), nullptr);
-    QByteArray withHeaderInMap = samples::fork();
+    QByteArray withHeaderInMap = samples::resourceFork();
     withHeaderInMap.replace(256 + 16, 16, withHeaderInMap.first(16));
     EXPECT_EQ(map->toBytes(), withHeaderInMap) << "what was not touched is written as it was";
 }
@@ -60,7 +60,7 @@ TEST(ResourceMap, WhatTheFormatCannotHoldIsRefused) {
 }
 
 TEST(ResourceMap, DamagedForksAreRefused) {
-    const QByteArray good = samples::fork();
+    const QByteArray good = samples::resourceFork();
     constexpr qsizetype kMap = 256 + 16;
     const struct {
         const char *what;

@@ -76,12 +76,12 @@ TEST(ResourceFiles, AForkStaysWhereItIs) {
         const TemporaryFolder folder;
         const std::string item = folder.file("item");
         if (row.attribute)
-            raw::setAttribute(item, row.attribute, samples::fork());
+            raw::setAttribute(item, row.attribute, samples::resourceFork());
         else
             raw::write(folder.at("._item"), samples::sidecar(0x000C));
         ForkSize size;
         EXPECT_EQ(resourceForkSize(item.c_str(), &size), noErr);
-        EXPECT_EQ(size.logical, samples::fork().size());
+        EXPECT_EQ(size.logical, samples::resourceFork().size());
         EXPECT_GE(size.physical, size.logical);
         auto file = opened(item, fsRdWrPerm);
         ASSERT_TRUE(file);
