@@ -83,8 +83,12 @@ std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId i
     const auto entry = std::ranges::find(*entries, uint32_t(id), &AppleDouble::Entry::id);
     if (entry == entries->end())
         return std::nullopt;
-    auto beginning =
-        readAt(file.number(), entry->offset, std::min<int64_t>(entry->length, limit), status);
+    const int64_t wanted = std::min<int64_t>(entry->length, limit);
+    if (wanted > kLargestSidecar) {
+        *status = fileBoundsErr; // a file with holes is as long as it likes
+        return std::nullopt;
+    }
+    auto beginning = readAt(file.number(), entry->offset, wanted, status);
     if (!beginning)
         return std::nullopt;
     return SidecarEntry{entry->length, int64_t(item.st_blocks) * 512, std::move(*beginning)};

@@ -18,7 +18,8 @@ namespace MWCore {
 [[nodiscard]] QByteArray sidecarPath(const QByteArray &path);
 
 /// An entry of an item's sidecar, read without the rest. Nothing where there is none, with noErr in
-/// @p status, or on failure: mapReadErr when the sidecar is damaged.
+/// @p status, or on failure: mapReadErr when the sidecar is damaged, fileBoundsErr when more than
+/// 256 MB would have to be read.
 struct SidecarEntry {
     uint32_t length;      ///< of the whole content, bytes
     int64_t allocated;    ///< space that the whole sidecar takes on the disk, bytes

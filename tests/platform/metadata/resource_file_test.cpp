@@ -106,6 +106,22 @@ TEST(ResourceFiles, AForkStaysWhereItIs) {
     EXPECT_TRUE(sidecar->contains("user.mwcore.note") && sidecar->contains("keep me"));
 }
 
+TEST(ResourceFiles, AForkOfHolesTakesNoMemory) {
+    const TemporaryFolder folder;
+    const std::string item = folder.file("item");
+    constexpr uint32_t kLength = 0xFFFFFF00;
+    raw::write(folder.at("._item"), samples::hex("0005160700020000") + samples::zeros(16) +
+                                        samples::number16(1) + samples::number32(2) +
+                                        samples::number32(38) + samples::number32(kLength));
+    std::filesystem::resize_file(folder.at("._item"), 38 + uintmax_t(kLength));
+    OSStatus status = noErr;
+    EXPECT_EQ(readResourceFork(item.c_str(), &status), std::nullopt);
+    EXPECT_EQ(status, fileBoundsErr);
+    ForkSize size;
+    EXPECT_EQ(resourceForkSize(item.c_str(), &size), noErr);
+    EXPECT_EQ(size.logical, kLength);
+}
+
 /// Rewrites the fork of @p item with one content and the other until it is killed.
 [[noreturn]] void rewriteForEver(const std::string &item, const QByteArray (&contents)[2]) {
     for (int round = 0;; ++round)
