@@ -68,7 +68,8 @@ std::optional<Lead> leadInFork(const QByteArray &path) {
 }
 
 std::optional<Lead> leadIn(const QByteArray &path) {
-    return path.endsWith(kSuffix) ? leadInDesktopEntry(path) : leadInFork(path);
+    auto lead = path.endsWith(kSuffix) ? leadInDesktopEntry(path) : std::nullopt;
+    return lead ? lead : leadInFork(path);
 }
 
 OSStatus follow(const Lead &lead, FSRef *target, const std::atomic<bool> *cancelled) {
