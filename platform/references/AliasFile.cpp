@@ -119,14 +119,10 @@ OSStatus writeDesktopEntry(const FSRef &target, const QByteArray &record, const 
     return file ? file->commit(entry.toBytes()) : status;
 }
 
-OSStatus writeFinderAlias(const QByteArray &record, const QByteArray &path) {
-    const PathParts parts(path);
-    FSRef folder;
-    FSRef file;
-    OSStatus status = FSPathMakeRef(parts.parent, &folder);
-    if (status == noErr)
-        status = FSCreateResFile(folder, parts.name, &file);
-    const auto fork = status == noErr ? ResourceFile::open(file, fsRdWrPerm, &status) : nullptr;
+/// Makes the item @p file, which has a fork without resources, an alias.
+OSStatus fillFinderAlias(const FSRef &file, const QByteArray &record) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(file, fsRdWrPerm, &status);
     if (fork)
         status = fork->addResource(kAliasResource, 0, {}, record);
     if (status == noErr)
@@ -135,7 +131,28 @@ OSStatus writeFinderAlias(const QByteArray &record, const QByteArray &path) {
     info.type = kAliasFileType;
     info.creator = kAliasFileCreator;
     info.flags = kIsAlias;
-    return status == noErr ? writeFinderInfo(path, info) : status;
+    return status == noErr ? writeFinderInfo(file.path, info) : status;
+}
+
+/// All of it or nothing: an empty file without its metadata would lead nowhere and be in the way.
+OSStatus writeFinderAlias(const QByteArray &record, const QByteArray &path) {
+    const PathParts parts(path);
+    constexpr mode_t kReadAndWrite = 0666;
+    if (!Descriptor(open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite)))
+        return statusFromErrno(errno);
+    FSRef folder;
+    FSRef file;
+    OSStatus status = FSPathMakeRef(parts.parent, &folder);
+    if (status == noErr)
+        status = FSCreateResFile(folder, parts.name, &file);
+    const bool hasFork = status == noErr;
+    if (hasFork)
+        status = fillFinderAlias(file, record);
+    if (status != noErr && hasFork)
+        (void)writeResourceFork(path, {});
+    if (status != noErr)
+        unlink(path.constData());
+    return status;
 }
 
 } // namespace

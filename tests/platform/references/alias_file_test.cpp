@@ -5,8 +5,8 @@
 #include "platform/references/FileUrl.h"
 #include "platform/references/FSSpec.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -134,6 +134,19 @@ TEST(AliasFiles, FlagAndResourceMakeAnAliasTogether) {
     EXPECT_EQ(removeFinderInfo(folder.at("alias").c_str()), noErr);
     EXPECT_EQ(leadOf(folder.at("alias")), "no alias");
     EXPECT_EQ(leadOf(folder.fifo("fifo")), "no alias");
+}
+
+TEST(AliasFiles, AFailedOneLeavesNothing) {
+    const MountedFolder mounted("tmpfs", "size=64k");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    FSRef ref;
+    EXPECT_EQ(FSPathMakeRef(mounted.path().c_str(), &ref), noErr);
+    raw::write(mounted.at("filler"), QByteArray(64 * 1024, 'f'));
+    for (const auto &[name, form] : {std::pair("alias", AliasFileForm::Finder),
+                                     std::pair("alias.desktop", AliasFileForm::DesktopEntry)})
+        EXPECT_EQ(FSCreateAliasFile(ref, mounted.at(name).c_str(), form), dskFulErr);
+    EXPECT_EQ(std::distance(fs::directory_iterator(mounted.path()), {}), 1) << "the filler alone";
 }
 
 TEST(FileUrls, CarryEveryByte) {
