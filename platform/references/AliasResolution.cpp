@@ -28,15 +28,20 @@ QByteArray below(const QByteArray &folder, const QByteArray &inside) {
     return folder.endsWith('/') || rest.isEmpty() ? folder + rest : folder + '/' + rest;
 }
 
+/// @p path without any links; empty where that cannot be told.
+QByteArray withoutLinks(const QByteArray &path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
+                                                           &std::free);
+    return real.get();
+}
+
 /// @p path without links in its folders; as it is where that cannot be told.
 QByteArray realPathOf(const QByteArray &path) {
     const PathParts parts(path);
-    const std::unique_ptr<char, decltype(&std::free)> folder(
-        realpath(parts.parent.constData(), nullptr), &std::free);
-    if (!folder || parts.name.isEmpty() || parts.name == "." || parts.name == "..")
+    const QByteArray folder = withoutLinks(parts.parent);
+    if (folder.isEmpty() || parts.name.isEmpty() || parts.name == "." || parts.name == "..")
         return path;
-    const QByteArray real = folder.get();
-    return below(real, parts.name);
+    return below(folder, parts.name);
 }
 
 /// The file system that the item itself is on, without opening it; 0 when it does not tell.
@@ -198,19 +203,22 @@ private:
                                                                  : std::nullopt;
     }
 
-    /// The home folder, where the item was in it; else, or if that is less, the whole volume.
+    /// The home folder, where the item was in it; else, or if that is less, the whole volume,
+    /// wherever it is mounted now.
     [[nodiscard]] QByteArray searchedFolder() const {
-        const Mount *const mount = mountOf(record_.realPath, mounts_);
+        const Mount *const known = mountOfFileSystem();
+        const Mount *const mount = known ? known : mountOf(record_.realPath, mounts_);
         const QByteArray volume = mount ? mount->mountPoint : QByteArray("/");
         const QByteArray home = homeFolder();
-        return isAtOrBelow(record_.realPath, home) && home.size() > volume.size() ? home : volume;
+        return isAtOrBelow(record_.realPath, home) && isAtOrBelow(home, volume) ? home : volume;
     }
 
     [[nodiscard]] static QByteArray homeFolder() {
         const char *const given = std::getenv("HOME");
         const passwd *const user = given && *given == '/' ? nullptr : getpwuid(getuid());
         const QByteArray home = user ? user->pw_dir : given;
-        return home.startsWith('/') ? realPathOf(home) : QByteArray("/");
+        const QByteArray real = home.startsWith('/') ? withoutLinks(home) : QByteArray();
+        return real.isEmpty() ? QByteArray("/") : real;
     }
 
     const AliasRecord &record_;
@@ -235,6 +243,19 @@ std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *statu
     const Mount *const mount = mountOf(record.realPath, mounts);
     record.mountPointLength = mount ? static_cast<uint32_t>(mount->mountPoint.size()) : 0;
     record.ancestors = ancestorsOf(record.realPath);
+    return record;
+}
+
+AliasRecord recordOf(const FSRef &ref) {
+    AliasRecord record;
+    record.path = ref.path;
+    record.realPath = realPathOf(ref.path);
+    record.identity = ref.identity;
+    // The item may be gone from there, but its folder is on the same file system.
+    const QByteArray folder = PathParts(record.realPath).parent;
+    struct stat item = {};
+    if (stat(folder.constData(), &item) == 0 && item.st_dev == ref.identity.device)
+        record.fileSystem = fileSystemOf(folder);
     return record;
 }
 

@@ -22,6 +22,9 @@ enum class Replacement {
 /// Nothing on failure, with the cause in @p status.
 [[nodiscard]] std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *status);
 
+/// The same of a reference whose item need no longer be where it was.
+[[nodiscard]] AliasRecord recordOf(const FSRef &ref);
+
 /// Where the item of @p record is now. Tried in this order: the stored path; the file handle, where
 /// the kernel permits it; the folders of the stored path, followed through renames, and the names
 /// in the last of them; the stored path whatever is there, as @p replacement says; everything

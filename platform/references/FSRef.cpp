@@ -44,12 +44,8 @@ OSStatus currentPath(const FSRef &ref, QByteArray *path) {
         *path = ref.path;
         return noErr;
     }
-    AliasRecord record;
-    record.path = ref.path;
-    record.realPath = ref.path;
-    record.identity = ref.identity;
     OSStatus status = noErr;
-    if (const auto found = locate(record, Replacement::IsAnother, {}, &status))
+    if (const auto found = locate(recordOf(ref), Replacement::IsAnother, {}, &status))
         *path = *found;
     return status;
 }

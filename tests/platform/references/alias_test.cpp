@@ -152,6 +152,23 @@ TEST(Aliases, FollowAVolumeToAnotherMountPoint) {
     (void)runProcess({"umount", "-l", moved});
 }
 
+TEST(Aliases, AreSearchedForOnTheVolumeWhereverItIsMounted) {
+    const MountedFolder mounted("ext4");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    raw::write(mounted.at("item"), "content");
+    fs::permissions(mounted.path(), fs::perms::all);
+    const QByteArray alias = aliasOf(mounted.at("item"));
+    fs::create_directory(mounted.at("inner"));
+    fs::rename(mounted.at("item"), mounted.at("inner/new"));
+    const TemporaryFolder elsewhere;
+    fs::permissions(elsewhere.path(), fs::perms::all);
+    const std::string moved = elsewhere.folder("moved");
+    ASSERT_EQ(runProcess({"mount", "--move", mounted.path(), moved}).status, 0);
+    EXPECT_EQ(runAsNobody([&] { return resolved(alias) == moved + "/inner/new" ? 0 : 1; }), 0);
+    (void)runProcess({"umount", "-l", moved});
+}
+
 TEST(Aliases, OfEverythingThatHasAPath) {
     const TemporaryFolder folder;
     (void)folder.file("file");
@@ -244,6 +261,35 @@ TEST(References, FollowARenamedItemAndTellWhenItIsGone) {
     EXPECT_EQ(FSPathMakeRef("deep", &ref), noErr);
     EXPECT_EQ(ref.path, folder.at("deep").c_str());
     fs::current_path("/");
+}
+
+TEST(References, AreFollowedThroughLinksOnTheWay) {
+    const MountedFolder mounted("tmpfs");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    fs::create_directories(mounted.at("home/deep"));
+    raw::write(mounted.at("home/item"), "");
+    for (const char *const name : {"", "home", "home/deep"})
+        fs::permissions(mounted.at(name), fs::perms::all);
+    const TemporaryFolder elsewhere; // on another volume
+    fs::permissions(elsewhere.path(), fs::perms::all);
+    const std::string link = elsewhere.link("link", mounted.at("home"));
+    const auto follows = [&] {
+        setenv("HOME", link.c_str(), 1);
+        FSRef ref;
+        QByteArray path;
+        EXPECT_EQ(FSPathMakeRef((link + "/item").c_str(), &ref), noErr);
+        fs::rename(mounted.at("home/item"), mounted.at("home/new"));
+        EXPECT_EQ(FSRefMakePath(ref, &path), noErr);
+        EXPECT_EQ(path, mounted.at("home/new").c_str());
+        fs::rename(mounted.at("home/new"), mounted.at("home/deep/item"));
+        EXPECT_EQ(FSRefMakePath(ref, &path), noErr);
+        EXPECT_EQ(path, mounted.at("home/deep/item").c_str());
+        fs::rename(mounted.at("home/deep/item"), mounted.at("home/item"));
+        return ::testing::Test::HasFailure() ? 1 : 0;
+    };
+    EXPECT_EQ(runForked(follows), 0);
+    EXPECT_EQ(runAsNobody(follows), 0);
 }
 
 } // namespace
