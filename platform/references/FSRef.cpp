@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/references/FSRef.h"
 
+#include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
 
 #include <cstdlib>
@@ -13,12 +14,24 @@
 namespace MWCore {
 namespace {
 
+using Text = std::unique_ptr<char, decltype(&std::free)>;
+
 QByteArray absolute(const QByteArray &path) {
     if (path.startsWith('/'))
         return path;
-    const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
+    const Text folder(getcwd(nullptr, 0), &std::free);
     const QByteArray current = folder ? folder.get() : ".";
     return current.endsWith('/') ? current + path : current + '/' + path;
+}
+
+/// With the folder's own name where @p path ends with "." or "..": metadata is kept beside the
+/// name, and people read it.
+QByteArray named(const QByteArray &path) {
+    const QByteArray name = PathParts(path).name;
+    if (name != "." && name != "..")
+        return path;
+    const Text real(realpath(path.constData(), nullptr), &std::free);
+    return real ? QByteArray(real.get()) : path;
 }
 
 bool isUnchanged(const FSRef &ref) {
@@ -33,7 +46,7 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
     if (path.isEmpty())
         return bdNamErr;
     OSStatus status = noErr;
-    const QByteArray from = absolute(path);
+    const QByteArray from = named(absolute(path));
     if (auto identity = identityOf(AT_FDCWD, from.constData(), &status))
         *ref = {from, std::move(*identity)};
     return status;

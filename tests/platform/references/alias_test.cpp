@@ -260,6 +260,10 @@ TEST(References, FollowARenamedItemAndTellWhenItIsGone) {
     fs::current_path(folder.path());
     EXPECT_EQ(FSPathMakeRef("deep", &ref), noErr);
     EXPECT_EQ(ref.path, folder.at("deep").c_str());
+    for (const char *const itself : {".", "./", "deep/..", "deep/../."}) {
+        EXPECT_EQ(FSPathMakeRef(itself, &ref), noErr) << itself;
+        EXPECT_EQ(ref.path, folder.path().c_str()) << itself << " has its name";
+    }
     fs::current_path("/");
 }
 
