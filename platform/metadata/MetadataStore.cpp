@@ -91,7 +91,7 @@ const Place *firstThatSays(const Places &places) {
 void reportDisagreement(const QByteArray &path, const Places &places, const Place &chosen) {
     for (const Place &place : places)
         if (!place.info.isNone() && place.info != chosen.info)
-            qCWarning(mwcoreLog).noquote().nospace()
+            qCWarning(mwcoreLog).nospace() // a quoted path: names can hold line ends and worse
                 << "Finder information of " << stringWithFileSystemRepresentation(path) << " in "
                 << chosen.name() << " and in " << place.name() << " differs; the first counts";
 }

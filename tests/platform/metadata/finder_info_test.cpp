@@ -124,6 +124,18 @@ TEST(FinderInformation, AllPlacesThatKeepItAreWrittenAndTheirDisagreementIsTold)
         EXPECT_EQ(kept(folder, *form), form->sample(kGreen)) << form->what;
 }
 
+TEST(FinderInformation, ANameCannotForgeALogLine) {
+    const TemporaryFolder folder;
+    const std::string item = folder.file("\033[2Jitem\nmwcore: all is well");
+    raw::setAttribute(item, kBare, samples::finderInfo(kRed));
+    raw::setAttribute(item, kStream, samples::afpInfo(kGreen, false));
+    LoggedMessages log;
+    EXPECT_EQ(infoOf(item).labelNumber(), 6);
+    const QStringList lines = log.take();
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_FALSE(lines[0].contains('\n') || lines[0].contains('\033')) << lines[0].toStdString();
+}
+
 TEST(FinderInformation, WhatIsOfNoFormIsNeitherReadNorOverwritten) {
     for (const char *const name : {kBare, kRecord, kStream})
         for (const qsizetype length : {0, 31, 33, 59, 60, 61, 342, 402, 4000}) {
