@@ -62,12 +62,13 @@ void copyAttributes(int from, int to) {
 
 } // namespace
 
-std::optional<ReplacedFile> ReplacedFile::begin(const QByteArray &path, mode_t mode,
+std::optional<ReplacedFile> ReplacedFile::begin(const QByteArray &path, const Fresh &fresh,
                                                 OSStatus *status) {
     ReplacedFile file;
+    file.fresh_ = fresh;
     *status = file.openFolder(path);
     if (*status == noErr)
-        *status = file.takeTurn(mode);
+        *status = file.takeTurn();
     return *status == noErr ? std::optional(std::move(file)) : std::nullopt;
 }
 
@@ -84,11 +85,11 @@ OSStatus ReplacedFile::openFolder(const QByteArray &path) {
     return folder_ ? noErr : statusFromErrno(errno);
 }
 
-OSStatus ReplacedFile::takeTurn(mode_t mode) {
+OSStatus ReplacedFile::takeTurn() {
     using namespace std::chrono_literals;
     const auto end = std::chrono::steady_clock::now() + 5s;
     for (;;) {
-        const int error = tryTurn(mode);
+        const int error = tryTurn();
         if (error != EAGAIN)
             return statusFromErrno(error);
         if (std::chrono::steady_clock::now() > end)
@@ -98,9 +99,9 @@ OSStatus ReplacedFile::takeTurn(mode_t mode) {
 }
 
 /// Makes the temporary file and locks it. 0, EAGAIN while another has it, or an `errno` value.
-int ReplacedFile::tryTurn(mode_t mode) {
+int ReplacedFile::tryTurn() {
     Descriptor made(openat(folder_.number(), temporaryName_.constData(),
-                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, fresh_.mode));
     if (!made)
         return errno == EEXIST ? removeStale() : errno;
     if (flock(made.number(), LOCK_EX | LOCK_NB) != 0 ||
@@ -131,8 +132,12 @@ int ReplacedFile::removeStale() const {
 /// Gives the temporary file what the file that it replaces has. 0 or an `errno` value.
 int ReplacedFile::dress() const {
     struct stat item = {};
-    if (fstatat(folder_.number(), name_.constData(), &item, AT_SYMLINK_NOFOLLOW) != 0)
-        return errno == ENOENT ? 0 : errno;
+    if (fstatat(folder_.number(), name_.constData(), &item, AT_SYMLINK_NOFOLLOW) != 0) {
+        if (errno != ENOENT)
+            return errno;
+        (void)!fchown(temporary_.number(), fresh_.owner, fresh_.group);
+        return 0;
+    }
     if (!S_ISREG(item.st_mode))
         return EEXIST;
     if (fchown(temporary_.number(), item.st_uid, item.st_gid) != 0 && errno != EPERM)

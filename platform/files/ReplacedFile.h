@@ -20,11 +20,18 @@ namespace MWCore {
 /// Belongs to one thread.
 class ReplacedFile {
 public:
-    /// Waits up to five seconds for other writers. Where there is no file yet it gets @p mode
-    /// without what the process's mask takes away. Nothing on failure, with the cause in
+    /// What the file gets where there is none yet.
+    struct Fresh {
+        mode_t mode; ///< without what the process's mask takes away
+        // As far as the process may give files away; -1 leaves its own.
+        uid_t owner = static_cast<uid_t>(-1);
+        gid_t group = static_cast<gid_t>(-1);
+    };
+
+    /// Waits up to five seconds for other writers. Nothing on failure, with the cause in
     /// @p status: fBsyErr when they do not finish.
-    [[nodiscard]] static std::optional<ReplacedFile> begin(const QByteArray &path, mode_t mode,
-                                                           OSStatus *status);
+    [[nodiscard]] static std::optional<ReplacedFile> begin(const QByteArray &path,
+                                                           const Fresh &fresh, OSStatus *status);
 
     ReplacedFile(ReplacedFile &&) noexcept = default;
     ReplacedFile(const ReplacedFile &) = delete;
@@ -32,8 +39,8 @@ public:
     ReplacedFile &operator=(ReplacedFile &&) = delete;
     ~ReplacedFile();
 
-    /// Puts @p content in the file's place. Owner, mode and extended attributes of the file that
-    /// goes are kept. Once.
+    /// Puts @p content in the file's place. Mode, extended attributes and, as far as the process
+    /// may give files away, owner of the file that goes are kept. Once.
     [[nodiscard]] OSStatus commit(const QByteArray &content);
 
     /// Removes the file; none is success. Once.
@@ -43,11 +50,12 @@ private:
     ReplacedFile() = default;
 
     [[nodiscard]] OSStatus openFolder(const QByteArray &path);
-    [[nodiscard]] OSStatus takeTurn(mode_t mode);
-    [[nodiscard]] int tryTurn(mode_t mode);
+    [[nodiscard]] OSStatus takeTurn();
+    [[nodiscard]] int tryTurn();
     [[nodiscard]] int removeStale() const;
     [[nodiscard]] int dress() const;
 
+    Fresh fresh_{};
     Descriptor folder_;
     QByteArray name_;
     QByteArray temporaryName_;

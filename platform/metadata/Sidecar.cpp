@@ -44,13 +44,14 @@ std::optional<AppleDouble> currentSidecar(const QByteArray &path, OSStatus *stat
     return sidecar;
 }
 
-/// What a new sidecar may be read and written by: as its item, and by nobody through an execute
-/// bit.
-mode_t modeFor(const QByteArray &path) {
+/// A new sidecar belongs to the owner of its item, may be read and written as the item, and is no
+/// program.
+ReplacedFile::Fresh freshFor(const QByteArray &path) {
     struct stat item = {};
     constexpr mode_t kReadAndWrite = 0666;
-    return lstat(path.constData(), &item) == 0 ? (item.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR
-                                               : S_IRUSR | S_IWUSR;
+    if (lstat(path.constData(), &item) != 0)
+        return {S_IRUSR | S_IWUSR};
+    return {(item.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR, item.st_uid, item.st_gid};
 }
 
 } // namespace
@@ -99,7 +100,7 @@ OSStatus changeSidecar(const QByteArray &path, const std::function<void(AppleDou
     if (sidecarFile.isEmpty())
         return errFSOperationNotSupported;
     OSStatus status = noErr;
-    auto file = ReplacedFile::begin(sidecarFile, modeFor(path), &status);
+    auto file = ReplacedFile::begin(sidecarFile, freshFor(path), &status);
     if (!file)
         return status;
     auto sidecar = currentSidecar(sidecarFile, &status);

@@ -115,7 +115,7 @@ OSStatus writeDesktopEntry(const FSRef &target, const QByteArray &record, const 
         return bdNamErr;
     OSStatus status = noErr;
     constexpr mode_t kReadAndWrite = 0666;
-    auto file = ReplacedFile::begin(path, kReadAndWrite, &status);
+    auto file = ReplacedFile::begin(path, {kReadAndWrite}, &status);
     return file ? file->commit(entry.toBytes()) : status;
 }
 

@@ -241,6 +241,24 @@ TEST(FinderInformation, EachFileSystemKeepsItWhereItCan) {
     }
 }
 
+TEST(FinderInformation, WhatTheSuperuserWritesIsTheOwnersToReadAndChange) {
+    const MountedFolder mounted("ramfs");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    std::filesystem::permissions(mounted.path(), std::filesystem::perms::all);
+    const std::string item = mounted.at("item");
+    ASSERT_EQ(runAsNobody([&item] {
+                  raw::write(item, "private");
+                  return chmod(item.c_str(), 0600);
+              }),
+              0);
+    EXPECT_EQ(writeLabel(item, 6), noErr);
+    EXPECT_EQ(runAsNobody([&item] {
+                  return infoOf(item).labelNumber() == 6 && writeLabel(item, 2) == noErr ? 0 : 1;
+              }),
+              0);
+}
+
 TEST(FinderInformation, AFailedWriteTellsWhyAndKeepsTheOld) {
     const MountedFolder mounted("tmpfs", "size=64k");
     if (!mounted.obstacle().empty())
