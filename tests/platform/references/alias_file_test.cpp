@@ -43,7 +43,8 @@ TEST(AliasFiles, BothFormsLeadToTheMovedItem) {
     const struct {
         AliasFileForm form;
         const char *name;
-    } rows[] = {{AliasFileForm::DesktopEntry, "alias.desktop"}, {AliasFileForm::Finder, "alias"},
+    } rows[] = {{AliasFileForm::DesktopEntry, "alias.desktop"},
+                {AliasFileForm::Finder, "alias"},
                 {AliasFileForm::Finder, "finder.desktop"}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
