@@ -136,10 +136,12 @@ void AppleDouble::replace(uint32_t id, QByteArrayView content) {
 
 bool AppleDouble::isVoid() const {
     return std::ranges::all_of(entries_, [this](const Entry &entry) {
-        const QByteArrayView bytes = content(entry.id);
-        if (entry.id == kFinderInfoEntry && attributeCount(bytes) == 0)
-            return isZero(bytes.first(std::min(bytes.size(), kFinderInfoLength)));
-        return isZero(bytes);
+        if (entry.length == 0)
+            return true;
+        const auto bytes = QByteArrayView(bytes_).sliced(entry.offset, entry.length);
+        const bool hasEmptyBlock = entry.id == kFinderInfoEntry && attributeCount(bytes) == 0 &&
+                                   numberAt<uint32_t>(bytes, kAttributeBlock) == kAttributeMagic;
+        return isZero(hasEmptyBlock ? bytes.first(kFinderInfoLength) : bytes);
     });
 }
 

@@ -102,6 +102,13 @@ TEST(AppleDouble, KnowsWhenNobodyWouldMissIt) {
     const auto isVoid = [](const QByteArray &bytes) { return AppleDouble::parse(bytes)->isVoid(); };
     EXPECT_TRUE(isVoid(header(1) + entry(8, 38, 4) + samples::zeros(4)));
     EXPECT_FALSE(isVoid(header(1) + entry(4, 38, 4) + "note"));
+    EXPECT_FALSE(isVoid(header(2) + entry(4, 50, 4) + entry(4, 54, 4) + samples::zeros(4) + "note"))
+        << "the second of one id";
+    EXPECT_FALSE(isVoid(header(1) + entry(9, 38, 40) + samples::zeros(32) + "whatever"))
+        << "behind the Finder information";
+    EXPECT_TRUE(
+        isVoid(header(1) + entry(9, 38, 70) + samples::zeros(34) + "ATTR" + samples::zeros(32)))
+        << "an attribute block without attributes";
     EXPECT_FALSE(isVoid(samples::sidecar(0)));
     const QByteArray onlyAttributes =
         samples::zeros(34) + samples::attributeBlock(72, samples::zeros(3));
