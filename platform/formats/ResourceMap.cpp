@@ -206,6 +206,9 @@ bool ResourceMap::remove(uint32_t type, int16_t id) {
 }
 
 std::optional<QByteArray> ResourceMap::toBytes() const {
+    constexpr auto kFarthest = std::numeric_limits<uint16_t>::max();
+    if (resources_.size() > kFarthest / kReferenceLength)
+        return std::nullopt; // before time is spent on sorting them by type
     const std::vector<Type> types = byType(resources_);
     Areas areas;
     QByteArray typeList;
