@@ -31,7 +31,8 @@ void printJson(const AliasRecord &record) {
         addTime(json, "dateCreated", *record.identity.birthTime / kNanoseconds);
     else
         json.null("dateCreated");
-    json.text("handle", record.identity.handle.toHex().toStdString());
+    const std::string handle = record.identity.handle.toHex().toStdString();
+    json.textOrNull("handle", handle.empty() ? nullptr : handle.c_str());
     print(json.finished() + "\n");
 }
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/FileCatalogue.h"
 
-#include "core/private/Descriptor.h"
+#include "platform/files/RegularFile.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/AliasResolution.h"
 
@@ -57,23 +57,13 @@ OSStatus readForkSizes(const QByteArray &path, FSCatalogInfo *info) {
     return status;
 }
 
-/// A plain file or folder, opened for a change of its flags; nothing else is.
-Descriptor openedForFlags(const QByteArray &path) {
-    struct stat item = {};
-    if (lstat(path.constData(), &item) != 0)
-        return {};
-    if (!S_ISREG(item.st_mode) && !S_ISDIR(item.st_mode)) {
-        errno = EOPNOTSUPP;
-        return {};
-    }
-    return Descriptor(
-        open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-}
-
 OSStatus setLocked(const QByteArray &path, bool locked) {
-    const Descriptor item = openedForFlags(path);
+    OSStatus status = noErr;
+    const Descriptor item = openFileOrFolder(path, &status);
     int flags = 0;
-    if (!item || ioctl(item.number(), FS_IOC_GETFLAGS, &flags) != 0)
+    if (!item)
+        return status;
+    if (ioctl(item.number(), FS_IOC_GETFLAGS, &flags) != 0)
         return statusFromErrno(errno);
     const int wanted = locked ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
     if (wanted == flags)

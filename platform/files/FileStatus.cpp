@@ -18,7 +18,7 @@ constexpr ErrnoRow kErrnoRows[] = {
     {ENOENT, fnfErr},
     {ENOTDIR, fnfErr},
     {ESTALE, fnfErr},
-    {ELOOP, fnfErr},
+    {ELOOP, errFSAliasLoop},
     {EACCES, permErr},
     {EPERM, permErr},
     {EROFS, wPrErr},
@@ -67,7 +67,7 @@ constexpr TextRow kTextRows[] = {
     {fileBoundsErr, "it is too large"},
     {errFSNotAFolder, "not a folder"},
     {errFSOperationNotSupported, "the file system cannot keep that for such an item"},
-    {errFSAliasLoop, "its aliases lead in a circle"},
+    {errFSAliasLoop, "its aliases or links lead in a circle"},
 };
 
 } // namespace

@@ -31,7 +31,7 @@ enum OSStatus : int32_t {
     fileBoundsErr = -1309, ///< too large
     errFSNotAFolder = -1407,
     errFSOperationNotSupported = -1426, ///< the file system cannot keep this for such an item
-    errFSAliasLoop = -1427,             ///< aliases that lead in a circle
+    errFSAliasLoop = -1427,             ///< aliases or links that lead in a circle
 };
 
 /// The status for an `errno` value; noErr for 0.

@@ -19,23 +19,38 @@ struct DescriptorPath {
     char text[32];
 };
 
-} // namespace
-
-Descriptor openRegularFile(const QByteArray &path, Links links, OSStatus *status) {
+/// Looks at the item before it is opened, and opens what it looked at: no other can come between.
+Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &path, Links links,
+                  OSStatus *status) {
     const int keep = links == Links::Keep ? O_NOFOLLOW : 0;
-    const Descriptor found(open(path.constData(), O_PATH | O_CLOEXEC | keep));
+    const Descriptor found(openat(folder, path.constData(), O_PATH | O_CLOEXEC | keep));
     struct stat item = {};
     if (!found || fstat(found.number(), &item) != 0) {
         *status = statusFromErrno(errno);
         return {};
     }
-    if (!S_ISREG(item.st_mode)) {
+    if (!isWanted(item.st_mode)) {
         *status = errFSOperationNotSupported;
         return {};
     }
-    Descriptor file(open(DescriptorPath(found.number()).text, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    *status = file ? noErr : statusFromErrno(errno);
-    return file;
+    Descriptor opened(open(DescriptorPath(found.number()).text, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    *status = opened ? noErr : statusFromErrno(errno);
+    return opened;
+}
+
+} // namespace
+
+Descriptor openRegularFileAt(int folder, const QByteArray &path, Links links, OSStatus *status) {
+    return openIf([](mode_t mode) { return S_ISREG(mode); }, folder, path, links, status);
+}
+
+Descriptor openRegularFile(const QByteArray &path, Links links, OSStatus *status) {
+    return openRegularFileAt(AT_FDCWD, path, links, status);
+}
+
+Descriptor openFileOrFolder(const QByteArray &path, OSStatus *status) {
+    return openIf([](mode_t mode) { return S_ISREG(mode) || S_ISDIR(mode); }, AT_FDCWD, path,
+                  Links::Keep, status);
 }
 
 std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit, OSStatus *status) {
@@ -59,21 +74,18 @@ std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit, 
     return bytes;
 }
 
+std::optional<QByteArray> readWhole(int descriptor, int64_t limit, OSStatus *status) {
+    struct stat item = {};
+    *status = fstat(descriptor, &item) == 0 ? noErr : statusFromErrno(errno);
+    if (*status == noErr && item.st_size > limit)
+        *status = fileBoundsErr;
+    return *status == noErr ? readAt(descriptor, 0, item.st_size, status) : std::nullopt;
+}
+
 std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit, Links links,
                                           OSStatus *status) {
     const Descriptor file = openRegularFile(path, links, status);
-    struct stat item = {};
-    if (!file)
-        return std::nullopt;
-    if (fstat(file.number(), &item) != 0) {
-        *status = statusFromErrno(errno);
-        return std::nullopt;
-    }
-    if (item.st_size > limit) {
-        *status = fileBoundsErr;
-        return std::nullopt;
-    }
-    return readAt(file.number(), 0, item.st_size, status);
+    return file ? readWhole(file.number(), limit, status) : std::nullopt;
 }
 
 } // namespace MWCore

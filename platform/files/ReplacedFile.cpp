@@ -3,6 +3,7 @@
 #include "platform/files/ReplacedFile.h"
 
 #include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
 
 #include <cerrno>
 #include <chrono>
@@ -31,6 +32,12 @@ bool isNamed(int descriptor, int folder, const char *name) {
     return fstat(descriptor, &opened) == 0 &&
            fstatat(folder, name, &named, AT_SYMLINK_NOFOLLOW) == 0 &&
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+/// Whether nobody else has the open file locked, and locks it. Where locks cannot be had, as on
+/// some network file systems, it counts as free.
+bool isFree(int descriptor) {
+    return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 /// 0 or an `errno` value.
@@ -69,6 +76,8 @@ std::optional<ReplacedFile> ReplacedFile::begin(const QByteArray &path, const Fr
     *status = file.openFolder(path);
     if (*status == noErr)
         *status = file.takeTurn();
+    if (*status == noErr)
+        *status = file.openOld();
     return *status == noErr ? std::optional(std::move(file)) : std::nullopt;
 }
 
@@ -83,6 +92,13 @@ OSStatus ReplacedFile::openFolder(const QByteArray &path) {
     temporaryName_ = temporaryNameFor(name_);
     folder_ = Descriptor(open(parts.parent.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     return folder_ ? noErr : statusFromErrno(errno);
+}
+
+/// One descriptor for all that is asked of it, so that no other file can come between.
+OSStatus ReplacedFile::openOld() {
+    OSStatus status = noErr;
+    old_ = openRegularFileAt(folder_.number(), name_, Links::Keep, &status);
+    return status == fnfErr ? noErr : status;
 }
 
 OSStatus ReplacedFile::takeTurn() {
@@ -104,27 +120,30 @@ int ReplacedFile::tryTurn() {
                            O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, fresh_.mode));
     if (!made)
         return errno == EEXIST ? removeStale() : errno;
-    if (flock(made.number(), LOCK_EX | LOCK_NB) != 0 ||
+    if (!isFree(made.number()) ||
         !isNamed(made.number(), folder_.number(), temporaryName_.constData()))
         return EAGAIN; // another took it for a stale one
     temporary_ = std::move(made);
     return 0;
 }
 
-/// Removes a temporary file that nobody has locked. EAGAIN where it makes sense to try again.
+/// Removes a temporary file that nobody has locked, and whatever else has its name, which is ours.
+/// EAGAIN where it makes sense to try again.
 int ReplacedFile::removeStale() const {
     const char *const name = temporaryName_.constData();
     struct stat item = {};
     if (fstatat(folder_.number(), name, &item, AT_SYMLINK_NOFOLLOW) != 0)
         return errno == ENOENT ? EAGAIN : errno;
-    if (!S_ISREG(item.st_mode))
-        return EEXIST;
-    const Descriptor stale(
-        openat(folder_.number(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!stale)
-        return errno == ENOENT ? EAGAIN : errno;
-    if (flock(stale.number(), LOCK_EX | LOCK_NB) == 0 &&
-        isNamed(stale.number(), folder_.number(), name) && unlinkat(folder_.number(), name, 0) != 0)
+    OSStatus status = noErr;
+    const Descriptor stale =
+        openRegularFileAt(folder_.number(), temporaryName_, Links::Keep, &status);
+    // One that may not be opened cannot be asked; a writer takes no minute.
+    constexpr time_t kLongest = 60;
+    const bool isOld = time(nullptr) - item.st_mtime > kLongest;
+    const bool mayGo =
+        stale ? isFree(stale.number()) && isNamed(stale.number(), folder_.number(), name)
+              : !S_ISREG(item.st_mode) || isOld;
+    if (mayGo && unlinkat(folder_.number(), name, 0) != 0 && errno != ENOENT)
         return errno;
     return EAGAIN;
 }
@@ -132,37 +151,51 @@ int ReplacedFile::removeStale() const {
 /// Gives the temporary file what the file that it replaces has. 0 or an `errno` value.
 int ReplacedFile::dress() const {
     struct stat item = {};
-    if (fstatat(folder_.number(), name_.constData(), &item, AT_SYMLINK_NOFOLLOW) != 0) {
-        if (errno != ENOENT)
-            return errno;
+    if (!old_) {
         (void)!fchown(temporary_.number(), fresh_.owner, fresh_.group);
         return 0;
     }
-    if (!S_ISREG(item.st_mode))
-        return EEXIST;
+    if (fstat(old_.number(), &item) != 0)
+        return errno;
     if (fchown(temporary_.number(), item.st_uid, item.st_gid) != 0 && errno != EPERM)
         return errno;
-    const Descriptor old(openat(folder_.number(), name_.constData(),
-                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (old)
-        copyAttributes(old.number(), temporary_.number());
-    return fchmod(temporary_.number(), item.st_mode & ALLPERMS) == 0 ? 0 : errno;
+    copyAttributes(old_.number(), temporary_.number());
+    return fchmod(temporary_.number(), item.st_mode & ACCESSPERMS) == 0 ? 0 : errno;
 }
 
-OSStatus ReplacedFile::commit(const QByteArray &content) {
-    int error = dress();
-    if (error == 0)
-        error = writeAll(temporary_.number(), content);
-    if (error == 0 && fsync(temporary_.number()) != 0)
-        error = errno;
-    if (error == 0 && renameat(folder_.number(), temporaryName_.constData(), folder_.number(),
-                               name_.constData()) != 0)
-        error = errno;
-    if (error != 0)
+/// 0 or an `errno` value.
+int ReplacedFile::fill(const QByteArray &content) const {
+    if (const int error = dress())
+        return error;
+    if (const int error = writeAll(temporary_.number(), content))
+        return error;
+    return fsync(temporary_.number()) == 0 ? 0 : errno;
+}
+
+OSStatus ReplacedFile::put(const QByteArray &content, unsigned renameFlags) {
+    if (const int error = fill(content))
         return statusFromErrno(error);
+    if (renameat2(folder_.number(), temporaryName_.constData(), folder_.number(), name_.constData(),
+                  renameFlags) != 0)
+        return statusFromErrno(errno);
     temporary_ = Descriptor();
     fsync(folder_.number());
     return noErr;
+}
+
+std::optional<QByteArray> ReplacedFile::content(int64_t limit, OSStatus *status) const {
+    return readWhole(old_.number(), limit, status);
+}
+
+OSStatus ReplacedFile::commit(const QByteArray &content) {
+    return put(content, 0);
+}
+
+OSStatus ReplacedFile::commitNew(const QByteArray &content) {
+    if (old_)
+        return dupFNErr;
+    const OSStatus status = put(content, RENAME_NOREPLACE);
+    return status == paramErr ? put(content, 0) : status; // not every file system knows the flag
 }
 
 OSStatus ReplacedFile::commitRemoval() {

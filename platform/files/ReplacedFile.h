@@ -29,7 +29,8 @@ public:
     };
 
     /// Waits up to five seconds for other writers. Nothing on failure, with the cause in
-    /// @p status: fBsyErr when they do not finish.
+    /// @p status: fBsyErr when they do not finish, errFSOperationNotSupported when what is there is
+    /// no plain file.
     [[nodiscard]] static std::optional<ReplacedFile> begin(const QByteArray &path,
                                                            const Fresh &fresh, OSStatus *status);
 
@@ -39,9 +40,19 @@ public:
     ReplacedFile &operator=(ReplacedFile &&) = delete;
     ~ReplacedFile();
 
+    /// Whether there is a file that would be replaced.
+    [[nodiscard]] bool isThere() const { return bool(old_); }
+
+    /// What is in it. Nothing on failure, with the cause in @p status: fileBoundsErr for more than
+    /// @p limit bytes.
+    [[nodiscard]] std::optional<QByteArray> content(int64_t limit, OSStatus *status) const;
+
     /// Puts @p content in the file's place. Mode, extended attributes and, as far as the process
     /// may give files away, owner of the file that goes are kept. Once.
     [[nodiscard]] OSStatus commit(const QByteArray &content);
+
+    /// As commit(), but never in the place of another file: dupFNErr.
+    [[nodiscard]] OSStatus commitNew(const QByteArray &content);
 
     /// Removes the file; none is success. Once.
     [[nodiscard]] OSStatus commitRemoval();
@@ -50,15 +61,19 @@ private:
     ReplacedFile() = default;
 
     [[nodiscard]] OSStatus openFolder(const QByteArray &path);
+    [[nodiscard]] OSStatus openOld();
     [[nodiscard]] OSStatus takeTurn();
     [[nodiscard]] int tryTurn();
     [[nodiscard]] int removeStale() const;
     [[nodiscard]] int dress() const;
+    [[nodiscard]] int fill(const QByteArray &content) const;
+    [[nodiscard]] OSStatus put(const QByteArray &content, unsigned renameFlags);
 
     Fresh fresh_{};
     Descriptor folder_;
     QByteArray name_;
     QByteArray temporaryName_;
+    Descriptor old_;       ///< the file that is replaced; empty when there is none
     Descriptor temporary_; ///< locked; open as long as the temporary file is ours
 };
 

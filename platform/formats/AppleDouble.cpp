@@ -96,6 +96,9 @@ std::optional<AppleDouble> AppleDouble::parse(const QByteArray &bytes) {
     AppleDouble file;
     file.bytes_ = bytes;
     file.entries_ = std::move(*entries);
+    const int missing = int(!file.find(kResourceForkEntry)) + int(!file.find(kFinderInfoEntry));
+    if (file.entries_.size() + static_cast<std::size_t>(missing) > kMostEntries)
+        return std::nullopt; // what is ours could not be added
     return file;
 }
 

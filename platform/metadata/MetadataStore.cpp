@@ -52,22 +52,28 @@ struct Place {
 using Places = QVarLengthArray<Place, 4>;
 
 OSStatus addAttributes(const QByteArray &path, const AttributeNames &names, Places &places) {
-    OSStatus status = noErr;
+    OSStatus failure = noErr;
     for (const Convention &convention : conventions()) {
         if (!names.contains(convention.attribute))
             continue;
+        OSStatus status = noErr;
         const auto value = attribute(path, convention.attribute, &status);
+        failure = failure == noErr ? status : failure;
         if (const auto info = value ? convention.read(*value) : std::nullopt)
             places.append({&convention, *value, *info});
     }
-    return status;
+    return failure;
 }
 
 OSStatus addSidecar(const QByteArray &path, Places &places) {
     OSStatus status = noErr;
     const auto entry = sidecarEntry(path, kFinderInfoEntry, FinderInfo::kLength, &status);
-    if (entry && entry->beginning.size() == FinderInfo::kLength)
-        places.append({nullptr, {}, FinderInfo::fromBytes(entry->beginning)});
+    if (!entry || entry->beginning.size() < FinderInfo::kLength)
+        return status;
+    // Every sidecar has the 32 bytes, also one that is there for a fork alone.
+    const FinderInfo info = FinderInfo::fromBytes(entry->beginning);
+    if (!info.isNone())
+        places.append({nullptr, {}, info});
     return status;
 }
 
@@ -136,6 +142,21 @@ const char *forkAttribute(const AttributeNames &names) {
     return name == std::end(kForkAttributes) ? nullptr : *name;
 }
 
+/// From every place: otherwise one would come to light behind another.
+OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
+    for (const char *const name : kForkAttributes) {
+        const OSStatus status = names.contains(name) ? removeAttribute(path, name) : noErr;
+        if (status != noErr)
+            return status;
+    }
+    OSStatus status = noErr;
+    const auto entry = sidecarEntry(path, kResourceForkEntry, 0, &status);
+    if (!entry || entry->length == 0)
+        return status;
+    return changeSidecar(path,
+                         [](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, {}); });
+}
+
 } // namespace
 
 OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info, Sidecars sidecars) {
@@ -186,8 +207,12 @@ std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *sta
     *status = statusOfNames(path, names);
     if (*status != noErr)
         return std::nullopt;
-    if (const char *const name = forkAttribute(names))
-        return attribute(path, name, status);
+    if (const char *const name = forkAttribute(names)) {
+        auto fork = attribute(path, name, status);
+        if (fork && fork->isEmpty())
+            *status = resFNotFound;
+        return *status == noErr ? fork : std::nullopt;
+    }
     constexpr int64_t kWhole = INT64_MAX;
     auto entry = sidecarEntry(path, kResourceForkEntry, kWhole, status);
     if (*status == noErr && (!entry || entry->length == 0))
@@ -199,8 +224,10 @@ OSStatus writeResourceFork(const QByteArray &path, const QByteArray &fork) {
     const AttributeNames names(path);
     if (const OSStatus status = statusOfKind(path); status != noErr)
         return status;
+    if (fork.isEmpty())
+        return removeForks(path, names);
     if (const char *const name = forkAttribute(names))
-        return fork.isEmpty() ? removeAttribute(path, name) : setAttribute(path, name, fork);
+        return setAttribute(path, name, fork);
     return changeSidecar(
         path, [&fork](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, fork); });
 }

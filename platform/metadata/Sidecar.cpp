@@ -33,13 +33,12 @@ std::optional<std::vector<AppleDouble::Entry>> entriesOf(int descriptor, int64_t
 }
 
 /// What stands there, or a fresh one. Nothing for what must not be overwritten.
-std::optional<AppleDouble> currentSidecar(const QByteArray &path, OSStatus *status) {
-    const auto bytes = readRegularFile(path, kLargestSidecar, Links::Keep, status);
-    if (!bytes && *status != fnfErr)
-        return std::nullopt;
-    *status = noErr;
-    auto sidecar = bytes ? AppleDouble::parse(*bytes) : AppleDouble::fresh();
-    if (!sidecar)
+std::optional<AppleDouble> currentSidecar(const ReplacedFile &file, OSStatus *status) {
+    if (!file.isThere())
+        return AppleDouble::fresh();
+    const auto bytes = file.content(kLargestSidecar, status);
+    auto sidecar = bytes ? AppleDouble::parse(*bytes) : std::nullopt;
+    if (bytes && !sidecar)
         *status = mapReadErr;
     return sidecar;
 }
@@ -103,7 +102,7 @@ OSStatus changeSidecar(const QByteArray &path, const std::function<void(AppleDou
     auto file = ReplacedFile::begin(sidecarFile, freshFor(path), &status);
     if (!file)
         return status;
-    auto sidecar = currentSidecar(sidecarFile, &status);
+    auto sidecar = currentSidecar(*file, &status);
     if (!sidecar)
         return status;
     change(*sidecar);

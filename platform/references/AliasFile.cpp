@@ -104,7 +104,8 @@ OSStatus writeDesktopEntry(const FSRef &target, const QByteArray &record, const 
     const PathParts parts(path);
     DesktopEntry entry;
     // For people; what is not UTF-8 would make the whole entry invalid.
-    const QString name = QString::fromUtf8(PathParts(target.path).name);
+    const QByteArray last = PathParts(target.path).name;
+    const QString name = last.isEmpty() ? "/" : QString::fromUtf8(last);
     const bool isWhole = entry.setValue(DesktopEntry::kMainGroup, "Type", "Link") &&
                          entry.setValue(DesktopEntry::kMainGroup, "Name", name) &&
                          entry.setValue(DesktopEntry::kMainGroup, "URL",
@@ -116,7 +117,7 @@ OSStatus writeDesktopEntry(const FSRef &target, const QByteArray &record, const 
     OSStatus status = noErr;
     constexpr mode_t kReadAndWrite = 0666;
     auto file = ReplacedFile::begin(path, {kReadAndWrite}, &status);
-    return file ? file->commit(entry.toBytes()) : status;
+    return file ? file->commitNew(entry.toBytes()) : status;
 }
 
 /// Makes the item @p file, which has a fork without resources, an alias.
