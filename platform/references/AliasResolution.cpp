@@ -79,7 +79,8 @@ std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
 class Resolution {
 public:
     Resolution(const AliasRecord &record, Replacement replacement, const SearchLimits &limits)
-        : record_(record), replacement_(replacement), search_(record.identity, limits) {}
+        : record_(record), replacement_(replacement), limits_(limits),
+          search_(record.identity, limits) {}
 
     [[nodiscard]] std::optional<QByteArray> run() {
         if (leadsToIt(record_.path))
@@ -93,7 +94,11 @@ public:
     }
 
     [[nodiscard]] OSStatus status() const {
-        return search_.status() == noErr ? fnfErr : search_.status();
+        struct stat item = {};
+        const bool isClosed =
+            lstat(record_.path.constData(), &item) != 0 && errno == EACCES && !isDead_;
+        const OSStatus unfound = isClosed ? permErr : fnfErr;
+        return search_.status() == noErr ? unfound : search_.status();
     }
 
 private:
@@ -106,29 +111,36 @@ private:
     /// The same place on the same file system, which is mounted elsewhere now.
     [[nodiscard]] std::optional<QByteArray> onMovedVolume() {
         const QByteArray inside = record_.realPath.sliced(record_.mountPointLength);
-        for (const Mount &mount : mounts_) {
-            const QByteArray path = isOfFileSystem(mount) ? below(mount.mountPoint, inside) : "";
-            if (!path.isEmpty() && leadsToIt(path))
+        for (const Mount *const mount : mountsOfFileSystem())
+            if (QByteArray path = below(mount->mountPoint, inside); leadsToIt(path))
                 return path;
+        return std::nullopt;
+    }
+
+    /// Asks the kernel, which answers the superuser alone. It may know the item and not its name,
+    /// or a name that one mount shows and another does not.
+    [[nodiscard]] std::optional<QByteArray> byHandle() {
+        if (record_.identity.handle.isEmpty())
+            return std::nullopt;
+        for (const Mount *const mount : mountsOfFileSystem()) {
+            const Descriptor folder(
+                open(mount->mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+            const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
+            const QByteArray path = item ? pathOf(item.number()) : QByteArray();
+            if (path.startsWith('/') && leadsToIt(path))
+                return path;
+            if (isDead_)
+                break;
         }
         return std::nullopt;
     }
 
-    /// Asks the kernel, which answers the superuser alone. It may know the item and not its name.
-    [[nodiscard]] std::optional<QByteArray> byHandle() {
-        const Mount *const mount = mountOfFileSystem();
-        if (record_.identity.handle.isEmpty() || !mount)
-            return std::nullopt;
-        const Descriptor folder(
-            open(mount->mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
-        if (!item)
-            return std::nullopt;
+    /// Of an open item, as the kernel knows it; anything where it does not.
+    [[nodiscard]] static QByteArray pathOf(int descriptor) {
         char buffer[PATH_MAX];
-        const QByteArray descriptor = "/proc/self/fd/" + QByteArray::number(item.number());
-        const ssize_t length = readlink(descriptor.constData(), buffer, sizeof buffer);
-        const QByteArray found(buffer, std::max<ssize_t>(length, 0));
-        return found.startsWith('/') && leadsToIt(found) ? std::optional(found) : std::nullopt;
+        const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+        const ssize_t length = readlink(link.constData(), buffer, sizeof buffer);
+        return {buffer, std::max<ssize_t>(length, 0)};
     }
 
     [[nodiscard]] Descriptor openedByHandle(int folder) {
@@ -147,22 +159,30 @@ private:
         return item;
     }
 
-    /// Where the item's file system is mounted; null where that is not certain.
-    [[nodiscard]] const Mount *mountOfFileSystem() const {
+    /// Where the item's file system is mounted, its usual place first; none where that is not
+    /// certain. Only local file systems are asked; one on the network could keep silent for ever.
+    [[nodiscard]] std::vector<const Mount *> mountsOfFileSystem() const {
+        std::vector<const Mount *> found;
         const Mount *const usual = mountOf(record_.realPath, mounts_);
-        if (usual && isOfFileSystem(*usual))
-            return usual;
-        const auto mount = std::ranges::find_if(
-            mounts_, [this](const Mount &other) { return isOfFileSystem(other); });
-        return mount == mounts_.end() ? nullptr : &*mount;
+        if (usual && fileSystemOf(deepestFolder()) == record_.fileSystem)
+            found.push_back(usual);
+        for (const Mount &mount : mounts_) {
+            const bool isCandidate =
+                mount.device == record_.identity.device || mount.source.startsWith("/dev/");
+            if (isCandidate && &mount != usual &&
+                fileSystemOf(mount.mountPoint) == record_.fileSystem)
+                found.push_back(&mount);
+        }
+        return record_.fileSystem == 0 ? std::vector<const Mount *>() : found;
     }
 
-    /// Only local file systems are asked; one on the network could keep silent for ever.
-    [[nodiscard]] bool isOfFileSystem(const Mount &mount) const {
-        const bool isCandidate =
-            mount.device == record_.identity.device || mount.source.startsWith("/dev/");
-        return isCandidate && record_.fileSystem != 0 &&
-               fileSystemOf(mount.mountPoint) == record_.fileSystem;
+    /// The deepest folder on the stored way that is there; a subvolume has an id of its own.
+    [[nodiscard]] QByteArray deepestFolder() const {
+        struct stat item = {};
+        QByteArray folder = record_.realPath;
+        while (folder.size() > 1 && lstat(folder.constData(), &item) != 0)
+            folder = PathParts(folder).parent;
+        return folder;
     }
 
     /// The names in the item's folder, which itself is followed through renames.
@@ -173,7 +193,7 @@ private:
 
     /// The stored parent folder, where each folder on the way is looked for under its old name
     /// and, failing that, by its inode number among its siblings. Empty when it cannot be found.
-    [[nodiscard]] QByteArray currentParent() const {
+    [[nodiscard]] QByteArray currentParent() {
         const QList<QByteArray> names = namesOf(record_.realPath);
         QByteArray folder = "/";
         for (qsizetype depth = 0; depth + 1 < names.size() && !folder.isEmpty(); ++depth) {
@@ -186,14 +206,14 @@ private:
         return folder;
     }
 
-    [[nodiscard]] static QByteArray child(const QByteArray &folder, const QByteArray &named,
-                                          uint64_t inode) {
+    [[nodiscard]] QByteArray child(const QByteArray &folder, const QByteArray &named,
+                                   uint64_t inode) const {
         struct stat item = {};
         if (lstat(named.constData(), &item) == 0 && item.st_ino == inode)
             return named;
         FileIdentity wanted;
         wanted.inode = inode;
-        return InodeSearch(wanted, {}).inFolder(folder).value_or(QByteArray());
+        return InodeSearch(wanted, limits_).inFolder(folder).value_or(QByteArray());
     }
 
     [[nodiscard]] std::optional<QByteArray> inPlace() {
@@ -206,8 +226,9 @@ private:
     /// The home folder, where the item was in it; else, or if that is less, the whole volume,
     /// wherever it is mounted now.
     [[nodiscard]] QByteArray searchedFolder() const {
-        const Mount *const known = mountOfFileSystem();
-        const Mount *const mount = known ? known : mountOf(record_.realPath, mounts_);
+        const auto known = mountsOfFileSystem();
+        const Mount *const mount =
+            known.empty() ? mountOf(record_.realPath, mounts_) : known.front();
         const QByteArray volume = mount ? mount->mountPoint : QByteArray("/");
         const QByteArray home = homeFolder();
         return isAtOrBelow(record_.realPath, home) && isAtOrBelow(home, volume) ? home : volume;
@@ -215,7 +236,11 @@ private:
 
     [[nodiscard]] static QByteArray homeFolder() {
         const char *const given = std::getenv("HOME");
-        const passwd *const user = given && *given == '/' ? nullptr : getpwuid(getuid());
+        char texts[4096];
+        passwd entry = {};
+        passwd *user = nullptr;
+        if (!given || *given != '/')
+            getpwuid_r(getuid(), &entry, texts, sizeof texts, &user);
         const QByteArray home = user ? user->pw_dir : given;
         const QByteArray real = home.startsWith('/') ? withoutLinks(home) : QByteArray();
         return real.isEmpty() ? QByteArray("/") : real;
@@ -223,6 +248,7 @@ private:
 
     const AliasRecord &record_;
     Replacement replacement_;
+    const SearchLimits &limits_;
     InodeSearch search_;
     std::vector<Mount> mounts_;
     bool isDead_ = false; ///< the kernel says that the item exists no more

@@ -9,6 +9,8 @@
 #include <memory>
 
 #include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 namespace MWCore {
@@ -20,7 +22,9 @@ QByteArray absolute(const QByteArray &path) {
     if (path.startsWith('/'))
         return path;
     const Text folder(getcwd(nullptr, 0), &std::free);
-    const QByteArray current = folder ? folder.get() : ".";
+    const QByteArray current = folder.get();
+    if (!current.startsWith('/'))
+        return {}; // removed, or out of this process's reach
     return current.endsWith('/') ? current + path : current + '/' + path;
 }
 
@@ -34,10 +38,17 @@ QByteArray named(const QByteArray &path) {
     return real ? QByteArray(real.get()) : path;
 }
 
+/// On FUSE even inode numbers may go with the kernel's cache; there the place decides.
+bool isOnFuse(const QByteArray &path) {
+    struct statfs system = {};
+    return statfs(path.constData(), &system) == 0 && system.f_type == FUSE_SUPER_MAGIC;
+}
+
 bool isUnchanged(const FSRef &ref) {
     OSStatus status = noErr;
     const auto identity = identityOf(AT_FDCWD, ref.path.constData(), &status);
-    return identity && isSameItem(*identity, ref.identity);
+    return identity && (isSameItem(*identity, ref.identity) ||
+                        (identity->device == ref.identity.device && isOnFuse(ref.path)));
 }
 
 } // namespace

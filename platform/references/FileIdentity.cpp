@@ -2,14 +2,38 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/references/FileIdentity.h"
 
+#include "core/private/Descriptor.h"
+
 #include <cerrno>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <sys/vfs.h>
 
 namespace MWCore {
 namespace {
+
+constexpr int32_t kFuseOrXfsHandle = 0x81; ///< both use the kernel's FILEID_INO64_GEN
+
+/// What an identity may not rely on, by the kind of file system (statfs(2)).
+enum class Lasting { All, AllButHandle, AllButBirth };
+
+Lasting lastingOn(int folder, const char *path) {
+    const Descriptor item(openat(folder, path, O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    struct statfs system = {};
+    if (!item || fstatfs(item.number(), &system) != 0)
+        return Lasting::All;
+    switch (system.f_type) {
+    case FUSE_SUPER_MAGIC: // handles are forgotten with the cache
+        return Lasting::AllButHandle;
+    case OVERLAYFS_SUPER_MAGIC: // the first write copies the item and makes it younger
+        return Lasting::AllButBirth;
+    default:
+        return Lasting::All;
+    }
+}
 
 /// Without a handle where there is none; that is no failure.
 void addHandle(int folder, const char *path, FileIdentity &identity) {
@@ -42,6 +66,14 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
     if (item.stx_mask & STATX_BTIME)
         identity.birthTime = item.stx_btime.tv_sec * kNanoseconds + item.stx_btime.tv_nsec;
     addHandle(folder, path, identity);
+    // Both are virtual devices; only there is it worth another call to tell.
+    const Lasting lasting = item.stx_dev_major == 0 || identity.handleType == kFuseOrXfsHandle
+                                ? lastingOn(folder, path)
+                                : Lasting::All;
+    if (lasting == Lasting::AllButHandle)
+        identity.handle.clear();
+    if (lasting == Lasting::AllButBirth)
+        identity.birthTime.reset();
     *status = noErr;
     return identity;
 }

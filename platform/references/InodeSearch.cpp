@@ -22,6 +22,15 @@ Descriptor openFolder(int parent, const char *path) {
     return Descriptor(openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
+/// The mount that an item is on, without opening it or setting off an automount; 0 when the kernel
+/// does not tell.
+uint64_t mountIdOf(int parent, const char *path) {
+    struct statx item = {};
+    constexpr int kFlags =
+        AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
+    return statx(parent, path, kFlags, STATX_MNT_ID, &item) == 0 ? item.stx_mnt_id : 0;
+}
+
 QByteArray joined(const QByteArray &folder, const char *name) {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
@@ -52,10 +61,9 @@ std::optional<QByteArray> InodeSearch::inFolder(const QByteArray &folder) {
 
 std::optional<QByteArray> InodeSearch::below(const QByteArray &folder) {
     const Descriptor opened = openFolder(AT_FDCWD, folder.constData());
-    struct stat item = {};
-    if (!opened || fstat(opened.number(), &item) != 0)
+    if (!opened)
         return std::nullopt;
-    device_ = item.st_dev;
+    mount_ = mountIdOf(opened.number(), "");
     return descend(opened.number(), folder, 0) ? std::optional(found_) : std::nullopt;
 }
 
@@ -63,7 +71,7 @@ std::optional<QByteArray> InodeSearch::below(const QByteArray &folder) {
 bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
     alignas(dirent64) char block[kBlockLength];
     long length = 0;
-    while ((length = syscall(SYS_getdents64, folder, block, sizeof block)) > 0) {
+    while (mayGoOn() && (length = syscall(SYS_getdents64, folder, block, sizeof block)) > 0) {
         for (long at = 0; at < length;) {
             const auto *const entry = reinterpret_cast<const dirent64 *>(block + at);
             at += entry->d_reclen;
@@ -84,20 +92,19 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
 
 bool InodeSearch::descend(int folder, const QByteArray &path, int depth) {
     Names subfolders;
-    if (!mayGoOn())
-        return false;
     if (scan(folder, path, &subfolders))
         return true;
-    if (depth == kDeepest)
+    if (depth == kDeepest) {
+        leftOut_ = leftOut_ || !subfolders.bytes.isEmpty();
         return false;
+    }
     const char *const end = subfolders.bytes.constData() + subfolders.bytes.size();
     for (const char *name = subfolders.bytes.constData(); name < end;
          name += std::strlen(name) + 1) {
-        const Descriptor inner = openFolder(folder, name);
-        struct stat item = {};
-        if (!inner || fstat(inner.number(), &item) != 0 || item.st_dev != device_)
+        if (mountIdOf(folder, name) != mount_)
             continue;
-        if (descend(inner.number(), joined(path, name), depth + 1))
+        const Descriptor inner = openFolder(folder, name);
+        if (inner && descend(inner.number(), joined(path, name), depth + 1))
             return true;
         if (status_ != noErr)
             return false;

@@ -16,12 +16,12 @@ namespace MWCore {
 /// How far a search may go.
 struct SearchLimits {
     int64_t entries = 4'000'000;                  ///< names looked at before it gives up
-    const std::atomic<bool> *cancelled = nullptr; ///< read after every folder; may be null
+    const std::atomic<bool> *cancelled = nullptr; ///< read after every block of names; may be null
 };
 
 /// Looks for an item by its inode number, which a folder tells with each name: only names that
-/// carry the number are examined. Links are not followed, other file systems not entered. Any
-/// thread, one search an object.
+/// carry the number are examined. Links are not followed, other mounts not touched; folders of more
+/// than 200 levels are left out. Any thread, one search an object.
 class InodeSearch {
 public:
     InodeSearch(const FileIdentity &wanted, SearchLimits limits)
@@ -33,8 +33,11 @@ public:
     /// The path of the item anywhere below @p folder.
     [[nodiscard]] std::optional<QByteArray> below(const QByteArray &folder);
 
-    /// noErr; userCanceledErr when it was cancelled, fileBoundsErr when it gave up.
-    [[nodiscard]] OSStatus status() const { return status_; }
+    /// noErr; userCanceledErr when it was cancelled, fileBoundsErr when it gave up or left folders
+    /// out.
+    [[nodiscard]] OSStatus status() const {
+        return status_ == noErr && leftOut_ ? fileBoundsErr : status_;
+    }
 
 private:
     struct Names;
@@ -47,7 +50,8 @@ private:
     const FileIdentity &wanted_;
     SearchLimits limits_;
     OSStatus status_ = noErr;
-    uint64_t device_ = 0; ///< of the file system that is searched
+    bool leftOut_ = false; ///< a folder was too deep
+    uint64_t mount_ = 0;   ///< that is searched: its mount id
     QByteArray found_;
 };
 

@@ -169,6 +169,47 @@ TEST(Aliases, AreSearchedForOnTheVolumeWhereverItIsMounted) {
     (void)runProcess({"umount", "-l", moved});
 }
 
+TEST(Aliases, LeadThroughLayeredAndNestedMounts) {
+    const struct {
+        const char *what;
+        const char *type;
+        const char *setUp; ///< commands in the mounted folder; they make "from/item" and "to"
+    } rows[] = {
+        {"an overlay copies at the first write", "tmpfs",
+         "mkdir -p lower/from lower/to upper work all && echo > lower/from/item &&"
+         " mount -t overlay o -o lowerdir=lower,upperdir=upper,workdir=work all &&"
+         " ln -s all/from from && ln -s all/to to"},
+        {"a nested subvolume", "btrfs",
+         "btrfs -q subvolume create sub && mkdir sub/from sub/to && echo > sub/from/item &&"
+         " ln -s sub/from from && ln -s sub/to to"},
+        {"a bind mount that does not show the new place", "ext4",
+         "mkdir -p hidden/from to from && echo > hidden/from/item &&"
+         " mount --bind hidden/from from"},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const MountedFolder mounted(row.type);
+        const ProcessResult ready =
+            runProcess({"sh", "-c", "cd " + mounted.path() + " && " + row.setUp});
+        if (!mounted.obstacle().empty() || ready.status != 0) {
+            std::printf("skipped: %s%s\n", mounted.obstacle().c_str(), ready.complaints.c_str());
+            continue;
+        }
+        FSRef ref;
+        EXPECT_EQ(FSPathMakeRef(mounted.at("from/item").c_str(), &ref), noErr);
+        const QByteArray alias = aliasOf(mounted.at("from/item"));
+        raw::write(mounted.at("from/item"), "changed");
+        QByteArray path;
+        EXPECT_EQ(FSRefMakePath(ref, &path), noErr);
+        EXPECT_EQ(path, mounted.at("from/item").c_str());
+        const std::string source = fs::exists(mounted.at("hidden")) ? "hidden/from" : "from";
+        fs::rename(mounted.at(source + "/item"), mounted.at("to/moved"));
+        EXPECT_EQ(resolved(alias), fs::canonical(mounted.at("to")) / "moved");
+        (void)runProcess({"umount", "-l", mounted.at("from")});
+        (void)runProcess({"umount", "-l", mounted.at("all")});
+    }
+}
+
 TEST(Aliases, OfEverythingThatHasAPath) {
     const TemporaryFolder folder;
     (void)folder.file("file");
