@@ -40,7 +40,7 @@ bool isThere(const QByteArray &path, bool createFileIfNecessary) {
 
 } // namespace
 
-OSStatus FSMakeSpec(const FSRef &ref, FSSpec *spec) {
+OSStatus FSMakeSpec(const FSRef &ref, FSSpec *fsSpec) {
     QByteArray path;
     if (const OSStatus status = currentPath(ref, &path); status != noErr)
         return status;
@@ -50,11 +50,11 @@ OSStatus FSMakeSpec(const FSRef &ref, FSSpec *spec) {
     if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW, STATX_MNT_ID, &item) != 0 ||
         stat(parts.parent.constData(), &folder) != 0)
         return statusFromErrno(errno);
-    *spec = {};
-    spec->vRefNum = static_cast<int16_t>(item.stx_mnt_id);
-    spec->parID = static_cast<int32_t>(folder.st_ino);
-    spec->name[0] = static_cast<unsigned char>(shownLength(parts.name));
-    std::copy_n(parts.name.begin(), spec->name[0], spec->name + 1);
+    *fsSpec = {};
+    fsSpec->vRefNum = static_cast<int16_t>(item.stx_mnt_id);
+    fsSpec->parID = static_cast<int32_t>(folder.st_ino);
+    fsSpec->name[0] = static_cast<unsigned char>(shownLength(parts.name));
+    std::copy_n(parts.name.begin(), fsSpec->name[0], fsSpec->name + 1);
     return noErr;
 }
 

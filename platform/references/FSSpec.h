@@ -27,8 +27,8 @@ struct __attribute__((packed)) MWCORE_EXPORT FSSpec {
 };
 static_assert(sizeof(FSSpec) == 70);
 
-/// Describes the item. On failure @p spec is as it was.
-[[nodiscard]] MWCORE_EXPORT OSStatus FSMakeSpec(const FSRef &ref, FSSpec *spec);
+/// Describes the item. On failure @p fsSpec is as it was.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSMakeSpec(const FSRef &ref, FSSpec *fsSpec);
 
 namespace CarbonFSRefCreation {
 
