@@ -43,7 +43,8 @@ void addJson(CLI::App &command, Form &form) {
 /// CLI11 has a meaning of its own for "[a,b]" and "++"; as paths they need one that begins with a
 /// folder.
 std::string asPath(const std::string &argument) {
-    return argument.starts_with('[') || argument == "++" ? "./" + argument : argument;
+    const bool isList = argument.starts_with('[') && argument.ends_with(']');
+    return isList || argument == "++" ? "./" + argument : argument;
 }
 
 /// The command line, and what it asked for once it is parsed.
@@ -154,7 +155,7 @@ void CommandLine::addAttribute(const char *name, const char *what, Attribute whi
     CLI::App &command = *app_.add_subcommand(name, std::string("Print or set ") + what);
     command.add_option("PATH", attribute_.path, "The item")->required();
     command.add_option("VALUE", attribute_.value,
-                       "What to set; it may also stand before the item. Without it the value is\n"
+                       "What to set, behind the item or before it; without it the value is\n"
                        "printed");
     addJson(command, attribute_.form);
     command.final_callback([this, which] {
