@@ -86,11 +86,14 @@ public:
         if (leadsToIt(record_.path))
             return record_.path;
         mounts_ = mountTable();
-        for (const auto step : {&Resolution::onMovedVolume, &Resolution::byHandle,
-                                &Resolution::amongSiblings, &Resolution::inPlace})
-            if (auto path = (this->*step)())
+        for (const auto step :
+             {&Resolution::onMovedVolume, &Resolution::byHandle, &Resolution::amongSiblings,
+              &Resolution::inPlace, &Resolution::anywhere}) {
+            auto path = (this->*step)();
+            if (path || search_.status() != noErr)
                 return path;
-        return isDead_ ? std::nullopt : search_.below(searchedFolder());
+        }
+        return std::nullopt;
     }
 
     [[nodiscard]] OSStatus status() const {
@@ -163,6 +166,8 @@ private:
     /// certain. Only local file systems are asked; one on the network could keep silent for ever.
     [[nodiscard]] std::vector<const Mount *> mountsOfFileSystem() const {
         std::vector<const Mount *> found;
+        if (record_.fileSystem == 0)
+            return found;
         const Mount *const usual = mountOf(record_.realPath, mounts_);
         if (usual && fileSystemOf(deepestFolder()) == record_.fileSystem)
             found.push_back(usual);
@@ -173,7 +178,7 @@ private:
                 fileSystemOf(mount.mountPoint) == record_.fileSystem)
                 found.push_back(&mount);
         }
-        return record_.fileSystem == 0 ? std::vector<const Mount *>() : found;
+        return found;
     }
 
     /// The deepest folder on the stored way that is there; a subvolume has an id of its own.
@@ -221,6 +226,10 @@ private:
         const bool isThere = lstat(record_.path.constData(), &item) == 0;
         return isThere && replacement_ == Replacement::IsTheItem ? std::optional(record_.path)
                                                                  : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<QByteArray> anywhere() {
+        return isDead_ ? std::nullopt : search_.below(searchedFolder());
     }
 
     /// The home folder, where the item was in it; else, or if that is less, the whole volume,

@@ -5,7 +5,6 @@
 #include "core/private/Descriptor.h"
 
 #include <cstring>
-#include <memory>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -54,6 +53,9 @@ struct InodeSearch::Names {
     QByteArray bytes;
 };
 
+InodeSearch::InodeSearch(const FileIdentity &wanted, SearchLimits limits)
+    : wanted_(wanted), limits_(limits), block_(std::make_unique<char[]>(kBlockLength)) {}
+
 std::optional<QByteArray> InodeSearch::inFolder(const QByteArray &folder) {
     const Descriptor opened = openFolder(AT_FDCWD, folder.constData());
     return opened && scan(opened.number(), folder, nullptr) ? std::optional(found_) : std::nullopt;
@@ -69,11 +71,11 @@ std::optional<QByteArray> InodeSearch::below(const QByteArray &folder) {
 
 /// Reads one folder with the kernel's own call, since a DIR would be allocated for each.
 bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
-    alignas(dirent64) char block[kBlockLength];
     long length = 0;
-    while (mayGoOn() && (length = syscall(SYS_getdents64, folder, block, sizeof block)) > 0) {
+    while (mayGoOn() &&
+           (length = syscall(SYS_getdents64, folder, block_.get(), kBlockLength)) > 0) {
         for (long at = 0; at < length;) {
-            const auto *const entry = reinterpret_cast<const dirent64 *>(block + at);
+            const auto *const entry = reinterpret_cast<const dirent64 *>(block_.get() + at);
             at += entry->d_reclen;
             --limits_.entries;
             if (isDots(entry->d_name))

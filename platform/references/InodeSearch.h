@@ -6,7 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
-#include <functional>
+#include <memory>
 #include <optional>
 
 #include <QByteArray>
@@ -24,8 +24,8 @@ struct SearchLimits {
 /// than 200 levels are left out. Any thread, one search an object.
 class InodeSearch {
 public:
-    InodeSearch(const FileIdentity &wanted, SearchLimits limits)
-        : wanted_(wanted), limits_(limits) {}
+    /// @p wanted must outlive this object.
+    InodeSearch(const FileIdentity &wanted, SearchLimits limits);
 
     /// The path of the item directly in @p folder.
     [[nodiscard]] std::optional<QByteArray> inFolder(const QByteArray &folder);
@@ -49,6 +49,7 @@ private:
 
     const FileIdentity &wanted_;
     SearchLimits limits_;
+    std::unique_ptr<char[]> block_; ///< names as the kernel gives them, one folder at a time
     OSStatus status_ = noErr;
     bool leftOut_ = false; ///< a folder was too deep
     uint64_t mount_ = 0;   ///< that is searched: its mount id
