@@ -54,7 +54,8 @@ bool readNumber(QByteArrayView content, Field &field) {
 bool readHandle(QByteArrayView content, FileIdentity &identity) {
     const auto type = numberAt<int32_t>(content, 0);
     constexpr qsizetype kLongestHandle = 128; // MAX_HANDLE_SZ of the kernel
-    if (!type || content.size() > kLongestHandle + qsizetype(sizeof *type))
+    const qsizetype length = content.size() - qsizetype(sizeof *type);
+    if (!type || length == 0 || length > kLongestHandle)
         return false;
     identity.handleType = *type;
     identity.handle = content.sliced(sizeof *type).toByteArray();
