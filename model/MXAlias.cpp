@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/MXAlias.h"
 
+#include "platform/aliases/Aliases.h"
 #include "platform/foundation/FileSystemText.h"
-#include "platform/references/Aliases.h"
 
 #include <sys/stat.h>
 

@@ -6,8 +6,8 @@
 #include "apps/mwfile/Failure.h"
 #include "apps/mwfile/ItemJson.h"
 #include "apps/mwfile/Output.h"
+#include "platform/aliases/Aliases.h"
 #include "platform/formats/AliasRecord.h"
-#include "platform/references/Aliases.h"
 
 #include <sys/sysmacros.h>
 #include <unistd.h>

@@ -3,7 +3,7 @@
 // What it costs to find a file again that was renamed or moved, as root and as somebody else.
 // usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
 #include "benchmarks/support/turns.h"
-#include "platform/references/Aliases.h"
+#include "platform/aliases/Aliases.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -3,7 +3,7 @@
 #include "platform/catalogue/Volumes.h"
 
 #include "core/private/Descriptor.h"
-#include "platform/catalogue/MountTable.h"
+#include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
 

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/files/FileIdentity.h"
 #include "platform/foundation/mwcore_export.h"
-#include "platform/references/FileIdentity.h"
 
 #include <optional>
 #include <vector>

@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "FileIdentity.h"
-
+#include <MWCore/FileIdentity.h>
 #include <MWCore/mwcore_export.h>
 
 #include <QByteArray>

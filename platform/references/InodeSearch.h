@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/references/FileIdentity.h"
+#include "platform/files/FileIdentity.h"
 
 #include <atomic>
 #include <cstdint>

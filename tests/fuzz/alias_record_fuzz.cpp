@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/catalogue/MountTable.h"
+#include "platform/aliases/FileUrl.h"
+#include "platform/files/MountTable.h"
 #include "platform/formats/AliasRecord.h"
-#include "platform/references/FileUrl.h"
 #include "tests/fuzz/fuzz.h"
 
 using namespace MWCore;

@@ -133,7 +133,7 @@ TEST(List, IsColouredWhereAPersonSeesIt) {
 ProcessResult mwfileAsNobody(std::vector<std::string> arguments) {
     const TemporaryFolder place;
     chmod(place.path().c_str(), 0755);
-    runProcess({"cp", "-L", MWFILE, MWFILE_LIBRARY, place.path()});
+    runProcess({"cp", "-L", MWFILE, MWFILE_CORE, MWFILE_FRAMEWORK, place.path()});
     ProcessOptions options;
     options.asNobody = true;
     options.environment = {"LD_LIBRARY_PATH=" + place.path()};

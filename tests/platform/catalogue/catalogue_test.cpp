@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/FileCatalogue.h"
-#include "platform/catalogue/MountTable.h"
+#include "platform/files/MountTable.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/platform/samples.h"
 #include "tests/support/MountedFolder.h"

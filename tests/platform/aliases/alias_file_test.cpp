@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/aliases/Aliases.h"
+#include "platform/aliases/FileUrl.h"
 #include "platform/metadata/MetadataStore.h"
-#include "platform/references/Aliases.h"
-#include "platform/references/FileUrl.h"
 #include "platform/references/FSSpec.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"

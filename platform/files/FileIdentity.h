@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include <MWCore/FileStatus.h>
+#include "FileStatus.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/aliases/Aliases.h"
 #include "platform/foundation/FileSystemText.h"
-#include "platform/references/Aliases.h"
 #include "platform/references/AliasResolution.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/catalogue/MountTable.h"
+#include "platform/files/MountTable.h"
 
 #include "platform/files/RegularFile.h"
+
+#include <algorithm>
 
 #include <QList>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/sysmacros.h>
 
 namespace MWCore {
@@ -45,6 +48,20 @@ std::optional<Mount> parseLine(const QByteArray &line) {
     return mount;
 }
 
+/// The mount that "/" is on, for a process whose root was changed to a folder within it: the system
+/// does not list it then. Nothing when it cannot be told.
+std::optional<Mount> rootMount() {
+    struct statx root = {};
+    if (statx(AT_FDCWD, "/", 0, STATX_MNT_ID, &root) != 0)
+        return std::nullopt;
+    Mount mount;
+    mount.id = static_cast<int32_t>(root.stx_mnt_id);
+    mount.device = makedev(root.stx_dev_major, root.stx_dev_minor);
+    mount.root = "/";
+    mount.mountPoint = "/";
+    return mount;
+}
+
 } // namespace
 
 std::vector<Mount> parseMountTable(QByteArrayView mountInfo) {
@@ -60,7 +77,11 @@ std::vector<Mount> mountTable() {
     constexpr int64_t kLongest = 16 << 20;
     OSStatus status = noErr;
     const auto text = file ? readAt(file.number(), 0, kLongest, &status) : std::nullopt;
-    return text ? parseMountTable(*text) : std::vector<Mount>();
+    std::vector<Mount> mounts = text ? parseMountTable(*text) : std::vector<Mount>();
+    if (std::ranges::find(mounts, "/", &Mount::mountPoint) == mounts.end())
+        if (auto root = rootMount())
+            mounts.insert(mounts.begin(), std::move(*root));
+    return mounts;
 }
 
 bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {

@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "FSRef.h"
-
+#include <MWCore/FSRef.h>
 #include <MWCore/mwcore_export.h>
 
 #include <atomic>

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/private/Descriptor.h"
+#include "platform/aliases/Aliases.h"
+#include "platform/aliases/FileUrl.h"
+#include "platform/catalogue/ResourceFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 #include "platform/files/ReplacedFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/metadata/MetadataStore.h"
-#include "platform/metadata/ResourceFile.h"
-#include "platform/references/Aliases.h"
 #include "platform/references/AliasResolution.h"
-#include "platform/references/FileUrl.h"
 
 #include <cerrno>
 #include <cstdlib>

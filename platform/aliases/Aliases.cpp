@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/references/Aliases.h"
+#include "platform/aliases/Aliases.h"
 
 #include "platform/references/AliasResolution.h"
 

@@ -20,8 +20,8 @@ struct Mount {
     QByteArray source; ///< "/dev/sda1", "tmpfs", ...
 };
 
-/// All file systems that this process sees, in the order in which they were mounted. Empty when
-/// the system does not tell.
+/// All file systems that this process sees, in the order in which they were mounted, "/" in any
+/// case. Empty when the system does not tell.
 [[nodiscard]] std::vector<Mount> mountTable();
 
 /// The mounts that @p mountInfo, the content of that file, tells of. Lines of another form are

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/catalogue/ResourceFile.h"
 #include "platform/metadata/MetadataStore.h"
-#include "platform/metadata/ResourceFile.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/platform/samples.h"
 #include "tests/support/TemporaryFolder.h"

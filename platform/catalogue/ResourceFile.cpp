@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/metadata/ResourceFile.h"
+#include "platform/catalogue/ResourceFile.h"
 
 #include "core/private/Descriptor.h"
 #include "platform/formats/ResourceMap.h"

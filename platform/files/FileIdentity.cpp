@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/references/FileIdentity.h"
+#include "platform/files/FileIdentity.h"
 
 #include "core/private/Descriptor.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/references/FileUrl.h"
+#include "platform/aliases/FileUrl.h"
 
 #include <climits>
 
