@@ -18,8 +18,14 @@
 namespace MWCore {
 namespace {
 
-constexpr const char *kForkAttributes[] = {"user.com.apple.ResourceFork",
-                                           "user.org.netatalk.ResourceFork"};
+/// An extended attribute that keeps resource forks.
+struct ForkAttribute {
+    const char *name;
+    qsizetype trailing; ///< zeros behind the fork
+};
+constexpr ForkAttribute kForkAttributes[] = {{"user.com.apple.ResourceFork", 0},
+                                             {"user.org.netatalk.ResourceFork", 0},
+                                             {"user.DosStream.AFP_Resource:$DATA", 1}};
 
 /// noErr for what extended attributes and sidecars are meant for.
 OSStatus statusOfKind(const QByteArray &path) {
@@ -136,16 +142,18 @@ OSStatus storeAnew(const QByteArray &path, const AttributeNames &names, const Fi
     return status == errFSOperationNotSupported ? store(path, {nullptr, {}, {}}, info) : status;
 }
 
-const char *forkAttribute(const AttributeNames &names) {
-    const auto *const name = std::ranges::find_if(
-        kForkAttributes, [&names](const char *attribute) { return names.contains(attribute); });
-    return name == std::end(kForkAttributes) ? nullptr : *name;
+const ForkAttribute *forkAttribute(const AttributeNames &names) {
+    const auto *const found = std::ranges::find_if(
+        kForkAttributes, [&names](const char *name) { return names.contains(name); },
+        &ForkAttribute::name);
+    return found == std::end(kForkAttributes) ? nullptr : found;
 }
 
 /// From every place: otherwise one would come to light behind another.
 OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
-    for (const char *const name : kForkAttributes) {
-        const OSStatus status = names.contains(name) ? removeAttribute(path, name) : noErr;
+    for (const ForkAttribute &place : kForkAttributes) {
+        const OSStatus status =
+            names.contains(place.name) ? removeAttribute(path, place.name) : noErr;
         if (status != noErr)
             return status;
     }
@@ -190,8 +198,8 @@ OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidec
     OSStatus status = statusOfNames(path, names);
     if (status != noErr)
         return status;
-    if (const char *const attribute = forkAttribute(names)) {
-        size->logical = std::max<int64_t>(attributeLength(path, attribute), 0);
+    if (const ForkAttribute *const place = forkAttribute(names)) {
+        size->logical = std::max<int64_t>(attributeLength(path, place->name) - place->trailing, 0);
         size->physical = size->logical;
         return noErr;
     }
@@ -207,8 +215,10 @@ std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *sta
     *status = statusOfNames(path, names);
     if (*status != noErr)
         return std::nullopt;
-    if (const char *const name = forkAttribute(names)) {
-        auto fork = attribute(path, name, status);
+    if (const ForkAttribute *const place = forkAttribute(names)) {
+        auto fork = attribute(path, place->name, status);
+        if (fork)
+            fork->chop(place->trailing);
         if (fork && fork->isEmpty())
             *status = resFNotFound;
         return *status == noErr ? fork : std::nullopt;
@@ -226,8 +236,8 @@ OSStatus writeResourceFork(const QByteArray &path, const QByteArray &fork) {
         return status;
     if (fork.isEmpty())
         return removeForks(path, names);
-    if (const char *const name = forkAttribute(names))
-        return setAttribute(path, name, fork);
+    if (const ForkAttribute *const place = forkAttribute(names))
+        return setAttribute(path, place->name, fork + QByteArray(place->trailing, '\0'));
     return changeSidecar(
         path, [&fork](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, fork); });
 }

@@ -68,15 +68,17 @@ TEST(ResourceFiles, AForkStaysWhereItIs) {
     const struct {
         const char *what;
         const char *attribute;
+        QByteArray behind = {}; ///< what stands there behind the fork
     } rows[] = {{"in an attribute", "user.com.apple.ResourceFork"},
                 {"in another", "user.org.netatalk.ResourceFork"},
+                {"in a stream", "user.DosStream.AFP_Resource:$DATA", samples::zeros(1)},
                 {"in a sidecar", nullptr}};
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
         const TemporaryFolder folder;
         const std::string item = folder.file("item");
         if (row.attribute)
-            raw::setAttribute(item, row.attribute, samples::resourceFork());
+            raw::setAttribute(item, row.attribute, samples::resourceFork() + row.behind);
         else
             raw::write(folder.at("._item"), samples::sidecar(0x000C));
         ForkSize size;
@@ -92,6 +94,11 @@ TEST(ResourceFiles, AForkStaysWhereItIs) {
         EXPECT_EQ(file->getResource(kText, 128), "hello");
         EXPECT_EQ(file->getResource(kIcns, kCustomIcon), "another icon");
         EXPECT_EQ(std::filesystem::exists(folder.at("._item")), row.attribute == nullptr);
+        if (row.attribute) {
+            OSStatus status = noErr;
+            const auto fork = readResourceFork(item.c_str(), &status);
+            EXPECT_EQ(raw::attribute(item, row.attribute), fork.value_or("") + row.behind);
+        }
     }
     const TemporaryFolder folder;
     raw::write(folder.at("._item"), samples::sidecar(0x000C));
