@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include <sys/stat.h>
 #include <sys/xattr.h>
 
 namespace MWCore {
@@ -36,6 +37,20 @@ bool AttributeNames::contains(const char *name) const {
         if (std::strcmp(at, name) == 0)
             return true;
     return false;
+}
+
+OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names) {
+    struct stat item = {};
+    if (names.status() != errFSOperationNotSupported)
+        return names.status();
+    return lstat(path.constData(), &item) == 0 ? noErr : statusFromErrno(errno);
+}
+
+OSStatus statusOfKind(const QByteArray &path) {
+    struct stat item = {};
+    if (lstat(path.constData(), &item) != 0)
+        return statusFromErrno(errno);
+    return S_ISREG(item.st_mode) || S_ISDIR(item.st_mode) ? noErr : errFSOperationNotSupported;
 }
 
 std::optional<QByteArray> attribute(const QByteArray &path, const char *name, OSStatus *status) {

@@ -28,6 +28,14 @@ private:
     OSStatus status_ = noErr;
 };
 
+/// noErr where metadata of an item can be looked for: its attributes were listed, or its file
+/// system has none and the item is there. Else why not.
+[[nodiscard]] OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names);
+
+/// noErr for a plain file or a folder, which alone can have attributes and sidecars of their own;
+/// errFSOperationNotSupported for anything else.
+[[nodiscard]] OSStatus statusOfKind(const QByteArray &path);
+
 /// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name.
 [[nodiscard]] std::optional<QByteArray> attribute(const QByteArray &path, const char *name,
                                                   OSStatus *status);

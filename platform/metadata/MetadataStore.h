@@ -28,10 +28,11 @@ enum class Sidecars {
 [[nodiscard]] MWCORE_EXPORT OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info,
                                                     Sidecars sidecars = Sidecars::MayExist);
 
-/// Writes it to every place that keeps Finder information of the item, else to the extended
-/// attribute `user.com.apple.FinderInfo`, else, where the file system has no extended attributes,
-/// to a sidecar. On failure the old information stands. For a link, fifo, socket or device:
-/// errFSOperationNotSupported, unless a sidecar keeps some already.
+/// Writes what differs from what readFinderInfo() tells to every place that keeps Finder
+/// information of the item; other things that a place says there stay. Where none does it goes
+/// to the extended attribute `user.com.apple.FinderInfo`, else, where the file system has no
+/// extended attributes, to a sidecar. On failure the old information stands. For a link, fifo,
+/// socket or device: errFSOperationNotSupported, unless a sidecar keeps some already.
 [[nodiscard]] MWCORE_EXPORT OSStatus writeFinderInfo(const QByteArray &path,
                                                      const FinderInfo &info);
 

@@ -72,6 +72,7 @@ constexpr Convention kConventions[] = {
     {"user.com.apple.FinderInfo", Bare::read, Bare::rewritten},
     {"user.org.netatalk.Metadata", Record::read, Record::rewritten},
     {"user.DosStream.AFP_AfpInfo:$DATA", Stream::read, Stream::rewritten},
+    {"user.AFP_AfpInfo", Stream::read, Stream::rewritten}, // prefix=user., store_stream_type=no
 };
 
 } // namespace

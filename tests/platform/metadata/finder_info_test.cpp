@@ -136,6 +136,27 @@ TEST(FinderInformation, ANameCannotForgeALogLine) {
     EXPECT_FALSE(lines[0].contains('\n') || lines[0].contains('\033')) << lines[0].toStdString();
 }
 
+TEST(FinderInformation, AChangeLeavesAloneWhatOnlyAnotherPlaceSays) {
+    const TemporaryFolder folder;
+    const std::string item = folder.file("item");
+    EXPECT_EQ(writeLabel(item, 2), noErr);
+    keep(folder, kForms[1], kRed | kHasCustomIcon);
+    keep(folder, kForms[2], 0);
+    const LoggedMessages log;
+    FinderInfo info = infoOf(item);
+    EXPECT_EQ(info.type, 0U) << "the first place counts as a whole";
+    info.setLabelNumber(4);
+    info.setFlag(kIsInvisible, true);
+    EXPECT_EQ(writeFinderInfo(item.c_str(), info), noErr);
+    EXPECT_EQ(infoOf(item), info);
+    constexpr uint16_t kBlue = 4 << 1;
+    EXPECT_EQ(kept(folder, kForms[1]),
+              samples::netatalkRecord(kBlue | kHasCustomIcon | kIsInvisible));
+    EXPECT_EQ(kept(folder, kForms[2]), samples::afpInfo(kBlue | kIsInvisible, false));
+    EXPECT_EQ(removeFinderInfo(item.c_str()), noErr);
+    EXPECT_TRUE(infoOf(item).isNone()) << "removing leaves nothing anywhere";
+}
+
 TEST(FinderInformation, WhatIsOfNoFormIsNeitherReadNorOverwritten) {
     for (const char *const name : {kBare, kRecord, kStream})
         for (const qsizetype length : {0, 31, 33, 59, 60, 61, 342, 402, 4000}) {

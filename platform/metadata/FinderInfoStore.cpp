@@ -1,49 +1,18 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/metadata/MetadataStore.h"
-
 #include "platform/foundation/FileSystemText.h"
 #include "platform/foundation/Log.h"
 #include "platform/metadata/conventions.h"
 #include "platform/metadata/ExtendedAttributes.h"
+#include "platform/metadata/MetadataStore.h"
 #include "platform/metadata/Sidecar.h"
 
 #include <algorithm>
-#include <cerrno>
 
 #include <QVarLengthArray>
 
-#include <sys/stat.h>
-
 namespace MWCore {
 namespace {
-
-/// An extended attribute that keeps resource forks.
-struct ForkAttribute {
-    const char *name;
-    qsizetype trailing; ///< zeros behind the fork
-};
-constexpr ForkAttribute kForkAttributes[] = {{"user.com.apple.ResourceFork", 0},
-                                             {"user.org.netatalk.ResourceFork", 0},
-                                             {"user.DosStream.AFP_Resource:$DATA", 1}};
-
-/// noErr for what extended attributes and sidecars are meant for.
-OSStatus statusOfKind(const QByteArray &path) {
-    struct stat item = {};
-    if (lstat(path.constData(), &item) != 0)
-        return statusFromErrno(errno);
-    return S_ISREG(item.st_mode) || S_ISDIR(item.st_mode) ? noErr : errFSOperationNotSupported;
-}
-
-/// Whether there is anything at all; asked where extended attributes could not tell.
-OSStatus statusOfExistence(const QByteArray &path) {
-    struct stat item = {};
-    return lstat(path.constData(), &item) == 0 ? noErr : statusFromErrno(errno);
-}
-
-OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names) {
-    return names.status() == errFSOperationNotSupported ? statusOfExistence(path) : names.status();
-}
 
 /// A place that keeps Finder information of an item.
 struct Place {
@@ -118,11 +87,34 @@ OSStatus store(const QByteArray &path, const Place &place, const FinderInfo &inf
                            : setAttribute(path, place.convention->attribute, value);
 }
 
+/// What a place is to say. Only what differs between what was read and what is written changes
+/// there: another program may have left more in it.
+FinderInfo changedIn(const Place &place, const FinderInfo &read, const FinderInfo &written) {
+    if (place.info.isNone() || written.isNone())
+        return written;
+    FinderInfo info = place.info;
+    const auto take = [&](auto FinderInfo::*field) {
+        if (read.*field != written.*field)
+            info.*field = written.*field;
+    };
+    take(&FinderInfo::type);
+    take(&FinderInfo::creator);
+    take(&FinderInfo::locationV);
+    take(&FinderInfo::locationH);
+    take(&FinderInfo::reserved);
+    take(&FinderInfo::extended);
+    info.flags = static_cast<uint16_t>(
+        info.flags ^ ((info.flags ^ written.flags) & (read.flags ^ written.flags)));
+    return info;
+}
+
 /// Changes all places or, as far as the system lets it, none. The sidecar, which needs most room,
 /// comes first.
 OSStatus storeEverywhere(const QByteArray &path, const Places &places, const FinderInfo &info) {
+    const Place *const chosen = firstThatSays(places);
+    const FinderInfo read = chosen ? chosen->info : FinderInfo();
     for (qsizetype index = places.size() - 1; index >= 0; --index) {
-        const OSStatus status = store(path, places[index], info);
+        const OSStatus status = store(path, places[index], changedIn(places[index], read, info));
         if (status == noErr)
             continue;
         while (++index < places.size())
@@ -140,29 +132,6 @@ OSStatus storeAnew(const QByteArray &path, const AttributeNames &names, const Fi
         return mapReadErr; // of another form, and not ours to throw away
     const OSStatus status = store(path, place, info);
     return status == errFSOperationNotSupported ? store(path, {nullptr, {}, {}}, info) : status;
-}
-
-const ForkAttribute *forkAttribute(const AttributeNames &names) {
-    const auto *const found = std::ranges::find_if(
-        kForkAttributes, [&names](const char *name) { return names.contains(name); },
-        &ForkAttribute::name);
-    return found == std::end(kForkAttributes) ? nullptr : found;
-}
-
-/// From every place: otherwise one would come to light behind another.
-OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
-    for (const ForkAttribute &place : kForkAttributes) {
-        const OSStatus status =
-            names.contains(place.name) ? removeAttribute(path, place.name) : noErr;
-        if (status != noErr)
-            return status;
-    }
-    OSStatus status = noErr;
-    const auto entry = sidecarEntry(path, kResourceForkEntry, 0, &status);
-    if (!entry || entry->length == 0)
-        return status;
-    return changeSidecar(path,
-                         [](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, {}); });
 }
 
 } // namespace
@@ -190,56 +159,6 @@ OSStatus writeFinderInfo(const QByteArray &path, const FinderInfo &info) {
 
 OSStatus removeFinderInfo(const QByteArray &path) {
     return writeFinderInfo(path, FinderInfo());
-}
-
-OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidecars) {
-    *size = {};
-    const AttributeNames names(path);
-    OSStatus status = statusOfNames(path, names);
-    if (status != noErr)
-        return status;
-    if (const ForkAttribute *const place = forkAttribute(names)) {
-        size->logical = std::max<int64_t>(attributeLength(path, place->name) - place->trailing, 0);
-        size->physical = size->logical;
-        return noErr;
-    }
-    if (sidecars == Sidecars::Absent)
-        return noErr;
-    if (const auto entry = sidecarEntry(path, kResourceForkEntry, 0, &status))
-        *size = {entry->length, entry->length > 0 ? entry->allocated : 0};
-    return status;
-}
-
-std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *status) {
-    const AttributeNames names(path);
-    *status = statusOfNames(path, names);
-    if (*status != noErr)
-        return std::nullopt;
-    if (const ForkAttribute *const place = forkAttribute(names)) {
-        auto fork = attribute(path, place->name, status);
-        if (fork)
-            fork->chop(place->trailing);
-        if (fork && fork->isEmpty())
-            *status = resFNotFound;
-        return *status == noErr ? fork : std::nullopt;
-    }
-    constexpr int64_t kWhole = INT64_MAX;
-    auto entry = sidecarEntry(path, kResourceForkEntry, kWhole, status);
-    if (*status == noErr && (!entry || entry->length == 0))
-        *status = resFNotFound;
-    return *status == noErr ? std::optional(std::move(entry->beginning)) : std::nullopt;
-}
-
-OSStatus writeResourceFork(const QByteArray &path, const QByteArray &fork) {
-    const AttributeNames names(path);
-    if (const OSStatus status = statusOfKind(path); status != noErr)
-        return status;
-    if (fork.isEmpty())
-        return removeForks(path, names);
-    if (const ForkAttribute *const place = forkAttribute(names))
-        return setAttribute(path, place->name, fork + QByteArray(place->trailing, '\0'));
-    return changeSidecar(
-        path, [&fork](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, fork); });
 }
 
 } // namespace MWCore
