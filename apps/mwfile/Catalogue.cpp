@@ -12,13 +12,15 @@
 namespace MWCore::mwfile {
 namespace {
 
-/// Nothing when the catalogue cannot tell.
-std::optional<FSCatalogInfo> told(const std::string &path, uint32_t whichInfo) {
+/// What the catalogue can tell; what it cannot is 0.
+FSCatalogInfo told(const std::string &path) {
     FSRef ref;
     FSCatalogInfo info;
-    if (FSPathMakeRef(QByteArray::fromStdString(path), &ref) != noErr ||
-        FSGetCatalogInfo(ref, whichInfo, &info) != noErr)
-        return std::nullopt;
+    if (FSPathMakeRef(QByteArray::fromStdString(path), &ref) != noErr)
+        return info;
+    // Asked apart, so that the one fails without the other.
+    (void)FSGetCatalogInfo(ref, kFSCatInfoNodeFlags | kFSCatInfoCreateDate, &info);
+    (void)FSGetCatalogInfo(ref, kFSCatInfoFinderInfo, &info);
     return info;
 }
 
@@ -53,32 +55,30 @@ std::string labelText(int number) {
 }
 
 void addCatalogue(JsonObject &json, const std::string &path) {
-    if (const auto created = told(path, kFSCatInfoCreateDate))
-        addTime(json, "dateCreated", timeFrom(created->createDate).tv_sec);
+    const FSCatalogInfo info = told(path);
+    if (info.createDate != 0)
+        addTime(json, "dateCreated", timeFrom(info.createDate).tv_sec);
     else
         json.null("dateCreated");
-    const auto info = told(path, kFSCatInfoFinderInfo).value_or(FSCatalogInfo()).finderInfo;
-    addCode(json, "type", info.type);
-    addCode(json, "creator", info.creator);
-    json.text("label", labelText(info.labelNumber()));
-    json.truth("isInvisible", info.flags & kIsInvisible);
-    const auto flags = told(path, kFSCatInfoNodeFlags).value_or(FSCatalogInfo()).nodeFlags;
-    json.truth("isLocked", flags & kFSNodeLockedMask);
+    addCode(json, "type", info.finderInfo.type);
+    addCode(json, "creator", info.finderInfo.creator);
+    json.text("label", labelText(info.finderInfo.labelNumber()));
+    json.truth("isInvisible", info.finderInfo.flags & kIsInvisible);
+    json.truth("isLocked", info.nodeFlags & kFSNodeLockedMask);
 }
 
 Lines catalogueLines(const std::string &path) {
     Lines lines;
-    const auto info = told(path, kFSCatInfoFinderInfo).value_or(FSCatalogInfo()).finderInfo;
-    if (info.labelNumber() != 0)
-        lines.emplace_back("Label", labelText(info.labelNumber()));
-    if (const auto type = codeText(info.type))
+    const FSCatalogInfo info = told(path);
+    if (info.finderInfo.labelNumber() != 0)
+        lines.emplace_back("Label", labelText(info.finderInfo.labelNumber()));
+    if (const auto type = codeText(info.finderInfo.type))
         lines.emplace_back("Type", DisplayText(*type).text());
-    if (const auto creator = codeText(info.creator))
+    if (const auto creator = codeText(info.finderInfo.creator))
         lines.emplace_back("Creator", DisplayText(*creator).text());
-    if (info.flags & kIsInvisible)
+    if (info.finderInfo.flags & kIsInvisible)
         lines.emplace_back("Invisible", "yes");
-    const auto flags = told(path, kFSCatInfoNodeFlags).value_or(FSCatalogInfo()).nodeFlags;
-    if (flags & kFSNodeLockedMask)
+    if (info.nodeFlags & kFSNodeLockedMask)
         lines.emplace_back("Locked", "yes");
     return lines;
 }
