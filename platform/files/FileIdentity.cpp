@@ -66,7 +66,7 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
     if (item.stx_mask & STATX_BTIME)
         identity.birthTime = item.stx_btime.tv_sec * kNanoseconds + item.stx_btime.tv_nsec;
     addHandle(folder, path, identity);
-    // Both are virtual devices; only there is it worth another call to tell.
+    // Such file systems are on virtual devices or give such handles; elsewhere a call is saved.
     const Lasting lasting = item.stx_dev_major == 0 || identity.handleType == kFuseOrXfsHandle
                                 ? lastingOn(folder, path)
                                 : Lasting::All;

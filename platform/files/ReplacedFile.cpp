@@ -172,15 +172,14 @@ int ReplacedFile::fill(const QByteArray &content) const {
     return fsync(temporary_.number()) == 0 ? 0 : errno;
 }
 
-OSStatus ReplacedFile::put(const QByteArray &content, unsigned renameFlags) {
-    if (const int error = fill(content))
-        return statusFromErrno(error);
+/// 0 or an `errno` value.
+int ReplacedFile::putInPlace(unsigned renameFlags) {
     if (renameat2(folder_.number(), temporaryName_.constData(), folder_.number(), name_.constData(),
                   renameFlags) != 0)
-        return statusFromErrno(errno);
+        return errno;
     temporary_ = Descriptor();
     fsync(folder_.number());
-    return noErr;
+    return 0;
 }
 
 std::optional<QByteArray> ReplacedFile::content(int64_t limit, OSStatus *status) const {
@@ -188,14 +187,19 @@ std::optional<QByteArray> ReplacedFile::content(int64_t limit, OSStatus *status)
 }
 
 OSStatus ReplacedFile::commit(const QByteArray &content) {
-    return put(content, 0);
+    int error = fill(content);
+    if (error == 0)
+        error = putInPlace(0);
+    return statusFromErrno(error);
 }
 
 OSStatus ReplacedFile::commitNew(const QByteArray &content) {
-    if (old_)
-        return dupFNErr;
-    const OSStatus status = put(content, RENAME_NOREPLACE);
-    return status == paramErr ? put(content, 0) : status; // not every file system knows the flag
+    int error = old_ ? EEXIST : fill(content);
+    if (error == 0)
+        error = putInPlace(RENAME_NOREPLACE);
+    if (error == EINVAL) // not every file system knows the flag
+        error = putInPlace(0);
+    return statusFromErrno(error);
 }
 
 OSStatus ReplacedFile::commitRemoval() {

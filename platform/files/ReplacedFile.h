@@ -67,7 +67,7 @@ private:
     [[nodiscard]] int removeStale() const;
     [[nodiscard]] int dress() const;
     [[nodiscard]] int fill(const QByteArray &content) const;
-    [[nodiscard]] OSStatus put(const QByteArray &content, unsigned renameFlags);
+    [[nodiscard]] int putInPlace(unsigned renameFlags);
 
     Fresh fresh_{};
     Descriptor folder_;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // Refusals that a test cannot provoke here: quotas, and a disk that fails. The linker puts the
 // functions below before those of libc.
+#include "platform/aliases/Aliases.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/platform/samples.h"
@@ -51,7 +52,9 @@ int __wrap_fsync(int descriptor) {
 
 int __real_renameat2(int, const char *, int, const char *, unsigned);
 int __wrap_renameat2(int from, const char *name, int to, const char *newName, unsigned flags) {
-    return isRefused("renameat2") ? -1 : __real_renameat2(from, name, to, newName, flags);
+    return isRefused(flags == 0 ? "renameat2" : "renameat2 with flags")
+               ? -1
+               : __real_renameat2(from, name, to, newName, flags);
 }
 
 int __real_flock(int, int);
@@ -101,6 +104,24 @@ TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
         EXPECT_EQ(raw::content(folder.at("._item")), samples::sidecar(kRed));
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
     }
+}
+
+TEST(RefusedWrites, DoNotComeFromAFlagThatTheFileSystemDoesNotKnow) {
+    const TemporaryFolder folder;
+    FSRef target;
+    ASSERT_EQ(FSPathMakeRef(folder.file("item").c_str(), &target), noErr);
+    const std::string alias = folder.at("alias.desktop");
+    const auto make = [&] {
+        return FSCreateAliasFile(target, alias.c_str(), AliasFileForm::DesktopEntry);
+    };
+    ASSERT_EQ(make(), noErr);
+    const auto expected = raw::content(alias);
+    std::filesystem::remove(alias);
+    refusal = {"renameat2 with flags", EINVAL};
+    EXPECT_EQ(make(), noErr);
+    EXPECT_EQ(raw::content(alias), expected);
+    EXPECT_EQ(make(), dupFNErr);
+    refusal = {};
 }
 
 TEST(RefusedWrites, DoNotComeFromAMissingLockButFromAHeldOne) {
