@@ -194,12 +194,11 @@ OSStatus ReplacedFile::commit(const QByteArray &content) {
 }
 
 OSStatus ReplacedFile::commitNew(const QByteArray &content) {
-    int error = old_ ? EEXIST : fill(content);
-    if (error == 0)
-        error = putInPlace(RENAME_NOREPLACE);
-    if (error == EINVAL) // not every file system knows the flag
-        error = putInPlace(0);
-    return statusFromErrno(error);
+    if (const int error = old_ ? EEXIST : fill(content))
+        return statusFromErrno(error);
+    const int error = putInPlace(RENAME_NOREPLACE);
+    // Not every file system knows the flag.
+    return statusFromErrno(error == EINVAL ? putInPlace(0) : error);
 }
 
 OSStatus ReplacedFile::commitRemoval() {
