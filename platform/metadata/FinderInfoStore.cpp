@@ -103,8 +103,10 @@ FinderInfo changedIn(const Place &place, const FinderInfo &read, const FinderInf
     take(&FinderInfo::locationH);
     take(&FinderInfo::reserved);
     take(&FinderInfo::extended);
-    info.flags = static_cast<uint16_t>(
-        info.flags ^ ((info.flags ^ written.flags) & (read.flags ^ written.flags)));
+    unsigned changed = read.flags ^ written.flags;
+    if (changed & kColor)
+        changed |= kColor; // a number of three bits: some of them alone are another label
+    info.flags = static_cast<uint16_t>((info.flags & ~changed) | (written.flags & changed));
     return info;
 }
 

@@ -140,7 +140,8 @@ TEST(FinderInformation, AChangeLeavesAloneWhatOnlyAnotherPlaceSays) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     EXPECT_EQ(writeLabel(item, 2), noErr);
-    keep(folder, kForms[1], kRed | kHasCustomIcon);
+    constexpr uint16_t kYellow = 5 << 1; // has a bit that green and blue both lack
+    keep(folder, kForms[1], kYellow | kHasCustomIcon);
     keep(folder, kForms[2], 0);
     const LoggedMessages log;
     FinderInfo info = infoOf(item);
