@@ -5,8 +5,10 @@
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <ctime>
 #include <thread>
 
 #include <fcntl.h>
@@ -55,11 +57,11 @@ int writeAll(int descriptor, const QByteArray &content) {
 
 /// As far as the file system and the process's rights allow.
 void copyAttributes(int from, int to) {
-    char names[4096];
+    char names[65536]; // what the kernel lists, and keeps of each, at most
+    char value[65536];
     const ssize_t length = flistxattr(from, names, sizeof names);
     for (ssize_t at = 0; at < length;) {
         const char *const name = names + at;
-        char value[65536];
         const ssize_t size = fgetxattr(from, name, value, sizeof value);
         if (size >= 0)
             fsetxattr(to, name, value, static_cast<std::size_t>(size), 0);

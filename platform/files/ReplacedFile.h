@@ -51,7 +51,8 @@ public:
     /// may give files away, owner of the file that goes are kept. Once.
     [[nodiscard]] OSStatus commit(const QByteArray &content);
 
-    /// As commit(), but never in the place of another file: dupFNErr.
+    /// As commit(), but never in the place of another file: dupFNErr. On a file system that cannot
+    /// promise it (FUSE and the network), one that came after begin() is replaced.
     [[nodiscard]] OSStatus commitNew(const QByteArray &content);
 
     /// Removes the file; none is success. Once.

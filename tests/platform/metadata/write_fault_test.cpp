@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // Refusals that a test cannot provoke here: quotas, and a disk that fails. The linker puts the
 // functions below before those of libc.
-#include "platform/aliases/Aliases.h"
+#include "platform/files/ReplacedFile.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/platform/samples.h"
@@ -106,24 +106,6 @@ TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
     }
 }
 
-TEST(RefusedWrites, DoNotComeFromAFlagThatTheFileSystemDoesNotKnow) {
-    const TemporaryFolder folder;
-    FSRef target;
-    ASSERT_EQ(FSPathMakeRef(folder.file("item").c_str(), &target), noErr);
-    const std::string alias = folder.at("alias.desktop");
-    const auto make = [&] {
-        return FSCreateAliasFile(target, alias.c_str(), AliasFileForm::DesktopEntry);
-    };
-    ASSERT_EQ(make(), noErr);
-    const auto expected = raw::content(alias);
-    std::filesystem::remove(alias);
-    refusal = {"renameat2 with flags", EINVAL};
-    EXPECT_EQ(make(), noErr);
-    EXPECT_EQ(raw::content(alias), expected);
-    EXPECT_EQ(make(), dupFNErr);
-    refusal = {};
-}
-
 TEST(RefusedWrites, DoNotComeFromAMissingLockButFromAHeldOne) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
@@ -136,6 +118,19 @@ TEST(RefusedWrites, DoNotComeFromAMissingLockButFromAHeldOne) {
     EXPECT_EQ(readResourceFork(item.c_str(), &status), samples::resourceFork());
     EXPECT_EQ(writeResourceFork(item.c_str(), "other"), noErr);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(RefusedWrites, OfAFlagThatAFileSystemDoesNotKnowDoNotKeepANewFileAway) {
+    const TemporaryFolder folder;
+    refusal = {"renameat2 with flags", EINVAL};
+    for (const OSStatus expected : {noErr, dupFNErr}) {
+        OSStatus status = noErr;
+        auto file = ReplacedFile::begin(folder.at("new").c_str(), {0600}, &status);
+        ASSERT_TRUE(file);
+        EXPECT_EQ(file->commitNew("content"), expected);
+    }
+    refusal = {};
+    EXPECT_EQ(raw::content(folder.at("new")), "content");
 }
 
 } // namespace
