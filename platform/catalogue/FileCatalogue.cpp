@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <ctime>
+#include <limits>
 
 #include <fcntl.h>
 #include <linux/fs.h>
@@ -81,10 +82,13 @@ OSStatus setModificationDate(const QByteArray &path, UTCDateTime date) {
 } // namespace
 
 UTCDateTime utcDateTimeFrom(const timespec &time) {
-    const int64_t seconds = time.tv_sec + kSecondsFrom1904To1970;
-    if (seconds < 0)
+    constexpr auto kLast = std::numeric_limits<UTCDateTime>::max();
+    if (time.tv_sec < -kSecondsFrom1904To1970)
         return 0;
-    return static_cast<UTCDateTime>(seconds) * kFractions +
+    const auto seconds = static_cast<UTCDateTime>(time.tv_sec) + kSecondsFrom1904To1970;
+    if (seconds > kLast / kFractions)
+        return kLast;
+    return seconds * kFractions +
            static_cast<UTCDateTime>(time.tv_nsec * kFractions / kNanoseconds);
 }
 

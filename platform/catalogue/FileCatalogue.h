@@ -61,7 +61,7 @@ struct FSCatalogInfo {
 [[nodiscard]] MWCORE_EXPORT OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
                                                       const FSCatalogInfo &info);
 
-/// Exact to 1/65536 s; times before 1904 are 0.
+/// Exact to 1/65536 s; times before 1904 are 0, those that are too late the last there is.
 [[nodiscard]] MWCORE_EXPORT UTCDateTime utcDateTimeFrom(const timespec &time);
 [[nodiscard]] MWCORE_EXPORT timespec timeFrom(UTCDateTime date);
 

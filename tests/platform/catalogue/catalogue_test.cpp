@@ -81,6 +81,8 @@ TEST(Catalogue, DatesAreCountedFrom1904) {
     };
     for (const auto &row : rows)
         EXPECT_EQ(utcDateTimeFrom(row.time), row.date);
+    EXPECT_EQ(utcDateTimeFrom({INT64_MAX, 0}), UINT64_MAX) << "tmpfs keeps such times";
+    EXPECT_EQ(utcDateTimeFrom({INT64_MIN, 0}), 0U);
     for (const UTCDateTime date : {0ULL, 1ULL, 65535ULL, 136'500'000'000'001ULL})
         EXPECT_EQ(utcDateTimeFrom(timeFrom(date)), date);
 }
