@@ -43,11 +43,15 @@ constexpr QByteArrayView kPackageExtensions[] = {
     "xpc",          // service of an application
 };
 
+constexpr int64_t kAppImageStart = 11; ///< bytes that tell an AppImage
+
 /// An AppImage says so in the unused bytes of its ELF identification: "AI" and its type.
+/// @p start is so much of the file, or the whole.
 bool isAppImage(QByteArrayView start) {
-    return start.startsWith("\x7F"
+    return start.size() == kAppImageStart &&
+           start.startsWith("\x7F"
                             "ELF") &&
-           (start.sliced(8) == "AI\x01" || start.sliced(8) == "AI\x02");
+           (start.endsWith("AI\x01") || start.endsWith("AI\x02"));
 }
 
 bool startsApplication(const QByteArray &entry) {
@@ -74,7 +78,6 @@ OSStatus LSCopyItemInfoForPath(const QByteArray &path, uint16_t finderFlags, uin
 }
 
 bool isPlainFileApplication(const QByteArray &path) {
-    constexpr int64_t kAppImageStart = 11;
     constexpr int64_t kEntryStart = 65'536; // the type stands near the top
     const bool isEntry = path.endsWith(".desktop");
     OSStatus status = noErr;

@@ -149,6 +149,10 @@ const ApplicationRow kApplicationRows[] = {
                  "ELF\2\1\1\0AI",
                  10),
      false},
+    {"hardly begun",
+     "\x7F"
+     "ELF",
+     false},
     {"no ELF", std::string("MWELF\2\1\0AI\2\0", 12), false},
     {"a.desktop", "[Desktop Entry]\nType=Application\n", true},
     {"b.desktop", "[Desktop Entry]\nType=Link\n", false},
