@@ -90,6 +90,8 @@ OSStatus writeResourceFork(const QByteArray &path, const QByteArray &fork) {
         return removeForks(path, names);
     if (const ForkAttribute *const place = forkAttribute(names))
         return setAttribute(path, place->name, fork + QByteArray(place->trailing, '\0'));
+    if (fork.size() > kLargestSidecar)
+        return fileBoundsErr; // its length may not fit into an entry
     return changeSidecar(
         path, [&fork](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, fork); });
 }

@@ -54,7 +54,7 @@ struct ForkSize {
 
 /// Writes the fork to the extended attribute that keeps one already, else to the sidecar. No bytes
 /// remove it. On failure the old fork stands. For what is neither a plain file nor a folder:
-/// errFSOperationNotSupported.
+/// errFSOperationNotSupported; fileBoundsErr when the sidecar would have more than 256 MB.
 [[nodiscard]] MWCORE_EXPORT OSStatus writeResourceFork(const QByteArray &path,
                                                        const QByteArray &fork);
 

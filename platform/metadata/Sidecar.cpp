@@ -14,8 +14,7 @@
 namespace MWCore {
 namespace {
 
-constexpr int64_t kLargestSidecar = 256 << 20; ///< a fork is never meant to be so large
-constexpr int64_t kHeadLength = 512;           ///< holds everything but the fork of a usual one
+constexpr int64_t kHeadLength = 512; ///< holds everything but the fork of a usual one
 constexpr int64_t kLongestTable = 16384;
 
 /// The file's entries; nothing with noErr when it is no sidecar at all.
@@ -106,6 +105,8 @@ OSStatus changeSidecar(const QByteArray &path, const std::function<void(AppleDou
     if (!sidecar)
         return status;
     change(*sidecar);
+    if (sidecar->bytes().size() > kLargestSidecar)
+        return fileBoundsErr; // nobody could read or change it again
     return sidecar->isVoid() ? file->commitRemoval() : file->commit(sidecar->bytes());
 }
 

@@ -14,6 +14,9 @@
 /// that name that is nothing of the kind is left alone. Any thread.
 namespace MWCore {
 
+/// In bytes; a fork is never meant to be so large.
+constexpr int64_t kLargestSidecar = 256 << 20;
+
 /// Empty for an item that can have none: a sidecar itself, and "/".
 [[nodiscard]] QByteArray sidecarPath(const QByteArray &path);
 
@@ -29,7 +32,8 @@ struct SidecarEntry {
                                                        int64_t limit, OSStatus *status);
 
 /// Rewrites an item's sidecar as @p change wants it, also from nothing; other writers wait. When
-/// nothing is left that anyone would miss, the sidecar goes.
+/// nothing is left that anyone would miss, the sidecar goes. fileBoundsErr when it became too
+/// large.
 [[nodiscard]] OSStatus changeSidecar(const QByteArray &path,
                                      const std::function<void(AppleDouble &)> &change);
 

@@ -127,6 +127,11 @@ TEST(ResourceFiles, AForkOfHolesTakesNoMemory) {
     ForkSize size;
     EXPECT_EQ(resourceForkSize(item.c_str(), &size), noErr);
     EXPECT_EQ(size.logical, kLength);
+
+    const std::string other = folder.file("other");
+    EXPECT_EQ(writeResourceFork(other.c_str(), QByteArray(256 << 20, 'f')), fileBoundsErr)
+        << "it could not be read again";
+    EXPECT_FALSE(std::filesystem::exists(folder.at("._other")));
 }
 
 /// Rewrites the fork of @p item with one content and the other until it is killed.
