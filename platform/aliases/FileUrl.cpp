@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/aliases/FileUrl.h"
 
+#include <algorithm>
 #include <climits>
 
 #include <unistd.h>

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/ExtendedAttributes.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
