@@ -25,11 +25,12 @@ enum class Replacement {
 /// The same of a reference whose item need no longer be where it was.
 [[nodiscard]] AliasRecord recordOf(const FSRef &ref);
 
-/// Where the item of @p record is now. Tried in this order: the stored path; the file handle, where
-/// the kernel permits it; the folders of the stored path, followed through renames, and the names
-/// in the last of them; the stored path whatever is there, as @p replacement says; everything
-/// below the home folder or the mount point. Nothing on failure, with the cause in @p status:
-/// permErr when the folder that it was in may not be entered.
+/// Where the item of @p record is now. Tried in this order: the stored path; the same place where
+/// its file system is mounted now; the file handle, where the kernel permits it; the folders of the
+/// stored path, followed through renames, and the names in the last of them; the stored path
+/// whatever is there, as @p replacement says; everything below the home folder or the mount point.
+/// Nothing on failure, with the cause in @p status: permErr when the folder that it was in may not
+/// be entered.
 [[nodiscard]] std::optional<QByteArray> locate(const AliasRecord &record, Replacement replacement,
                                                const SearchLimits &limits, OSStatus *status);
 

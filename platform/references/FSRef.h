@@ -26,8 +26,8 @@ constexpr qsizetype kLongestReferencePath = 1024;
 [[nodiscard]] MWCORE_EXPORT OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref);
 
 /// Where the item is now. One that was renamed or moved meanwhile is found again as that of an
-/// alias is, but one put in its place is another item: fnfErr when the item is gone, fileBoundsErr
-/// when its path is too long.
+/// alias is, but one put in its place is another item (on FUSE, which may forget inode numbers, it
+/// counts as the same): fnfErr when the item is gone, fileBoundsErr when its path is too long.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSRefMakePath(const FSRef &ref, QByteArray *path);
 
 } // namespace MWCore
