@@ -90,7 +90,7 @@ OSStatus store(const QByteArray &path, const Place &place, const FinderInfo &inf
 /// What a place is to say. Only what differs between what was read and what is written changes
 /// there: another program may have left more in it.
 FinderInfo changedIn(const Place &place, const FinderInfo &read, const FinderInfo &written) {
-    if (place.info.isNone() || written.isNone())
+    if (place.info.isNone())
         return written;
     FinderInfo info = place.info;
     const auto take = [&](auto FinderInfo::*field) {
@@ -112,11 +112,10 @@ FinderInfo changedIn(const Place &place, const FinderInfo &read, const FinderInf
 
 /// Changes all places or, as far as the system lets it, none. The sidecar, which needs most room,
 /// comes first.
-OSStatus storeEverywhere(const QByteArray &path, const Places &places, const FinderInfo &info) {
-    const Place *const chosen = firstThatSays(places);
-    const FinderInfo read = chosen ? chosen->info : FinderInfo();
+template <typename Wanted>
+OSStatus storeEverywhere(const QByteArray &path, const Places &places, const Wanted &wantedIn) {
     for (qsizetype index = places.size() - 1; index >= 0; --index) {
-        const OSStatus status = store(path, places[index], changedIn(places[index], read, info));
+        const OSStatus status = store(path, places[index], wantedIn(places[index]));
         if (status == noErr)
             continue;
         while (++index < places.size())
@@ -154,13 +153,20 @@ OSStatus writeFinderInfo(const QByteArray &path, const FinderInfo &info) {
     const OSStatus status = findPlaces(path, names, Sidecars::MayExist, places);
     if (status != noErr)
         return status;
-    if (!places.isEmpty())
-        return storeEverywhere(path, places, info);
-    return info.isNone() ? noErr : storeAnew(path, names, info);
+    if (places.isEmpty())
+        return info.isNone() ? noErr : storeAnew(path, names, info);
+    const Place *const chosen = firstThatSays(places);
+    const FinderInfo read = chosen ? chosen->info : FinderInfo();
+    return storeEverywhere(
+        path, places, [&read, &info](const Place &place) { return changedIn(place, read, info); });
 }
 
 OSStatus removeFinderInfo(const QByteArray &path) {
-    return writeFinderInfo(path, FinderInfo());
+    Places places;
+    const OSStatus status = findPlaces(path, AttributeNames(path), Sidecars::MayExist, places);
+    return status != noErr
+               ? status
+               : storeEverywhere(path, places, [](const Place &) { return FinderInfo(); });
 }
 
 } // namespace MWCore

@@ -36,7 +36,7 @@ enum class Sidecars {
 [[nodiscard]] MWCORE_EXPORT OSStatus writeFinderInfo(const QByteArray &path,
                                                      const FinderInfo &info);
 
-/// Removes it from every place, as writing none does. What else is kept there stays.
+/// Removes it from every place, also what only one of them says. What else is kept there stays.
 [[nodiscard]] MWCORE_EXPORT OSStatus removeFinderInfo(const QByteArray &path);
 
 /// Lengths of an item's resource fork in bytes; both 0 without one.

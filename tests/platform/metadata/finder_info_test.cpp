@@ -154,6 +154,10 @@ TEST(FinderInformation, AChangeLeavesAloneWhatOnlyAnotherPlaceSays) {
     EXPECT_EQ(kept(folder, kForms[1]),
               samples::netatalkRecord(kBlue | kHasCustomIcon | kIsInvisible));
     EXPECT_EQ(kept(folder, kForms[2]), samples::afpInfo(kBlue | kIsInvisible, false));
+    EXPECT_EQ(writeFinderInfo(item.c_str(), FinderInfo()), noErr);
+    EXPECT_EQ(raw::attribute(item, kBare), std::nullopt);
+    EXPECT_EQ(kept(folder, kForms[1]), samples::netatalkRecord(kHasCustomIcon))
+        << "a cleared label takes nothing with it that only another place says";
     EXPECT_EQ(removeFinderInfo(item.c_str()), noErr);
     EXPECT_TRUE(infoOf(item).isNone()) << "removing leaves nothing anywhere";
 }
