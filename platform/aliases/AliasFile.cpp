@@ -100,18 +100,18 @@ bool isFolder(const QByteArray &path) {
     return stat(path.constData(), &item) == 0 && S_ISDIR(item.st_mode);
 }
 
-OSStatus writeDesktopEntry(const FSRef &target, const QByteArray &record, const QByteArray &path) {
-    const PathParts parts(path);
+OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
+                           const QByteArray &path) {
     DesktopEntry entry;
     // For people; what is not UTF-8 would make the whole entry invalid.
-    const QByteArray last = PathParts(target.path).name;
+    const QByteArray last = PathParts(target).name;
     const QString name = last.isEmpty() ? "/" : QString::fromUtf8(last);
-    const bool isWhole = entry.setValue(DesktopEntry::kMainGroup, "Type", "Link") &&
-                         entry.setValue(DesktopEntry::kMainGroup, "Name", name) &&
-                         entry.setValue(DesktopEntry::kMainGroup, "URL",
-                                        QString::fromLatin1(fileUrl(target.path))) &&
-                         entry.setValue(DesktopEntry::kMainGroup, kRecordKey,
-                                        QString::fromLatin1(record.toBase64()));
+    const bool isWhole =
+        entry.setValue(DesktopEntry::kMainGroup, "Type", "Link") &&
+        entry.setValue(DesktopEntry::kMainGroup, "Name", name) &&
+        entry.setValue(DesktopEntry::kMainGroup, "URL", QString::fromLatin1(fileUrl(target))) &&
+        entry.setValue(DesktopEntry::kMainGroup, kRecordKey,
+                       QString::fromLatin1(record.toBase64()));
     if (!isWhole || !path.endsWith(kSuffix))
         return bdNamErr;
     OSStatus status = noErr;
@@ -162,12 +162,18 @@ OSStatus FSCreateAliasFile(const FSRef &target, const QByteArray &path, AliasFil
     struct stat item = {};
     if (lstat(path.constData(), &item) == 0)
         return dupFNErr;
+    FSRef now;
+    QByteArray targetPath;
     QByteArray record;
-    const OSStatus status = FSNewAlias(target, &record);
+    OSStatus status = currentPath(target, &targetPath);
+    if (status == noErr)
+        status = FSPathMakeRef(targetPath, &now);
+    if (status == noErr)
+        status = FSNewAlias(now, &record);
     if (status != noErr)
         return status;
     return form == AliasFileForm::Finder ? writeFinderAlias(record, path)
-                                         : writeDesktopEntry(target, record, path);
+                                         : writeDesktopEntry(now.path, record, path);
 }
 
 QByteArray aliasRecordInFile(const QByteArray &path) {

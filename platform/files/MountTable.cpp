@@ -57,7 +57,6 @@ std::optional<Mount> rootMount() {
     Mount mount;
     mount.id = static_cast<int32_t>(root.stx_mnt_id);
     mount.device = makedev(root.stx_dev_major, root.stx_dev_minor);
-    mount.root = "/";
     mount.mountPoint = "/";
     return mount;
 }

@@ -14,7 +14,7 @@ namespace MWCore {
 struct Mount {
     int32_t id = 0;
     uint64_t device = 0; ///< as st_dev of what is in it
-    QByteArray root;     ///< the folder of the file system that is seen at the mount point
+    QByteArray root;     ///< the folder of it that is seen there; empty when unknown
     QByteArray mountPoint;
     QByteArray type;
     QByteArray source; ///< "/dev/sda1", "tmpfs", ...

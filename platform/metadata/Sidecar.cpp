@@ -70,7 +70,9 @@ std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId i
         return std::nullopt;
     const Descriptor file = openRegularFile(sidecar, Links::Keep, status);
     struct stat item = {};
-    if (!file || fstat(file.number(), &item) != 0) {
+    if (file && fstat(file.number(), &item) != 0)
+        *status = statusFromErrno(errno);
+    if (!file || *status != noErr) {
         // A name too long for a sidecar has none, nor has what is no plain file.
         if (*status == fnfErr || *status == bdNamErr || *status == errFSOperationNotSupported)
             *status = noErr;

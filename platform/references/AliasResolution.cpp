@@ -101,8 +101,11 @@ public:
         struct stat item = {};
         const bool isClosed =
             lstat(record_.path.constData(), &item) != 0 && errno == EACCES && !isDead_;
-        const OSStatus unfound = isClosed ? permErr : fnfErr;
-        return search_.status() == noErr ? unfound : search_.status();
+        if (search_.status() != noErr)
+            return search_.status();
+        if (search_.readFailure() != noErr)
+            return search_.readFailure();
+        return isClosed ? permErr : fnfErr;
     }
 
 private:
@@ -149,6 +152,8 @@ private:
 
     [[nodiscard]] Descriptor openedByHandle(int folder) {
         const FileIdentity &identity = record_.identity;
+        if (identity.handle.size() > MAX_HANDLE_SZ)
+            return {};
         union {
             file_handle header;
             char room[sizeof(file_handle) + MAX_HANDLE_SZ];

@@ -4,6 +4,7 @@
 
 #include "core/private/Descriptor.h"
 
+#include <cerrno>
 #include <cstring>
 
 #include <dirent.h>
@@ -89,6 +90,9 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
                                          static_cast<qsizetype>(std::strlen(entry->d_name)) + 1);
         }
     }
+    // A folder that was removed meanwhile has no more names; anything else leaves some unseen.
+    if (length < 0 && errno != ENOENT && readFailure_ == noErr)
+        readFailure_ = statusFromErrno(errno);
     return false;
 }
 

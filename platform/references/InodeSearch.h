@@ -39,6 +39,9 @@ public:
         return status_ == noErr && leftOut_ ? fileBoundsErr : status_;
     }
 
+    /// noErr, or why names of a folder could not be read: the item may be among them.
+    [[nodiscard]] OSStatus readFailure() const { return readFailure_; }
+
 private:
     struct Names;
 
@@ -51,6 +54,7 @@ private:
     SearchLimits limits_;
     std::unique_ptr<char[]> block_; ///< names as the kernel gives them, one folder at a time
     OSStatus status_ = noErr;
+    OSStatus readFailure_ = noErr;
     bool leftOut_ = false; ///< a folder was too deep
     uint64_t mount_ = 0;   ///< that is searched: its mount id
     QByteArray found_;
