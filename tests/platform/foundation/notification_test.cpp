@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <latch>
 #include <optional>
-#include <thread>
 
 namespace {
 
@@ -160,33 +158,6 @@ TEST(Notification, DoesNotMistakeAnObjectForOneThatWent) {
     object = new (place) QObject;
     center().postNotificationName("name", object);
     EXPECT_EQ(listener.heard, QStringList());
-}
-
-TEST(Notification, MayBeUsedFromManyThreads) {
-    constexpr int kThreads = 4;
-    constexpr int kRounds = 1000;
-    std::atomic<int> heard = 0;
-    std::latch start(kThreads);
-    const auto work = [&heard, &start](int number) {
-        const QString name = QString::number(number);
-        start.arrive_and_wait();
-        for (int round = 0; round < kRounds; ++round) {
-            Listener listener;
-            const auto observation =
-                center().addObserver([&heard](const MXNotification &) { ++heard; }, name);
-            center().addObserver(&listener, "heardNothing", name);
-            center().postNotificationName(name);
-            center().removeObserver(&listener);
-            heard += static_cast<int>(listener.heard.size());
-        }
-    };
-    {
-        std::vector<std::jthread> threads;
-        threads.reserve(kThreads);
-        for (int number = 0; number < kThreads; ++number)
-            threads.emplace_back(work, number);
-    }
-    EXPECT_EQ(heard, kThreads * kRounds * 2);
 }
 
 } // namespace

@@ -123,46 +123,28 @@ TEST(LaunchServices, NamesKindsInTheUsersLanguage) {
     QLocale::setDefault(QLocale::c());
 }
 
+/// The first bytes of an ELF file, with @p mark where an AppImage has its own.
+std::string elf(const std::string &mark) {
+    return "\x7F" + std::string("ELF\2\1\1\0", 7) + mark;
+}
+
 struct ApplicationRow {
     const char *name;
     std::string content;
     bool isApplication;
 };
 const ApplicationRow kApplicationRows[] = {
-    {"AppImage 1",
-     std::string("\x7F"
-                 "ELF\2\1\1\0AI\1\0",
-                 12),
-     true},
-    {"AppImage 2",
-     std::string("\x7F"
-                 "ELF\2\1\1\0AI\2",
-                 11),
-     true},
-    {"AppImage 3",
-     std::string("\x7F"
-                 "ELF\2\1\1\0AI\3\0",
-                 12),
-     false},
-    {"cut",
-     std::string("\x7F"
-                 "ELF\2\1\1\0AI",
-                 10),
-     false},
-    {"hardly begun",
-     "\x7F"
-     "ELF",
-     false},
+    {"AppImage 1", elf("AI\1 and more"), true},
+    {"AppImage 2", elf("AI\2"), true},
+    {"AppImage 3", elf("AI\3"), false},
+    {"cut", elf("AI"), false},
+    {"hardly begun", "\x7F" + std::string("ELF"), false},
     {"no ELF", std::string("MWELF\2\1\0AI\2\0", 12), false},
     {"a.desktop", "[Desktop Entry]\nType=Application\n", true},
     {"b.desktop", "[Desktop Entry]\nType=Link\n", false},
     {"c.desktop", "[Other]\nType=Application\n", false},
     {"d.desktop.txt", "[Desktop Entry]\nType=Application\n", false},
-    {"e.desktop",
-     std::string("\x7F"
-                 "ELF\2\1\1\0AI\2\0",
-                 12),
-     true},
+    {"e.desktop", elf("AI\2"), true},
     {"f.desktop", "", false},
 };
 
