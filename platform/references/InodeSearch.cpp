@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/sysmacros.h>
 
 namespace MWCore {
 namespace {
@@ -22,13 +23,16 @@ Descriptor openFolder(int parent, const char *path) {
     return Descriptor(openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// The mount that an item is on, without opening it or setting off an automount; 0 when the kernel
-/// does not tell.
+/// The mount that an item is on, or the device where the kernel does not tell (before 5.8), without
+/// opening it or setting off an automount; 0 when it cannot be examined.
 uint64_t mountIdOf(int parent, const char *path) {
     struct statx item = {};
     constexpr int kFlags =
         AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
-    return statx(parent, path, kFlags, STATX_MNT_ID, &item) == 0 ? item.stx_mnt_id : 0;
+    if (statx(parent, path, kFlags, STATX_MNT_ID, &item) != 0)
+        return 0;
+    return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id
+                                        : makedev(item.stx_dev_major, item.stx_dev_minor);
 }
 
 QByteArray joined(const QByteArray &folder, const char *name) {
