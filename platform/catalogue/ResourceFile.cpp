@@ -3,6 +3,7 @@
 #include "platform/catalogue/ResourceFile.h"
 
 #include "core/private/Descriptor.h"
+#include "platform/files/PathParts.h"
 #include "platform/formats/ResourceMap.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/AliasResolution.h"
@@ -27,7 +28,7 @@ OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *new
         return status;
     if (name.isEmpty() || name.contains('/') || name.contains('\0'))
         return bdNamErr;
-    path += path.endsWith('/') ? name : '/' + name;
+    path = pathIn(path, name);
     constexpr mode_t kReadAndWrite = 0666;
     if (!Descriptor(
             ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite)) &&

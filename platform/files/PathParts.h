@@ -8,6 +8,11 @@
 
 namespace MWCore {
 
+/// The path of @p name in @p folder.
+[[nodiscard]] inline QByteArray pathIn(const QByteArray &folder, const QByteArray &name) {
+    return folder.endsWith('/') ? folder + name : folder + '/' + name;
+}
+
 /// The folder and the name in it of an item, in file-system representation.
 struct PathParts {
     /// "/" has the name "" in "/"; a name alone is in the current folder, ".". Slashes at the end
@@ -23,7 +28,7 @@ struct PathParts {
 
     /// The path of @p sibling in the same folder.
     [[nodiscard]] QByteArray beside(const QByteArray &sibling) const {
-        return parent.endsWith('/') ? parent + sibling : parent + '/' + sibling;
+        return pathIn(parent, sibling);
     }
 
     QByteArray parent;

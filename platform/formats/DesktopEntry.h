@@ -13,7 +13,7 @@
 
 namespace MWCore {
 
-/// A file of groups, keys and values in the form of the Desktop Entry Specification 1.5. It is kept
+/// A file of groups, keys and values in the form of the XDG desktop entry standard, 1.5. It is kept
 /// as its bytes, so that what is not changed stays as it is: comments, blanks around "=", foreign
 /// keys and groups, line ends. Every operation is one pass over the bytes, whatever they hold.
 ///

@@ -26,7 +26,7 @@ namespace {
 /// @p inside, with or without "/" before it, below @p folder.
 QByteArray below(const QByteArray &folder, const QByteArray &inside) {
     const QByteArray rest = inside.startsWith('/') ? inside.sliced(1) : inside;
-    return folder.endsWith('/') || rest.isEmpty() ? folder + rest : folder + '/' + rest;
+    return rest.isEmpty() ? folder : pathIn(folder, rest);
 }
 
 /// @p path without any links; empty where that cannot be told.

@@ -25,7 +25,7 @@ QByteArray absolute(const QByteArray &path) {
     const QByteArray current = folder.get();
     if (!current.startsWith('/'))
         return {}; // removed, or out of this process's reach
-    return current.endsWith('/') ? current + path : current + '/' + path;
+    return pathIn(current, path);
 }
 
 /// With the folder's own name where @p path ends with "." or "..": metadata is kept beside the

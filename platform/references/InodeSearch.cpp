@@ -3,6 +3,7 @@
 #include "platform/references/InodeSearch.h"
 
 #include "core/private/Descriptor.h"
+#include "platform/files/PathParts.h"
 
 #include <cerrno>
 #include <cstring>
@@ -33,10 +34,6 @@ uint64_t mountIdOf(int parent, const char *path) {
         return 0;
     return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id
                                         : makedev(item.stx_dev_major, item.stx_dev_minor);
-}
-
-QByteArray joined(const QByteArray &folder, const char *name) {
-    return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
 bool isDots(const char *name) {
@@ -86,7 +83,7 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
             if (isDots(entry->d_name))
                 continue;
             if (entry->d_ino == wanted_.inode && isIt(folder, entry->d_name)) {
-                found_ = joined(path, entry->d_name);
+                found_ = pathIn(path, entry->d_name);
                 return true;
             }
             if (subfolders && isFolder(folder, *entry))
@@ -114,7 +111,7 @@ bool InodeSearch::descend(int folder, const QByteArray &path, int depth) {
         if (mountIdOf(folder, name) != mount_)
             continue;
         const Descriptor inner = openFolder(folder, name);
-        if (inner && descend(inner.number(), joined(path, name), depth + 1))
+        if (inner && descend(inner.number(), pathIn(path, name), depth + 1))
             return true;
         if (status_ != noErr)
             return false;

@@ -165,23 +165,24 @@ TEST(ReferencesFromTexts, MakeAnEmptyFileOnlyWhenAsked) {
     const TemporaryFolder folder;
     const QString missing = QString::fromStdString(folder.at("new"));
     FSRef ref;
-    FSSpec spec;
+    FSSpec described;
     constexpr bool kCreate = true;
     EXPECT_FALSE(CarbonFSRefCreation::getFSRef(missing, &ref, !kCreate));
-    EXPECT_FALSE(FSSpec::getFSSpec(missing, &spec, !kCreate));
+    EXPECT_FALSE(FSSpec::getFSSpec(missing, &described, !kCreate));
     EXPECT_TRUE(CarbonFSRefCreation::getFSRef(missing, &ref, kCreate));
     EXPECT_EQ(fs::file_size(folder.at("new")), 0U);
     EXPECT_EQ(ref.path, folder.at("new").c_str());
     raw::write(folder.at("new"), "kept");
-    EXPECT_TRUE(FSSpec::getFSSpec(missing, &spec, kCreate));
+    EXPECT_TRUE(FSSpec::getFSSpec(missing, &described, kCreate));
     EXPECT_EQ(raw::content(folder.at("new")), "kept");
-    EXPECT_EQ(QByteArray(reinterpret_cast<char *>(spec.name), 4), "\x03new");
+    EXPECT_EQ(QByteArray(reinterpret_cast<char *>(described.name), 4), "\x03new");
     struct stat parent = {};
     stat(folder.path().c_str(), &parent);
-    EXPECT_EQ(int32_t(spec.parID), static_cast<int32_t>(parent.st_ino));
+    EXPECT_EQ(int32_t(described.parID), static_cast<int32_t>(parent.st_ino));
     EXPECT_TRUE(FSSpec::getFSSpec(
-        QString::fromStdString(folder.file(std::string(62, 'n') + "\u00e9\u00e9")), &spec, false));
-    EXPECT_EQ(spec.name[0], 62) << "no character is cut in two";
+        QString::fromStdString(folder.file(std::string(62, 'n') + "\u00e9\u00e9")), &described,
+        false));
+    EXPECT_EQ(described.name[0], 62) << "no character is cut in two";
     EXPECT_FALSE(
         CarbonFSRefCreation::getFSRef(QString::fromStdString(folder.at("no/file")), &ref, kCreate));
     (void)folder.link("dangling", "nowhere");
