@@ -13,8 +13,6 @@
 #include "platform/references/AliasResolution.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <memory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -90,9 +88,8 @@ bool isLink(const QByteArray &path) {
 }
 
 OSStatus followLink(const QByteArray &path, FSRef *target) {
-    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
-                                                           &std::free);
-    return real ? FSPathMakeRef(real.get(), target) : statusFromErrno(errno);
+    const QByteArray real = withoutLinks(path);
+    return real.isEmpty() ? statusFromErrno(errno) : FSPathMakeRef(real, target);
 }
 
 bool isFolder(const QByteArray &path) {

@@ -21,19 +21,18 @@
 #include <sys/vfs.h>
 
 namespace MWCore {
+QByteArray withoutLinks(const QByteArray &path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
+                                                           &std::free);
+    return real.get();
+}
+
 namespace {
 
 /// @p inside, with or without "/" before it, below @p folder.
 QByteArray below(const QByteArray &folder, const QByteArray &inside) {
     const QByteArray rest = inside.startsWith('/') ? inside.sliced(1) : inside;
     return rest.isEmpty() ? folder : pathIn(folder, rest);
-}
-
-/// @p path without any links; empty where that cannot be told.
-QByteArray withoutLinks(const QByteArray &path) {
-    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
-                                                           &std::free);
-    return real.get();
 }
 
 /// @p path without links in its folders; as it is where that cannot be told.

@@ -12,6 +12,9 @@
 
 namespace MWCore {
 
+/// @p path without any links; empty, with the cause in `errno`, where that cannot be told.
+[[nodiscard]] QByteArray withoutLinks(const QByteArray &path);
+
 /// What another item at the stored path means.
 enum class Replacement {
     IsTheItem, ///< programs save by putting a new file in the old one's place

@@ -16,12 +16,10 @@
 namespace MWCore {
 namespace {
 
-using Text = std::unique_ptr<char, decltype(&std::free)>;
-
 QByteArray absolute(const QByteArray &path) {
     if (path.startsWith('/'))
         return path;
-    const Text folder(getcwd(nullptr, 0), &std::free);
+    const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
     const QByteArray current = folder.get();
     if (!current.startsWith('/'))
         return {}; // removed, or out of this process's reach
@@ -34,8 +32,8 @@ QByteArray named(const QByteArray &path) {
     const QByteArray name = PathParts(path).name;
     if (name != "." && name != "..")
         return path;
-    const Text real(realpath(path.constData(), nullptr), &std::free);
-    return real ? QByteArray(real.get()) : path;
+    const QByteArray real = withoutLinks(path);
+    return real.isEmpty() ? path : real;
 }
 
 /// On FUSE even inode numbers may go with the kernel's cache; there the place decides.
