@@ -103,8 +103,13 @@ timespec timeFrom(UTCDateTime date) {
 
 OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo, FSCatalogInfo *info) {
     QByteArray path;
-    OSStatus status = currentPath(ref, &path);
-    if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
+    const OSStatus status = currentPath(ref, &path);
+    return status == noErr ? FSGetCatalogInfoForPath(path, whichInfo, info) : status;
+}
+
+OSStatus FSGetCatalogInfoForPath(const QByteArray &path, uint32_t whichInfo, FSCatalogInfo *info) {
+    OSStatus status = noErr;
+    if (whichInfo & kFSCatInfoFinderInfo)
         status = readFinderInfo(path, &info->finderInfo);
     if (status == noErr && (whichInfo & kFSCatInfoRsrcSizes))
         status = readForkSizes(path, info);

@@ -55,6 +55,12 @@ struct FSCatalogInfo {
 [[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
                                                       FSCatalogInfo *info);
 
+/// The same for what is at @p path now: fewer calls than a reference takes. fnfErr when nothing is
+/// there.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfoForPath(const QByteArray &path,
+                                                             uint32_t whichInfo,
+                                                             FSCatalogInfo *info);
+
 /// Changes what @p whichInfo names: the locked flag (which takes the superuser's rights), the date
 /// of modification, the Finder information; errFSOperationNotSupported for anything else. Any
 /// thread.

@@ -4,11 +4,18 @@
 
 #include <MWCore/mwcore_export.h>
 
+#include <QColor>
+#include <QList>
 #include <QStringList>
 
+/// The eight labels by label number; the first, number 0, means none. A user may give label N
+/// another name or colour in the host's settings: `MXLabelNameN` is any text, `MXLabelColorN` a
+/// colour as "#rrggbb". What is empty or no colour there counts as not set. Any thread.
 namespace MWCore {
 
-/// The names of the eight labels by label number; the first, number 0, means none. Any thread.
 [[nodiscard]] MWCORE_EXPORT QStringList fileLabels();
+
+/// The colour of number 0 is transparent.
+[[nodiscard]] MWCORE_EXPORT QList<QColor> fileLabelColors();
 
 } // namespace MWCore

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "model/MXFileSystemObject.h"
+
+namespace MWCore {
+
+/// What only a folder needs.
+struct MXFileSystemObject::Contents {
+    QList<Ptr> actualContents;    ///< all children
+    QList<Ptr> unfilteredItems;   ///< those that are not hidden, and some that are about to be
+    bool isFiltered = false;      ///< whether the latter are the visible ones
+    bool hasLeavingItems = false; ///< whether some were hidden and are still in the list
+    MXSortAttribute sortAttribute = MXSortAttributeNone;
+    MXSortOrder sortOrder = MXSortOrderNone;
+};
+
+/// What a host set in place of a record's texts; null where it did not.
+struct MXFileSystemObject::Replacements {
+    QString completePath;
+    QString owner;
+    QString group;
+};
+
+} // namespace MWCore

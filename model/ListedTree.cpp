@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/ListedTree.h"
+
+#include <mutex>
+#include <unordered_map>
+
+namespace MWCore {
+namespace {
+
+/// All trees by their roots.
+struct Trees {
+    std::mutex mutex;
+    std::unordered_map<const mfs_fso *, ListedTree *> byRoot;
+};
+
+Trees &trees() {
+    static auto *const all = new Trees; // never freed: objects may outlive static ones
+    return *all;
+}
+
+const mfs_fso *rootOf(const mfs_fso *record) {
+    while (const mfs_fso *const parent = mfs_fso_parent(record))
+        record = parent;
+    return record;
+}
+
+} // namespace
+
+ListedTree::Ptr ListedTree::own(mfs_fso *root) {
+    Ptr tree(new ListedTree(root));
+    const std::scoped_lock lock(trees().mutex);
+    trees().byRoot.emplace(root, tree.data());
+    return tree;
+}
+
+ListedTree::Ptr ListedTree::of(const mfs_fso *record) {
+    const std::scoped_lock lock(trees().mutex);
+    const auto found = trees().byRoot.find(rootOf(record));
+    return Ptr(found == trees().byRoot.end() ? nullptr : found->second);
+}
+
+ListedTree::~ListedTree() {
+    {
+        const std::scoped_lock lock(trees().mutex);
+        trees().byRoot.erase(root_);
+    }
+    mfs_fso_destroy_tree(root_);
+}
+
+} // namespace MWCore

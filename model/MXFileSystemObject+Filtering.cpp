@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// The objects of a folder's children, and which of them are shown.
+#include "model/ItemState.h"
+#include "model/ListedTree.h"
+#include "model/MXFileSystemObject.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace MWCore {
+namespace {
+
+constexpr uint32_t kNoCount = 0xFFFFFFFF;
+
+mfs_fso *childRecord(const mfs_fso *folder, int32_t index) {
+    const int32_t files = mfs_fso_file_count(folder);
+    return index < files ? mfs_fso_get_subitem_at_index(folder, index, MFS_FILES)
+                         : mfs_fso_get_subitem_at_index(folder, index - files, MFS_SUBDIRECTORIES);
+}
+
+bool isSidecar(const MXFileSystemObject::Ptr &child) {
+    return std::string_view(child->cstruct()->name).starts_with("._");
+}
+
+} // namespace
+
+void MXFileSystemObject::performAssimilation() {
+    assimilate(Knowledge::Old);
+}
+
+/// Remote folders in it are filled, too, but not by recursion: a host may nest them to any depth.
+void MXFileSystemObject::assimilate(Knowledge knowledge) {
+    makeChildren(knowledge);
+    QList<MXFileSystemObject *> folders = {this};
+    while (!folders.isEmpty())
+        for (const Ptr &child : std::as_const(folders.takeLast()->contents().actualContents))
+            if (child->isRemote() && child->isFolder() && !child->contents_) {
+                child->makeChildren(knowledge);
+                folders += child.data();
+            }
+}
+
+void MXFileSystemObject::makeChildren(Knowledge knowledge) {
+    Contents &lists = contents();
+    takeOutHidden();
+    lists.unfilteredItems.clear();
+    release(std::exchange(lists.actualContents, {}));
+    const int32_t total =
+        record_ ? mfs_fso_file_count(record_) + mfs_fso_subdirectory_count(record_) : 0;
+    lists.actualContents.reserve(total);
+    for (int32_t index = 0; index < total; ++index)
+        if (mfs_fso *const child = childRecord(record_, index))
+            lists.actualContents += wrap(child, tree_, this);
+
+    const bool isListed = knowledge == Knowledge::Listed;
+    const bool hasSidecars = !isListed || std::ranges::any_of(lists.actualContents, isSidecar);
+    for (const Ptr &child : std::as_const(lists.actualContents)) {
+        if (!child->isLocal())
+            continue;
+        if (isListed)
+            child->identifyListed(hasSidecars);
+        else
+            child->identify();
+    }
+}
+
+MXFileSystemObject::Ptr MXFileSystemObject::child_fso_at_index(int32_t index) const {
+    mfs_fso *const child = record_ ? childRecord(record_, index) : nullptr;
+    return child ? newFSOWithCStruct(child, this) : Ptr();
+}
+
+uint32_t MXFileSystemObject::_subdirectoryCount() const {
+    return record_ ? static_cast<uint32_t>(subFolderCount()) : kNoCount;
+}
+
+uint32_t MXFileSystemObject::_fileCount() const {
+    return record_ ? static_cast<uint32_t>(fileCount()) : kNoCount;
+}
+
+void MXFileSystemObject::invalidateFilteredItems() {
+    Contents &lists = contents();
+    lists.isFiltered = false;
+    takeOutHidden();
+    lists.unfilteredItems = lists.actualContents;
+}
+
+void MXFileSystemObject::hideItem(const Ptr &child) {
+    if (!contents_ || !child || !child->record_ || mfs_fso_parent(child->record_) != record_)
+        return;
+    child->leavesFilteredList_ = true;
+    contents_->hasLeavingItems = true;
+}
+
+/// Hiding many children one by one would move the rest of the list each time; so they are marked,
+/// and taken out together when somebody looks.
+void MXFileSystemObject::takeOutHidden() const {
+    if (!contents_ || !std::exchange(contents_->hasLeavingItems, false))
+        return;
+    contents_->unfilteredItems.removeIf([](const Ptr &item) { return item->leavesFilteredList_; });
+    for (const Ptr &child : std::as_const(contents_->actualContents))
+        child->leavesFilteredList_ = false;
+}
+
+void MXFileSystemObject::setIsHidden(bool /*hidden*/) {
+    if (const Ptr folder = parent())
+        folder->hideItem(Ptr(this));
+}
+
+bool MXFileSystemObject::isFiltered() const {
+    return contents_ && contents_->isFiltered;
+}
+
+void MXFileSystemObject::setIsFiltered(bool filtered) {
+    contents().isFiltered = filtered;
+}
+
+int32_t MXFileSystemObject::filteredItemCount() const {
+    takeOutHidden();
+    return contents_ ? static_cast<int32_t>(contents_->actualContents.size() -
+                                            contents_->unfilteredItems.size())
+                     : 0;
+}
+
+const QList<MXFileSystemObject::Ptr> &MXFileSystemObject::visibleItems() const {
+    static const QList<Ptr> kNone;
+    takeOutHidden();
+    if (!contents_)
+        return kNone;
+    return contents_->isFiltered ? contents_->unfilteredItems : contents_->actualContents;
+}
+
+} // namespace MWCore

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What kind of thing an item is, and where links and aliases lead.
+#include "model/Classification.h"
+#include "model/ListedTree.h"
+#include "model/MXFileSystemObject.h"
+#include "platform/aliases/Aliases.h"
+#include "platform/files/RegularFile.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/foundation/Log.h"
+#include "platform/launch/Bundle.h"
+#include "platform/launch/LaunchServices.h"
+
+#include <array>
+#include <climits>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QImageReader>
+
+namespace MWCore {
+namespace {
+
+int32_t recordType(mode_t mode) {
+    return S_ISDIR(mode)   ? MFS_TYPE_DIRECTORY
+           : S_ISREG(mode) ? MFS_TYPE_FILE
+           : S_ISLNK(mode) ? MFS_TYPE_LINK
+                           : MFS_TYPE_OTHER;
+}
+
+/// What stat and lstat tell; nothing when there is nothing at the path, or a link that leads
+/// nowhere.
+std::optional<ItemFacts> factsAt(const QByteArray &path) {
+    struct stat target = {};
+    struct stat item = {};
+    if (stat(path.constData(), &target) != 0 || lstat(path.constData(), &item) != 0)
+        return std::nullopt;
+    constexpr mode_t kAnyExecute = S_IXUSR | S_IXGRP | S_IXOTH;
+    return ItemFacts{.type = recordType(item.st_mode),
+                     .targetType = recordType(target.st_mode),
+                     .isExecutable = (item.st_mode & kAnyExecute) != 0};
+}
+
+/// An odd octal digit says that somebody may execute the item.
+bool isExecutable(uint16_t permissionNumber) {
+    bool isOdd = false;
+    for (unsigned digits = permissionNumber; digits > 0; digits /= 10)
+        isOdd = isOdd || digits % 2 != 0;
+    return isOdd;
+}
+
+/// The text of the link at @p path; empty when it cannot be read.
+QString linkText(const QByteArray &path) {
+    std::array<char, PATH_MAX> text{};
+    const ssize_t length = readlink(path.constData(), text.data(), text.size() - 1);
+    return length < 0 ? QString() : stringWithFileSystemRepresentation(text.data());
+}
+
+QString withoutLastComponent(const QString &path) {
+    const qsizetype slash = path.lastIndexOf(u'/');
+    return slash > 0 ? path.first(slash) : QStringLiteral("/");
+}
+
+/// Of "../" at the beginning only the first is folded, and then always with a "/".
+QString linkTarget(const QString &text, const QString &folder) {
+    if (text.startsWith(u'/'))
+        return text;
+    if (text.startsWith(u"../"))
+        return withoutLastComponent(folder) + u'/' + text.sliced(3);
+    const QString rest = text.startsWith(u"./") ? text.sliced(2) : text;
+    return folder == u"/" ? folder + rest : folder + u'/' + rest;
+}
+
+} // namespace
+
+MXItemKind MXFileSystemObject::typeForItemAtPath(const QString &path, MXItemKind *typeWePointTo,
+                                                 bool *isPackaged) {
+    const auto bytes = fileSystemRepresentation(path);
+    const auto facts = bytes ? factsAt(*bytes) : std::nullopt;
+    if (!facts)
+        return MXItemKindUnknown;
+    const Classification result = classify(*bytes, *facts);
+    if (isPackaged)
+        *isPackaged = result.isPackaged;
+    if (typeWePointTo && (result.kind == MXItemKindLink || result.kind == MXItemKindAlias))
+        *typeWePointTo = result.targetKind;
+    return result.kind;
+}
+
+void MXFileSystemObject::identify() {
+    bool isPackaged = false;
+    kind_ = typeForItemAtPath(completePath(), &targetKind_, &isPackaged);
+    setApplicationIsPackaged(isPackaged);
+}
+
+/// As identify(), for an item whose record is fresh from a listing.
+void MXFileSystemObject::identifyListed(bool hasSidecars) {
+    const Classification result =
+        classify(QByteArray::fromRawData(record_->complete_path,
+                                         static_cast<qsizetype>(strlen(record_->complete_path))),
+                 {.type = record_->type,
+                  .targetType = record_->target_type,
+                  .isExecutable = isExecutable(record_->permissions),
+                  .hasSidecar = hasSidecars});
+    kind_ = result.kind;
+    if (kind_ == MXItemKindLink || kind_ == MXItemKindAlias)
+        targetKind_ = result.targetKind;
+    setApplicationIsPackaged(result.isPackaged);
+}
+
+bool MXFileSystemObject::isDir() const {
+    return (isLocal() && kind_ == MXItemKindFolder) || mfs_fso_isDir(record_) != 0;
+}
+
+bool MXFileSystemObject::isLink() const {
+    return isLocal() ? kind_ == MXItemKindLink : mfs_fso_isLink(record_) != 0;
+}
+
+bool MXFileSystemObject::isFile() const {
+    return isLocal() ? kind_ == MXItemKindFile : mfs_fso_isFile(record_) != 0;
+}
+
+bool MXFileSystemObject::isPackagedApplication() const {
+    return isApplication() && isApplicationPackaged();
+}
+
+QString MXFileSystemObject::kindAsString() const {
+    return isRemote() ? QStringLiteral("Remote File") : LSCopyKindString(representation());
+}
+
+QString MXFileSystemObject::aliasOrLinkTargetPath() const {
+    if (isAlias())
+        return private_resolveAliasPath(completePath());
+    if (!isLink())
+        return {};
+    if (isLocal())
+        return linkTarget(linkText(representation()), parentPath());
+    const QString target = _fso_get_string_for_attribute(MFS_KEY_COMPLETE_ALIAS_PATH);
+    qCWarning(mwcoreLog).noquote() << "Alias points to :" << target;
+    return target;
+}
+
+bool MXFileSystemObject::aliasOrLinkTargetIsInvalid() const {
+    return aliasOrLinkTargetPath().isNull();
+}
+
+bool MXFileSystemObject::isGraphicFile() const {
+    enum : int8_t { NotDecided, Graphic, NotGraphic };
+    if (!isFile())
+        return false;
+    if (detectedTypeGraphic_ == NotDecided) {
+        static const QList<QByteArray> formats = QImageReader::supportedImageFormats();
+        detectedTypeGraphic_ = formats.contains(nsToCString(extension())) ? Graphic : NotGraphic;
+    }
+    return detectedTypeGraphic_ == Graphic;
+}
+
+bool MXFileSystemObject::isCarbonApplication() const {
+    constexpr QByteArrayView kFragmentMark = "Joy!";
+    QByteArray file = isLocal() ? representation() : QByteArray();
+    if (isPackagedApplication()) {
+        const auto bundle = Bundle::open(file);
+        file = bundle ? bundle->executablePath() : QByteArray();
+    }
+    OSStatus status = noErr;
+    const Descriptor open = openRegularFile(file, Links::Follow, &status);
+    const auto start =
+        open ? readAt(open.number(), 0, kFragmentMark.size(), &status) : std::nullopt;
+    return start && *start == kFragmentMark;
+}
+
+QString MXFileSystemObject::private_resolveAliasPath(const QString &path) {
+    constexpr bool kResolvingChains = true;
+    const auto bytes = fileSystemRepresentation(path);
+    FSRef ref;
+    bool isAlias = false;
+    bool targetIsFolder = false;
+    if (!bytes || FSPathMakeRef(*bytes, &ref) != noErr ||
+        FSResolveAliasFile(&ref, kResolvingChains, &targetIsFolder, &isAlias) != noErr || !isAlias)
+        return path;
+    return stringWithFileSystemRepresentation(ref.path);
+}
+
+QString MXFileSystemObject::resolveAliasFromFileAtPath(const QString &path) {
+    return path.isNull() ? QString() : private_resolveAliasPath(path);
+}
+
+} // namespace MWCore

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/NameOrder.h"
+
+#include "platform/foundation/FileSystemText.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <string_view>
+
+#include <QString>
+
+namespace MWCore {
+namespace {
+
+/// Appends bytes that compare, as bytes, like names do: code points in UTF-8 have that property.
+void appendKey(QStringView name, std::string &key) {
+    const auto isAscii = [](QChar unit) { return unit.unicode() < 0x80; };
+    const QStringView::iterator other = std::find_if_not(name.begin(), name.end(), isAscii);
+    for (const QChar unit : QStringView(name.begin(), other)) {
+        const char character = unit.toLatin1();
+        key +=
+            character >= 'A' && character <= 'Z' ? static_cast<char>(character | 0x20) : character;
+    }
+    if (other == name.end())
+        return;
+    QString folded;
+    for (qsizetype index = other - name.begin(); index < name.size(); ++index) {
+        const QChar unit = name[index];
+        const bool isPair =
+            unit.isHighSurrogate() && index + 1 < name.size() && name[index + 1].isLowSurrogate();
+        if (isPair)
+            folded +=
+                QChar::fromUcs4(QChar::toCaseFolded(QChar::surrogateToUcs4(unit, name[++index])));
+        else
+            folded += unit.toCaseFolded();
+    }
+    key += fileSystemRepresentation(folded).value_or(folded.toUtf8()).toStdString();
+}
+
+/// A key in the part where keys differ. Most are told apart by its first bytes alone.
+struct Entry {
+    uint64_t head; ///< the first eight bytes, most significant first, 0 behind the end
+    std::string_view rest;
+    uint32_t number;
+
+    Entry(std::string_view key, uint32_t number_) : head(0), number(number_) {
+        const std::size_t length = std::min(key.size(), sizeof head);
+        std::memcpy(&head, key.data(), length);
+        if constexpr (std::endian::native == std::endian::little)
+            head = __builtin_bswap64(head);
+        rest = key.substr(length);
+    }
+
+    [[nodiscard]] bool isBehind(const Entry &other) const {
+        return head != other.head ? head > other.head : rest > other.rest;
+    }
+};
+
+std::size_t commonLength(std::string_view one, std::string_view other) {
+    const std::size_t length = std::min(one.size(), other.size());
+    return static_cast<std::size_t>(
+        std::mismatch(one.begin(), one.begin() + std::ptrdiff_t(length), other.begin()).first -
+        one.begin());
+}
+
+} // namespace
+
+int compareNames(QStringView one, QStringView other) {
+    std::string oneKey;
+    std::string otherKey;
+    appendKey(one, oneKey);
+    appendKey(other, otherKey);
+    return oneKey.compare(otherKey);
+}
+
+void NameSorter::add(QStringView name) {
+    appendKey(name, keys_);
+    ends_.push_back(keys_.size());
+}
+
+std::vector<uint32_t> NameSorter::lastToFirst() const {
+    std::vector<std::string_view> keys;
+    keys.reserve(ends_.size());
+    std::size_t start = 0;
+    for (const std::size_t end : ends_) {
+        keys.emplace_back(keys_.data() + start, end - start);
+        start = end;
+    }
+    std::size_t common = keys.empty() ? 0 : keys.front().size();
+    for (const std::string_view key : keys)
+        common = commonLength(keys.front().substr(0, common), key);
+
+    std::vector<Entry> entries;
+    entries.reserve(keys.size());
+    for (const std::string_view key : keys)
+        entries.emplace_back(key.substr(common), static_cast<uint32_t>(entries.size()));
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const Entry &one, const Entry &other) { return one.isBehind(other); });
+    std::vector<uint32_t> numbers;
+    numbers.reserve(entries.size());
+    for (const Entry &entry : entries)
+        numbers.push_back(entry.number);
+    return numbers;
+}
+
+} // namespace MWCore
