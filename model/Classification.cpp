@@ -59,11 +59,11 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts) {
     return {.kind = MXItemKindFolder};
 }
 
-/// Whether a file that has no type of its own is worth opening: programs may be executed, or have a
-/// name that says what they are, or one that says nothing (docs/decisions/0011).
+/// Whether a file that has no type of its own is worth opening: a program may be executed, or has a
+/// name that says what it is (docs/decisions/0011).
 bool mayBeApplication(const QByteArray &path, bool isExecutable) {
     const QByteArray extension = lowerExtensionOf(PathParts(path).name);
-    return isExecutable || extension.isEmpty() || extension == "appimage" || extension == "desktop";
+    return isExecutable || extension == "appimage" || extension == "desktop";
 }
 
 bool isApplicationFile(const QByteArray &path, const FinderInfo &info, bool isExecutable) {

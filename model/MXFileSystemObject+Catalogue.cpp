@@ -168,7 +168,8 @@ QString MXFileSystemObject::volumeName() const {
 }
 
 QString MXFileSystemObject::versionString() const {
-    const auto bundle = isLocal() ? Bundle::open(representation()) : std::nullopt;
+    const QByteArray path = representation();
+    const auto bundle = isLocal() && !path.isEmpty() ? Bundle::open(path) : std::nullopt;
     const QVariant version = bundle ? bundle->value("CFBundleGetInfoString") : QVariant();
     return version.typeId() == QMetaType::QString ? version.toString() : QString();
 }

@@ -17,6 +17,27 @@
 #include <utility>
 
 namespace MWCore {
+namespace {
+
+constexpr int32_t kTextKeys[] = {
+    MFS_KEY_ACCESS_PERMS,
+    MFS_KEY_DATE_MODIFIED,
+    MFS_KEY_NAME,
+    MFS_KEY_OWNER,
+    MFS_KEY_GROUP,
+    MFS_KEY_SIZE_TEXT,
+    MFS_KEY_COMPLETE_ALIAS_PATH,
+    MFS_KEY_ALIAS_LOCATION,
+    MFS_KEY_COMPLETE_PATH,
+    MFS_KEY_PARENT_PATH,
+    MFS_KEY_EXTENSION,
+};
+
+bool isTextKey(int32_t key) {
+    return std::ranges::find(kTextKeys, key) != std::end(kTextKeys);
+}
+
+} // namespace
 
 MXFileSystemObject::MXFileSystemObject() = default;
 
@@ -129,24 +150,12 @@ void MXFileSystemObject::_setCStruct(mfs_fso *record) {
 }
 
 int32_t MXFileSystemObject::_fso_get_int_for_attribute(int32_t key) const {
-    return record_ ? static_cast<int32_t>(mfs_fso_get_item_for_key(record_, key)) : 0;
+    return record_ && !isTextKey(key) ? static_cast<int32_t>(mfs_fso_get_item_for_key(record_, key))
+                                      : 0;
 }
 
 QString MXFileSystemObject::_fso_get_string_for_attribute(int32_t key) const {
-    constexpr int32_t kTextKeys[] = {
-        MFS_KEY_ACCESS_PERMS,
-        MFS_KEY_DATE_MODIFIED,
-        MFS_KEY_NAME,
-        MFS_KEY_OWNER,
-        MFS_KEY_GROUP,
-        MFS_KEY_SIZE_TEXT,
-        MFS_KEY_COMPLETE_ALIAS_PATH,
-        MFS_KEY_ALIAS_LOCATION,
-        MFS_KEY_COMPLETE_PATH,
-        MFS_KEY_PARENT_PATH,
-        MFS_KEY_EXTENSION,
-    };
-    if (!record_ || std::ranges::find(kTextKeys, key) == std::end(kTextKeys))
+    if (!record_ || !isTextKey(key))
         return {};
     auto *const text =
         reinterpret_cast<char *>(static_cast<intptr_t>(mfs_fso_get_item_for_key(record_, key)));

@@ -100,7 +100,8 @@ public:
     /// Takes @p record as the object's own. It does not learn of the object.
     void _setCStruct(mfs_fso *record);
 
-    /// The record's value for @p key, cut to 32 bits; 0 without a record.
+    /// The record's number for @p key, cut to 32 bits; 0 without a record and for a key that means
+    /// a text.
     [[nodiscard]] int32_t _fso_get_int_for_attribute(int32_t key) const;
 
     /// The record's text for @p key; null for a key that means no text.

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "model/MXItemKind.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <vector>
+
+/// A folder with one item of every kind and every reason for it.
+class SpecialItems {
+public:
+    struct Row {
+        const char *name;
+        MWCore::MXItemKind kind;
+        int targetKind; ///< -1 where none is told
+        bool isPackaged;
+    };
+
+    SpecialItems();
+
+    [[nodiscard]] static const std::vector<Row> &rows();
+    [[nodiscard]] const std::string &path() const { return folder_.path(); }
+    [[nodiscard]] std::string at(const std::string &name) const { return folder_.at(name); }
+
+private:
+    void write(const std::string &name, const std::string &content) const;
+    void alias(const std::string &name, const std::string &target) const;
+
+    TemporaryFolder folder_;
+};

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "model/MXFileSystemObject.h"
+#include "platform/foundation/FileSystemText.h"
+
+#include <ostream>
+#include <string>
+
+#include <QString>
+
+inline QString text(const std::string &bytes) {
+    return MWCore::stringWithFileSystemRepresentation(bytes);
+}
+
+/// The item at @p path with its contents; null when there is none.
+inline MWCore::MXFileSystemObject::Ptr itemAt(const std::string &path) {
+    return MWCore::MXFileSystemObject::newFSOForLocalPath(text(path));
+}
+
+/// The child of that name in the visible list, or null.
+inline MWCore::MXFileSystemObject::Ptr child(const MWCore::MXFileSystemObject::Ptr &folder,
+                                             const char *name) {
+    for (qsizetype index = 0; index < folder->totalItems(); ++index)
+        if (folder->subitemAtIndex(index)->name() == text(name))
+            return folder->subitemAtIndex(index);
+    return {};
+}
+
+/// The names in the visible list, with blanks between them.
+inline std::string names(const MWCore::MXFileSystemObject::Ptr &folder) {
+    QStringList all;
+    for (qsizetype index = 0; index < folder->totalItems(); ++index)
+        all += folder->subitemAtIndex(index)->name();
+    return all.join(u' ').toStdString();
+}
+
+/// So that a test that fails shows the text.
+inline void PrintTo(const QString &value, std::ostream *stream) {
+    *stream << (value.isNull() ? "null" : '"' + value.toStdString() + '"');
+}

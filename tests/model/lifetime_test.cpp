@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/MXLabelManager.h"
+#include "platform/foundation/MXAssertionHandler.h"
+#include "platform/foundation/MXException.h"
+#include "tests/model/items.h"
+#include "tests/support/LoggedMessages.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/texts.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include <sys/stat.h>
+
+namespace {
+
+using namespace MWCore;
+using Ptr = MXFileSystemObject::Ptr;
+
+TEST(Lifetime, AnyOrderOfRelease) {
+    const TemporaryFolder place;
+    for (const char *const name : {"a", "b", "c"})
+        (void)place.file(name);
+    (void)place.folder("d");
+    std::vector<int> order = {0, 1, 2, 3};
+    do {
+        Ptr folder = itemAt(place.path());
+        folder->invalidateFilteredItems();
+        std::vector<Ptr> held = {folder, folder->subitemAtIndex(0), folder->subitemAtIndex(3),
+                                 folder->subitemAtIndex(1)->parent()};
+        folder->hideItem(held[1]);
+        folder.reset();
+        for (const int index : order) {
+            held[std::size_t(index)].reset();
+            for (const Ptr &left : held) { // what is left still answers
+                if (!left)
+                    continue;
+                EXPECT_FALSE(left->name().isEmpty());
+                const Ptr parent = left->isDir() ? left : left->parent();
+                EXPECT_EQ(parent->fileCount() + parent->subFolderCount(),
+                          parent->cstruct()->parent ? 0 : 4);
+            }
+        }
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST(Lifetime, ARecordLeadsBackToItsTree) {
+    const TemporaryFolder place;
+    (void)place.file("a");
+    Ptr folder = itemAt(place.path());
+    Ptr file = folder->subitemAtIndex(0);
+    mfs_fso *const folderRecord = folder->cstruct();
+    mfs_fso *const fileRecord = file->cstruct();
+    EXPECT_EQ(MXFileSystemObject::newFSOWithCStruct(folderRecord), folder);
+    folder.reset();
+    EXPECT_FALSE(mfs_fso_has_object(folderRecord));
+    Ptr again = MXFileSystemObject::newFSOWithCStruct(folderRecord);
+    file.reset(); // the tree is now held by the second object of the folder alone
+    EXPECT_FALSE(mfs_fso_has_object(fileRecord));
+    EXPECT_EQ(again->totalItems(), 0) << "made by hand it is not assimilated";
+    again->performAssimilation();
+    EXPECT_EQ(names(again), "a");
+    again->performAssimilation();
+    EXPECT_EQ(again->totalItems(), 1);
+}
+
+TEST(Lifetime, AHostsRecordStaysTheHosts) {
+    const Tree record(mfs_fso_new(MFS_TYPE_FILE, MFS_LOCATION_LOCAL, 644, nullptr, "/a/b", nullptr,
+                                  nullptr, 1, 0, nullptr, nullptr));
+    Ptr item = MXFileSystemObject::newFSOWithCStruct(record.get());
+    EXPECT_EQ(MXFileSystemObject::newFSOWithCStruct(record.get()), item);
+    EXPECT_EQ(item->completePath(), "/a/b");
+    EXPECT_EQ(item->fsoKind(), MXItemKindUnknown) << "not identified";
+    item.reset();
+    EXPECT_FALSE(mfs_fso_has_object(record.get()));
+    item = MXFileSystemObject::init();
+    item->_setCStruct(record.get());
+    EXPECT_EQ(item->name(), "b");
+    EXPECT_FALSE(mfs_fso_has_object(record.get())) << "the record does not learn of it";
+}
+
+TEST(Lifetime, CreationFailsAsItSays) {
+    const TemporaryFolder place;
+    const LoggedMessages log;
+    (void)mfs_set_trace_stream(nullptr);
+    const QString withNull = QString::fromLatin1("/\0a", 3);
+    EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(QString(), true));
+    EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(withNull, true));
+    EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath("/gone", true));
+    EXPECT_EQ(errno, ENOENT);
+    const QStringList lines = LoggedMessages::take();
+    ASSERT_EQ(lines.size(), 3);
+    EXPECT_EQ(lines[0],
+              "mwcore: MXFileSystemObject + ( id ) newFSOForLocalPath [ thePath was null ]");
+    EXPECT_EQ(lines[1], "mwcore: MXFileSystemObject + ( id ) newFSOForLocalPath could not get file "
+                        "system rep [ " +
+                            withNull + " ]");
+    EXPECT_EQ(lines[2], "mwcore: MXFileSystemObject + ( id ) newFSOForLocalPath:(NSString "
+                        "*)thePath Failed to get item information");
+    for (const QString &path : {QString(), QString(""), withNull, QString("/gone")})
+        EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(path));
+    EXPECT_EQ(LoggedMessages::take(), QStringList()) << "this form is silent";
+    (void)mfs_set_trace_stream(stdout);
+
+    EXPECT_THROW((void)MXFileSystemObject::newFSOWithCStruct(nullptr), MXException);
+    EXPECT_TRUE(
+        LoggedMessages::take().join("").contains("MXFilesystemObject : File Info Was NULL"));
+    struct GoesOn : MXAssertionHandler {
+        void handleFailureInFunction(const QString &, const QString &, int,
+                                     const QString &) override {}
+    } handler;
+    MXAssertionHandler::setCurrentHandler(&handler);
+    EXPECT_FALSE(MXFileSystemObject::newFSOWithCStruct(nullptr));
+}
+
+TEST(Lifetime, WithoutARecordThereAreMarkers) {
+    const auto item = MXFileSystemObject::init();
+    EXPECT_EQ(item->dateAsTimeT(), -1);
+    EXPECT_EQ(item->_fileCount(), 0xFFFFFFFF);
+    EXPECT_EQ(item->_subdirectoryCount(), 0xFFFFFFFF);
+    EXPECT_FALSE(item->isLocal() || item->isRemote() || item->isDir() || item->isFile());
+    EXPECT_TRUE(item->dateModified().isMarker());
+    EXPECT_TRUE(item->name().isNull() && item->owner().isNull() && item->url() == "file://");
+    item->identify();
+    item->performAssimilation();
+    EXPECT_EQ(item->totalItems(), 0);
+    EXPECT_EQ(item->_fso_get_int_for_attribute(MFS_KEY_LINKS), 0);
+}
+
+class Counted : public MXFileSystemObject {
+public:
+    Counted() { ++alive; }
+    ~Counted() override { --alive; }
+    static inline int alive = 0;
+
+protected:
+    MXFileSystemObject *alloc() const override { return new Counted; }
+    std::unique_ptr<MXURLObject> urlObject() const override { return nullptr; }
+};
+
+TEST(Lifetime, AHostsClassIsKeptForChildrenAndParents) {
+    const TemporaryFolder place;
+    (void)place.file("a");
+    {
+        const Counted prototype;
+        Ptr folder = MXFileSystemObject::newFSOForLocalPath(text(place.path()), true, &prototype);
+        const Ptr file = folder->subitemAtIndex(0);
+        EXPECT_EQ(Counted::alive, 3);
+        EXPECT_TRUE(file->url().isNull());
+        folder.reset();
+        EXPECT_EQ(Counted::alive, 2);
+        const Ptr parent = file->parent();
+        EXPECT_EQ(Counted::alive, 3);
+    }
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+mfs_fso *remote(int32_t type, const char *name, const char *parent, int32_t size = 0,
+                const char *target = nullptr) {
+    return mfs_fso_new(type, MFS_LOCATION_REMOTE, 755, fresh("Mar  4 17:45"), name, fresh("ann"),
+                       fresh("staff"), 2, size, fresh(target), parent);
+}
+
+TEST(Remote, AnswersFromTheRecordAlone) {
+    const Tree record(remote(MFS_TYPE_DIRECTORY, "etc", "/"));
+    for (mfs_fso *const each :
+         {remote(MFS_TYPE_FILE, "a.png", "/etc", 7), remote(MFS_TYPE_FILE, "big", "/etc", -1),
+          remote(MFS_TYPE_LINK, "passwd", "/etc", 1, "  there"),
+          remote(MFS_TYPE_DIRECTORY, "sub", "/etc")})
+        ASSERT_EQ(mfs_fso_add_subitem(record.get(), each), 0);
+    const LoggedMessages log;
+    const Ptr folder = MXFileSystemObject::newFSOWithCStruct(record.get());
+    ASSERT_EQ(folder->totalItems(), 4) << "assimilated at once";
+    EXPECT_TRUE(folder->isRemote() && folder->isDir() && folder->isFolder());
+    for (const Ptr &item : {folder, child(folder, "a.png"), child(folder, "passwd")}) {
+        EXPECT_EQ(item->fsoKind(), MXItemKindUnknown) << "never identified";
+        EXPECT_EQ(item->kindAsString(), "Remote File");
+        EXPECT_EQ(item->permissionsAsString(), "rwxr-xr-x");
+        EXPECT_EQ(item->owner() + item->group() + item->date(), "annstaffMar  4 17:45");
+        EXPECT_EQ(item->links(), 2);
+        EXPECT_TRUE(item->dateModified().isMarker() && item->dateCreated().isNull());
+        EXPECT_TRUE(item->dateModifiedAsString().isNull());
+        EXPECT_EQ(item->type() & item->creator(), 0xFFFFFFFF);
+        EXPECT_TRUE(item->typeAsString().isNull() && item->creatorAsString().isNull());
+        EXPECT_EQ(item->label(), MXLabelManager::sharedLabelManager()->noneLabel());
+        EXPECT_FALSE(item->isLocked() || item->isInvisible() || item->isVolume() ||
+                     item->isPackage() || item->isApplication() || item->isAlias() ||
+                     item->isPackagedApplication() || item->isCarbonApplication());
+        EXPECT_FALSE(item->fsRef() || item->_fsSpec());
+        EXPECT_TRUE(item->versionString().isNull());
+    }
+    EXPECT_EQ(LoggedMessages::take(), QStringList());
+    EXPECT_TRUE(child(folder, "a.png")->isGraphicFile() && child(folder, "a.png")->isFile());
+    const Ptr link = child(folder, "passwd");
+    EXPECT_TRUE(link->isLink() && !link->isFile());
+    EXPECT_EQ(link->aliasOrLinkTargetPath(), "/etc/there");
+    EXPECT_EQ(LoggedMessages::take(), QStringList("mwcore: Alias points to : /etc/there"));
+    EXPECT_TRUE(folder->volumeName().isNull());
+    folder->setSortsByAttribute(MXSortAttributeSize, MXSortOrderNatural);
+    EXPECT_EQ(names(folder), "sub passwd a.png big") << "sizes widen with their sign";
+}
+
+TEST(Remote, MayBeNestedToAnyDepth) {
+    constexpr int kDepth = 200'000;
+    const Tree root(remote(MFS_TYPE_DIRECTORY, "r", "/"));
+    mfs_fso *folder = root.get();
+    for (int depth = 0; depth < kDepth; ++depth) {
+        mfs_fso *const next = remote(MFS_TYPE_DIRECTORY, "d", "/");
+        ASSERT_EQ(mfs_fso_add_subitem(folder, next), 0);
+        folder = next;
+    }
+    Ptr item = MXFileSystemObject::newFSOWithCStruct(root.get());
+    const Ptr deepest = MXFileSystemObject::newFSOWithCStruct(folder);
+    EXPECT_EQ(deepest->totalItems(), 0);
+    item.reset();
+    EXPECT_TRUE(mfs_fso_has_object(folder));
+}
+
+} // namespace
