@@ -123,7 +123,7 @@ int32_t MXFileSystemObject::filteredItemCount() const {
                      : 0;
 }
 
-const QList<MXFileSystemObject::Ptr> &MXFileSystemObject::visibleItems() const {
+const QList<MXFileSystemObject::Ptr> &MXFileSystemObject::visibleList() const {
     static const QList<Ptr> kNone;
     takeOutHidden();
     if (!contents_)

@@ -62,7 +62,7 @@ MXSortOrder MXFileSystemObject::sortOrder() const {
 void MXFileSystemObject::setSortsByAttribute(MXSortAttribute attribute, MXSortOrder withOrder) {
     contents().sortAttribute = attribute;
     contents().sortOrder = withOrder;
-    Items sorted = visibleItems();
+    Items sorted = visibleList();
     switch (attribute) {
     case MXSortAttributeAccess:
         sorted =

@@ -247,12 +247,15 @@ public:
     /// The visible list is the filtered one while isFiltered(), else all children.
     /// @{
 
-    [[nodiscard]] qsizetype totalItems() const { return visibleItems().size(); }
+    [[nodiscard]] qsizetype totalItems() const { return visibleList().size(); }
     [[nodiscard]] qsizetype count() const { return totalItems(); }
 
     /// Null outside the list.
-    [[nodiscard]] Ptr subitemAtIndex(qsizetype index) const { return visibleItems().value(index); }
+    [[nodiscard]] Ptr subitemAtIndex(qsizetype index) const { return visibleList().value(index); }
     [[nodiscard]] Ptr objectAtIndex(qsizetype index) const { return subitemAtIndex(index); }
+
+    /// All of it, for a loop; hiding and sorting do not change what was handed out.
+    [[nodiscard]] QList<Ptr> visibleItems() const { return visibleList(); }
 
     [[nodiscard]] bool isSorted() const { return sortAttribute() != MXSortAttributeNone; }
     [[nodiscard]] MXSortAttribute sortAttribute() const;
@@ -405,7 +408,7 @@ private:
     void identifyListed(bool hasSidecars);
     [[nodiscard]] uint64_t sizeForSorting() const;
     void takeOutHidden() const;
-    [[nodiscard]] const QList<Ptr> &visibleItems() const;
+    [[nodiscard]] const QList<Ptr> &visibleList() const;
     [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return !isRemote() && kind_ == kind; }
     [[nodiscard]] QByteArray representation() const;
     [[nodiscard]] OSStatus getCatalogInfo(uint32_t whichInfo, FSCatalogInfo *info) const;

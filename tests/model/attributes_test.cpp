@@ -283,22 +283,26 @@ TEST(Conversions, OfDates) {
     }
 }
 
+/// Ends the process with 0 if the date of a file is told as @p expected.
+[[noreturn]] void exitAfterTelling(const char *language, const char *zone, const char *expected) {
+    setenv("LC_ALL", language, 1);
+    setenv("TZ", zone, 1);
+    bool isAsExpected = false;
+    {
+        const TemporaryFolder folder;
+        const timespec times[2] = {{0, 0}, {1'204'652'712, 0}};
+        utimensat(AT_FDCWD, folder.file("item").c_str(), times, 0);
+        isAsExpected = itemAt(folder.at("item"))->dateModifiedAsString() == expected;
+    }
+    exit(isAsExpected ? 0 : 1);
+}
+
 TEST(Conversions, OfDatesToTextsAreThoseOfTheUsersLanguage) {
-    const TemporaryFolder folder;
-    const std::string path = folder.file("item");
-    const timespec times[2] = {{0, 0}, {1'204'652'712, 0}};
-    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
-    const auto asText = [&path](const char *language, const char *zone, const char *expected) {
-        return runForked([&] {
-            setenv("LC_ALL", language, 1);
-            setenv("TZ", zone, 1);
-            tzset();
-            return itemAt(path)->dateModifiedAsString() == QString::fromUtf8(expected) ? 0 : 1;
-        });
-    };
-    EXPECT_EQ(asText("C", "UTC", "March 04, 2008 05:45PM"), 0);
-    EXPECT_EQ(asText("en_US.UTF-8", "UTC-7:30", "March 05, 2008 01:15AM"), 0);
-    EXPECT_EQ(asText("fr_FR.UTF-8", "UTC", "mars 04, 2008 05:45PM"), 0);
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // Qt looks at the language once a process
+    const auto done = testing::ExitedWithCode(0);
+    EXPECT_EXIT(exitAfterTelling("C", "UTC", "March 04, 2008 05:45PM"), done, "");
+    EXPECT_EXIT(exitAfterTelling("en_US.UTF-8", "ABC-7:30", "March 05, 2008 01:15AM"), done, "");
+    EXPECT_EXIT(exitAfterTelling("fr_FR.UTF-8", "UTC", "mars 04, 2008 05:45PM"), done, "");
 }
 
 } // namespace

@@ -22,17 +22,17 @@ inline MWCore::MXFileSystemObject::Ptr itemAt(const std::string &path) {
 /// The child of that name in the visible list, or null.
 inline MWCore::MXFileSystemObject::Ptr child(const MWCore::MXFileSystemObject::Ptr &folder,
                                              const char *name) {
-    for (qsizetype index = 0; index < folder->totalItems(); ++index)
-        if (folder->subitemAtIndex(index)->name() == text(name))
-            return folder->subitemAtIndex(index);
+    for (const auto &item : folder->visibleItems())
+        if (item->name() == text(name))
+            return item;
     return {};
 }
 
 /// The names in the visible list, with blanks between them.
 inline std::string names(const MWCore::MXFileSystemObject::Ptr &folder) {
     QStringList all;
-    for (qsizetype index = 0; index < folder->totalItems(); ++index)
-        all += folder->subitemAtIndex(index)->name();
+    for (const auto &item : folder->visibleItems())
+        all += item->name();
     return all.join(u' ').toStdString();
 }
 
