@@ -206,7 +206,8 @@ QString MXFileSystemObject::osTypeToFourCharCode(uint32_t code) {
 uint32_t MXFileSystemObject::fourCharCodeToOSType(const QString &text) {
     uint32_t code = 0;
     const QByteArray bytes = nsToCString(text);
-    std::memcpy(&code, bytes.constData(), std::min<std::size_t>(sizeof code, bytes.size()));
+    std::memcpy(&code, bytes.constData(),
+                std::min(sizeof code, static_cast<std::size_t>(bytes.size())));
     return code;
 }
 

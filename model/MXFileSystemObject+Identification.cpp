@@ -136,7 +136,7 @@ QString MXFileSystemObject::aliasOrLinkTargetPath() const {
         return {};
     if (isLocal())
         return linkTarget(linkText(representation()), parentPath());
-    const QString target = _fso_get_string_for_attribute(MFS_KEY_COMPLETE_ALIAS_PATH);
+    QString target = _fso_get_string_for_attribute(MFS_KEY_COMPLETE_ALIAS_PATH);
     qCWarning(mwcoreLog).noquote() << "Alias points to :" << target;
     return target;
 }

@@ -143,6 +143,7 @@ public:
     /// For previewers: the "file:" URL of the path, of which the encoded form has every byte.
     [[nodiscard]] QUrl previewItemURL() const;
     [[nodiscard]] QString previewItemTitle() const { return name(); }
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): of an item, as the others
     [[nodiscard]] QVariant previewItemDisplayState() const { return {}; }
 
     /// @}
@@ -303,6 +304,7 @@ public:
     void setIsHidden(bool hidden);
 
     /// Always false.
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): of an item, as the others
     [[nodiscard]] bool isHidden() const { return false; }
 
     [[nodiscard]] bool isFiltered() const;

@@ -5,8 +5,6 @@
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 #include <string_view>
 
 #include <QString>
@@ -41,15 +39,14 @@ void appendKey(QStringView name, std::string &key) {
 
 /// A key in the part where keys differ. Most are told apart by its first bytes alone.
 struct Entry {
-    uint64_t head; ///< the first eight bytes, most significant first, 0 behind the end
+    uint64_t head = 0; ///< the first eight bytes, most significant first, 0 behind the end
     std::string_view rest;
     uint32_t number;
 
-    Entry(std::string_view key, uint32_t number_) : head(0), number(number_) {
+    Entry(std::string_view key, uint32_t place) : number(place) {
         const std::size_t length = std::min(key.size(), sizeof head);
-        std::memcpy(&head, key.data(), length);
-        if constexpr (std::endian::native == std::endian::little)
-            head = __builtin_bswap64(head);
+        for (std::size_t index = 0; index < length; ++index)
+            head |= uint64_t(static_cast<unsigned char>(key[index])) << (56 - 8 * index);
         rest = key.substr(length);
     }
 
