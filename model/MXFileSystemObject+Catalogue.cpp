@@ -205,7 +205,7 @@ QString MXFileSystemObject::osTypeToFourCharCode(uint32_t code) {
 
 uint32_t MXFileSystemObject::fourCharCodeToOSType(const QString &text) {
     uint32_t code = 0;
-    const QByteArray bytes = nsToCString(text);
+    const QByteArray bytes = cString(text);
     std::memcpy(&code, bytes.constData(),
                 std::min(sizeof code, static_cast<std::size_t>(bytes.size())));
     return code;
@@ -245,8 +245,7 @@ std::unique_ptr<struct stat> MXFileSystemObject::statsForFileAtPath(const QStrin
 }
 
 QByteArray MXFileSystemObject::nsToCString(const QString &text) {
-    const QString untilZero = text.left(text.indexOf(QChar::Null));
-    return fileSystemRepresentation(untilZero).value_or(untilZero.toUtf8());
+    return cString(text);
 }
 
 bool MXFileSystemObject::isBigEndian() {

@@ -151,7 +151,7 @@ bool MXFileSystemObject::isGraphicFile() const {
         return false;
     if (detectedTypeGraphic_ == NotDecided) {
         static const QList<QByteArray> formats = QImageReader::supportedImageFormats();
-        detectedTypeGraphic_ = formats.contains(nsToCString(extension())) ? Graphic : NotGraphic;
+        detectedTypeGraphic_ = formats.contains(cString(extension())) ? Graphic : NotGraphic;
     }
     return detectedTypeGraphic_ == Graphic;
 }

@@ -3,6 +3,7 @@
 #include "model/MXPermission.h"
 
 #include "core/private/allocation.h"
+#include "platform/foundation/FileSystemText.h"
 
 namespace MWCore {
 
@@ -37,7 +38,7 @@ QString MXPermission::octalToString(int32_t number) {
 }
 
 int32_t MXPermission::stringToOctal(const QString &text) {
-    return mfs_permissions_string_to_octal(text.toUtf8().constData());
+    return mfs_permissions_string_to_octal(cString(text).constData());
 }
 
 } // namespace MWCore

@@ -34,7 +34,8 @@ void appendKey(QStringView name, std::string &key) {
         else
             folded += unit.toCaseFolded();
     }
-    key += fileSystemRepresentation(folded).value_or(folded.toUtf8()).toStdString();
+    const auto bytes = fileSystemRepresentation(folded);
+    key += (bytes ? *bytes : folded.toUtf8()).toStdString();
 }
 
 /// A key in the part where keys differ. Most are told apart by its first bytes alone.

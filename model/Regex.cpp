@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/Regex.h"
 
-#include "model/MXFileSystemObject.h"
+#include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
 
@@ -75,14 +75,14 @@ constexpr QStringView kSpecialCharacters = u"\\.$^[()|*+?{";
 
 bool matchesRegex(const QString &text, const QString &pattern) {
     constexpr qsizetype kLongestPattern = 4096; // the C library's compiler is recursive
-    const QByteArray expression = MXFileSystemObject::nsToCString(pattern);
+    const QByteArray expression = cString(pattern);
     if (expression.size() > kLongestPattern)
         return false;
     const InUtf8 inUtf8;
     regex_t compiled = {};
     if (regcomp(&compiled, expression.constData(), REG_EXTENDED | REG_ICASE | REG_NOSUB) != 0)
         return false;
-    const QByteArray subject = MXFileSystemObject::nsToCString(text);
+    const QByteArray subject = cString(text);
     const bool matches = regexec(&compiled, subject.constData(), 0, nullptr, 0) == 0;
     regfree(&compiled);
     return matches;

@@ -85,4 +85,10 @@ std::optional<QByteArray> fileSystemRepresentation(const QString &text) {
     return bytes;
 }
 
+QByteArray cString(const QString &text) {
+    const QString untilNull = text.left(text.indexOf(QChar::Null));
+    const auto bytes = fileSystemRepresentation(untilNull);
+    return bytes ? *bytes : untilNull.toUtf8();
+}
+
 } // namespace MWCore

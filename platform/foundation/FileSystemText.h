@@ -23,4 +23,8 @@ stringWithFileSystemRepresentation(QByteArrayView representation);
 /// U+0000, or half of a surrogate pair that carries no byte.
 [[nodiscard]] MWCORE_EXPORT std::optional<QByteArray> fileSystemRepresentation(const QString &text);
 
+/// The bytes of any text as C has them: up to its first U+0000, and what carries no byte as UTF-8
+/// can best say it.
+[[nodiscard]] MWCORE_EXPORT QByteArray cString(const QString &text);
+
 } // namespace MWCore
