@@ -25,24 +25,26 @@ TEST(Lifetime, AnyOrderOfRelease) {
     for (const char *const name : {"a", "b", "c"})
         (void)place.file(name);
     (void)place.folder("d");
-    std::vector<int> order = {0, 1, 2, 3};
+    std::vector<std::size_t> order = {0, 1, 2, 3, 4};
     do {
-        Ptr folder = itemAt(place.path());
-        folder->invalidateFilteredItems();
-        std::vector<Ptr> held = {folder, folder->subitemAtIndex(0), folder->subitemAtIndex(3),
-                                 folder->subitemAtIndex(1)->parent()};
-        folder->hideItem(held[1]);
-        folder.reset();
-        for (const int index : order) {
-            held[std::size_t(index)].reset();
-            for (const Ptr &left : held) { // what is left still answers
-                if (!left)
-                    continue;
-                EXPECT_FALSE(left->name().isEmpty());
-                const Ptr parent = left->isDir() ? left : left->parent();
-                EXPECT_EQ(parent->fileCount() + parent->subFolderCount(),
-                          parent->cstruct()->parent ? 0 : 4);
-            }
+        const auto listing = [&place] {
+            const Ptr folder = itemAt(place.path());
+            folder->invalidateFilteredItems();
+            folder->hideItem(folder->subitemAtIndex(0));
+            QList<Ptr> all = folder->visibleItems();
+            folder->setIsFiltered(true);
+            return std::vector<QList<Ptr>>{
+                {folder}, {all[0]}, {all[3]}, {all[1]->parent()}, folder->visibleItems()};
+        };
+        std::vector<QList<Ptr>> held = listing();
+        for (const std::size_t index : order) {
+            held[index].clear();
+            for (const QList<Ptr> &list : held)
+                for (const Ptr &left : list) { // what is left still answers
+                    EXPECT_FALSE(left->name().isEmpty());
+                    const Ptr parent = left->parent();
+                    EXPECT_EQ((parent ? parent : left)->fileCount(), 3);
+                }
         }
     } while (std::next_permutation(order.begin(), order.end()));
 }
