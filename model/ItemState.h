@@ -4,14 +4,16 @@
 
 #include "model/MXFileSystemObject.h"
 
+#include <QSet>
+
 namespace MWCore {
 
 /// What only a folder needs.
 struct MXFileSystemObject::Contents {
-    QList<Ptr> actualContents;    ///< all children
-    QList<Ptr> unfilteredItems;   ///< those that are not hidden, and some that are about to be
-    bool isFiltered = false;      ///< whether the latter are the visible ones
-    bool hasLeavingItems = false; ///< whether some were hidden and are still in the list
+    QList<Ptr> actualContents;  ///< all children
+    QList<Ptr> unfilteredItems; ///< those that are not hidden, and some that are about to be
+    bool isFiltered = false;    ///< whether the latter are the visible ones
+    QSet<const MXFileSystemObject *> leavingItems; ///< hidden, and perhaps still in that list
     MXSortAttribute sortAttribute = MXSortAttributeNone;
     MXSortOrder sortOrder = MXSortOrderNone;
 };

@@ -87,20 +87,19 @@ void MXFileSystemObject::invalidateFilteredItems() {
 }
 
 void MXFileSystemObject::hideItem(const Ptr &child) {
-    if (!contents_ || !child || !child->record_ || mfs_fso_parent(child->record_) != record_)
-        return;
-    child->leavesFilteredList_ = true;
-    contents_->hasLeavingItems = true;
+    if (contents_ && child)
+        contents_->leavingItems += child.data();
 }
 
-/// Hiding many children one by one would move the rest of the list each time; so they are marked,
-/// and taken out together when somebody looks.
+/// Hiding many children one by one would move the rest of the list each time; so they are noted,
+/// and taken out together when somebody looks. The note is the folder's and not the child's, which
+/// may go on to the list of another object of the folder.
 void MXFileSystemObject::takeOutHidden() const {
-    if (!contents_ || !std::exchange(contents_->hasLeavingItems, false))
+    if (!contents_ || contents_->leavingItems.isEmpty())
         return;
-    contents_->unfilteredItems.removeIf([](const Ptr &item) { return item->leavesFilteredList_; });
-    for (const Ptr &child : std::as_const(contents_->actualContents))
-        child->leavesFilteredList_ = false;
+    const auto leaving = std::exchange(contents_->leavingItems, {});
+    contents_->unfilteredItems.removeIf(
+        [&leaving](const Ptr &item) { return leaving.contains(item.data()); });
 }
 
 void MXFileSystemObject::setIsHidden(bool /*hidden*/) {

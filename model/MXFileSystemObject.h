@@ -426,7 +426,6 @@ private:
     MXItemKind targetKind_ = MXItemKindUnknown;
     mutable int8_t detectedTypeGraphic_ = 0; ///< 1 graphic, 2 not, 0 not decided
     bool isApplicationPackaged_ = false;
-    bool leavesFilteredList_ = false; ///< hidden, but not yet taken out of the parent's list
 };
 
 } // namespace MWCore

@@ -89,6 +89,25 @@ TEST(Filtering, IsMembershipOfTheFilteredList) {
     EXPECT_EQ(folder->totalItems(), 10);
     EXPECT_EQ(folder->filteredItemCount(), 0);
     MXFileSystemObject::init()->setIsHidden(true); // without a parent nothing happens
+    folder->setIsFiltered(true);
+    folder->performAssimilation();
+    EXPECT_EQ(folder->totalItems(), 0) << "until the list is made again";
+}
+
+TEST(Filtering, IsThatOfOneObjectOfTheFolder) {
+    const TenItems items;
+    auto folder = itemAt(items.path());
+    const auto hidden = child(folder, "b");
+    folder->invalidateFilteredItems();
+    folder->hideItem(hidden);
+    folder.reset();
+    folder = hidden->parent(); // another object; the child is the one that was hidden
+    folder->performAssimilation();
+    folder->invalidateFilteredItems();
+    child(folder, "A")->setIsHidden(true);
+    EXPECT_EQ(folder->filteredItemCount(), 1);
+    folder->setIsFiltered(true);
+    EXPECT_EQ(child(folder, "b"), hidden);
 }
 
 TEST(Sorting, OfNamesRunsFromZToA) {
