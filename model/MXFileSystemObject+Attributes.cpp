@@ -14,7 +14,7 @@ namespace MWCore {
 namespace {
 
 /// Paths as people and their desktops take them apart: "/" is the last component of "/", and
-/// slashes at the end mean nothing.
+/// slashes at the end, also of the parent, mean nothing.
 struct PathText {
     QStringView parent; ///< "" for a name alone
     QStringView name;
@@ -25,6 +25,8 @@ struct PathText {
         const qsizetype slash = path.lastIndexOf(u'/');
         name = path == u"/" ? path : path.sliced(slash + 1);
         parent = path.first(std::max<qsizetype>(slash, path.startsWith(u'/') ? 1 : 0));
+        while (parent.size() > 1 && parent.endsWith(u'/'))
+            parent.chop(1);
     }
 };
 

@@ -77,6 +77,8 @@ TEST(Attributes, OfPathsThatHostsSet) {
         {"/a", "a", "a", "", "/"},
         {"/a/b.c/", "b.c", "b", "c", "/a"},
         {"/a.b/c", "c", "c", "", "/a.b"},
+        {"/a//b", "b", "b", "", "/a"},
+        {"//a", "a", "a", "", "/"},
         {"a", "a", "a", "", ""},
         {"", "", "", "", ""},
         {"/x/.profile", ".profile", ".profile", "", "/x"},
