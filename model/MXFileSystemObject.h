@@ -161,8 +161,12 @@ public:
     [[nodiscard]] bool ownedByCurrentUser() const;
 
     [[nodiscard]] int32_t links() const;
-    [[nodiscard]] int32_t fileCount() const { return mfs_fso_file_count(record_); }
-    [[nodiscard]] int32_t subFolderCount() const { return mfs_fso_subdirectory_count(record_); }
+
+    /// 0 without a record.
+    [[nodiscard]] int32_t fileCount() const { return record_ ? mfs_fso_file_count(record_) : 0; }
+    [[nodiscard]] int32_t subFolderCount() const {
+        return record_ ? mfs_fso_subdirectory_count(record_) : 0;
+    }
 
     /// When the contents changed, in seconds since 1970-01-01 UTC; -1 without a record.
     [[nodiscard]] int64_t dateAsTimeT() const { return record_ ? record_->mod_time : -1; }

@@ -123,6 +123,7 @@ TEST(Lifetime, WithoutARecordThereAreMarkers) {
     EXPECT_EQ(item->dateAsTimeT(), -1);
     EXPECT_EQ(item->_fileCount(), 0xFFFFFFFF);
     EXPECT_EQ(item->_subdirectoryCount(), 0xFFFFFFFF);
+    EXPECT_EQ(item->fileCount() + item->subFolderCount(), 0);
     EXPECT_FALSE(item->isLocal() || item->isRemote() || item->isDir() || item->isFile());
     EXPECT_TRUE(item->dateModified().isMarker());
     EXPECT_TRUE(item->name().isNull() && item->owner().isNull() && item->url() == "file://");
