@@ -3,7 +3,6 @@
 #include "model/MXPermission.h"
 
 #include "core/private/allocation.h"
-#include "platform/foundation/FileSystemText.h"
 
 namespace MWCore {
 
@@ -38,7 +37,7 @@ QString MXPermission::octalToString(int32_t number) {
 }
 
 int32_t MXPermission::stringToOctal(const QString &text) {
-    return mfs_permissions_string_to_octal(cString(text).constData());
+    return mfs_permissions_string_to_octal(text.toLatin1().constData()); // a byte a character
 }
 
 } // namespace MWCore
