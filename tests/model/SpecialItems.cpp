@@ -76,6 +76,8 @@ const std::vector<SpecialItems::Row> &SpecialItems::rows() {
         {"typed TEXT.AppImage", MXItemKindFile, -1, false},
         {"labelled.AppImage", MXItemKindApplication, -1, false},
         {"executable image", MXItemKindApplication, -1, false},
+        {"image for its owner", MXItemKindApplication, -1, false},
+        {"image for a group", MXItemKindApplication, -1, false},
         {"image for nobody.bin", MXItemKindFile, -1, false},
         {"script", MXItemKindFile, -1, false},
         {"starts.desktop", MXItemKindApplication, -1, false},
@@ -91,6 +93,7 @@ const std::vector<SpecialItems::Row> &SpecialItems::rows() {
         {"to alias.desktop", MXItemKindAlias, MXItemKindFile, false},
         {"to application.desktop", MXItemKindApplication, -1, false},
         {"to image.desktop", MXItemKindApplication, -1, false},
+        {"to sidecar.desktop", MXItemKindApplication, -1, false},
         {"to web.desktop", MXItemKindFile, -1, false},
         {"to nothing.desktop", MXItemKindFile, -1, false},
         {"flag alone", MXItemKindFile, -1, false},
@@ -122,8 +125,11 @@ SpecialItems::SpecialItems() {
 
     const std::string image(kAppImage, sizeof kAppImage - 1);
     for (const char *const name :
-         {"typed TEXT.AppImage", "labelled.AppImage", "executable image", "image for nobody.bin"})
+         {"typed TEXT.AppImage", "labelled.AppImage", "executable image", "image for its owner",
+          "image for a group", "image for nobody.bin"})
         write(name, image);
+    check(chmod(at("image for its owner").c_str(), 0744) == 0);
+    check(chmod(at("image for a group").c_str(), 0654) == 0);
     check(chmod(at("executable image").c_str(), 0711) == 0);
     write("script", "#!/bin/sh\n");
     check(chmod(at("script").c_str(), 0755) == 0);
@@ -147,6 +153,7 @@ SpecialItems::SpecialItems() {
     alias("to alias.desktop", "to file.desktop");
     alias("to application.desktop", "typed APPL");
     alias("to image.desktop", "executable image");
+    alias("to sidecar.desktop", "sidecar says APPL");
     write("to web.desktop", "[Desktop Entry]\nType=Link\nName=a\nURL=https://example.org/\n");
     write("to nothing.desktop",
           "[Desktop Entry]\nType=Link\nName=a\nURL=file:///nothing/is/here\n");

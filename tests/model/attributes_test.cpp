@@ -61,8 +61,28 @@ TEST(Attributes, AreThoseOfStat) {
         EXPECT_TRUE(item->isLocal() && !item->isRemote() && !item->isRoot());
     }
     EXPECT_EQ(child(listed, "link")->permissionsAsString(), "rwxr----x") << "links are followed";
+    listed->setOwner("somebody");
+    EXPECT_FALSE(listed->ownedByCurrentUser());
     EXPECT_EQ(listed->fileCount(), 3);
     EXPECT_TRUE(itemAt("/")->isRoot());
+}
+
+TEST(Attributes, OfPermissionsAreKeptFromTheFirstUseOn) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("item");
+    for (const mode_t mode : {01777, 02777, 04777}) {
+        ASSERT_EQ(chmod(path.c_str(), mode), 0);
+        const auto item = itemAt(path);
+        const auto permissions = item->permissions();
+        EXPECT_EQ(permissions->intValue(), 777);
+        EXPECT_EQ(permissions->hasStickyBit(), mode == 01777);
+        EXPECT_EQ(permissions->hasSgidBit(), mode == 02777);
+        EXPECT_EQ(permissions->hasSuidBit(), mode == 04777);
+        ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+        EXPECT_EQ(item->permissions(), permissions);
+        item->setPermissions(MXPermission::initWithNumber(644));
+        EXPECT_EQ(item->permissionsAsString(), "rw-r--r--");
+    }
 }
 
 TEST(Attributes, OfPathsThatHostsSet) {
@@ -133,6 +153,8 @@ TEST(Attributes, OfTheCatalogueAreReadAnew) {
     EXPECT_EQ(item->type(), 0U);
     EXPECT_EQ(item->typeAsString(), "");
     EXPECT_FALSE(item->isInvisible() || item->isLocked());
+    const timespec times[2] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
     struct statx status = {};
     ASSERT_EQ(statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &status), 0);
     EXPECT_EQ(item->dateCreated().toSecsSinceEpoch(), status.stx_btime.tv_sec);

@@ -3,6 +3,7 @@
 #include "tests/model/items.h"
 #include "tests/model/SpecialItems.h"
 #include "tests/support/LoggedMessages.h"
+#include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include <sys/mount.h>
 #include <unistd.h>
 
 namespace {
@@ -112,12 +114,42 @@ TEST(Identification, IsDoneAnewOnlyWhenAsked) {
     EXPECT_EQ(item->fsoKind(), MXItemKindLink);
     item->identify();
     EXPECT_EQ(item->fsoKind(), MXItemKindFile);
+    EXPECT_TRUE(item->isFile() && !item->isLink()) << "the kind counts, not the record";
     EXPECT_EQ(item->aliasOrLinkTargetKind(), MXItemKindFolder) << "left as it was";
     item->setApplicationIsPackaged(true);
     fs::remove(folder.at("item"));
     item->identify();
     EXPECT_EQ(item->fsoKind(), MXItemKindUnknown);
-    EXPECT_FALSE(item->isApplicationPackaged());
+    EXPECT_FALSE(item->isApplicationPackaged() || item->isFile());
+    (void)folder.folder("item");
+    item->identify();
+    EXPECT_TRUE(item->isDir());
+}
+
+TEST(Identification, OfAMountPointIsFirstWhatIsMounted) {
+    const MountedFolder mounted("tmpfs");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    const struct {
+        const char *name;
+        MXItemKind kind;
+    } rows[] = {
+        {"Bundle.app", MXItemKindApplication},
+        {"Some.framework", MXItemKindPackage},
+        {"disk.1", MXItemKindVolume},
+    };
+    for (const auto &row : rows) {
+        fs::create_directory(mounted.at(row.name));
+        ASSERT_EQ(mount("none", mounted.at(row.name).c_str(), "tmpfs", 0, nullptr), 0);
+    }
+    fs::create_directory(mounted.at("Bundle.app/Contents"));
+    std::ofstream(mounted.at("Bundle.app/Contents/Info.plist")) << "";
+    const auto listed = itemAt(mounted.path());
+    for (const auto &row : rows) {
+        EXPECT_EQ(child(listed, row.name)->fsoKind(), row.kind) << row.name;
+        EXPECT_TRUE(child(listed, row.name)->isDir());
+    }
+    EXPECT_EQ(child(listed, "disk.1")->nameWithoutExtension(), "disk.1") << "a volume has none";
 }
 
 TEST(Identification, TellsWhereLinksAndAliasesLead) {

@@ -82,6 +82,9 @@ TEST(Lifetime, AHostsRecordStaysTheHosts) {
     item->_setCStruct(record.get());
     EXPECT_EQ(item->name(), "b");
     EXPECT_FALSE(mfs_fso_has_object(record.get())) << "the record does not learn of it";
+    const Ptr known = MXFileSystemObject::newFSOWithCStruct(record.get());
+    item.reset();
+    EXPECT_EQ(MXFileSystemObject::newFSOWithCStruct(record.get()), known);
 }
 
 TEST(Lifetime, CreationFailsAsItSays) {
@@ -106,6 +109,10 @@ TEST(Lifetime, CreationFailsAsItSays) {
         EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(path));
     EXPECT_EQ(LoggedMessages::take(), QStringList()) << "this form is silent";
     (void)mfs_set_trace_stream(stdout);
+    (void)place.folder("folder");
+    errno = EDOM;
+    EXPECT_TRUE(MXFileSystemObject::newFSOForLocalPath(text(place.path())));
+    EXPECT_EQ(errno, EDOM) << "left alone";
 
     EXPECT_THROW((void)MXFileSystemObject::newFSOWithCStruct(nullptr), MXException);
     EXPECT_TRUE(
@@ -157,6 +164,10 @@ TEST(Lifetime, AHostsClassIsKeptForChildrenAndParents) {
         EXPECT_EQ(Counted::alive, 2);
         const Ptr parent = file->parent();
         EXPECT_EQ(Counted::alive, 3);
+        const Ptr bare =
+            MXFileSystemObject::newFSOForLocalPath(text(place.path()), false, &prototype);
+        const Ptr first = bare->child_fso_at_index(0);
+        EXPECT_EQ(Counted::alive, 5);
     }
     EXPECT_EQ(Counted::alive, 0);
 }
@@ -174,6 +185,9 @@ TEST(Remote, AnswersFromTheRecordAlone) {
           remote(MFS_TYPE_LINK, "passwd", "/etc", 1, "  there"),
           remote(MFS_TYPE_DIRECTORY, "sub", "/etc")})
         ASSERT_EQ(mfs_fso_add_subitem(record.get(), each), 0);
+    ASSERT_EQ(mfs_fso_add_subitem(mfs_fso_get_subitem_at_index(record.get(), 0, MFS_SUBDIRECTORIES),
+                                  remote(MFS_TYPE_FILE, "inner", "/etc/sub")),
+              0);
     const LoggedMessages log;
     const Ptr folder = MXFileSystemObject::newFSOWithCStruct(record.get());
     ASSERT_EQ(folder->totalItems(), 4) << "assimilated at once";
@@ -204,6 +218,9 @@ TEST(Remote, AnswersFromTheRecordAlone) {
     EXPECT_TRUE(folder->volumeName().isNull());
     folder->setSortsByAttribute(MXSortAttributeSize, MXSortOrderNatural);
     EXPECT_EQ(names(folder), "sub passwd a.png big") << "sizes widen with their sign";
+    EXPECT_EQ(names(child(folder, "sub")), "inner");
+    EXPECT_EQ(names(MXFileSystemObject::newFSOWithCStruct(record.get())), names(folder))
+        << "an object is not filled again";
 }
 
 TEST(Remote, MayBeNestedToAnyDepth) {

@@ -76,6 +76,8 @@ TEST(Permission, ACopyHasEveryBitAndALifeOfItsOwn) {
     permission->toggleSuidBit();
     EXPECT_EQ(copy->intValue(), 754);
     EXPECT_TRUE(copy->hasSuidBit());
+    permission->toggleSgidBit();
+    EXPECT_TRUE(permission->copy()->hasSgidBit());
 }
 
 } // namespace

@@ -21,6 +21,8 @@ TEST(Regex, MatchesAnywhereWithoutRegardToCase) {
         {"xabcx", "ABC", true},
         {"xabcx", "^abc", false},
         {"ab", "^(a|c)b{1}$", true},
+        {"a\nb", "^b", false}, // a text has one beginning
+        {"a\nb", "a.b", true},
         {"", "", true},
         {"", "a", false},
         {"\xC3\x84RGER", "\xC3\xA4rger", true},
