@@ -10,12 +10,15 @@
 /// What reaches Qt's log while this lives, "category: message" an entry. One at a time.
 class LoggedMessages {
 public:
-    LoggedMessages() { before_ = qInstallMessageHandler(record); }
+    LoggedMessages() {
+        messages_.clear(); // what an earlier one left
+        before_ = qInstallMessageHandler(record);
+    }
     LoggedMessages(const LoggedMessages &) = delete;
     LoggedMessages &operator=(const LoggedMessages &) = delete;
     ~LoggedMessages() { qInstallMessageHandler(before_); }
 
-    /// Everything since the last call.
+    /// Everything since this began to live, or since the last call.
     static QStringList take() { return std::exchange(messages_, {}); }
 
 private:
