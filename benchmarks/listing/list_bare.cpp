@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // The least that a listing can cost: the folder's entries and one stat of each, nothing kept.
-#include "benchmarks/listing/contender.h"
+#include "benchmarks/support/contender.h"
 
 #include <cstdint>
 

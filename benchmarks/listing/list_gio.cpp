@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // GIO's enumerator with the attributes that a record holds, each of them read.
-#include "benchmarks/listing/contender.h"
+#include "benchmarks/support/contender.h"
 
 #include <gio/gio.h>
 

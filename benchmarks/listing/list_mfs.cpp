@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // This library: every field and text of every record.
-#include "benchmarks/listing/contender.h"
+#include "benchmarks/support/contender.h"
 
 #include "core/mfs.h"
 

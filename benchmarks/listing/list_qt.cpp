@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // QDir's list of everything in the folder, with what a record holds read from each entry.
-#include "benchmarks/listing/contender.h"
+#include "benchmarks/support/contender.h"
 
 #include <QDateTime>
 #include <QDir>

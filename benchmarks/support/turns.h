@@ -2,7 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include <algorithm>
+#include "benchmarks/support/median.h"
+
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -16,12 +17,6 @@ struct Contender {
     const char *what;
     std::function<void()> work;
 };
-
-inline double median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 inline double milliseconds(const std::function<void()> &work) {
     const auto start = std::chrono::steady_clock::now();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "benchmarks/listing/SampleFolder.h"
+#include "benchmarks/support/SampleFolder.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "benchmarks/support/processes.h"
+
+#include "benchmarks/support/counts.h"
+#include "benchmarks/support/median.h"
+#include "benchmarks/support/SampleFolder.h"
+
+#include <chrono>
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace processes {
+namespace {
+
+std::string readAll(int descriptor) {
+    std::string text;
+    char buffer[4096];
+    for (ssize_t length = 0; (length = read(descriptor, buffer, sizeof buffer)) > 0;)
+        text.append(buffer, static_cast<std::size_t>(length));
+    return text;
+}
+
+Run run(const Contender &contender, const std::string &folder) {
+    std::vector<std::string> command = contender.command;
+    command.push_back(folder);
+    std::vector<char *> arguments;
+    for (std::string &argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+
+    int output[2];
+    if (pipe2(output, O_CLOEXEC) != 0)
+        throw std::runtime_error("no pipe");
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (contender.report == Report::OnOutput)
+        posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
+    else
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+
+    pid_t process = 0;
+    const auto start = std::chrono::steady_clock::now();
+    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) != 0)
+        throw std::runtime_error("cannot start " + command[0]);
+    posix_spawn_file_actions_destroy(&actions);
+    close(output[1]);
+    const std::string printed = readAll(output[0]);
+    close(output[0]);
+    int status = 0;
+    rusage usage{};
+    wait4(process, &status, 0, &usage);
+    const std::chrono::nanoseconds taken = std::chrono::steady_clock::now() - start;
+    if (status != 0)
+        throw std::runtime_error(command[0] + " failed");
+
+    if (contender.report == Report::Whole)
+        return {static_cast<double>(taken.count()), static_cast<double>(usage.ru_maxrss) * 1024};
+    Run result;
+    if (std::sscanf(printed.c_str(), "%lf %*d %lf", &result.nanoseconds, &result.bytes) != 2)
+        throw std::runtime_error(command[0] + " printed no figures");
+    return result;
+}
+
+/// The medians of runs of all contenders in turn, one after the other, so that a change of the
+/// machine's speed meets them all.
+std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const std::string &folder,
+                               int rounds) {
+    std::vector<std::vector<double>> times(contenders.size());
+    std::vector<std::vector<double>> sizes(contenders.size());
+    for (int round = -1; round < rounds; ++round) // the first warms up
+        for (std::size_t index = 0; index < contenders.size(); ++index) {
+            const Run one = run(contenders[index], folder);
+            if (round < 0)
+                continue;
+            times[index].push_back(one.nanoseconds);
+            sizes[index].push_back(one.bytes);
+        }
+    std::vector<Run> result;
+    for (std::size_t index = 0; index < contenders.size(); ++index)
+        result.push_back({median(times[index]), median(sizes[index])});
+    return result;
+}
+
+} // namespace
+
+Comparison::Comparison(std::vector<Contender> contenders) : contenders_(std::move(contenders)) {
+    const SampleFolder empty(0);
+    starts_ = mediansInTurn(contenders_, empty.path(), counts::roundsFor(0));
+}
+
+std::vector<Run> Comparison::medians(const std::string &folder, long entries) const {
+    std::vector<Run> runs = mediansInTurn(contenders_, folder, counts::roundsFor(entries));
+    for (std::size_t index = 0; index < contenders_.size(); ++index)
+        if (contenders_[index].report == Report::Whole) {
+            runs[index].nanoseconds -= starts_[index].nanoseconds;
+            runs[index].bytes -= starts_[index].bytes;
+        }
+    return runs;
+}
+
+void printTable(const char *firstTakes, const std::vector<Contender> &contenders, long entries,
+                const std::vector<Run> &runs) {
+    std::printf("\n| %s entries | ms | ns an entry | %s | bytes an entry |\n"
+                "|---|---:|---:|---:|---:|\n",
+                counts::withThousands(entries).c_str(), firstTakes);
+    for (std::size_t index = 0; index < contenders.size(); ++index)
+        std::printf("| %s | %.2f | %.0f | %.2f x | %.0f |\n", contenders[index].what,
+                    runs[index].nanoseconds / 1e6,
+                    runs[index].nanoseconds / static_cast<double>(entries),
+                    runs[0].nanoseconds / runs[index].nanoseconds,
+                    runs[index].bytes / static_cast<double>(entries));
+    std::fflush(stdout);
+}
+
+} // namespace processes
