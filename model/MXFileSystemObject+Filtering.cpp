@@ -124,10 +124,12 @@ int32_t MXFileSystemObject::filteredItemCount() const {
 
 const QList<MXFileSystemObject::Ptr> &MXFileSystemObject::visibleList() const {
     static const QList<Ptr> kNone;
-    takeOutHidden();
     if (!contents_)
         return kNone;
-    return contents_->isFiltered ? contents_->unfilteredItems : contents_->actualContents;
+    if (!contents_->isFiltered) // a host that hides while it goes through all children is here
+        return contents_->actualContents;
+    takeOutHidden();
+    return contents_->unfilteredItems;
 }
 
 } // namespace MWCore
