@@ -14,9 +14,12 @@
 
 namespace {
 
-std::string nameOf(long number) {
+using Names = SampleFolder::Names;
+
+std::string nameOf(long number, Names names) {
+    const bool hasDot = names == Names::SomeWithADot && number % 100 == 99;
     char name[48];
-    std::snprintf(name, sizeof name, "photograph-%09ld.jpeg", number);
+    std::snprintf(name, sizeof name, "%chotograph-%09ld.jpeg", hasDot ? '.' : 'p', number);
     return name;
 }
 
@@ -25,16 +28,16 @@ void check(bool done, const char *what) {
         throw std::system_error(errno, std::generic_category(), what);
 }
 
-void makeEntry(int folder, long number) {
+void makeEntry(int folder, long number, Names names) {
     constexpr mode_t kFolderMode = 0755;
     constexpr mode_t kFileMode = 0644;
     constexpr std::time_t kDay = 86'400;
-    const std::string name = nameOf(number);
+    const std::string name = nameOf(number, names);
     const long kind = number % 100;
     if (kind < 5) {
         check(mkdirat(folder, name.c_str(), kFolderMode) == 0, "mkdirat");
     } else if (kind < 7) {
-        check(symlinkat(nameOf(number + 2).c_str(), folder, name.c_str()) == 0, "symlinkat");
+        check(symlinkat(nameOf(number + 2, names).c_str(), folder, name.c_str()) == 0, "symlinkat");
     } else {
         const int file = openat(folder, name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, kFileMode);
         check(file >= 0 && ftruncate(file, number % 100'000) == 0, "openat");
@@ -47,14 +50,14 @@ void makeEntry(int folder, long number) {
 
 } // namespace
 
-SampleFolder::SampleFolder(long entries) {
+SampleFolder::SampleFolder(long entries, Names names) {
     std::string pattern = std::filesystem::temp_directory_path() / "listing-XXXXXX";
     check(mkdtemp(pattern.data()) != nullptr, "mkdtemp");
     path_ = pattern;
     const int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     check(folder >= 0, "open");
     for (long number = 0; number < entries; ++number)
-        makeEntry(folder, number);
+        makeEntry(folder, number, names);
     close(folder);
 }
 

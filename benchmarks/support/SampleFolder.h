@@ -8,7 +8,12 @@
 /// files, with names of 25 characters and dates over the last 400 days. Removed when it goes.
 class SampleFolder {
 public:
-    explicit SampleFolder(long entries);
+    enum class Names {
+        Plain,
+        SomeWithADot, ///< 1 % begin with a dot
+    };
+
+    explicit SampleFolder(long entries, Names names = Names::Plain);
     SampleFolder(const SampleFolder &) = delete;
     SampleFolder &operator=(const SampleFolder &) = delete;
     ~SampleFolder();

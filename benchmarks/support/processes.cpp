@@ -8,6 +8,8 @@
 
 #include <chrono>
 #include <cstdio>
+#include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
@@ -26,6 +28,18 @@ std::string readAll(int descriptor) {
     for (ssize_t length = 0; (length = read(descriptor, buffer, sizeof buffer)) > 0;)
         text.append(buffer, static_cast<std::size_t>(length));
     return text;
+}
+
+/// What a contender printed: one line of figures, then one a part.
+std::optional<Run> runFrom(const std::string &printed) {
+    std::istringstream lines(printed);
+    Run result;
+    long entries = 0;
+    if (!(lines >> result.nanoseconds >> entries >> result.bytes))
+        return std::nullopt;
+    for (Part part; lines >> part.nanoseconds >> std::ws && std::getline(lines, part.what);)
+        result.parts.push_back(part);
+    return result;
 }
 
 Run run(const Contender &contender, const std::string &folder) {
@@ -62,10 +76,28 @@ Run run(const Contender &contender, const std::string &folder) {
         throw std::runtime_error(command[0] + " failed");
 
     if (contender.report == Report::Whole)
-        return {static_cast<double>(taken.count()), static_cast<double>(usage.ru_maxrss) * 1024};
-    Run result;
-    if (std::sscanf(printed.c_str(), "%lf %*d %lf", &result.nanoseconds, &result.bytes) != 2)
+        return {
+            static_cast<double>(taken.count()), static_cast<double>(usage.ru_maxrss) * 1024, {}};
+    std::optional<Run> result = runFrom(printed);
+    if (!result)
         throw std::runtime_error(command[0] + " printed no figures");
+    return *std::move(result);
+}
+
+template <typename Value> double medianOf(const std::vector<Run> &runs, Value value) {
+    std::vector<double> values;
+    for (const Run &run : runs)
+        values.push_back(value(run));
+    return median(values);
+}
+
+Run medianOf(const std::vector<Run> &runs) {
+    Run result = runs.front();
+    result.nanoseconds = medianOf(runs, [](const Run &run) { return run.nanoseconds; });
+    result.bytes = medianOf(runs, [](const Run &run) { return run.bytes; });
+    for (std::size_t part = 0; part < result.parts.size(); ++part)
+        result.parts[part].nanoseconds =
+            medianOf(runs, [part](const Run &run) { return run.parts.at(part).nanoseconds; });
     return result;
 }
 
@@ -73,19 +105,16 @@ Run run(const Contender &contender, const std::string &folder) {
 /// machine's speed meets them all.
 std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const std::string &folder,
                                int rounds) {
-    std::vector<std::vector<double>> times(contenders.size());
-    std::vector<std::vector<double>> sizes(contenders.size());
+    std::vector<std::vector<Run>> runs(contenders.size());
     for (int round = -1; round < rounds; ++round) // the first warms up
         for (std::size_t index = 0; index < contenders.size(); ++index) {
-            const Run one = run(contenders[index], folder);
-            if (round < 0)
-                continue;
-            times[index].push_back(one.nanoseconds);
-            sizes[index].push_back(one.bytes);
+            Run one = run(contenders[index], folder);
+            if (round >= 0)
+                runs[index].push_back(std::move(one));
         }
     std::vector<Run> result;
-    for (std::size_t index = 0; index < contenders.size(); ++index)
-        result.push_back({median(times[index]), median(sizes[index])});
+    for (const std::vector<Run> &ofOne : runs)
+        result.push_back(medianOf(ofOne));
     return result;
 }
 

@@ -20,9 +20,16 @@ struct Contender {
     Report report;
 };
 
+/// A part of a run that a contender measured (contender.h).
+struct Part {
+    std::string what;
+    double nanoseconds = 0;
+};
+
 struct Run {
     double nanoseconds = 0;
     double bytes = 0;
+    std::vector<Part> parts;
 };
 
 /// Contenders that are to be run over one folder after the other. Throws std::runtime_error when

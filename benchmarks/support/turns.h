@@ -16,6 +16,7 @@ namespace turns {
 struct Contender {
     const char *what;
     std::function<void()> work;
+    std::function<void()> prepare = {}; ///< done before each round, not measured
 };
 
 inline double milliseconds(const std::function<void()> &work) {
@@ -30,6 +31,8 @@ inline void printTable(const char *title, const std::vector<Contender> &contende
     std::vector<std::vector<double>> times(contenders.size());
     for (int round = -1; round < rounds; ++round) // the first warms up
         for (std::size_t index = 0; index < contenders.size(); ++index) {
+            if (contenders[index].prepare)
+                contenders[index].prepare();
             const double time = milliseconds(contenders[index].work);
             if (round >= 0)
                 times[index].push_back(time);

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What it costs to show a folder through objects, beside peers that read as much: the whole, its
+// parts, and sorting by itself, over folders of growing size.
+// usage: bench_object [ENTRIES...]
+#include "benchmarks/object/sort.h"
+#include "benchmarks/support/counts.h"
+#include "benchmarks/support/processes.h"
+#include "benchmarks/support/SampleFolder.h"
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+using processes::Run;
+
+/// The places of contenders that are needed by themselves.
+enum : std::size_t { kObjects, kRecords };
+
+std::vector<processes::Contender> contendersIn(const std::filesystem::path &here) {
+    using processes::Report;
+    return {
+        {"objects, the whole request", {here / "object_fso"}, Report::OnOutput},
+        {"records alone", {here.parent_path() / "listing" / "list_mfs"}, Report::OnOutput},
+        {"ls -lU", {"ls", "-lU"}, Report::Whole},
+        {"GIO enumerator, nothing kept", {here / "object_gio"}, Report::OnOutput},
+        {"QDir::entryInfoList, sorted", {here / "object_qt"}, Report::OnOutput},
+    };
+}
+
+/// The first part of the request is divided in two: making the records is what a contender does
+/// that does nothing else.
+std::vector<processes::Part> partsOf(const Run &objects, const Run &records) {
+    std::vector<processes::Part> parts = objects.parts;
+    parts.front() = {"objects made and identified",
+                     parts.front().nanoseconds - records.nanoseconds};
+    parts.insert(parts.begin(), {"records listed", records.nanoseconds});
+    return parts;
+}
+
+void printParts(const Run &objects, const Run &records, long entries) {
+    std::printf("\n| parts, %s entries | ms | ns an entry | of the request |\n"
+                "|---|---:|---:|---:|\n",
+                counts::withThousands(entries).c_str());
+    for (const processes::Part &part : partsOf(objects, records))
+        std::printf("| %s | %.2f | %.0f | %.0f %% |\n", part.what.c_str(), part.nanoseconds / 1e6,
+                    part.nanoseconds / static_cast<double>(entries),
+                    100 * part.nanoseconds / objects.nanoseconds);
+    std::fflush(stdout);
+}
+
+/// The smallest folder of which the time an entry says something about larger ones: in smaller
+/// ones it is what a call costs before it comes to the entries.
+constexpr long kSettled = 10'000;
+
+struct Measured {
+    long entries;
+    double nanosecondsAnEntry;
+};
+
+void printGrowth(const std::vector<Measured> &sizes) {
+    const Measured *first = nullptr;
+    for (const Measured &size : sizes) {
+        if (size.entries < kSettled)
+            continue;
+        if (!first) {
+            first = &size;
+            std::printf("\n| objects, the whole request | ns an entry | beside %s entries |\n"
+                        "|---|---:|---:|\n",
+                        counts::withThousands(size.entries).c_str());
+        }
+        std::printf("| %s entries | %.0f | %.2f x |\n", counts::withThousands(size.entries).c_str(),
+                    size.nanosecondsAnEntry, size.nanosecondsAnEntry / first->nanosecondsAnEntry);
+    }
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) try {
+    const std::vector<long> sizes =
+        counts::fromArguments(argumentCount, arguments, {1'000, 10'000, 100'000, 1'000'000});
+    const processes::Comparison comparison(
+        contendersIn(std::filesystem::path(arguments[0]).parent_path()));
+    std::vector<Measured> measured;
+    for (const long entries : sizes) {
+        const SampleFolder folder(entries, SampleFolder::Names::SomeWithADot);
+        const std::vector<Run> runs = comparison.medians(folder.path(), entries);
+        processes::printTable("objects take", comparison.contenders(), entries, runs);
+        printParts(runs[kObjects], runs[kRecords], entries);
+        compareSorting(folder.path(), entries);
+        measured.push_back({entries, runs[kObjects].nanoseconds / static_cast<double>(entries)});
+    }
+    printGrowth(measured);
+    return 0;
+} catch (const std::exception &failure) {
+    std::fprintf(stderr, "bench_object: %s\n", failure.what());
+    return 1;
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What a browser asks of this library to show a folder: its objects without the hidden ones, sorted
+// by name, with name, date and permissions of each.
+#include "benchmarks/support/contender.h"
+#include "model/MXFileSystemObject.h"
+#include "model/Regex.h"
+#include "platform/foundation/FileSystemText.h"
+
+namespace {
+
+using namespace MWCore;
+
+MXFileSystemObject::Ptr folder;
+
+void hide() {
+    folder->invalidateFilteredItems();
+    const qsizetype count = folder->totalItems();
+    for (qsizetype index = 0; index < count; ++index) {
+        const MXFileSystemObject::Ptr child = folder->subitemAtIndex(index);
+        if (Regex::isHidden(child->name()))
+            child->setIsHidden(true);
+    }
+    folder->setIsFiltered(true);
+}
+
+void readAll() {
+    const qsizetype count = folder->totalItems();
+    for (qsizetype index = 0; index < count; ++index) {
+        const MXFileSystemObject::Ptr child = folder->subitemAtIndex(index);
+        contender::use(child->name());
+        contender::use(child->date());
+        contender::use(child->permissionsAsString());
+    }
+}
+
+long request(const char *path) {
+    folder = MXFileSystemObject::newFSOForLocalPath(stringWithFileSystemRepresentation(path));
+    if (!folder)
+        return -1;
+    contender::endPart("listed, objects made and identified");
+    hide();
+    contender::endPart("hidden ones found and taken out");
+    folder->setSortsByAttribute(MXSortAttributeName, MXSortOrderReversed);
+    contender::endPart("sorted by name");
+    readAll();
+    contender::endPart("names, dates and permissions read");
+    return static_cast<long>(folder->totalItems());
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) {
+    const int status = contender::run(argumentCount, arguments, request);
+    folder.reset();
+    contender::endPart("all released again, beside the request");
+    contender::printParts();
+    return status;
+}
