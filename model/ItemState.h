@@ -8,7 +8,7 @@
 
 namespace MWCore {
 
-/// What only a folder needs.
+/// What folders alone need.
 struct MXFileSystemObject::Contents {
     QList<Ptr> actualContents;  ///< all children
     QList<Ptr> unfilteredItems; ///< those that are not hidden, and some that are about to be

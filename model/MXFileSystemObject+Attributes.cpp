@@ -6,6 +6,7 @@
 #include "model/MXFileSystemObject.h"
 #include "platform/aliases/FileUrl.h"
 #include "platform/files/CurrentUser.h"
+#include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
@@ -36,10 +37,15 @@ qsizetype extensionDot(QStringView name) {
     return dot > 0 ? dot : name.size();
 }
 
+/// Empty for no path.
+QByteArray urlOf(const QByteArray &path) {
+    return path.isEmpty() ? QByteArray() : fileUrl(absolutePath(path));
+}
+
 /// The address of an item of this system.
 class FileURLObject : public MXURLObject {
 public:
-    explicit FileURLObject(const QByteArray &path) : url_(QString::fromLatin1(fileUrl(path))) {}
+    explicit FileURLObject(const QByteArray &url) : url_(QString::fromLatin1(url)) {}
 
     [[nodiscard]] QString urlAsString() const override { return url_; }
     [[nodiscard]] QString urlWithoutPath() const override { return QStringLiteral("file://"); }
@@ -113,7 +119,7 @@ bool MXFileSystemObject::isRoot() const {
 }
 
 std::unique_ptr<MXURLObject> MXFileSystemObject::urlObject() const {
-    return std::make_unique<FileURLObject>(representation());
+    return std::make_unique<FileURLObject>(urlOf(representation()));
 }
 
 QString MXFileSystemObject::url() const {
@@ -132,8 +138,7 @@ QString MXFileSystemObject::cleanURL() const {
 }
 
 QUrl MXFileSystemObject::previewItemURL() const {
-    const QByteArray path = representation();
-    return path.isEmpty() ? QUrl() : QUrl::fromEncoded(fileUrl(path), QUrl::StrictMode);
+    return QUrl::fromEncoded(urlOf(representation()), QUrl::StrictMode);
 }
 
 QString MXFileSystemObject::owner() const {

@@ -11,8 +11,10 @@
 #include "platform/launch/Bundle.h"
 #include "platform/launch/LaunchServices.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
+#include <cstring>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -59,7 +61,7 @@ QString linkText(const QByteArray &path) {
 
 QString withoutLastComponent(const QString &path) {
     const qsizetype slash = path.lastIndexOf(u'/');
-    return slash > 0 ? path.first(slash) : QStringLiteral("/");
+    return slash == 0 ? QStringLiteral("/") : path.left(std::max<qsizetype>(slash, 0));
 }
 
 /// Of "../" at the beginning only the first is folded, and then always with a "/".
@@ -96,13 +98,13 @@ void MXFileSystemObject::identify() {
 
 /// As identify(), for an item whose record is fresh from a listing.
 void MXFileSystemObject::identifyListed(bool hasSidecars) {
-    const Classification result =
-        classify(QByteArray::fromRawData(record_->complete_path,
-                                         static_cast<qsizetype>(strlen(record_->complete_path))),
-                 {.type = record_->type,
-                  .targetType = record_->target_type,
-                  .isExecutable = isExecutable(record_->permissions),
-                  .hasSidecar = hasSidecars});
+    const Classification result = classify(
+        QByteArray::fromRawData(record_->complete_path,
+                                static_cast<qsizetype>(std::strlen(record_->complete_path))),
+        {.type = record_->type,
+         .targetType = record_->target_type,
+         .isExecutable = isExecutable(record_->permissions),
+         .hasSidecar = hasSidecars});
     kind_ = result.kind;
     if (kind_ == MXItemKindLink || kind_ == MXItemKindAlias)
         targetKind_ = result.targetKind;

@@ -150,8 +150,9 @@ void MXFileSystemObject::_setCStruct(mfs_fso *record) {
 }
 
 int32_t MXFileSystemObject::_fso_get_int_for_attribute(int32_t key) const {
-    return record_ && !isTextKey(key) ? static_cast<int32_t>(mfs_fso_get_item_for_key(record_, key))
-                                      : 0;
+    return record_ && !isTextKey(key) && key != MFS_KEY_PARENT
+               ? static_cast<int32_t>(mfs_fso_get_item_for_key(record_, key))
+               : 0;
 }
 
 QString MXFileSystemObject::_fso_get_string_for_attribute(int32_t key) const {

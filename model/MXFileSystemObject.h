@@ -101,7 +101,7 @@ public:
     void _setCStruct(mfs_fso *record);
 
     /// The record's number for @p key, cut to 32 bits; 0 without a record and for a key that means
-    /// a text.
+    /// a text or a record.
     [[nodiscard]] int32_t _fso_get_int_for_attribute(int32_t key) const;
 
     /// The record's text for @p key; null for a key that means no text.
@@ -212,7 +212,8 @@ public:
     /// recordCarbonError().
     [[nodiscard]] bool isLocked() const;
 
-    /// The name of the volume that holds the item. Null, with a line in the log, on failure.
+    /// The name of the volume that holds the item. Null on failure, with a line in the log when the
+    /// item cannot be examined.
     [[nodiscard]] QString volumeName() const;
 
     /// What the bundle at the path says about its version ("CFBundleGetInfoString").
@@ -421,10 +422,10 @@ private:
     [[nodiscard]] bool isThere() const;
 
     mfs_fso *record_ = nullptr;
-    Tree tree_;                                  ///< null for a record of the host's
-    mutable MXPermission::Ptr permissions_;      ///< made at first use
-    mutable QString date_;                       ///< made at first use
-    std::unique_ptr<Contents> contents_;         ///< of a folder that was assimilated
+    Tree tree_;                             ///< null for a record of the host's
+    mutable MXPermission::Ptr permissions_; ///< made at first use
+    mutable QString date_;                  ///< made at first use
+    std::unique_ptr<Contents> contents_;    ///< made when a folder is filled, filtered or sorted
     std::unique_ptr<Replacements> replacements_; ///< what a host set in place of the record's texts
     MXItemKind kind_ = MXItemKindUnknown;
     MXItemKind targetKind_ = MXItemKindUnknown;

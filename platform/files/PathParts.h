@@ -13,6 +13,9 @@ namespace MWCore {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
+/// @p path from the root folder on; empty when that of the current folder cannot be told.
+[[nodiscard]] QByteArray absolutePath(const QByteArray &path);
+
 /// The folder and the name in it of an item, in file-system representation.
 struct PathParts {
     /// "/" has the name "" in "/"; a name alone is in the current folder, ".". Slashes at the end

@@ -5,26 +5,12 @@
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
 
-#include <cstdlib>
-#include <memory>
-
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/vfs.h>
-#include <unistd.h>
 
 namespace MWCore {
 namespace {
-
-QByteArray absolute(const QByteArray &path) {
-    if (path.startsWith('/'))
-        return path;
-    const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
-    const QByteArray current = folder.get();
-    if (!current.startsWith('/'))
-        return {}; // removed, or out of this process's reach
-    return pathIn(current, path);
-}
 
 /// With the folder's own name where @p path ends with "." or "..": metadata is kept beside the
 /// name, and people read it.
@@ -55,7 +41,7 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
     if (path.isEmpty())
         return bdNamErr;
     OSStatus status = noErr;
-    const QByteArray from = named(absolute(path));
+    const QByteArray from = named(absolutePath(path));
     if (auto identity = identityOf(AT_FDCWD, from.constData(), &status))
         *ref = {from, std::move(*identity)};
     return status;

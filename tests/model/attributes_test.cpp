@@ -13,6 +13,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -121,6 +122,26 @@ TEST(Attributes, OfPathsThatHostsSet) {
     item->setGroup("some");
     EXPECT_EQ(item->owner() + item->group(), "somebodysome");
     EXPECT_FALSE(item->ownedByCurrentUser());
+}
+
+TEST(Attributes, OfAddressesAreAbsolute) {
+    const auto item = MXFileSystemObject::init();
+    item->setCompletePath("a b");
+    const QString expected =
+        QString::fromStdString("file://" + fs::current_path().string() + "/a%20b");
+    EXPECT_EQ(item->url(), expected);
+    EXPECT_EQ(item->previewItemURL(), QUrl(expected));
+}
+
+TEST(Attributes, OfDamagedMetadataAreNone) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("item");
+    std::ofstream(folder.at("._item")) << std::string("\0\5\x16\7\0\2\0\0", 8) << "damaged";
+    const auto item = itemAt(path);
+    EXPECT_EQ(item->label()->id(), 0) << "there, but not to be read";
+    EXPECT_EQ(item->type(), 0xFFFFFFFF);
+    EXPECT_FALSE(item->isInvisible());
+    EXPECT_EQ(item->fsoKind(), MXItemKindFile);
 }
 
 TEST(Attributes, KeepEveryByteOfAName) {

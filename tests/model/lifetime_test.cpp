@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fstream>
 
 #include <sys/stat.h>
 
@@ -133,7 +134,7 @@ TEST(Lifetime, WithoutARecordThereAreMarkers) {
     EXPECT_EQ(item->fileCount() + item->subFolderCount(), 0);
     EXPECT_FALSE(item->isLocal() || item->isRemote() || item->isDir() || item->isFile());
     EXPECT_TRUE(item->dateModified().isMarker());
-    EXPECT_TRUE(item->name().isNull() && item->owner().isNull() && item->url() == "file://");
+    EXPECT_TRUE(item->name().isNull() && item->owner().isNull() && item->url().isEmpty());
     item->identify();
     item->performAssimilation();
     EXPECT_EQ(item->totalItems(), 0);
@@ -179,11 +180,17 @@ mfs_fso *remote(int32_t type, const char *name, const char *parent, int32_t size
 }
 
 TEST(Remote, AnswersFromTheRecordAlone) {
-    const Tree record(remote(MFS_TYPE_DIRECTORY, "etc", "/"));
-    for (mfs_fso *const each :
-         {remote(MFS_TYPE_FILE, "a.png", "/etc", 7), remote(MFS_TYPE_FILE, "big", "/etc", -1),
-          remote(MFS_TYPE_LINK, "passwd", "/etc", 1, "  there"),
-          remote(MFS_TYPE_DIRECTORY, "sub", "/etc")})
+    // A local path of the same name says nothing.
+    const TemporaryFolder local;
+    std::ofstream(local.at("Info.plist")) << "<plist><dict><key>CFBundleGetInfoString</key>"
+                                             "<string>1</string></dict></plist>";
+    std::ofstream(local.at("a.png")) << "Joy!";
+    const std::string place = local.path();
+    const Tree record(remote(MFS_TYPE_DIRECTORY, place.c_str(), nullptr));
+    for (mfs_fso *const each : {remote(MFS_TYPE_FILE, "a.png", place.c_str(), 7),
+                                remote(MFS_TYPE_FILE, "big", place.c_str(), -1),
+                                remote(MFS_TYPE_LINK, "link", place.c_str(), 1, "  there"),
+                                remote(MFS_TYPE_DIRECTORY, "sub", place.c_str())})
         ASSERT_EQ(mfs_fso_add_subitem(record.get(), each), 0);
     ASSERT_EQ(mfs_fso_add_subitem(mfs_fso_get_subitem_at_index(record.get(), 0, MFS_SUBDIRECTORIES),
                                   remote(MFS_TYPE_FILE, "inner", "/etc/sub")),
@@ -192,7 +199,7 @@ TEST(Remote, AnswersFromTheRecordAlone) {
     const Ptr folder = MXFileSystemObject::newFSOWithCStruct(record.get());
     ASSERT_EQ(folder->totalItems(), 4) << "assimilated at once";
     EXPECT_TRUE(folder->isRemote() && folder->isDir() && folder->isFolder());
-    for (const Ptr &item : {folder, child(folder, "a.png"), child(folder, "passwd")}) {
+    for (const Ptr &item : {folder, child(folder, "a.png"), child(folder, "link")}) {
         EXPECT_EQ(item->fsoKind(), MXItemKindUnknown) << "never identified";
         EXPECT_EQ(item->kindAsString(), "Remote File");
         EXPECT_EQ(item->permissionsAsString(), "rwxr-xr-x");
@@ -211,13 +218,14 @@ TEST(Remote, AnswersFromTheRecordAlone) {
     }
     EXPECT_EQ(LoggedMessages::take(), QStringList());
     EXPECT_TRUE(child(folder, "a.png")->isGraphicFile() && child(folder, "a.png")->isFile());
-    const Ptr link = child(folder, "passwd");
+    const Ptr link = child(folder, "link");
     EXPECT_TRUE(link->isLink() && !link->isFile());
-    EXPECT_EQ(link->aliasOrLinkTargetPath(), "/etc/there");
-    EXPECT_EQ(LoggedMessages::take(), QStringList("mwcore: Alias points to : /etc/there"));
+    EXPECT_EQ(link->aliasOrLinkTargetPath(), text(place + "/there"));
+    EXPECT_EQ(LoggedMessages::take(),
+              QStringList("mwcore: Alias points to : " + text(place + "/there")));
     EXPECT_TRUE(folder->volumeName().isNull());
     folder->setSortsByAttribute(MXSortAttributeSize, MXSortOrderNatural);
-    EXPECT_EQ(names(folder), "sub passwd a.png big") << "sizes widen with their sign";
+    EXPECT_EQ(names(folder), "sub link a.png big") << "sizes widen with their sign";
     EXPECT_EQ(names(child(folder, "sub")), "inner");
     EXPECT_EQ(names(MXFileSystemObject::newFSOWithCStruct(record.get())), names(folder))
         << "an object is not filled again";

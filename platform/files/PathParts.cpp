@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/PathParts.h"
+
+#include <cstdlib>
+#include <memory>
+
+#include <unistd.h>
+
+namespace MWCore {
+
+QByteArray absolutePath(const QByteArray &path) {
+    if (path.startsWith('/'))
+        return path;
+    const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
+    const QByteArray current = folder.get();
+    if (!current.startsWith('/'))
+        return {}; // removed, or out of this process's reach
+    return pathIn(current, path);
+}
+
+} // namespace MWCore
