@@ -35,6 +35,21 @@ QString asString(const QDateTime &date) {
                                                       QStringLiteral("MMMM dd, yyyy hh:mmAP"));
 }
 
+MXPermission::Ptr permissionsOf(mode_t mode) {
+    unsigned char sticky = 0;
+    unsigned char setGroup = 0;
+    unsigned char setUser = 0;
+    auto permissions =
+        MXPermission::initWithNumber(modetToPerms(mode, &sticky, &setGroup, &setUser));
+    if (sticky)
+        permissions->toggleStickyBit();
+    if (setGroup)
+        permissions->toggleSgidBit();
+    if (setUser)
+        permissions->toggleSuidBit();
+    return permissions;
+}
+
 } // namespace
 
 OSStatus MXFileSystemObject::getCatalogInfo(uint32_t whichInfo, FSCatalogInfo *info) const {
@@ -47,27 +62,13 @@ bool MXFileSystemObject::isThere() const {
 }
 
 MXPermission::Ptr MXFileSystemObject::permissions() const {
-    if (permissions_)
-        return permissions_;
-    if (!isLocal()) {
+    struct stat item = {};
+    if (!permissions_ && !isLocal())
         permissions_ =
             MXPermission::initWithNumber(_fso_get_int_for_attribute(MFS_KEY_PERMISSIONS));
-        return permissions_;
-    }
-    struct stat item = {};
-    if (stat(representation().constData(), &item) != 0)
-        item.st_mode = 0;
-    unsigned char sticky = 0;
-    unsigned char setGroup = 0;
-    unsigned char setUser = 0;
-    permissions_ =
-        MXPermission::initWithNumber(modetToPerms(item.st_mode, &sticky, &setGroup, &setUser));
-    if (sticky)
-        permissions_->toggleStickyBit();
-    if (setGroup)
-        permissions_->toggleSgidBit();
-    if (setUser)
-        permissions_->toggleSuidBit();
+    if (!permissions_)
+        permissions_ = permissionsOf(stat(representation().constData(), &item) == 0 ? item.st_mode
+                                                                                    : mode_t(0));
     return permissions_;
 }
 
