@@ -19,12 +19,6 @@ Trees &trees() {
     return *all;
 }
 
-const mfs_fso *rootOf(const mfs_fso *record) {
-    while (const mfs_fso *const parent = mfs_fso_parent(record))
-        record = parent;
-    return record;
-}
-
 } // namespace
 
 ListedTree::Ptr ListedTree::own(mfs_fso *root) {
@@ -36,8 +30,11 @@ ListedTree::Ptr ListedTree::own(mfs_fso *root) {
 
 ListedTree::Ptr ListedTree::of(const mfs_fso *record) {
     const std::scoped_lock lock(trees().mutex);
-    const auto found = trees().byRoot.find(rootOf(record));
-    return Ptr(found == trees().byRoot.end() ? nullptr : found->second);
+    // A host may have put our root into a folder of its own.
+    for (; record; record = mfs_fso_parent(record))
+        if (const auto found = trees().byRoot.find(record); found != trees().byRoot.end())
+            return Ptr(found->second);
+    return {};
 }
 
 ListedTree::~ListedTree() {

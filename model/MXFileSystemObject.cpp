@@ -37,6 +37,12 @@ bool isTextKey(int32_t key) {
     return std::ranges::find(kTextKeys, key) != std::end(kTextKeys);
 }
 
+/// Null also where a host cleared the pointer alone.
+MXFileSystemObject *objectOf(const mfs_fso *record) {
+    return mfs_fso_has_object(record) ? static_cast<MXFileSystemObject *>(mfs_fso_object(record))
+                                      : nullptr;
+}
+
 } // namespace
 
 MXFileSystemObject::MXFileSystemObject() = default;
@@ -121,7 +127,7 @@ MXFileSystemObject::Ptr MXFileSystemObject::newFSOWithCStruct(mfs_fso *record,
         failAssertion(QStringLiteral("MXFilesystemObject : File Info Was NULL"));
         return {};
     }
-    const bool isNew = mfs_fso_has_object(record) == 0;
+    const bool isNew = !objectOf(record);
     Ptr object = wrap(record, isNew ? ListedTree::of(record) : Tree(), prototype);
     if (isNew && object->isRemote() && object->isFolder())
         object->performAssimilation();
@@ -131,8 +137,8 @@ MXFileSystemObject::Ptr MXFileSystemObject::newFSOWithCStruct(mfs_fso *record,
 /// The object that @p record has, or a new one that keeps @p tree.
 MXFileSystemObject::Ptr MXFileSystemObject::wrap(mfs_fso *record, const Tree &tree,
                                                  const MXFileSystemObject *prototype) {
-    if (mfs_fso_has_object(record))
-        return Ptr(static_cast<MXFileSystemObject *>(mfs_fso_object(record)));
+    if (MXFileSystemObject *const known = objectOf(record))
+        return Ptr(known);
     Ptr object(prototype ? prototype->alloc() : new MXFileSystemObject);
     object->record_ = record;
     object->tree_ = tree;

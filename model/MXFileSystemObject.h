@@ -328,7 +328,8 @@ public:
 
     [[nodiscard]] MXItemKind fsoKind() const { return kind_; }
 
-    /// Of a link or alias: folder, file, or unknown for any other node.
+    /// Of a link or alias: folder, file, or unknown for any other node and for what would have to
+    /// be searched for.
     [[nodiscard]] MXItemKind aliasOrLinkTargetKind() const { return targetKind_; }
 
     /// Where a link points, with the folder that it is in before a relative path and one leading

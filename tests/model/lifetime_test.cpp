@@ -70,6 +70,35 @@ TEST(Lifetime, ARecordLeadsBackToItsTree) {
     EXPECT_EQ(again->totalItems(), 1);
 }
 
+TEST(Lifetime, WhatWasHiddenIsForgottenWithTheFolder) {
+    const TemporaryFolder place;
+    for (const char *const name : {"a", "b", "c"})
+        (void)place.file(name);
+    Ptr folder = itemAt(place.path());
+    const Ptr first = folder->subitemAtIndex(0);
+    const Ptr last = folder->subitemAtIndex(2);
+    folder->invalidateFilteredItems();
+    folder->hideItem(first);
+    folder.reset();
+    folder = last->parent();
+    folder->performAssimilation();
+    folder->invalidateFilteredItems();
+    folder->hideItem(last);
+    EXPECT_EQ(folder->filteredItemCount(), 1);
+}
+
+TEST(Lifetime, ATreeInAFolderOfTheHostsIsStillKept) {
+    const TemporaryFolder place;
+    (void)place.file("a");
+    const Tree top(mfs_fso_new(MFS_TYPE_DIRECTORY, MFS_LOCATION_REMOTE, 755, nullptr, "Computer",
+                               nullptr, nullptr, 1, 0, nullptr, nullptr));
+    Ptr folder = MXFileSystemObject::newFSOForLocalPath(text(place.path()), false);
+    ASSERT_EQ(mfs_fso_add_subitem(top.get(), folder->cstruct()), 0);
+    const Ptr file = folder->child_fso_at_index(0);
+    folder.reset();
+    EXPECT_EQ(file->name(), "a");
+}
+
 TEST(Lifetime, AHostsRecordStaysTheHosts) {
     const Tree record(mfs_fso_new(MFS_TYPE_FILE, MFS_LOCATION_LOCAL, 644, nullptr, "/a/b", nullptr,
                                   nullptr, 1, 0, nullptr, nullptr));
@@ -83,9 +112,14 @@ TEST(Lifetime, AHostsRecordStaysTheHosts) {
     item->_setCStruct(record.get());
     EXPECT_EQ(item->name(), "b");
     EXPECT_FALSE(mfs_fso_has_object(record.get())) << "the record does not learn of it";
-    const Ptr known = MXFileSystemObject::newFSOWithCStruct(record.get());
+    Ptr known = MXFileSystemObject::newFSOWithCStruct(record.get());
     item.reset();
     EXPECT_EQ(MXFileSystemObject::newFSOWithCStruct(record.get()), known);
+    known.reset();
+    record->has_object = 1; // the host cleared the pointer alone
+    const Ptr other = MXFileSystemObject::newFSOWithCStruct(record.get());
+    ASSERT_TRUE(other);
+    EXPECT_EQ(other->name(), "b");
 }
 
 TEST(Lifetime, CreationFailsAsItSays) {
