@@ -229,11 +229,13 @@ void MXFileSystemObject::NSDateToUTCDateTime(const QDateTime &date, UTCDateTime 
     *utcTime = 0;
     if (!date.isValid())
         return;
-    const int64_t milliseconds =
-        date.toMSecsSinceEpoch() -
-        (int64_t(kCarbonReferenceDate) + kSecondsFrom1970To2001) * kMilliseconds;
-    const auto seconds = static_cast<uint64_t>(std::max<int64_t>(milliseconds, 0)) / kMilliseconds;
-    const auto rest = static_cast<uint64_t>(std::max<int64_t>(milliseconds, 0)) % kMilliseconds;
+    constexpr int64_t kFrom1904To1970 =
+        -(int64_t(kCarbonReferenceDate) + kSecondsFrom1970To2001) * kMilliseconds;
+    const auto milliseconds =
+        static_cast<uint64_t>(std::max<int64_t>(date.toMSecsSinceEpoch(), -kFrom1904To1970)) +
+        static_cast<uint64_t>(kFrom1904To1970);
+    const uint64_t seconds = milliseconds / kMilliseconds;
+    const uint64_t rest = milliseconds % kMilliseconds;
     constexpr uint64_t kLastSecond = std::numeric_limits<UTCDateTime>::max() / kFractions;
     *utcTime = seconds > kLastSecond ? std::numeric_limits<UTCDateTime>::max()
                                      : seconds * kFractions + rest * kFractions / kMilliseconds;

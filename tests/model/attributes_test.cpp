@@ -314,7 +314,7 @@ TEST(Conversions, OfDates) {
     }
     for (const int64_t milliseconds :
          {int64_t(-400'000'000'000'000'000), int64_t(-3'000'000'000'000),
-          int64_t(400'000'000'000'000'000)}) {
+          int64_t(400'000'000'000'000'000), INT64_MIN, INT64_MAX}) {
         UTCDateTime count = 1;
         MXFileSystemObject::NSDateToUTCDateTime(
             QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC), &count);
