@@ -68,8 +68,19 @@ const QSet<QString> &hiddenNames() {
     return names;
 }
 
-/// In this order: the backslash first, so that those added later are not doubled.
 constexpr QStringView kSpecialCharacters = u"\\.$^[()|*+?{";
+
+/// With a backslash before the units that @p isEscaped names.
+template <typename IsEscaped> QString escapedWhere(const QString &text, IsEscaped isEscaped) {
+    QString escaped;
+    escaped.reserve(text.size() + std::ranges::count_if(text, isEscaped));
+    for (const QChar unit : text) {
+        if (isEscaped(unit))
+            escaped += u'\\';
+        escaped += unit;
+    }
+    return escaped;
+}
 
 } // namespace
 
@@ -101,18 +112,11 @@ QString _escapeString(const QString &text) {
         std::ranges::find_if_not(text, [](QChar unit) { return unit.isSpace(); });
     if (first == text.end() || !kSpecialCharacters.contains(*first))
         return text;
-    QString escaped = text;
-    for (const QChar special : kSpecialCharacters)
-        escaped = _escapeString(escaped, special);
-    return escaped;
+    return escapedWhere(text, [](QChar unit) { return kSpecialCharacters.contains(unit); });
 }
 
 QString _escapeString(const QString &string, const QString &forChar) {
-    QStringList units = arrayValue(string);
-    for (QString &unit : units)
-        if (unit == forChar)
-            unit.prepend(u'\\');
-    return units.join(QString());
+    return escapedWhere(string, [&forChar](QChar unit) { return forChar == unit; });
 }
 
 bool isHidden(const QString &name) {
