@@ -73,14 +73,21 @@ bool isApplicationFile(const QByteArray &path, const FinderInfo &info, bool isEx
 }
 
 /// What the alias file at @p path leads to, and nothing else, means; nothing for no alias file, or
-/// one that leads nowhere.
+/// one that leads nowhere. A listing must not search the whole disk for each item that is gone: an
+/// alias that would need that is one with an unknown target.
 std::optional<Classification> classifyAlias(const QByteArray &path) {
     constexpr bool kResolvingChains = true;
+    constexpr int64_t kSearchedNames = 4096; // some milliseconds
     FSRef ref;
     bool isAlias = false;
     bool targetIsFolder = false;
-    if (FSPathMakeRef(path, &ref) != noErr ||
-        FSResolveAliasFile(&ref, kResolvingChains, &targetIsFolder, &isAlias) != noErr || !isAlias)
+    if (FSPathMakeRef(path, &ref) != noErr)
+        return std::nullopt;
+    const OSStatus status = FSResolveAliasFile(&ref, kResolvingChains, &targetIsFolder, &isAlias,
+                                               nullptr, kSearchedNames);
+    if (status == fileBoundsErr)
+        return Classification{.kind = MXItemKindAlias};
+    if (status != noErr || !isAlias)
         return std::nullopt;
     if (targetIsFolder)
         return Classification{.kind = MXItemKindAlias, .targetKind = MXItemKindFolder};

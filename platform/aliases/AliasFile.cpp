@@ -70,10 +70,11 @@ std::optional<Lead> leadIn(const QByteArray &path) {
     return lead ? lead : leadInFork(path);
 }
 
-OSStatus follow(const Lead &lead, FSRef *target, const std::atomic<bool> *cancelled) {
+OSStatus follow(const Lead &lead, FSRef *target, const std::atomic<bool> *cancelled,
+                int64_t searchedNames) {
     OSStatus status = mapReadErr;
     if (!lead.record.isEmpty())
-        status = FSResolveAlias(lead.record, target, cancelled);
+        status = FSResolveAlias(lead.record, target, cancelled, searchedNames);
     if (status != mapReadErr)
         return status;
     const auto path = pathOfFileUrl(lead.url);
@@ -179,7 +180,8 @@ QByteArray aliasRecordInFile(const QByteArray &path) {
 }
 
 OSStatus FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsFolder,
-                            bool *wasAliased, const std::atomic<bool> *cancelled) {
+                            bool *wasAliased, const std::atomic<bool> *cancelled,
+                            int64_t searchedNames) {
     FSRef at = *ref;
     int steps = 0;
     for (;; ++steps) {
@@ -193,7 +195,7 @@ OSStatus FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsF
             break;
         if (steps == kMostSteps)
             return errFSAliasLoop;
-        status = lead ? follow(*lead, &at, cancelled) : followLink(path, &at);
+        status = lead ? follow(*lead, &at, cancelled, searchedNames) : followLink(path, &at);
         if (status != noErr)
             return status;
     }

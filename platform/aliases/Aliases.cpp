@@ -15,13 +15,12 @@ OSStatus FSNewAlias(const FSRef &target, QByteArray *alias) {
     return status;
 }
 
-OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
-                        const std::atomic<bool> *cancelled) {
+OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target, const std::atomic<bool> *cancelled,
+                        int64_t searchedNames) {
     const auto record = AliasRecord::parse(alias);
     if (!record)
         return mapReadErr;
-    SearchLimits limits;
-    limits.cancelled = cancelled;
+    const SearchLimits limits = {.entries = searchedNames, .cancelled = cancelled};
     OSStatus status = noErr;
     const auto path = locate(*record, Replacement::IsTheItem, limits, &status);
     return path ? FSPathMakeRef(*path, target) : status;

@@ -6,6 +6,7 @@
 #include <MWCore/mwcore_export.h>
 
 #include <atomic>
+#include <cstdint>
 
 #include <QByteArray>
 
@@ -14,14 +15,18 @@
 /// @p cancelled, which may be null, becomes true, with userCanceledErr.
 namespace MWCore {
 
+/// How many names a search looks at before it gives up.
+constexpr int64_t kMostSearchedNames = 4'000'000;
+
 /// Writes down in @p alias what it takes to find the item again.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSNewAlias(const FSRef &target, QByteArray *alias);
 
 /// Where the item of the record @p alias is now; something else put in its place counts as it.
 /// mapReadErr for bytes that are no record of this library, fnfErr when the item is gone,
-/// fileBoundsErr when too much would have to be searched.
+/// fileBoundsErr when more than @p searchedNames would have to be searched.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
-                                                    const std::atomic<bool> *cancelled = nullptr);
+                                                    const std::atomic<bool> *cancelled = nullptr,
+                                                    int64_t searchedNames = kMostSearchedNames);
 
 /// The forms that an alias file can have.
 enum class AliasFileForm {
@@ -41,10 +46,11 @@ enum class AliasFileForm {
 /// If @p ref is an alias file, makes it refer to what the file leads to; with
 /// @p resolveAliasChains to the end of a chain of alias files and links. @p wasAliased and
 /// @p targetIsFolder tell of it. A file that is none of these is a success that changes nothing.
-/// fnfErr when the target is gone, errFSOperationNotSupported for an address that is not local,
-/// and errFSAliasLoop after more than 40 steps; @p ref is unchanged then.
-[[nodiscard]] MWCORE_EXPORT OSStatus
-FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsFolder, bool *wasAliased,
-                   const std::atomic<bool> *cancelled = nullptr);
+/// fnfErr when the target is gone, fileBoundsErr as above, errFSOperationNotSupported for an
+/// address that is not local, and errFSAliasLoop after more than 40 steps; @p ref is unchanged
+/// then.
+[[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAliasFile(
+    FSRef *ref, bool resolveAliasChains, bool *targetIsFolder, bool *wasAliased,
+    const std::atomic<bool> *cancelled = nullptr, int64_t searchedNames = kMostSearchedNames);
 
 } // namespace MWCore
