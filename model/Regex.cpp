@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/Regex.h"
 
+#include "model/PatternEffort.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
@@ -85,9 +86,8 @@ template <typename IsEscaped> QString escapedWhere(const QString &text, IsEscape
 } // namespace
 
 bool matchesRegex(const QString &text, const QString &pattern) {
-    constexpr qsizetype kLongestPattern = 4096; // the C library's compiler is recursive
     const QByteArray expression = cString(pattern);
-    if (expression.size() > kLongestPattern)
+    if (!isBearable(expression))
         return false;
     const InUtf8 inUtf8;
     regex_t compiled = {};
