@@ -2,36 +2,39 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/Catalogue.h"
 
-#include "apps/mwfile/DisplayText.h"
+#include "apps/mwfile/bytes.h"
 #include "apps/mwfile/Failure.h"
-#include "apps/mwfile/ItemJson.h"
-#include "platform/workspace/FileLabels.h"
+#include "model/MXLabelManager.h"
 
 #include <ctime>
+#include <string_view>
 
 namespace MWCore::mwfile {
-namespace {
 
-/// What the catalogue can tell; what it cannot is 0.
-FSCatalogInfo told(const std::string &path) {
-    FSRef ref;
+Marks marksOf(const MXFileSystemObject &item, Sidecars sidecars) {
+    const QByteArray path = item.cstruct()->complete_path;
     FSCatalogInfo info;
-    if (FSPathMakeRef(QByteArray::fromStdString(path), &ref) != noErr)
-        return info;
     // Asked apart, so that the one fails without the other.
-    (void)FSGetCatalogInfo(ref, kFSCatInfoNodeFlags | kFSCatInfoCreateDate, &info);
-    (void)FSGetCatalogInfo(ref, kFSCatInfoFinderInfo, &info);
-    return info;
+    (void)FSGetCatalogInfoForPath(path, kFSCatInfoNodeFlags | kFSCatInfoCreateDate, &info);
+    (void)readFinderInfo(path, &info.finderInfo, sidecars);
+    Marks marks = {.label = labelNumbered(info.finderInfo.labelNumber()),
+                   .type = info.finderInfo.type,
+                   .creator = info.finderInfo.creator,
+                   .isInvisible = (info.finderInfo.flags & kIsInvisible) != 0,
+                   .isLocked = !item.isPackage() && (info.nodeFlags & kFSNodeLockedMask) != 0,
+                   .created = std::nullopt};
+    if (info.createDate != 0)
+        marks.created = timeFrom(info.createDate).tv_sec;
+    return marks;
 }
 
-void addCode(JsonObject &json, std::string_view key, uint32_t code) {
-    if (const auto text = codeText(code))
-        json.text(key, *text);
-    else
-        json.null(key);
+Sidecars sidecarsIn(const MXFileSystemObject &folder) {
+    // They are no folders.
+    for (int32_t index = 0; index < folder.fileCount(); ++index)
+        if (std::string_view(folder.child_fso_at_index(index)->cstruct()->name).starts_with("._"))
+            return Sidecars::MayExist;
+    return Sidecars::Absent;
 }
-
-} // namespace
 
 FSRef referenceTo(const std::string &path) {
     FSRef ref;
@@ -42,7 +45,8 @@ FSRef referenceTo(const std::string &path) {
 }
 
 std::optional<std::string> codeText(uint32_t code) {
-    if (code == 0)
+    constexpr uint32_t kNoCode = 0xFFFFFFFF;
+    if (code == 0 || code == kNoCode)
         return std::nullopt;
     std::string text;
     for (const int shift : {24, 16, 8, 0})
@@ -50,37 +54,12 @@ std::optional<std::string> codeText(uint32_t code) {
     return text;
 }
 
-std::string labelText(int number) {
-    return fileLabels().value(number).toStdString();
+MXLabel::Ptr labelNumbered(int number) {
+    return MXLabelManager::sharedLabelManager()->labelWithID(static_cast<uint16_t>(number));
 }
 
-void addCatalogue(JsonObject &json, const std::string &path) {
-    const FSCatalogInfo info = told(path);
-    if (info.createDate != 0)
-        addTime(json, "dateCreated", timeFrom(info.createDate).tv_sec);
-    else
-        json.null("dateCreated");
-    addCode(json, "type", info.finderInfo.type);
-    addCode(json, "creator", info.finderInfo.creator);
-    json.text("label", labelText(info.finderInfo.labelNumber()));
-    json.truth("isInvisible", info.finderInfo.flags & kIsInvisible);
-    json.truth("isLocked", info.nodeFlags & kFSNodeLockedMask);
-}
-
-Lines catalogueLines(const std::string &path) {
-    Lines lines;
-    const FSCatalogInfo info = told(path);
-    if (info.finderInfo.labelNumber() != 0)
-        lines.emplace_back("Label", labelText(info.finderInfo.labelNumber()));
-    if (const auto type = codeText(info.finderInfo.type))
-        lines.emplace_back("Type", DisplayText(*type).text());
-    if (const auto creator = codeText(info.finderInfo.creator))
-        lines.emplace_back("Creator", DisplayText(*creator).text());
-    if (info.finderInfo.flags & kIsInvisible)
-        lines.emplace_back("Invisible", "yes");
-    if (info.nodeFlags & kFSNodeLockedMask)
-        lines.emplace_back("Locked", "yes");
-    return lines;
+std::string labelText(const MXLabel &label) {
+    return bytesOf(label.description());
 }
 
 } // namespace MWCore::mwfile

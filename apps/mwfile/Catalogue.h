@@ -2,30 +2,40 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "apps/mwfile/JsonObject.h"
-#include "platform/catalogue/FileCatalogue.h"
+#include "model/MXFileSystemObject.h"
+#include "platform/metadata/MetadataStore.h"
 
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace MWCore::mwfile {
+
+/// What a desktop keeps of an item beside its contents; nothing of what cannot be told.
+struct Marks {
+    MXLabel::Ptr label; ///< never null
+    uint32_t type = 0;
+    uint32_t creator = 0;
+    bool isInvisible = false;
+    bool isLocked = false;
+    std::optional<int64_t> created; ///< seconds since 1970-01-01 UTC
+};
+
+/// The item's marks as they are now: what its operations of these names answer, but read at once.
+[[nodiscard]] Marks marksOf(const MXFileSystemObject &item, Sidecars sidecars = Sidecars::MayExist);
+
+/// Whether the items in a folder that was listed can have sidecars.
+[[nodiscard]] Sidecars sidecarsIn(const MXFileSystemObject &folder);
 
 /// The reference to the item at @p path. Throws Failure when there is none.
 [[nodiscard]] FSRef referenceTo(const std::string &path);
 
-/// The four characters of a type or creator; nothing for 0.
+/// The four characters of a type or creator; nothing for a code that means none.
 [[nodiscard]] std::optional<std::string> codeText(uint32_t code);
 
-/// A label's name; "None" for 0.
-[[nodiscard]] std::string labelText(int number);
+/// The label of number 0 to 7.
+[[nodiscard]] MXLabel::Ptr labelNumbered(int number);
 
-/// Adds what the file catalogue tells of the item at @p path; null for what it cannot tell.
-void addCatalogue(JsonObject &json, const std::string &path);
-
-/// What is worth a line for people: a label and a value each.
-using Lines = std::vector<std::pair<std::string, std::string>>;
-[[nodiscard]] Lines catalogueLines(const std::string &path);
+/// A label's name; "None" for number 0.
+[[nodiscard]] std::string labelText(const MXLabel &label);
 
 } // namespace MWCore::mwfile

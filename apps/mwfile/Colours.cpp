@@ -2,19 +2,23 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/Colours.h"
 
+#include "apps/mwfile/DisplayText.h"
+#include "apps/mwfile/Output.h"
 #include "apps/mwfile/PermissionText.h"
 
 #include <cstdlib>
-
-#include <unistd.h>
 
 namespace MWCore::mwfile {
 namespace {
 
 // Select Graphic Rendition parameters (ECMA-48, section 8.3.117).
+constexpr std::string_view kBegin = "\033[";
+constexpr std::string_view kEnd = "m";
 constexpr std::string_view kPlain;
 constexpr std::string_view kQuiet = "2";
 constexpr std::string_view kFolder = "1;34";
+constexpr std::string_view kPackage = "34";
+constexpr std::string_view kApplication = "1;32";
 constexpr std::string_view kLink = "36";
 constexpr std::string_view kDeadLink = "31";
 constexpr std::string_view kExecutable = "32";
@@ -30,26 +34,37 @@ bool isExecutable(const mfs_fso &item) {
     return (modeOfNumber(item.permissions) & kAnyExecute) != 0;
 }
 
-std::string_view attributesFor(const mfs_fso &item) {
-    switch (item.type) {
-    case MFS_TYPE_DIRECTORY:
+std::string_view attributesFor(const MXFileSystemObject &item) {
+    switch (item.fsoKind()) {
+    case MXItemKindFolder:
+    case MXItemKindVolume:
         return kFolder;
-    case MFS_TYPE_LINK:
-        return item.target_type == MFS_TARGET_UNKNOWN ? kDeadLink : kLink;
-    case MFS_TYPE_FILE:
-        return isExecutable(item) ? kExecutable : kPlain;
+    case MXItemKindPackage:
+        return kPackage;
+    case MXItemKindApplication:
+        return kApplication;
+    case MXItemKindLink:
+    case MXItemKindAlias:
+        return kLink;
+    case MXItemKindFile:
+        return isExecutable(*item.cstruct()) ? kExecutable : kPlain;
     default:
-        return kOtherNode;
+        return mfs_fso_isLink(item.cstruct()) ? kDeadLink : kOtherNode;
     }
+}
+
+/// In full depth (ISO 8613-6); terminals with fewer colours take the nearest.
+std::string attributesFor(const QColor &color) {
+    return "38;2;" + std::to_string(color.red()) + ";" + std::to_string(color.green()) + ";" +
+           std::to_string(color.blue());
 }
 
 } // namespace
 
 Colours::Colours()
-    : on_(isatty(STDOUT_FILENO) && environment("NO_COLOR").empty() &&
-          environment("TERM") != "dumb") {}
+    : on_(printsToTerminal() && environment("NO_COLOR").empty() && environment("TERM") != "dumb") {}
 
-std::string Colours::name(const mfs_fso &item, std::string_view text) const {
+std::string Colours::name(const MXFileSystemObject &item, std::string_view text) const {
     return dressed(attributesFor(item), text);
 }
 
@@ -57,11 +72,25 @@ std::string Colours::quiet(std::string_view text) const {
     return dressed(kQuiet, text);
 }
 
+std::string Colours::dot(const MXLabel &label) const {
+    return on_ ? dressed(attributesFor(label.color()), "● ") : "";
+}
+
 std::string Colours::dressed(std::string_view attributes, std::string_view text) const {
     std::string result;
     if (!on_ || attributes.empty())
         return result.append(text);
-    return result.append("\033[").append(attributes).append("m").append(text).append("\033[0m");
+    return result.append(kBegin).append(attributes).append(kEnd).append(text).append("\033[0m");
+}
+
+int columnsOf(std::string_view text) {
+    std::string plain;
+    for (std::size_t begin = text.find(kBegin); begin != std::string_view::npos;
+         begin = text.find(kBegin)) {
+        plain += text.substr(0, begin);
+        text.remove_prefix(text.find(kEnd, begin) + kEnd.size());
+    }
+    return DisplayText(plain.append(text), Backslash::Plain).columns();
 }
 
 } // namespace MWCore::mwfile

@@ -9,12 +9,32 @@
 #include <ctime>
 
 namespace MWCore::mwfile {
-void addTime(JsonObject &json, std::string_view key, int64_t seconds) {
+namespace {
+
+void addCode(JsonObject &json, std::string_view key, uint32_t code) {
+    if (const auto text = codeText(code))
+        json.text(key, *text);
+    else
+        json.null(key);
+}
+
+void addMarks(JsonObject &json, const Marks &marks) {
+    addTime(json, "dateCreated", marks.created);
+    addCode(json, "type", marks.type);
+    addCode(json, "creator", marks.creator);
+    json.textOrNull("label", marks.label->description());
+    json.truth("isInvisible", marks.isInvisible);
+    json.truth("isLocked", marks.isLocked);
+}
+
+} // namespace
+
+void addTime(JsonObject &json, std::string_view key, std::optional<int64_t> seconds) {
     constexpr int64_t kFirst = -62'167'219'200; // 0000-01-01T00:00:00Z
     constexpr int64_t kLast = 253'402'300'799;  // 9999-12-31T23:59:59Z
-    const auto time = static_cast<std::time_t>(seconds);
+    const auto time = static_cast<std::time_t>(seconds.value_or(0));
     std::tm fields{};
-    if (seconds < kFirst || seconds > kLast || !gmtime_r(&time, &fields)) {
+    if (!seconds || *seconds < kFirst || *seconds > kLast || !gmtime_r(&time, &fields)) {
         json.null(key);
         return;
     }
@@ -25,39 +45,53 @@ void addTime(JsonObject &json, std::string_view key, int64_t seconds) {
     json.text(key, text);
 }
 
-const char *kindWord(int32_t type) {
-    switch (type) {
-    case MFS_TYPE_DIRECTORY:
+const char *kindWord(MXItemKind kind) {
+    switch (kind) {
+    case MXItemKindFolder:
         return "folder";
-    case MFS_TYPE_FILE:
+    case MXItemKindFile:
         return "file";
-    case MFS_TYPE_LINK:
+    case MXItemKindLink:
         return "link";
+    case MXItemKindAlias:
+        return "alias";
+    case MXItemKindApplication:
+        return "application";
+    case MXItemKindPackage:
+        return "package";
+    case MXItemKindVolume:
+        return "volume";
     default:
         return "unknown";
     }
 }
 
-JsonObject itemJson(const mfs_fso &item) {
+JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks) {
     JsonObject json;
-    json.text("name", item.name);
-    json.textOrNull("completePath", item.complete_path);
-    json.text("kind", kindWord(item.type));
-    json.number("fsoKind", item.type);
-    json.textOrNull("extension", item.extension);
-    json.number("permissions", item.permissions);
-    json.text("permissionsAsString", permissionsText(item.permissions));
-    json.text("owner", item.owner);
-    json.text("group", item.group);
-    json.number("links", item.links);
-    json.number("size", mfs_fso_full_size(&item));
-    json.text("date", item.date_modified);
-    json.number("dateAsTimeT", item.mod_time);
-    addTime(json, "dateModified", item.mod_time);
-    if (mfs_fso_isLink(&item)) {
-        json.textOrNull("aliasOrLinkTargetPath", linkTarget(item));
-        json.text("aliasOrLinkTargetKind", kindWord(item.target_type));
+    const int32_t permissions = permissionNumber(item);
+    json.textOrNull("name", item.name());
+    json.textOrNull("completePath", item.completePath());
+    json.text("kind", kindWord(item.fsoKind()));
+    json.number("fsoKind", item.fsoKind());
+    json.textOrNull("extension", item.extension());
+    json.number("permissions", permissions);
+    json.text("permissionsAsString", permissionsText(permissions));
+    json.textOrNull("owner", item.owner());
+    json.textOrNull("group", item.group());
+    json.number("links", item.links());
+    json.number("size", mfs_fso_full_size(item.cstruct()));
+    json.textOrNull("date", item.date());
+    json.number("dateAsTimeT", item.dateAsTimeT());
+    addTime(json, "dateModified", item.dateAsTimeT());
+    addMarks(json, marks);
+    if (isPointer(item)) {
+        const bool hasPath = item.isAlias() || finalTarget(item);
+        json.textOrNull("aliasOrLinkTargetPath",
+                        hasPath ? item.aliasOrLinkTargetPath() : QString());
+        json.text("aliasOrLinkTargetKind", kindWord(item.aliasOrLinkTargetKind()));
     }
+    if (item.isApplication())
+        json.truth("isPackagedApplication", item.isPackagedApplication());
     return json;
 }
 

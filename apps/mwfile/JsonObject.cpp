@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/JsonObject.h"
 
+#include "apps/mwfile/bytes.h"
 #include "platform/foundation/Utf8.h"
 
 #include <cstdio>
@@ -46,6 +47,10 @@ JsonObject &JsonObject::null(std::string_view key) {
 
 JsonObject &JsonObject::textOrNull(std::string_view key, const char *value) {
     return value ? text(key, value) : null(key);
+}
+
+JsonObject &JsonObject::textOrNull(std::string_view key, const QString &value) {
+    return value.isNull() ? null(key) : text(key, bytesOf(value));
 }
 
 void JsonObject::beginMember(std::string_view key) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include <QString>
+
 namespace MWCore::mwfile {
 
 /// One JSON object on one line (RFC 8259), built member by member in order. Texts may be any
@@ -18,8 +20,9 @@ public:
     JsonObject &truth(std::string_view key, bool value);
     JsonObject &null(std::string_view key);
 
-    /// A text, or null for a null pointer.
+    // A text; null for a null pointer and for a null text.
     JsonObject &textOrNull(std::string_view key, const char *value);
+    JsonObject &textOrNull(std::string_view key, const QString &value);
 
     [[nodiscard]] std::string finished() const { return line_ + "}"; }
 

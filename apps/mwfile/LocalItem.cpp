@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "apps/mwfile/LocalItem.h"
 
+#include "apps/mwfile/bytes.h"
 #include "apps/mwfile/Failure.h"
 #include "apps/mwfile/ItemPath.h"
 
 #include <algorithm>
 #include <cerrno>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace MWCore::mwfile {
@@ -27,12 +27,19 @@ bool isThere(const std::string &path) {
     return stat(path.c_str(), &item) == 0;
 }
 
+DescribedItem described(RecordTree record, std::string contentsFailure) {
+    auto object = MXFileSystemObject::newFSOWithCStruct(record.get());
+    object->identify();
+    return {std::move(record), std::move(object), std::move(contentsFailure)};
+}
+
 } // namespace
 
-ItemTree listedFolder(const std::string &path) {
+MXFileSystemObject::Ptr listedFolder(const std::string &path) {
     const std::string absolute = absolutePath(path);
+    const QString text = stringWithFileSystemRepresentation(absolute);
     errno = 0;
-    ItemTree folder(mfs_fso_get_local_fso(absolute.c_str()));
+    MXFileSystemObject::Ptr folder = MXFileSystemObject::newFSOForLocalPath(text);
     const int error = errno;
     if (!folder) {
         if (error == EAGAIN)
@@ -41,7 +48,7 @@ ItemTree listedFolder(const std::string &path) {
             throw Failure(path + ": its contents cannot be examined", error);
         throw Failure(path, error);
     }
-    if (!mfs_fso_isDir(folder.get()))
+    if (!folder->isDir())
         throw Failure(path, ENOTDIR);
     if (isDeviceFolder(absolute))
         throw Failure(path, kDevicesAreNotListed);
@@ -53,46 +60,46 @@ ItemTree listedFolder(const std::string &path) {
 DescribedItem describedItem(const std::string &path) {
     const bool folderMeant = path.ends_with('/');
     const std::string absolute = folderMeant ? followedPath(path) : absolutePath(path);
-    ItemTree item(mfs_fso_get_local_item(absolute.c_str()));
+    RecordTree item(mfs_fso_get_local_item(absolute.c_str()));
     if (!item)
         throw Failure(path, errno);
     if (!mfs_fso_isDir(item.get()))
-        return {std::move(item), ""};
+        return described(std::move(item), "");
     if (isDeviceFolder(absolute))
-        return {std::move(item), kDevicesAreNotListed};
+        return described(std::move(item), kDevicesAreNotListed);
     errno = 0;
-    ItemTree listed(mfs_fso_get_local_fso(absolute.c_str()));
+    RecordTree listed(mfs_fso_get_local_fso(absolute.c_str()));
     const int error = errno;
     if (error == ENOMEM)
         throw Failure(path, ENOMEM);
-    return {listed ? std::move(listed) : std::move(item), error == 0 ? "" : std::strerror(error)};
+    return described(listed ? std::move(listed) : std::move(item),
+                     error == 0 ? "" : std::strerror(error));
 }
 
-uint32_t currentMode(const mfs_fso &item) {
-    struct stat now = {};
-    return fstatat(AT_FDCWD, item.complete_path, &now,
-                   mfs_fso_isLink(&item) ? AT_SYMLINK_NOFOLLOW : 0) == 0
-               ? now.st_mode
-               : 0;
-}
-
-const NodeKind *nodeKind(const mfs_fso &item) {
+const NodeKind *nodeKind(const MXFileSystemObject &item) {
     static constexpr NodeKind kinds[] = {
         {S_IFIFO, 'p', "fifo"},
         {S_IFSOCK, 's', "socket"},
         {S_IFBLK, 'b', "block device"},
         {S_IFCHR, 'c', "character device"},
     };
-    if (item.type != MFS_TYPE_OTHER)
+    struct stat now = {};
+    const mfs_fso &record = *item.cstruct();
+    if (record.type != MFS_TYPE_OTHER || lstat(record.complete_path, &now) != 0)
         return nullptr;
-    const uint32_t type = currentMode(item) & S_IFMT;
-    const auto *const found = std::ranges::find(kinds, type, &NodeKind::type);
+    const auto *const found = std::ranges::find(kinds, now.st_mode & S_IFMT, &NodeKind::type);
     return found == std::end(kinds) ? nullptr : found;
 }
 
-const char *linkTarget(const mfs_fso &item) {
-    const char *const target = item.alias_location;
-    return target && *target == '/' ? target : nullptr;
+bool isPointer(const MXFileSystemObject &item) {
+    return mfs_fso_isLink(item.cstruct()) || item.isAlias();
+}
+
+std::optional<std::string> finalTarget(const MXFileSystemObject &item) {
+    if (item.isAlias())
+        return bytesOf(item.aliasOrLinkTargetPath());
+    const char *const target = item.cstruct()->alias_location;
+    return target && *target == '/' ? std::optional<std::string>(target) : std::nullopt;
 }
 
 } // namespace MWCore::mwfile

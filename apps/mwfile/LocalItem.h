@@ -2,25 +2,28 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "core/mfs_fso.h"
+#include "model/MXFileSystemObject.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace MWCore::mwfile {
 
+/// The folder at @p path with its contents. Throws Failure, about @p path as given, when it is no
+/// folder or its contents cannot be read.
+[[nodiscard]] MXFileSystemObject::Ptr listedFolder(const std::string &path);
+
 struct DestroyTree {
     void operator()(mfs_fso *record) const { mfs_fso_destroy_tree(record); }
 };
-using ItemTree = std::unique_ptr<mfs_fso, DestroyTree>;
 
-/// The folder at @p path with its contents. Throws Failure, about @p path as given, when it is no
-/// folder or its contents cannot be read.
-[[nodiscard]] ItemTree listedFolder(const std::string &path);
+using RecordTree = std::unique_ptr<mfs_fso, DestroyTree>;
 
 /// An item; for a folder, why what is in it could not be read, or nothing where it could.
 struct DescribedItem {
-    ItemTree record;
+    RecordTree record;
+    MXFileSystemObject::Ptr object; ///< around the record, and gone before it
     std::string contentsFailure;
 };
 
@@ -28,21 +31,21 @@ struct DescribedItem {
 /// Failure when the item cannot be examined; a folder that cannot be read is no failure.
 [[nodiscard]] DescribedItem describedItem(const std::string &path);
 
-/// The item's mode word as it is now, which tells more than a record: special bits, and what an
-/// item is that is no file, folder or link (POSIX sys/stat.h). 0 when it cannot be examined.
-[[nodiscard]] uint32_t currentMode(const mfs_fso &item);
-
 /// What an item is that is no file, folder or link.
 struct NodeKind {
-    uint32_t type; ///< the S_IFMT bits of its mode
+    uint32_t type; ///< the S_IFMT bits of its mode (POSIX sys/stat.h)
     char letter;   ///< as in a listing
     const char *word;
 };
 
 /// The kind of such an item as it is now, or null.
-[[nodiscard]] const NodeKind *nodeKind(const mfs_fso &item);
+[[nodiscard]] const NodeKind *nodeKind(const MXFileSystemObject &item);
 
-/// The path that a link leads to; null when it leads nowhere or to something without a path.
-[[nodiscard]] const char *linkTarget(const mfs_fso &item);
+/// Whether it is there to lead to another item: a link, also a dead one, or an alias.
+[[nodiscard]] bool isPointer(const MXFileSystemObject &item);
+
+/// The path to which such an item leads in the end; nothing when it leads nowhere or to something
+/// without a path.
+[[nodiscard]] std::optional<std::string> finalTarget(const MXFileSystemObject &item);
 
 } // namespace MWCore::mwfile

@@ -8,11 +8,24 @@
 #include <cerrno>
 #include <cstdio>
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 namespace MWCore::mwfile {
 
 void print(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
         throw Failure("standard output", errno);
+}
+
+bool printsToTerminal() {
+    return isatty(STDOUT_FILENO) != 0;
+}
+
+std::optional<int> terminalColumns() {
+    winsize size = {};
+    const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return isKnown ? std::optional<int>(size.ws_col) : std::nullopt;
 }
 
 void finishOutput() {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 /// Standard output and standard error of the command.
@@ -10,6 +11,12 @@ namespace MWCore::mwfile {
 /// Prints to standard output, through a buffer that empties whenever it is full.
 /// Throws Failure when the data cannot be written.
 void print(std::string_view text);
+
+/// Whether a person reads what is printed.
+[[nodiscard]] bool printsToTerminal();
+
+/// The columns of the terminal that is printed to; nothing where there is none, or none that tells.
+[[nodiscard]] std::optional<int> terminalColumns();
 
 /// Empties the buffer. Throws Failure when the data cannot be written.
 void finishOutput();

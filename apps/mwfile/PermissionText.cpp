@@ -8,6 +8,13 @@
 
 namespace MWCore::mwfile {
 
+int32_t permissionNumber(const MXFileSystemObject &item) {
+    if (!mfs_fso_isLink(item.cstruct()))
+        return item.cstruct()->permissions;
+    const auto target = MXFileSystemObject::statsForFileAtPath(item.completePath());
+    return target ? mfs_get_perms_from_mode(target->st_mode) : 0;
+}
+
 uint32_t modeOfNumber(int32_t permissions) {
     const auto digits = static_cast<uint32_t>(permissions);
     return (digits / 100 % 10) << 6 | (digits / 10 % 10) << 3 | digits % 10;

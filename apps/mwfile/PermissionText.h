@@ -2,11 +2,17 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "model/MXFileSystemObject.h"
+
 #include <cstdint>
 #include <initializer_list>
 #include <string>
 
 namespace MWCore::mwfile {
+
+/// The permission number of an item; of a link, whose own mean nothing, that of what it leads to,
+/// and 0 when it leads nowhere.
+[[nodiscard]] int32_t permissionNumber(const MXFileSystemObject &item);
 
 /// The nine permission bits behind the permission number of an item. The codec would read the
 /// number 7 as the owner's digit, since it cannot know of the zeros before it; an item's number

@@ -10,7 +10,6 @@
 #include "platform/formats/AliasRecord.h"
 
 #include <sys/sysmacros.h>
-#include <unistd.h>
 
 namespace MWCore::mwfile {
 namespace {
@@ -74,13 +73,13 @@ void aliasResolve(const AliasOptions &options) {
     const std::string path = ref.path.toStdString();
     if (options.form == Form::Text) {
         // A program that reads it needs every byte as it is.
-        print((isatty(STDOUT_FILENO) ? DisplayText(path).text() : path) + "\n");
+        print((printsToTerminal() ? DisplayText(path).text() : path) + "\n");
         return;
     }
     JsonObject json;
     json.text("path", options.file)
         .text("aliasOrLinkTargetPath", path)
-        .text("aliasOrLinkTargetKind", kindWord(isFolder ? MFS_TYPE_DIRECTORY : MFS_TYPE_FILE));
+        .text("aliasOrLinkTargetKind", kindWord(isFolder ? MXItemKindFolder : MXItemKindFile));
     print(json.finished() + "\n");
 }
 

@@ -4,6 +4,7 @@
 #include "apps/mwfile/commands.h"
 #include "apps/mwfile/DisplayText.h"
 #include "apps/mwfile/Failure.h"
+#include "apps/mwfile/JsonObject.h"
 #include "apps/mwfile/Output.h"
 #include "platform/workspace/FileLabels.h"
 
@@ -64,7 +65,9 @@ const std::array kRows = {
     Row{Attribute::Label, "label",
         "a label is none, gray, green, purple, blue, yellow, red, orange", kFSCatInfoFinderInfo,
         readLabel,
-        [](const FSCatalogInfo &info) { return labelText(info.finderInfo.labelNumber()); },
+        [](const FSCatalogInfo &info) {
+            return labelText(*labelNumbered(info.finderInfo.labelNumber()));
+        },
         [](FSCatalogInfo &info, uint32_t value) {
             info.finderInfo.setLabelNumber(static_cast<int>(value));
         }},

@@ -19,7 +19,7 @@ struct ListOptions {
     std::string folder;
     Order order = Order::Name;
     bool reverse = false;
-    bool all = false; ///< also names that begin with a dot
+    bool all = false; ///< also names that file browsers hide
     Form form = Form::Text;
 };
 void list(const ListOptions &options);

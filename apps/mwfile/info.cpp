@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "apps/mwfile/bytes.h"
 #include "apps/mwfile/Catalogue.h"
 #include "apps/mwfile/Colours.h"
 #include "apps/mwfile/commands.h"
@@ -10,75 +11,142 @@
 #include "apps/mwfile/Output.h"
 #include "apps/mwfile/PermissionText.h"
 #include "apps/mwfile/SizeText.h"
+#include "core/mfs_date.h"
+
+#include <cstdlib>
+#include <new>
 
 #include <sys/stat.h>
 
 namespace MWCore::mwfile {
 namespace {
 
-std::string kindText(const mfs_fso &item) {
+/// What leads elsewhere says to what; anything else says what people call it, if that is more.
+std::string kindText(const MXFileSystemObject &item) {
     if (const NodeKind *const kind = nodeKind(item))
         return kind->word;
-    if (!mfs_fso_isLink(&item))
-        return kindWord(item.type);
-    switch (item.target_type) {
-    case MFS_TARGET_UNKNOWN:
+    const mfs_fso &record = *item.cstruct();
+    if (mfs_fso_isLink(&record) && record.target_type == MFS_TARGET_UNKNOWN)
         return "link to nothing";
-    case MFS_TYPE_OTHER:
-        return "link to a device, fifo or socket";
-    default:
-        return std::string("link to a ") + kindWord(item.target_type);
-    }
+    const std::string word = kindWord(item.fsoKind());
+    if (isPointer(item))
+        return word + " to a " +
+               (item.aliasOrLinkTargetKind() == MXItemKindUnknown
+                    ? "device, fifo or socket"
+                    : kindWord(item.aliasOrLinkTargetKind()));
+    const QString called = item.kindAsString();
+    const bool isMore =
+        !called.isEmpty() && called.compare(QString::fromStdString(word), Qt::CaseInsensitive) != 0;
+    return isMore ? word + " (" + DisplayText(bytesOf(called)).text() + ")" : word;
+}
+
+std::string dateText(int64_t seconds) {
+    const std::unique_ptr<char, decltype(&std::free)> text(mfs_date_string_from_time_t(seconds),
+                                                           &std::free);
+    if (!text)
+        throw std::bad_alloc();
+    return text.get();
+}
+
+/// The special bits of a mode word.
+uint32_t specialBits(const MXPermission &permissions) {
+    return (permissions.hasSuidBit() ? S_ISUID : 0U) | (permissions.hasSgidBit() ? S_ISGID : 0U) |
+           (permissions.hasStickyBit() ? S_ISVTX : 0U);
 }
 
 std::string countText(int32_t count, const char *one, const char *many) {
     return groupedDigits(count) + " " + (count == 1 ? one : many);
 }
 
-std::string contentsText(const mfs_fso &folder) {
-    return countText(mfs_fso_subdirectory_count(&folder), "folder", "folders") + ", " +
-           countText(mfs_fso_file_count(&folder), "file", "files");
+std::string contentsText(const MXFileSystemObject &folder) {
+    return countText(folder.subFolderCount(), "folder", "folders") + ", " +
+           countText(folder.fileCount(), "file", "files");
 }
 
-/// The item's path as a heading and below it one line a fact.
-std::string description(const DescribedItem &described, const Colours &colours) {
-    const mfs_fso &item = *described.record;
-    std::string text = colours.name(item, DisplayText(item.complete_path).text()) + "\n";
-    const auto add = [&](std::string label, std::string_view value) {
+/// One line a fact, below a heading.
+class Facts {
+public:
+    explicit Facts(const Colours &colours) : colours_(colours) {}
+
+    void add(std::string label, std::string_view value) {
         constexpr std::size_t kLabelColumns = 14;
         label.resize(kLabelColumns, ' ');
-        text.append("  ").append(colours.quiet(label)).append(value).append("\n");
-    };
-    add("Kind", kindText(item));
-    if (const char *const target = linkTarget(item))
-        add("Leads to", DisplayText(target).text());
-    if (mfs_fso_isDir(&item))
-        add("Contains",
-            described.contentsFailure.empty() ? contentsText(item) : described.contentsFailure);
+        text_.append("  ").append(colours_.quiet(label)).append(value).append("\n");
+    }
+
+    /// Only where there is one.
+    void addText(const char *label, const QString &value) {
+        if (!value.isEmpty())
+            add(label, DisplayText(bytesOf(value)).text());
+    }
+
+    [[nodiscard]] const std::string &text() const { return text_; }
+
+private:
+    const Colours &colours_;
+    std::string text_;
+};
+
+void addPermissions(Facts &facts, const MXFileSystemObject &item) {
+    if (mfs_fso_isLink(item.cstruct()) && !item.isLink())
+        return; // leads nowhere
+    const int32_t number = permissionNumber(item);
+    facts.add("Permissions", permissionsText(number) + " (" + std::to_string(number) + ")" +
+                                 (item.isLink() ? ", of what it leads to" : ""));
+    if (const uint32_t special = specialBits(*item.permissions()))
+        facts.add("Special", specialText(special));
+}
+
+void addMarks(Facts &facts, const MXFileSystemObject &item, const Colours &colours) {
+    const Marks marks = marksOf(item);
+    if (marks.created)
+        facts.add("Created", DisplayText(dateText(*marks.created)).text());
+    facts.addText("Volume", item.volumeName());
+    if (marks.label->id() != 0)
+        facts.add("Label", colours.dot(*marks.label) + labelText(*marks.label));
+    if (const auto type = codeText(marks.type))
+        facts.add("Type", DisplayText(*type).text());
+    if (const auto creator = codeText(marks.creator))
+        facts.add("Creator", DisplayText(*creator).text());
+    if (marks.isInvisible)
+        facts.add("Invisible", "yes");
+    if (marks.isLocked)
+        facts.add("Locked", "yes");
+}
+
+/// The item's path as a heading and below it what is known.
+std::string description(const DescribedItem &described, const Colours &colours) {
+    const MXFileSystemObject &item = *described.object;
+    const mfs_fso &record = *described.record;
+    Facts facts(colours);
+    facts.add("Kind", kindText(item));
+    if (const auto target = isPointer(item) ? finalTarget(item) : std::nullopt)
+        facts.add("Leads to", DisplayText(*target).text());
+    facts.addText("Version", item.versionString());
+    if (item.isDir())
+        facts.add("Contains", described.contentsFailure.empty() ? contentsText(item)
+                                                                : described.contentsFailure);
     else
-        add("Size", wholeSize(mfs_fso_full_size(&item)));
-    add("Permissions",
-        permissionsText(item.permissions) + " (" + std::to_string(item.permissions) + ")");
-    const uint32_t mode = currentMode(item);
-    if (mode & (S_ISUID | S_ISGID | S_ISVTX))
-        add("Special", specialText(mode));
-    add("Owner", DisplayText(item.owner).text());
-    add("Group", DisplayText(item.group).text());
-    add("Hard links", groupedDigits(item.links));
-    add("Modified", DisplayText(item.date_modified).text());
-    for (const auto &[label, value] : catalogueLines(item.complete_path))
-        add(label, value);
-    return text;
+        facts.add("Size", wholeSize(mfs_fso_full_size(&record)));
+    addPermissions(facts, item);
+    facts.addText("Owner", item.owner());
+    facts.addText("Group", item.group());
+    facts.add("Hard links", groupedDigits(item.links()));
+    facts.addText("Modified", item.date());
+    addMarks(facts, item, colours);
+    return colours.name(item, DisplayText(record.complete_path).text()) + "\n" + facts.text();
 }
 
 std::string json(const DescribedItem &described) {
-    const mfs_fso &item = *described.record;
-    JsonObject object = itemJson(item);
-    if (mfs_fso_isDir(&item) && described.contentsFailure.empty()) {
-        object.number("fileCount", mfs_fso_file_count(&item));
-        object.number("subFolderCount", mfs_fso_subdirectory_count(&item));
+    const MXFileSystemObject &item = *described.object;
+    JsonObject object = itemJson(item, marksOf(item));
+    object.textOrNull("kindAsString", item.kindAsString());
+    object.textOrNull("volumeName", item.volumeName());
+    object.textOrNull("versionString", item.versionString());
+    if (item.isDir() && described.contentsFailure.empty()) {
+        object.number("fileCount", item.fileCount());
+        object.number("subFolderCount", item.subFolderCount());
     }
-    addCatalogue(object, item.complete_path);
     return object.finished();
 }
 

@@ -1,27 +1,47 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Colours.h"
+#include "apps/mwfile/bytes.h"
 #include "apps/mwfile/commands.h"
 #include "apps/mwfile/DisplayText.h"
 #include "apps/mwfile/ItemJson.h"
 #include "apps/mwfile/LocalItem.h"
 #include "apps/mwfile/Output.h"
 #include "apps/mwfile/PermissionText.h"
+#include "apps/mwfile/Remarks.h"
 #include "apps/mwfile/SizeText.h"
-#include "apps/mwfile/sorting.h"
+#include "model/Regex.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 namespace MWCore::mwfile {
 namespace {
 
-void collect(const mfs_array *children, bool all, Items &items) {
-    for (int32_t index = 0; index < mfs_array_count(children); ++index) {
-        const auto *const item =
-            static_cast<const mfs_fso *>(mfs_array_value_at_index(children, index));
-        if (all || *item->name != '.')
-            items.push_back(item);
-    }
+/// Leaves out what file browsers hide. A volume goes by its name in the folder, which is shown.
+void hideItems(MXFileSystemObject &folder) {
+    folder.invalidateFilteredItems();
+    for (const auto &item : folder.visibleItems())
+        if (Regex::isHidden(stringWithFileSystemRepresentation(item->cstruct()->name)))
+            item->setIsHidden(true);
+    folder.setIsFiltered(true);
+}
+
+void sort(MXFileSystemObject &folder, Order order, bool reverse) {
+    struct Row {
+        Order order;
+        MXSortAttribute attribute;
+        bool startsFromLast; ///< unless it is reversed
+    };
+    constexpr std::array kRows = {
+        Row{Order::Name, MXSortAttributeName, true}, // names come from Z to A
+        Row{Order::Date, MXSortAttributeDate, false},
+        Row{Order::Size, MXSortAttributeSize, false},
+        Row{Order::Access, MXSortAttributeAccess, false},
+    };
+    const Row &row = *std::ranges::find(kRows, order, &Row::order);
+    folder.setSortsByAttribute(row.attribute, row.startsFromLast != reverse ? MXSortOrderReversed
+                                                                            : MXSortOrderNatural);
 }
 
 /// The short size of an item; a folder has none of its own.
@@ -29,7 +49,7 @@ SizeText sizeOf(const mfs_fso &item) {
     return mfs_fso_isDir(&item) ? SizeText{"-", ""} : shortSize(mfs_fso_full_size(&item));
 }
 
-/// The widths of the columns, so that rows can be printed one by one.
+/// The widths of the columns and of a whole line, so that rows can be printed one by one.
 struct Columns {
     int links = 0;
     int size = 0;
@@ -37,17 +57,22 @@ struct Columns {
     int owner = 0;
     int group = 0;
     int date = 0;
+    std::optional<int> line = terminalColumns();
 
-    explicit Columns(const Items &items) {
-        for (const mfs_fso *const item : items) {
-            links = std::max(links, static_cast<int>(std::to_string(item->links).size()));
-            const SizeText text = sizeOf(*item);
-            size = std::max(size, static_cast<int>(text.number.size()));
-            unit = std::max(unit, static_cast<int>(text.unit.size()));
-            owner = std::max(owner, DisplayText(item->owner).columns());
-            group = std::max(group, DisplayText(item->group).columns());
-            date = std::max(date, DisplayText(item->date_modified).columns());
-        }
+    explicit Columns(const MXFileSystemObject &folder) {
+        for (const auto &item : folder.visibleItems())
+            makeRoomFor(*item->cstruct());
+    }
+
+private:
+    void makeRoomFor(const mfs_fso &item) {
+        const SizeText text = sizeOf(item);
+        links = std::max(links, static_cast<int>(std::to_string(item.links).size()));
+        size = std::max(size, static_cast<int>(text.number.size()));
+        unit = std::max(unit, static_cast<int>(text.unit.size()));
+        owner = std::max(owner, DisplayText(item.owner).columns());
+        group = std::max(group, DisplayText(item.group).columns());
+        date = std::max(date, DisplayText(item.date_modified).columns());
     }
 };
 
@@ -67,8 +92,8 @@ std::string rightAligned(const std::string &text, int columns) {
 }
 
 /// The letter that stands for an item's kind before its permissions.
-char typeLetter(const mfs_fso &item) {
-    switch (item.type) {
+char typeLetter(const MXFileSystemObject &item) {
+    switch (item.cstruct()->type) {
     case MFS_TYPE_DIRECTORY:
         return 'd';
     case MFS_TYPE_FILE:
@@ -82,43 +107,54 @@ char typeLetter(const mfs_fso &item) {
     return kind ? kind->letter : '?';
 }
 
-std::string nameCell(const mfs_fso &item, const Colours &colours) {
-    std::string cell = colours.name(item, DisplayText(item.name).text());
-    if (!mfs_fso_isLink(&item))
-        return cell;
-    if (item.target_type == MFS_TARGET_UNKNOWN)
-        return cell + colours.quiet(" -> nowhere");
-    const char *const target = linkTarget(item);
-    return cell + colours.quiet(target ? " -> " + DisplayText(target).text()
-                                       : " -> something without a path");
-}
-
-std::string row(const mfs_fso &item, const Columns &columns, const Colours &colours) {
+std::string cells(const MXFileSystemObject &item, const Columns &columns, const Colours &colours) {
+    const mfs_fso &record = *item.cstruct();
     std::string facts(1, typeLetter(item));
-    facts += permissionsText(item.permissions);
-    facts += "  " + rightAligned(std::to_string(item.links), columns.links);
-    facts += "  " + leftAligned(item.owner, columns.owner);
-    facts += "  " + leftAligned(item.group, columns.group);
-    const SizeText text = sizeOf(item);
+    facts += permissionsText(permissionNumber(item));
+    facts += "  " + rightAligned(std::to_string(record.links), columns.links);
+    facts += "  " + leftAligned(record.owner, columns.owner);
+    facts += "  " + leftAligned(record.group, columns.group);
+    const SizeText text = sizeOf(record);
     const std::string size = rightAligned(text.number, columns.size) + (columns.unit ? " " : "") +
                              leftAligned(text.unit.c_str(), columns.unit);
-    const std::string date = leftAligned(item.date_modified, columns.date);
+    const std::string date = leftAligned(record.date_modified, columns.date);
     return colours.quiet(facts) + "  " + size + "  " + colours.quiet(date) + "  " +
-           nameCell(item, colours) + "\n";
+           colours.name(item, DisplayText(record.name).text());
 }
 
-void printRows(const Items &items) {
-    const Columns columns(items);
+/// The row, and behind it what is to be said of the item; below it, at the end of the line, where
+/// a terminal would break it.
+std::string row(const MXFileSystemObject &item, const Marks &marks, const Columns &columns,
+                const Colours &colours) {
+    const std::string text = cells(item, columns, colours);
+    const std::string target = arrow(item, colours);
+    const std::string remark = remarks(item, marks, colours);
+    if (target.empty() && remark.empty())
+        return text + "\n";
+    const std::string note = target + (target.empty() || remark.empty() ? "" : "  ") + remark;
+    const std::string gap = target.empty() ? "  " : " ";
+    if (!columns.line || columnsOf(text + gap + note) <= *columns.line)
+        return text + gap + note + "\n";
+    return text + "\n" + blanks(*columns.line - columnsOf(note)) + note + "\n";
+}
+
+void printRows(const MXFileSystemObject &folder) {
+    const Columns columns(folder);
     const Colours colours;
-    for (const mfs_fso *const item : items)
-        print(row(*item, columns, colours));
+    const Sidecars sidecars = sidecarsIn(folder);
+    for (const auto &item : folder.visibleItems())
+        print(row(*item, marksOf(*item, sidecars), columns, colours));
+    const int32_t hidden = folder.isFiltered() ? folder.filteredItemCount() : 0;
+    if (hidden > 0 && printsToTerminal())
+        print(colours.quiet(groupedDigits(hidden) + " hidden; --all shows them") + "\n");
 }
 
-void printJson(const Items &items) {
+void printJson(const MXFileSystemObject &folder) {
+    const Sidecars sidecars = sidecarsIn(folder);
     print("[");
     const char *separator = "\n";
-    for (const mfs_fso *const item : items) {
-        print(separator + itemJson(*item).finished());
+    for (const auto &item : folder.visibleItems()) {
+        print(separator + itemJson(*item, marksOf(*item, sidecars)).finished());
         separator = ",\n";
     }
     print("\n]\n");
@@ -127,17 +163,14 @@ void printJson(const Items &items) {
 } // namespace
 
 void list(const ListOptions &options) {
-    const ItemTree folder = listedFolder(options.folder);
-    Items items;
-    collect(folder->files, options.all, items);
-    collect(folder->subdirectories, options.all, items);
-    sort(items, options.order);
-    if (options.reverse)
-        std::reverse(items.begin(), items.end());
+    const auto folder = listedFolder(options.folder);
+    if (!options.all)
+        hideItems(*folder);
+    sort(*folder, options.order, options.reverse);
     if (options.form == Form::Json)
-        printJson(items);
+        printJson(*folder);
     else
-        printRows(items);
+        printRows(*folder);
 }
 
 } // namespace MWCore::mwfile

@@ -99,7 +99,10 @@ CommandLine::CommandLine() {
 void CommandLine::addList() {
     CLI::App &command = *app_.add_subcommand("list", "Print what is in a folder");
     command.add_option("FOLDER", list_.folder, "The folder")->required();
-    command.add_flag("--all", list_.all, "Also names that begin with a dot");
+    command.add_flag("--all", list_.all,
+                     "Also what file browsers hide: names that begin with a\n"
+                     "dot, and those of system folders and files, such as\n"
+                     "bin, dev, etc, tmp, usr, var and Trash");
     command
         .add_option_function<std::string>(
             "--sort", [this](const std::string &word) { list_.order = orderNamed(word); },

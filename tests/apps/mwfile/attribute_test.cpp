@@ -85,6 +85,7 @@ TEST(Attributes, OnlyTheSuperuserLocks) {
         EXPECT_EQ(runProcess({"lsattr", folder.at("f")}).output.substr(0, 5), "----i");
         EXPECT_EQ(said(folder, {"lock", "f"}), "on\n");
         EXPECT_EQ(readJson(said(folder, {"info", "--json", "f"}), "d['isLocked']"), "True");
+        EXPECT_TRUE(said(folder, {"list", "."}).ends_with("  f  (locked)\n"));
         EXPECT_EQ(said(folder, {"label", "f", "red"}), "mwfile: f: not permitted\n");
         EXPECT_EQ(said(folder, {"lock", "off", "f"}), "");
         EXPECT_EQ(said(folder, {"lock", "f"}), "off\n");

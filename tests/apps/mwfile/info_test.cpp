@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include <sys/stat.h>
 
 namespace {
@@ -14,15 +16,50 @@ TEST(Info, TellsWhatStatTells) {
     const std::string file = folder.file("a.txt", 281'624);
     ASSERT_EQ(chmod(file.c_str(), 04751), 0);
     const std::string json = mwfile({"info", "--json", file}).output;
-    const std::string stat = runProcess({"stat", "-c", "%s %h %U %G %Y", file}).output;
+    const std::string stat = runProcess({"stat", "-c", "%s %h %U %G %Y %W", file}).output;
     EXPECT_EQ(readJson(json,
-                       "'%d %d %s %s %d\\n' % (d['size'], d['links'], d['owner'], d['group'], "
-                       "__import__('datetime').datetime.fromisoformat(d['dateModified']"
-                       ".replace('Z', '+00:00')).timestamp())"),
+                       "'%d %d %s %s %d %d\\n' % (d['size'], d['links'], d['owner'], d['group'], "
+                       "*[__import__('datetime').datetime.fromisoformat("
+                       "(d[key] or '1970-01-01T00:00:00Z').replace('Z', '+00:00')).timestamp() "
+                       "for key in ('dateModified', 'dateCreated')])"),
               stat);
-    const std::string text = mwfile({"info", file}).output;
-    for (const char *const fact : {"281,624 bytes (275 k)", "rwxr-x--x (751)", "set user id"})
-        EXPECT_NE(text.find(fact), std::string::npos) << fact;
+    const std::string link = folder.link("link", "a.txt");
+    for (const std::string &path : {file, link}) {
+        const std::string text = mwfile({"info", path}).output;
+        for (const char *const fact : {"rwxr-x--x (751)", "set user id"})
+            EXPECT_NE(text.find(fact), std::string::npos) << text;
+    }
+    EXPECT_NE(mwfile({"info", file}).output.find("281,624 bytes (275 k)"), std::string::npos);
+}
+
+TEST(Info, TellsWhatADesktopKnows) {
+    const TemporaryFolder folder;
+    folder.folder("Editor.app");
+    folder.folder("Editor.app/Contents");
+    std::ofstream(folder.at("Editor.app/Contents/Info.plist"))
+        << "<plist><dict><key>CFBundleGetInfoString</key><string>Editor 2</string></dict></plist>";
+    std::ofstream(folder.file("note.txt")) << "text";
+    const std::string alias = folder.at("alias.desktop");
+    ASSERT_EQ(mwfile({"alias", "make", folder.at("note.txt"), alias}).complaints, "");
+    struct Row {
+        const char *name;
+        std::vector<std::string> facts;
+    };
+    const Row rows[] = {
+        {"Editor.app", {"application\n", "Version       Editor 2\n", "1 folder, 0 files\n"}},
+        {"note.txt", {"file (plain text document)\n"}},
+        {"alias.desktop", {"alias to a file\n", "Leads to      " + folder.at("note.txt") + "\n"}},
+    };
+    for (const Row &row : rows) {
+        ProcessOptions options;
+        options.environment = {"LC_ALL=C.UTF-8", "LANGUAGE="};
+        const std::string text = mwfile({"info", folder.at(row.name)}, options).output;
+        for (const std::string &fact : row.facts)
+            EXPECT_NE(text.find(fact), std::string::npos) << text;
+    }
+    EXPECT_EQ(readJson(mwfile({"info", "--json", folder.at("Editor.app")}).output,
+                       "d['versionString'], d['isPackagedApplication'], d['kindAsString']"),
+              "('Editor 2', True, 'Application')");
 }
 
 TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
@@ -43,6 +80,7 @@ TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
         {folder.at("sub/../sub/."), "d['completePath']", folder.at("sub")},
         {folder.at("link/.."), "d['completePath']", folder.path()},
         {"/", "d['completePath']", "/"},
+        {"/proc", "d['kind'], d['volumeName']", "('volume', 'proc')"},
     };
     for (const Row &row : rows)
         EXPECT_EQ(readJson(mwfile({"info", "--json", row.path}).output, row.expression), row.value);

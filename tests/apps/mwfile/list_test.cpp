@@ -34,12 +34,13 @@ TEST(List, SortsHidesAndReverses) {
     folder.file("\xc3\xa4hre", uintmax_t{5} << 30);
     folder.file(".hidden", 5);
     folder.folder("zoo");
-    ASSERT_EQ(chmod(folder.at("beta").c_str(), 0007), 0);
+    folder.folder("bin");
+    ASSERT_EQ(chmod(folder.at("beta").c_str(), 0107), 0);
     ASSERT_EQ(chmod(folder.at("Alpha").c_str(), 0700), 0);
     ASSERT_EQ(chmod(folder.at("\xc3\xa4hre").c_str(), 0645), 0);
     std::time_t date = 1'000'000'000;
     for (const char *const name :
-         {"zoo", "Alpha", "\xc3\xa4hre", "beta", "\xc3\x84rger", ".hidden"})
+         {"zoo", "Alpha", "\xc3\xa4hre", "beta", "\xc3\x84rger", ".hidden", "bin"})
         setDate(folder.at(name), ++date);
     struct Row {
         std::vector<std::string> options;
@@ -48,7 +49,7 @@ TEST(List, SortsHidesAndReverses) {
     const Row rows[] = {
         {{}, "Alpha beta zoo \xc3\xa4hre \xc3\x84rger "},
         {{"--reverse"}, "\xc3\x84rger \xc3\xa4hre zoo beta Alpha "},
-        {{"--all"}, ".hidden Alpha beta zoo \xc3\xa4hre \xc3\x84rger "},
+        {{"--all"}, ".hidden Alpha beta bin zoo \xc3\xa4hre \xc3\x84rger "},
         {{"--sort", "date"}, "zoo Alpha \xc3\xa4hre beta \xc3\x84rger "},
         {{"--sort", "size"}, "zoo \xc3\x84rger Alpha beta \xc3\xa4hre "},
         {{"--sort", "access", "--reverse"}, "zoo Alpha \xc3\xa4hre \xc3\x84rger beta "},
@@ -58,6 +59,102 @@ TEST(List, SortsHidesAndReverses) {
         command.insert(command.end(), row.options.begin(), row.options.end());
         EXPECT_EQ(namesOf(mwfile(command).output), row.names);
     }
+}
+
+TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
+    const TemporaryFolder folder;
+    folder.folder("Editor.app");
+    folder.folder("Editor.app/Contents");
+    folder.file("Editor.app/Contents/Info.plist");
+    folder.folder("parts.framework");
+    folder.file("plain");
+    folder.file("others");
+    folder.link("dead", "nowhere");
+    folder.link("link", "others");
+    folder.fifo("fifo.desktop"); // would be opened if it were a file
+    ASSERT_EQ(chmod(folder.at("others").c_str(), 0007), 0);
+    for (const std::vector<std::string> &command : std::vector<std::vector<std::string>>{
+             {"alias", "make", folder.path(), folder.at("alias.desktop")},
+             {"alias", "make", "--finder", folder.at("plain"), folder.at("alias")},
+             {"label", "red", folder.at("parts.framework")},
+             {"label", "blue", folder.at("plain")},
+             {"invisible", "on", folder.at("plain")}})
+        ASSERT_EQ(mwfile(command).complaints, "");
+    struct Row {
+        const char *name;
+        std::string ending; ///< of the row, from the name on
+        std::string facts;  ///< in JSON: kind, label, permissions and what else there is
+    };
+    const Row rows[] = {
+        {"Editor.app", "  (application)", "application None rwxr-xr-x True"},
+        {"parts.framework", "  (package, Red)", "package Red rwxr-xr-x"},
+        {"plain", "  (Blue, invisible)", "file Blue rw-r--r-- invisible"},
+        {"others", "", "file None ------rwx"},
+        {"fifo.desktop", "", "unknown None rw-r--r--"},
+        {"dead", " -> nowhere", "unknown None --------- None unknown"},
+        {"link", " -> " + folder.at("others"),
+         "link None ------rwx " + folder.at("others") + " file"},
+        {"alias", " -> " + folder.at("plain") + "  (alias)",
+         "alias None rw-r--r-- " + folder.at("plain") + " file"},
+        {"alias.desktop", " -> " + folder.path() + "  (alias)",
+         "alias None rw-r--r-- " + folder.path() + " folder"},
+    };
+    const ProcessResult text = runProcess({"timeout", "5", MWFILE, "list", folder.path()});
+    const std::string json = mwfile({"list", "--json", folder.path()}).output;
+    EXPECT_EQ(linesOf(text.output).size(), std::size(rows)) << text.output;
+    for (const Row &row : rows) {
+        EXPECT_NE(text.output.find("  " + (row.name + row.ending) + "\n"), std::string::npos)
+            << row.name << "\n"
+            << text.output;
+        EXPECT_EQ(readJson(json, "[' '.join(map(str, [i['kind'], i['label'], "
+                                 "i['permissionsAsString']] + ['invisible'] * i['isInvisible'] + "
+                                 "[i[k] for k in ('aliasOrLinkTargetPath', "
+                                 "'aliasOrLinkTargetKind', 'isPackagedApplication') if k in i]"
+                                 ")) for i in d if i['name'] == '" +
+                                     std::string(row.name) + "'][0]"),
+                  row.facts);
+    }
+}
+
+TEST(List, TellsAPersonHowManyAreHidden) {
+    const TemporaryFolder folder;
+    for (const char *const name : {".a", "tmp", "seen"})
+        folder.file(name);
+    const auto lastLine = [&](OutputTo outputTo, const char *option) {
+        ProcessOptions options;
+        options.outputTo = outputTo;
+        options.environment = {"TERM=xterm", "NO_COLOR=1"};
+        const std::string output = mwfile({"list", option, folder.path()}, options).output;
+        return linesOf(output).back();
+    };
+    EXPECT_TRUE(lastLine(OutputTo::Terminal, "--reverse").starts_with("2 hidden"));
+    EXPECT_TRUE(lastLine(OutputTo::Pipe, "--reverse").ends_with("  seen"));
+    EXPECT_EQ(lastLine(OutputTo::Terminal, "--all").find("hidden"), std::string::npos);
+    EXPECT_TRUE(lastLine(OutputTo::Terminal, "--json").starts_with("]"));
+}
+
+TEST(List, ATerminalBreaksNoRemark) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(mwfile({"label", "red", folder.file("\xe6\xbc\xa2\xe5\xad\x97")}).complaints, "");
+    ProcessOptions options;
+    options.outputTo = OutputTo::Terminal;
+    options.environment = {"TERM=xterm", "NO_COLOR=1"};
+    const auto printed = [&](int columns) {
+        const std::string command =
+            "stty cols " + std::to_string(columns) + R"( <&1 && "$0" list "$1")";
+        std::string text = runProcess({"sh", "-c", command, MWFILE, folder.path()}, options).output;
+        std::erase(text, '\r');
+        return text;
+    };
+    const std::string whole = printed(200);
+    ASSERT_TRUE(whole.ends_with("  (Red)\n"));
+    const int columns =
+        static_cast<int>(whole.size()) - 1 - 2; // two characters of three bytes, each two wide
+    EXPECT_EQ(printed(columns), whole);
+    const std::string name = whole.substr(0, whole.rfind("  (Red)"));
+    EXPECT_EQ(printed(columns - 1),
+              name + "\n" + std::string(static_cast<std::size_t>(columns) - 1 - 5, ' ') +
+                  "(Red)\n");
 }
 
 TEST(List, NothingUnprintablePasses) {

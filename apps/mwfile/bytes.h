@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/foundation/FileSystemText.h"
+
+#include <string>
+
+namespace MWCore::mwfile {
+
+/// The bytes of a text that the library gave; of a name or path those that the system knows.
+[[nodiscard]] inline std::string bytesOf(const QString &text) {
+    const auto bytes = fileSystemRepresentation(text);
+    return bytes ? bytes->toStdString() : text.toStdString();
+}
+
+} // namespace MWCore::mwfile
