@@ -16,6 +16,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QLoggingCategory>
+
 #include <langinfo.h>
 
 namespace MWCore::mwfile {
@@ -80,8 +82,12 @@ private:
 CommandLine::CommandLine() {
     app_.set_version_flag("--version", "mwfile " MWCORE_VERSION);
     app_.add_flag_callback(
-        "--trace", [] { mfs_set_trace_stream(stderr); },
-        "Show the library's trace lines on standard error");
+        "--trace",
+        [] {
+            mfs_set_trace_stream(stderr);
+            QLoggingCategory::setFilterRules({});
+        },
+        "Show the library's own lines on standard error");
     app_.require_subcommand(1);
     app_.get_formatter()->label("REQUIRED", "");
     app_.get_formatter()->label("TEXT", "");
@@ -260,6 +266,7 @@ int main(int count, char **arguments) {
     using namespace MWCore::mwfile;
     useLocale();
     mfs_set_trace_stream(nullptr);
+    QLoggingCategory::setFilterRules(QStringLiteral("mwcore=false"));
     try {
         return statusOf(count, arguments);
     } catch (const std::bad_alloc &) {

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "tests/apps/mwfile/mwfile.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <sys/xattr.h>
 
 namespace {
 
@@ -37,6 +40,20 @@ TEST(Usage, TraceShowsTheLibrarysOwnLines) {
               "\t\tError getting item statistics\n"
               "\t\terror : No such file or directory\n"
               "mwfile: /missing: No such file or directory\n");
+}
+
+TEST(Usage, WhatTheLibraryLogsIsShownWithTraceAlone) {
+    const TemporaryFolder folder;
+    const std::string file = folder.file("f");
+    ASSERT_EQ(mwfile({"type", file, "TEXT"}).complaints, "");
+    std::string other(60, '\0'); // AFP information that says another type
+    other.replace(0, 8, std::string("AFP\0\0\0\1\0", 8)).replace(16, 4, "PICT");
+    ASSERT_EQ(setxattr(file.c_str(), "user.AFP_AfpInfo", other.data(), other.size(), 0), 0);
+    for (const char *const command : {"list", "info"}) {
+        const std::string path = command == std::string("list") ? folder.path() : file;
+        EXPECT_EQ(mwfile({command, path}).complaints, "");
+        EXPECT_NE(mwfile({"--trace", command, path}).complaints.find("mwcore"), std::string::npos);
+    }
 }
 
 } // namespace
