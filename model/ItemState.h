@@ -18,11 +18,14 @@ struct MXFileSystemObject::Contents {
     MXSortOrder sortOrder = MXSortOrderNone;
 };
 
-/// What a host set in place of a record's texts; null where it did not.
-struct MXFileSystemObject::Replacements {
+/// Texts that few objects have; null where they do not.
+struct MXFileSystemObject::RareTexts {
+    // what a host set in place of the record's
     QString completePath;
     QString owner;
     QString group;
+
+    QString volumeName; ///< of a volume, from the first use on
 };
 
 } // namespace MWCore

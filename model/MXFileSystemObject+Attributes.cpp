@@ -58,25 +58,27 @@ private:
 } // namespace
 
 QString MXFileSystemObject::completePath() const {
-    if (replacements_ && !replacements_->completePath.isNull())
-        return replacements_->completePath;
+    if (rareTexts_ && !rareTexts_->completePath.isNull())
+        return rareTexts_->completePath;
     return record_ ? stringWithFileSystemRepresentation(record_->complete_path) : QString();
 }
 
 void MXFileSystemObject::setCompletePath(const QString &path) {
-    replacements().completePath = path;
+    rareTexts().completePath = path;
 }
 
 /// The path's bytes; none for a text that no path can have.
 QByteArray MXFileSystemObject::representation() const {
-    if (replacements_ && !replacements_->completePath.isNull())
-        return fileSystemRepresentation(replacements_->completePath).value_or(QByteArray());
+    if (rareTexts_ && !rareTexts_->completePath.isNull())
+        return fileSystemRepresentation(rareTexts_->completePath).value_or(QByteArray());
     return record_ ? QByteArray(record_->complete_path) : QByteArray();
 }
 
 QString MXFileSystemObject::name() const {
-    if (isVolume())
-        return volumeName();
+    if (isVolume()) {
+        QString &kept = rareTexts().volumeName;
+        return kept.isNull() ? kept = volumeName() : kept;
+    }
     const QString path = completePath();
     return path.isNull() ? QString() : PathText(path).name.toString();
 }
@@ -142,23 +144,23 @@ QUrl MXFileSystemObject::previewItemURL() const {
 }
 
 QString MXFileSystemObject::owner() const {
-    if (replacements_ && !replacements_->owner.isNull())
-        return replacements_->owner;
+    if (rareTexts_ && !rareTexts_->owner.isNull())
+        return rareTexts_->owner;
     return _fso_get_string_for_attribute(MFS_KEY_OWNER);
 }
 
 void MXFileSystemObject::setOwner(const QString &owner) {
-    replacements().owner = owner;
+    rareTexts().owner = owner;
 }
 
 QString MXFileSystemObject::group() const {
-    if (replacements_ && !replacements_->group.isNull())
-        return replacements_->group;
+    if (rareTexts_ && !rareTexts_->group.isNull())
+        return rareTexts_->group;
     return _fso_get_string_for_attribute(MFS_KEY_GROUP);
 }
 
 void MXFileSystemObject::setGroup(const QString &group) {
-    replacements().group = group;
+    rareTexts().group = group;
 }
 
 bool MXFileSystemObject::ownedByCurrentUser() const {

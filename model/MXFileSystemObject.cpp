@@ -176,10 +176,10 @@ void MXFileSystemObject::dumpToStdOut() const {
     mfs_fso_dump(record_);
 }
 
-MXFileSystemObject::Replacements &MXFileSystemObject::replacements() {
-    if (!replacements_)
-        replacements_ = std::make_unique<Replacements>();
-    return *replacements_;
+MXFileSystemObject::RareTexts &MXFileSystemObject::rareTexts() const {
+    if (!rareTexts_)
+        rareTexts_ = std::make_unique<RareTexts>();
+    return *rareTexts_;
 }
 
 MXFileSystemObject::Contents &MXFileSystemObject::contents() {

@@ -117,7 +117,7 @@ public:
     [[nodiscard]] QString completePath() const;
     void setCompletePath(const QString &path);
 
-    /// The last component of the path; of a volume its own name.
+    /// The last component of the path; of a volume its own name, kept from the first use on.
     [[nodiscard]] QString name() const;
     [[nodiscard]] QString description() const { return name(); }
     [[nodiscard]] QString nameWithoutExtension() const;
@@ -399,7 +399,7 @@ protected:
 
 private:
     struct Contents;
-    struct Replacements;
+    struct RareTexts;
     using Tree = QExplicitlySharedDataPointer<ListedTree>;
     enum class Knowledge { Listed, Old };
     enum class Messages { Logged, None };
@@ -409,7 +409,7 @@ private:
     static Ptr wrap(mfs_fso *record, const Tree &tree, const MXFileSystemObject *prototype);
     static void release(QList<Ptr> children);
 
-    Replacements &replacements();
+    [[nodiscard]] RareTexts &rareTexts() const;
     Contents &contents();
     void assimilate(Knowledge knowledge);
     void makeChildren(Knowledge knowledge);
@@ -427,7 +427,7 @@ private:
     mutable MXPermission::Ptr permissions_; ///< made at first use
     mutable QString date_;                  ///< made at first use
     std::unique_ptr<Contents> contents_;    ///< made when a folder is filled, filtered or sorted
-    std::unique_ptr<Replacements> replacements_; ///< what a host set in place of the record's texts
+    mutable std::unique_ptr<RareTexts> rareTexts_; ///< made when there is one
     MXItemKind kind_ = MXItemKindUnknown;
     MXItemKind targetKind_ = MXItemKindUnknown;
     mutable int8_t detectedTypeGraphic_ = 0; ///< 1 graphic, 2 not, 0 not decided

@@ -85,9 +85,8 @@ JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks) {
     addTime(json, "dateModified", item.dateAsTimeT());
     addMarks(json, marks);
     if (isPointer(item)) {
-        const bool hasPath = item.isAlias() || finalTarget(item);
         json.textOrNull("aliasOrLinkTargetPath",
-                        hasPath ? item.aliasOrLinkTargetPath() : QString());
+                        finalTarget(item) ? item.aliasOrLinkTargetPath() : QString());
         json.text("aliasOrLinkTargetKind", kindWord(item.aliasOrLinkTargetKind()));
     }
     if (item.isApplication())

@@ -95,7 +95,13 @@ bool isPointer(const MXFileSystemObject &item) {
     return mfs_fso_isLink(item.cstruct()) || item.isAlias();
 }
 
+bool isLost(const MXFileSystemObject &alias) {
+    return alias.aliasOrLinkTargetKind() == MXItemKindUnknown;
+}
+
 std::optional<std::string> finalTarget(const MXFileSystemObject &item) {
+    if (item.isAlias() && isLost(item))
+        return std::nullopt;
     if (item.isAlias())
         return bytesOf(item.aliasOrLinkTargetPath());
     const char *const target = item.cstruct()->alias_location;

@@ -44,8 +44,11 @@ struct NodeKind {
 /// Whether it is there to lead to another item: a link, also a dead one, or an alias.
 [[nodiscard]] bool isPointer(const MXFileSystemObject &item);
 
+/// Whether the target of an alias is not where it was, so that it would have to be searched for.
+[[nodiscard]] bool isLost(const MXFileSystemObject &alias);
+
 /// The path to which such an item leads in the end; nothing when it leads nowhere or to something
-/// without a path.
+/// without a path. Does not search.
 [[nodiscard]] std::optional<std::string> finalTarget(const MXFileSystemObject &item);
 
 } // namespace MWCore::mwfile

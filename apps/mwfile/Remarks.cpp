@@ -31,6 +31,8 @@ std::string kindRemark(const MXFileSystemObject &item) {
 std::string destination(const MXFileSystemObject &item) {
     if (const auto target = finalTarget(item))
         return DisplayText(*target).text();
+    if (item.isAlias())
+        return "moved or deleted";
     return item.cstruct()->target_type == MFS_TARGET_UNKNOWN ? "nowhere"
                                                              : "something without a path";
 }

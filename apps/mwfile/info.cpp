@@ -29,6 +29,8 @@ std::string kindText(const MXFileSystemObject &item) {
     if (mfs_fso_isLink(&record) && record.target_type == MFS_TARGET_UNKNOWN)
         return "link to nothing";
     const std::string word = kindWord(item.fsoKind());
+    if (item.isAlias() && isLost(item))
+        return word + " to something that was moved or deleted";
     if (isPointer(item))
         return word + " to a " +
                (item.aliasOrLinkTargetKind() == MXItemKindUnknown

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/aliases/Aliases.h"
 #include "tests/model/items.h"
 #include "tests/model/SpecialItems.h"
 #include "tests/support/LoggedMessages.h"
@@ -216,6 +217,25 @@ TEST(Identification, TellsWhereLinksAndAliasesLead) {
     const SpecialItems items;
     EXPECT_EQ(child(itemAt(items.path()), "to alias.desktop")->aliasOrLinkTargetPath(),
               text(items.at("file")));
+}
+
+TEST(Identification, DoesNotSearchTheDiskForALostAlias) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+    FSRef target;
+    const QByteArray alias = QByteArray::fromStdString(folder.at("lost.desktop"));
+    ASSERT_EQ(FSPathMakeRef(folder.file("target").c_str(), &target), noErr);
+    ASSERT_EQ(FSCreateAliasFile(target, alias, AliasFileForm::DesktopEntry), noErr);
+    fs::remove(folder.at("target"));
+    // Root is told by the kernel that the item is gone; nobody would have to look everywhere.
+    EXPECT_EQ(itemAt(folder.at("lost.desktop"))->fsoKind(),
+              getuid() == 0 ? MXItemKindFile : MXItemKindAlias);
+    EXPECT_EQ(runAsNobody([&] {
+                  const auto lost = itemAt(folder.at("lost.desktop"));
+                  return lost->isAlias() && lost->aliasOrLinkTargetKind() == MXItemKindUnknown ? 0
+                                                                                               : 1;
+              }),
+              0);
 }
 
 TEST(Identification, KnowsImagesAndCodeFragments) {
