@@ -61,6 +61,7 @@ typedef struct mfs_fso {
     char *complete_alias_path; ///< owned; `alias_location` made absolute
     char *access_perms;        ///< the host's; null in every record made here
     uint16_t permissions;      ///< permission number (mfs_permissions.h)
+    uint16_t mode;             ///< permission and special bits; of a link, of what it leads to
     char *date_modified;       ///< owned; mfs_date_string_from_time_t() of `mod_time`
     char *extension;           ///< owned; without its dot, or null
     int64_t mod_time;          ///< seconds since 1970-01-01 UTC
@@ -110,6 +111,15 @@ MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_new(int32_t type, int32_t location, int
 /// otherwise left alone: set it to 0 before the call to tell such a folder from an empty one. A
 /// folder whose path begins with "/dev" deliberately comes without children.
 MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_get_local_fso(const char *path);
+
+/// Hears of each child as soon as its record stands in the folder, when the system has just looked
+/// at the item. @p index counts the children from 0 on; it is 0 again when the listing is begun
+/// again, and all records that came before are gone. Must not throw.
+typedef void (*mfs_fso_visitor)(void *context, const mfs_fso *child, int32_t index);
+
+/// As mfs_fso_get_local_fso(), and calls @p visitor with @p context for each child.
+MFS_EXPORT MFS_MUST_USE mfs_fso *
+mfs_fso_get_local_fso_visiting(const char *path, mfs_fso_visitor visitor, void *context);
 
 /// The record of the item at @p path itself: a link is not followed and a folder not listed. Null,
 /// with the cause in `errno`, when it cannot be examined (two trace lines) or memory or descriptors

@@ -83,12 +83,19 @@ std::string_view parentOfEntries(std::string_view path) {
     return path.ends_with('/') ? MWCore::containingFolder(path) : path;
 }
 
+/// Whom a listing tells of each child; nobody for null.
+struct Visitor {
+    mfs_fso_visitor visit = nullptr;
+    void *context = nullptr;
+};
+
 /// One pass over an open folder that turns its entries into children of a record.
 class Listing {
 public:
-    Listing(mfs_fso *folder, const char *path, DIR *entries, StatConverter &converter)
-        : folder_(folder), entries_(entries), converter_(converter), links_(dirfd(entries), path),
-          parentPath_(parentOfEntries(path)) {}
+    Listing(mfs_fso *folder, const char *path, DIR *entries, StatConverter &converter,
+            Visitor visitor)
+        : folder_(folder), entries_(entries), converter_(converter), visitor_(visitor),
+          links_(dirfd(entries), path), parentPath_(parentOfEntries(path)) {}
 
     Outcome run();
 
@@ -99,8 +106,10 @@ private:
     mfs_fso *folder_;
     DIR *entries_;
     StatConverter &converter_;
+    Visitor visitor_;
     LinkTargets links_;
     std::string_view parentPath_;
+    int32_t count_ = 0;
 };
 
 Outcome Listing::run() {
@@ -127,7 +136,9 @@ Outcome Listing::add(const char *name) {
     RecordTree child = describe(name, item);
     if (!child || mfs_fso_add_subitem(folder_, child.get()) != 0)
         return Outcome::Failed;
-    static_cast<void>(child.release()); // the folder's now
+    const mfs_fso *const added = child.release(); // the folder's now
+    if (visitor_.visit)
+        visitor_.visit(visitor_.context, added, count_++);
     return Outcome::Done;
 }
 
@@ -145,8 +156,8 @@ RecordTree Listing::describe(const char *name, const struct stat &item) {
                               {parentPath_, name, std::move(linkTarget)});
 }
 
-/// One attempt at mfs_fso_get_local_fso(): null when an entry vanished or something failed.
-RecordTree listOnce(const char *path, Outcome &outcome) {
+/// One attempt at a listing: null when an entry vanished or something failed.
+RecordTree listOnce(const char *path, Visitor visitor, Outcome &outcome) {
     outcome = Outcome::Failed;
     const ReachablePath place(path);
     struct stat item;
@@ -160,8 +171,8 @@ RecordTree listOnce(const char *path, Outcome &outcome) {
     if (!mfs_fso_isDir(record.get()) || isDevicePath(path))
         return record;
     const OpenFolder entries = openFolder(place);
-    outcome =
-        entries ? Listing(record.get(), path, entries.get(), converter).run() : Outcome::NotOpened;
+    outcome = entries ? Listing(record.get(), path, entries.get(), converter, visitor).run()
+                      : Outcome::NotOpened;
     if (outcome == Outcome::Vanished || outcome == Outcome::Failed)
         return nullptr;
     return record;
@@ -170,11 +181,15 @@ RecordTree listOnce(const char *path, Outcome &outcome) {
 } // namespace
 
 mfs_fso *mfs_fso_get_local_fso(const char *path) {
+    return mfs_fso_get_local_fso_visiting(path, nullptr, nullptr);
+}
+
+mfs_fso *mfs_fso_get_local_fso_visiting(const char *path, mfs_fso_visitor visitor, void *context) {
     const int errorBefore = errno;
     Outcome outcome = Outcome::Vanished;
     RecordTree record;
     for (int attempt = 0; attempt <= kRestarts && outcome == Outcome::Vanished; ++attempt)
-        record = listOnce(path, outcome);
+        record = listOnce(path, {visitor, context}, outcome);
     if (outcome == Outcome::Done)
         errno = errorBefore;
     else if (outcome == Outcome::Vanished)

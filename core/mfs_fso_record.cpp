@@ -78,6 +78,7 @@ void fill(mfs_fso &record, RecordDraft &draft, DerivedTexts &texts) {
     record.alias_location = takeAlias(draft, texts).release();
     record.complete_alias_path = texts.completeAlias.release();
     record.permissions = static_cast<uint16_t>(draft.permissions);
+    record.mode = draft.mode;
     record.date_modified = draft.dateModified.release();
     record.extension = texts.extension.release();
     record.mod_time = draft.modificationTime;

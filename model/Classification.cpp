@@ -4,7 +4,6 @@
 
 #include "core/mfs_fso.h"
 #include "platform/aliases/Aliases.h"
-#include "platform/files/PathParts.h"
 #include "platform/launch/LaunchServices.h"
 #include "platform/metadata/MetadataStore.h"
 
@@ -59,11 +58,17 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts) {
     return {.kind = MXItemKindFolder};
 }
 
+/// Whether the name at the end of @p path has the extension; a name that is nothing else has not.
+bool hasExtension(const QByteArray &path, QByteArrayView withDot) {
+    const qsizetype start = path.size() - withDot.size();
+    return start > 0 && path[start - 1] != '/' &&
+           qstrnicmp(path.constData() + start, withDot.data(), std::size_t(withDot.size())) == 0;
+}
+
 /// Whether a file that has no type of its own is worth opening: a program may be executed, or has a
 /// name that says what it is (docs/decisions/0011).
 bool mayBeApplication(const QByteArray &path, bool isExecutable) {
-    const QByteArray extension = lowerExtensionOf(PathParts(path).name);
-    return isExecutable || extension == "appimage" || extension == "desktop";
+    return isExecutable || hasExtension(path, ".appimage") || hasExtension(path, ".desktop");
 }
 
 bool isApplicationFile(const QByteArray &path, const FinderInfo &info, bool isExecutable) {

@@ -79,8 +79,25 @@ QString MXFileSystemObject::name() const {
         QString &kept = rareTexts().volumeName;
         return kept.isNull() ? kept = volumeName() : kept;
     }
-    const QString path = completePath();
-    return path.isNull() ? QString() : PathText(path).name.toString();
+    if (rareTexts_ && !rareTexts_->completePath.isNull())
+        return PathText(rareTexts_->completePath).name.toString();
+    return stringWithFileSystemRepresentation(recordName());
+}
+
+/// The last component of the record's path, which the record keeps; null without one.
+QByteArrayView MXFileSystemObject::recordName() const {
+    QByteArrayView path(record_ ? record_->complete_path : nullptr);
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    return path.size() == 1 ? path : path.sliced(path.lastIndexOf('/') + 1);
+}
+
+/// name() as the system has it.
+QByteArray MXFileSystemObject::nameBytes() const {
+    if (isVolume() || (rareTexts_ && !rareTexts_->completePath.isNull()))
+        return cString(name());
+    const QByteArrayView name = recordName();
+    return QByteArray::fromRawData(name.data(), name.size());
 }
 
 QString MXFileSystemObject::nameWithoutExtension() const {

@@ -62,11 +62,15 @@ bool MXFileSystemObject::isThere() const {
 }
 
 MXPermission::Ptr MXFileSystemObject::permissions() const {
+    if (permissions_)
+        return permissions_;
     struct stat item = {};
-    if (!permissions_ && !isLocal())
+    if (!isLocal())
         permissions_ =
             MXPermission::initWithNumber(_fso_get_int_for_attribute(MFS_KEY_PERMISSIONS));
-    if (!permissions_)
+    else if (tree_ && mfs_fso_parent(record_)) // the listing looked at it
+        permissions_ = permissionsOf(record_->mode);
+    else
         permissions_ = permissionsOf(stat(representation().constData(), &item) == 0 ? item.st_mode
                                                                                     : mode_t(0));
     return permissions_;

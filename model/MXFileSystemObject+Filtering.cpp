@@ -2,11 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // The objects of a folder's children, and which of them are shown.
 #include "model/ItemState.h"
+#include "model/ListedKinds.h"
 #include "model/ListedTree.h"
 #include "model/MXFileSystemObject.h"
 
-#include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace MWCore {
@@ -20,49 +19,43 @@ mfs_fso *childRecord(const mfs_fso *folder, int32_t index) {
                          : mfs_fso_get_subitem_at_index(folder, index - files, MFS_SUBDIRECTORIES);
 }
 
-bool isSidecar(const MXFileSystemObject::Ptr &child) {
-    return std::string_view(child->cstruct()->name).starts_with("._");
-}
-
 } // namespace
 
 void MXFileSystemObject::performAssimilation() {
-    assimilate(Knowledge::Old);
+    assimilate(nullptr);
 }
 
 /// Remote folders in it are filled, too, but not by recursion: a host may nest them to any depth.
-void MXFileSystemObject::assimilate(Knowledge knowledge) {
-    makeChildren(knowledge);
+/// @param kinds of the children as the listing found them; null when it was not just made
+void MXFileSystemObject::assimilate(const ListedKinds *kinds) {
+    makeChildren(kinds);
     QList<MXFileSystemObject *> folders = {this};
     while (!folders.isEmpty())
         for (const Ptr &child : std::as_const(folders.takeLast()->contents().actualContents))
             if (child->isRemote() && child->isFolder() && !child->contents_) {
-                child->makeChildren(knowledge);
+                child->makeChildren(nullptr);
                 folders += child.data();
             }
 }
 
-void MXFileSystemObject::makeChildren(Knowledge knowledge) {
+void MXFileSystemObject::makeChildren(const ListedKinds *kinds) {
     Contents &lists = contents();
     takeOutHidden();
     lists.unfilteredItems.clear();
     release(std::exchange(lists.actualContents, {}));
-    const int32_t total =
-        record_ ? mfs_fso_file_count(record_) + mfs_fso_subdirectory_count(record_) : 0;
+    const int32_t files = fileCount();
+    const int32_t total = files + subFolderCount();
     lists.actualContents.reserve(total);
-    for (int32_t index = 0; index < total; ++index)
-        if (mfs_fso *const child = childRecord(record_, index))
-            lists.actualContents += wrap(child, tree_, this);
-
-    const bool isListed = knowledge == Knowledge::Listed;
-    const bool hasSidecars = !isListed || std::ranges::any_of(lists.actualContents, isSidecar);
-    for (const Ptr &child : std::as_const(lists.actualContents)) {
-        if (!child->isLocal())
+    for (int32_t index = 0; index < total; ++index) {
+        mfs_fso *const record = childRecord(record_, index);
+        if (!record)
             continue;
-        if (isListed)
-            child->identifyListed(hasSidecars);
-        else
+        Ptr child = wrap(record, tree_, this);
+        if (kinds)
+            child->identifyAs(kinds->of(record, index < files ? index : index - files));
+        else if (child->isLocal())
             child->identify();
+        lists.actualContents += std::move(child);
     }
 }
 

@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <cstring>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,14 +41,6 @@ std::optional<ItemFacts> factsAt(const QByteArray &path) {
     return ItemFacts{.type = recordType(item.st_mode),
                      .targetType = recordType(target.st_mode),
                      .isExecutable = (item.st_mode & kAnyExecute) != 0};
-}
-
-/// An odd octal digit says that somebody may execute the item.
-bool isExecutable(uint16_t permissionNumber) {
-    bool isOdd = false;
-    for (unsigned digits = permissionNumber; digits > 0; digits /= 10)
-        isOdd = isOdd || digits % 2 != 0;
-    return isOdd;
 }
 
 /// The text of the link at @p path; empty when it cannot be read.
@@ -96,19 +87,12 @@ void MXFileSystemObject::identify() {
     setApplicationIsPackaged(isPackaged);
 }
 
-/// As identify(), for an item whose record is fresh from a listing.
-void MXFileSystemObject::identifyListed(bool hasSidecars) {
-    const Classification result = classify(
-        QByteArray::fromRawData(record_->complete_path,
-                                static_cast<qsizetype>(std::strlen(record_->complete_path))),
-        {.type = record_->type,
-         .targetType = record_->target_type,
-         .isExecutable = isExecutable(record_->permissions),
-         .hasSidecar = hasSidecars});
-    kind_ = result.kind;
+/// As identify(), with what a listing just found out.
+void MXFileSystemObject::identifyAs(const Classification &classification) {
+    kind_ = classification.kind;
     if (kind_ == MXItemKindLink || kind_ == MXItemKindAlias)
-        targetKind_ = result.targetKind;
-    setApplicationIsPackaged(result.isPackaged);
+        targetKind_ = classification.targetKind;
+    setApplicationIsPackaged(classification.isPackaged);
 }
 
 bool MXFileSystemObject::isDir() const {

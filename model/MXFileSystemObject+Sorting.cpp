@@ -8,6 +8,7 @@
 #include "platform/metadata/MetadataStore.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace MWCore {
@@ -19,34 +20,37 @@ template <typename Value> int threeWay(const Value &receiver, const Value &argum
     return receiver < argument ? -1 : receiver > argument ? 1 : 0;
 }
 
+/// In a new order, given the place from which each comes. Nothing is copied.
+template <typename Places, typename PlaceOf>
+Items rearranged(Items items, const Places &places, PlaceOf placeOf) {
+    Items sorted;
+    sorted.reserve(items.size());
+    for (const auto &place : places)
+        sorted += std::move(items[placeOf(place)]);
+    return sorted;
+}
+
 /// Sorted, stably, by a key that is made once an item.
-template <typename MakeKey> Items sortedByKey(const Items &items, MakeKey makeKey) {
+template <typename MakeKey> Items sortedByKey(Items items, MakeKey makeKey) {
     struct Entry {
         decltype(makeKey(*items.front())) key;
         qsizetype place;
     };
     std::vector<Entry> entries;
     entries.reserve(static_cast<std::size_t>(items.size()));
-    for (const auto &item : items)
+    for (const auto &item : std::as_const(items))
         entries.push_back({makeKey(*item), static_cast<qsizetype>(entries.size())});
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry &one, const Entry &other) { return one.key < other.key; });
-    Items sorted;
-    sorted.reserve(items.size());
-    for (const Entry &entry : entries)
-        sorted += items[entry.place];
-    return sorted;
+    return rearranged(std::move(items), entries, [](const Entry &entry) { return entry.place; });
 }
 
-Items sortedByName(const Items &items) {
+template <typename MakeName> Items sortedByName(Items items, MakeName nameOf) {
     NameSorter names;
-    for (const auto &item : items)
-        names.add(item->name());
-    Items sorted;
-    sorted.reserve(items.size());
-    for (const uint32_t place : names.lastToFirst())
-        sorted += items[place];
-    return sorted;
+    for (const auto &item : std::as_const(items))
+        names.add(nameOf(*item));
+    return rearranged(std::move(items), names.lastToFirst(),
+                      [](uint32_t place) { return qsizetype(place); });
 }
 
 } // namespace
@@ -62,27 +66,30 @@ MXSortOrder MXFileSystemObject::sortOrder() const {
 void MXFileSystemObject::setSortsByAttribute(MXSortAttribute attribute, MXSortOrder withOrder) {
     contents().sortAttribute = attribute;
     contents().sortOrder = withOrder;
-    Items sorted = visibleList();
+    takeOutHidden();
+    Items &list = contents_->isFiltered ? contents_->unfilteredItems : contents_->actualContents;
     switch (attribute) {
     case MXSortAttributeAccess:
-        sorted =
-            sortedByKey(sorted, [](const auto &item) { return item.permissions()->intValue(); });
+        list = sortedByKey(std::exchange(list, {}),
+                           [](const auto &item) { return item.permissions()->intValue(); });
         break;
     case MXSortAttributeDate:
-        sorted = sortedByKey(sorted, [](const auto &item) { return item.dateAsTimeT(); });
+        list = sortedByKey(std::exchange(list, {}),
+                           [](const auto &item) { return item.dateAsTimeT(); });
         break;
     case MXSortAttributeName:
-        sorted = sortedByName(sorted);
+        list = sortedByName(std::exchange(list, {}),
+                            [](const auto &item) { return item.nameBytes(); });
         break;
     case MXSortAttributeSize:
-        sorted = sortedByKey(sorted, [](const auto &item) { return item.sizeForSorting(); });
+        list = sortedByKey(std::exchange(list, {}),
+                           [](const auto &item) { return item.sizeForSorting(); });
         break;
     default:
         return;
     }
     if (withOrder == MXSortOrderReversed)
-        sorted = _swapArray(sorted);
-    (contents_->isFiltered ? contents_->unfilteredItems : contents_->actualContents) = sorted;
+        std::reverse(list.begin(), list.end());
 }
 
 QList<MXFileSystemObject::Ptr> MXFileSystemObject::_swapArray(const QList<Ptr> &items) {
@@ -98,7 +105,7 @@ int MXFileSystemObject::_sortByDate(const MXFileSystemObject &other) const {
 }
 
 int MXFileSystemObject::_sortByName(const MXFileSystemObject &other) const {
-    return threeWay(compareNames(other.name(), name()), 0);
+    return threeWay(compareNames(other.nameBytes(), nameBytes()), 0);
 }
 
 int MXFileSystemObject::_sortBySize(const MXFileSystemObject &other) const {

@@ -5,6 +5,7 @@
 
 #include "core/mfs_path.h"
 #include "model/ItemState.h"
+#include "model/ListedKinds.h"
 #include "model/ListedTree.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/foundation/Log.h"
@@ -104,7 +105,9 @@ MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
         errno = EINVAL;
         return {};
     }
-    mfs_fso *const record = mfs_fso_get_local_fso(bytes->constData());
+    ListedKinds kinds;
+    mfs_fso *const record = mfs_fso_get_local_fso_visiting(
+        bytes->constData(), assimilatingContents ? &ListedKinds::visit : nullptr, &kinds);
     const int error = errno;
     if (!record) {
         if (isLogged)
@@ -116,7 +119,7 @@ MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
     Ptr object = wrap(record, ListedTree::own(record), prototype);
     object->identify();
     if (assimilatingContents && (object->isDir() || object->isVolume()))
-        object->assimilate(Knowledge::Listed);
+        object->assimilate(&kinds);
     errno = error;
     return object;
 }

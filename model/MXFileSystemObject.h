@@ -29,6 +29,8 @@ struct stat;
 
 namespace MWCore {
 
+struct Classification;
+class ListedKinds;
 class ListedTree;
 
 /// What the children of a folder are sorted by: keys of the record.
@@ -401,7 +403,6 @@ private:
     struct Contents;
     struct RareTexts;
     using Tree = QExplicitlySharedDataPointer<ListedTree>;
-    enum class Knowledge { Listed, Old };
     enum class Messages { Logged, None };
 
     static Ptr newForLocalPath(const QString &path, bool assimilatingContents, Messages messages,
@@ -411,13 +412,15 @@ private:
 
     [[nodiscard]] RareTexts &rareTexts() const;
     Contents &contents();
-    void assimilate(Knowledge knowledge);
-    void makeChildren(Knowledge knowledge);
-    void identifyListed(bool hasSidecars);
+    void assimilate(const ListedKinds *kinds);
+    void makeChildren(const ListedKinds *kinds);
+    void identifyAs(const Classification &classification);
+    [[nodiscard]] QByteArrayView recordName() const;
+    [[nodiscard]] QByteArray nameBytes() const;
     [[nodiscard]] uint64_t sizeForSorting() const;
     void takeOutHidden() const;
     [[nodiscard]] const QList<Ptr> &visibleList() const;
-    [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return !isRemote() && kind_ == kind; }
+    [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return kind_ == kind && !isRemote(); }
     [[nodiscard]] QByteArray representation() const;
     [[nodiscard]] OSStatus getCatalogInfo(uint32_t whichInfo, FSCatalogInfo *info) const;
     [[nodiscard]] bool isThere() const;

@@ -12,30 +12,36 @@
 namespace MWCore {
 namespace {
 
-/// Appends bytes that compare, as bytes, like names do: code points in UTF-8 have that property.
-void appendKey(QStringView name, std::string &key) {
-    const auto isAscii = [](QChar unit) { return unit.unicode() < 0x80; };
-    const QStringView::iterator other = std::find_if_not(name.begin(), name.end(), isAscii);
-    for (const QChar unit : QStringView(name.begin(), other)) {
-        const char character = unit.toLatin1();
-        key +=
-            character >= 'A' && character <= 'Z' ? static_cast<char>(character | 0x20) : character;
-    }
-    if (other == name.end())
-        return;
+QByteArray foldedBeyondAscii(QByteArrayView name) {
+    const QString text = stringWithFileSystemRepresentation(name);
     QString folded;
-    for (qsizetype index = other - name.begin(); index < name.size(); ++index) {
-        const QChar unit = name[index];
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        const QChar unit = text[index];
         const bool isPair =
-            unit.isHighSurrogate() && index + 1 < name.size() && name[index + 1].isLowSurrogate();
+            unit.isHighSurrogate() && index + 1 < text.size() && text[index + 1].isLowSurrogate();
         if (isPair)
             folded +=
-                QChar::fromUcs4(QChar::toCaseFolded(QChar::surrogateToUcs4(unit, name[++index])));
+                QChar::fromUcs4(QChar::toCaseFolded(QChar::surrogateToUcs4(unit, text[++index])));
         else
             folded += unit.toCaseFolded();
     }
-    const auto bytes = fileSystemRepresentation(folded);
-    key += (bytes ? *bytes : folded.toUtf8()).toStdString();
+    return cString(folded);
+}
+
+/// Appends bytes that compare, as bytes, like names do: code points in UTF-8 have that property.
+void appendKey(QByteArrayView name, std::string &key) {
+    const std::size_t start = key.size();
+    key.append(name.data(), static_cast<std::size_t>(name.size()));
+    for (std::size_t index = start; index < key.size(); ++index) {
+        const char character = key[index];
+        if (static_cast<signed char>(character) < 0) {
+            key.resize(index);
+            key += foldedBeyondAscii(name.sliced(qsizetype(index - start))).toStdString();
+            return;
+        }
+        if (character >= 'A' && character <= 'Z')
+            key[index] = static_cast<char>(character | 0x20);
+    }
 }
 
 /// A key in the part where keys differ. Most are told apart by its first bytes alone.
@@ -65,7 +71,7 @@ std::size_t commonLength(std::string_view one, std::string_view other) {
 
 } // namespace
 
-int compareNames(QStringView one, QStringView other) {
+int compareNames(QByteArrayView one, QByteArrayView other) {
     std::string oneKey;
     std::string otherKey;
     appendKey(one, oneKey);
@@ -73,7 +79,7 @@ int compareNames(QStringView one, QStringView other) {
     return oneKey.compare(otherKey);
 }
 
-void NameSorter::add(QStringView name) {
+void NameSorter::add(QByteArrayView name) {
     appendKey(name, keys_);
     ends_.push_back(keys_.size());
 }

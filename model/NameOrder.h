@@ -6,19 +6,20 @@
 #include <string>
 #include <vector>
 
-#include <QStringView>
+#include <QByteArrayView>
 
-/// The order of names without regard to case: by code point, each in its simple case folding
-/// (Unicode, CaseFolding.txt, statuses C and S). Bytes that are no UTF-8 stand for themselves.
+/// The order of names, in file-system representation, without regard to case: by code point, each
+/// in its simple case folding (Unicode, CaseFolding.txt, statuses C and S). Bytes that are no UTF-8
+/// stand for themselves.
 namespace MWCore {
 
 /// Below 0, 0 or above 0, as @p one comes before, with or behind @p other.
-[[nodiscard]] int compareNames(QStringView one, QStringView other);
+[[nodiscard]] int compareNames(QByteArrayView one, QByteArrayView other);
 
 /// Sorts many names; each is folded once.
 class NameSorter {
 public:
-    void add(QStringView name);
+    void add(QByteArrayView name);
 
     /// The numbers of the names, in which they were added from 0 on, from the last name to the
     /// first; names that are equal in the order in which they came.

@@ -26,6 +26,12 @@ int32_t typeOf(const struct stat &item) {
     }
 }
 
+/// Permission and special bits after links were followed; none of a link that leads nowhere.
+uint16_t followedMode(const struct stat &item, const struct stat *target) {
+    const struct stat *const followed = S_ISLNK(item.st_mode) ? target : &item;
+    return static_cast<uint16_t>(followed ? followed->st_mode & 07777 : 0);
+}
+
 /// What a followed link has come to: never a link.
 int32_t targetTypeOf(const struct stat &target) {
     const int32_t type = typeOf(target);
@@ -39,6 +45,7 @@ RecordTree StatConverter::convert(const struct stat &item, const struct stat *ta
     RecordDraft draft;
     draft.type = typeOf(item);
     draft.permissions = mfs_get_perms_from_mode(item.st_mode);
+    draft.mode = followedMode(item, target);
     draft.links = static_cast<int32_t>(item.st_nlink);
     draft.size = item.st_size;
     draft.modificationTime = item.st_mtime;

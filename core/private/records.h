@@ -15,6 +15,7 @@ struct RecordDraft {
     int32_t location = MFS_LOCATION_LOCAL;
     int32_t targetType = 0;
     int32_t permissions = 0;
+    uint16_t mode = 0; ///< without the bits of the type
     int32_t links = 0;
     int64_t size = 0;
     int64_t modificationTime = 0;

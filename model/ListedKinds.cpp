@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/ListedKinds.h"
+
+namespace MWCore {
+namespace {
+
+constexpr QByteArrayView kSidecarPrefix = "._";
+
+/// What the listing saw of the item, which is all that its record keeps.
+Classification kindOf(const mfs_fso &child, bool hasSidecar) {
+    constexpr uint16_t kAnyExecute = 0111;
+    return classify(QByteArray::fromRawData(child.complete_path, qstrlen(child.complete_path)),
+                    {.type = child.type,
+                     .targetType = child.target_type,
+                     .isExecutable = (child.mode & kAnyExecute) != 0,
+                     .hasSidecar = hasSidecar});
+}
+
+} // namespace
+
+void ListedKinds::visit(void *self, const mfs_fso *child, int32_t index) noexcept {
+    auto *const kinds = static_cast<ListedKinds *>(self);
+    if (index == 0)
+        *kinds = {};
+    kinds->add(*child);
+}
+
+void ListedKinds::add(const mfs_fso &child) {
+    const QByteArrayView name = child.name;
+    if (name.startsWith(kSidecarPrefix))
+        described_ += name.sliced(kSidecarPrefix.size()).toByteArray();
+    // Which items have a sidecar is known when all names are.
+    (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, false));
+}
+
+Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
+    if (!described_.isEmpty() && described_.contains(child->name))
+        return kindOf(*child, true);
+    const auto place = static_cast<std::size_t>(index);
+    return mfs_fso_isDir(child) ? subdirectories_[place] : files_[place];
+}
+
+} // namespace MWCore
