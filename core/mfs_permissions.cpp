@@ -42,6 +42,9 @@ int32_t numberOf(const Triples &triples) {
 
 /// The digits of the printed number from the left. A text of two characters has no owner digit.
 Triples triplesOf(int32_t number) {
+    const auto octal = [](int32_t digit) { return digit <= 7 ? digit : kNoDigit; };
+    if (number >= 100 && number <= 999) // nearly all; printing takes longer than all the rest
+        return {octal(number / 100), octal(number / 10 % 10), octal(number % 10)};
     char text[16] = {};
     const int length = std::snprintf(text, sizeof text, "%d", number);
     const bool withoutOwner = length == 2;

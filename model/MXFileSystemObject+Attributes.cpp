@@ -86,6 +86,8 @@ QString MXFileSystemObject::name() const {
 
 /// The last component of the record's path, which the record keeps; null without one.
 QByteArrayView MXFileSystemObject::recordName() const {
+    if (isListedChild())
+        return record_->name;
     QByteArrayView path(record_ ? record_->complete_path : nullptr);
     while (path.size() > 1 && path.endsWith('/'))
         path.chop(1);

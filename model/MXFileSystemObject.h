@@ -184,8 +184,9 @@ public:
     /// @name From the system, of local items
     /// @{
 
-    /// Those of what a link leads to, examined at the first call; number 0 when that fails. Of
-    /// other than local items what the record says.
+    /// Those of what a link leads to: of a child as its listing saw them, of any other item as they
+    /// are at the first call, number 0 when it cannot be examined then. Of other than local items
+    /// what the record says.
     [[nodiscard]] MXPermission::Ptr permissions() const;
     void setPermissions(const MXPermission::Ptr &permissions);
     [[nodiscard]] QString permissionsAsString() const;
@@ -416,6 +417,7 @@ private:
     void makeChildren(const ListedKinds *kinds);
     void identifyAs(const Classification &classification);
     [[nodiscard]] QByteArrayView recordName() const;
+    [[nodiscard]] bool isListedChild() const { return tree_ && mfs_fso_parent(record_); }
     [[nodiscard]] QByteArray nameBytes() const;
     [[nodiscard]] uint64_t sizeForSorting() const;
     void takeOutHidden() const;

@@ -47,9 +47,22 @@ TEST(ListingFault, AVanishedEntryBeginsTheListingAgain) {
         return refusals % 2 == 0 ? ENOENT : ESTALE;
     };
     refusals = 2; // the stat and the one that follows links
-    const Tree second = listed(folder.path());
+    std::vector<const mfs_fso *> visited;
+    const auto visit = [](void *context, const mfs_fso *child, int32_t index) {
+        auto &children = *static_cast<std::vector<const mfs_fso *> *>(context);
+        children.resize(static_cast<std::size_t>(index)); // those of the first attempt are gone
+        children.push_back(child);
+        errno = EXDEV; // stays between the visitor and itself
+    };
+    errno = 0;
+    const Tree second(mfs_fso_get_local_fso_visiting(folder.path().c_str(), visit, &visited));
     ASSERT_NE(second, nullptr);
+    EXPECT_EQ(errno, 0);
     EXPECT_EQ(mfs_fso_file_count(second.get()), 2) << "nothing is left from the first attempt";
+    ASSERT_EQ(visited.size(), 2U);
+    for (int32_t index = 0; index < 2; ++index)
+        EXPECT_EQ(visited[std::size_t(index)],
+                  mfs_fso_get_subitem_at_index(second.get(), index, MFS_FILES));
 
     refusals = 2 * 8;
     EXPECT_NE(listed(folder.path()), nullptr) << "the ninth attempt is the last";

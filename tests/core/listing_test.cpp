@@ -71,6 +71,8 @@ void expectAsStatSays(const mfs_fso *item, const std::string &path) {
     EXPECT_EQ(mfs_fso_isFile(item), S_ISREG(now.st_mode));
     EXPECT_EQ(mfs_fso_isLink(item), S_ISLNK(now.st_mode));
     EXPECT_EQ(item->permissions, mfs_get_perms_from_mode(now.st_mode));
+    struct stat followed;
+    EXPECT_EQ(item->mode, stat(path.c_str(), &followed) == 0 ? followed.st_mode & 07777 : 0);
     EXPECT_EQ(item->owner, nameOr(getpwuid(now.st_uid), &passwd::pw_name));
     EXPECT_EQ(item->group, nameOr(getgrgid(now.st_gid), &group::gr_name));
     EXPECT_EQ(item->links, static_cast<int32_t>(now.st_nlink));
