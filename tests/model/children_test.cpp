@@ -139,8 +139,10 @@ TEST(Sorting, IsStableAndFollowsItsComparisons) {
     const TemporaryFolder folder;
     std::mt19937 random(1);
     for (int number = 0; number < 300; ++number) {
-        const std::string name = (random() % 2 ? "item" : "ITEM") + std::to_string(number % 60) +
-                                 std::string(random() % 3, 'x') + (number % 7 ? "" : "\xC3\xA4");
+        const std::string name = (random() % 2 ? "" : "with much in common ") +
+                                 std::string(random() % 2 ? "item" : "ITEM") +
+                                 std::to_string(number % 60) + std::string(random() % 12, 'x') +
+                                 (number % 7 ? "" : "\xC3\xA4");
         const std::string path = number % 5 ? folder.file(name, random() % 4) : folder.at(name);
         if (number % 5 == 0)
             mkdir(path.c_str(), 0755);
