@@ -10,7 +10,8 @@ constexpr QByteArrayView kSidecarPrefix = "._";
 /// What the listing saw of the item, which is all that its record keeps.
 Classification kindOf(const mfs_fso &child, bool hasSidecar) {
     constexpr uint16_t kAnyExecute = 0111;
-    return classify(QByteArray::fromRawData(child.complete_path, qstrlen(child.complete_path)),
+    const QByteArrayView path = child.complete_path;
+    return classify(QByteArray::fromRawData(path.data(), path.size()),
                     {.type = child.type,
                      .targetType = child.target_type,
                      .isExecutable = (child.mode & kAnyExecute) != 0,
