@@ -195,10 +195,9 @@ std::unique_ptr<FSRef> MXFileSystemObject::fsRef() const {
 
 std::unique_ptr<FSSpec> MXFileSystemObject::_fsSpec() const {
     const auto reference = fsRef();
-    auto specification = std::make_unique<FSSpec>();
-    return reference && FSMakeSpec(*reference, specification.get()) == noErr
-               ? std::move(specification)
-               : nullptr;
+    auto described = std::make_unique<FSSpec>();
+    return reference && FSMakeSpec(*reference, described.get()) == noErr ? std::move(described)
+                                                                         : nullptr;
 }
 
 QString MXFileSystemObject::osTypeToFourCharCode(uint32_t code) {
