@@ -25,7 +25,8 @@ struct MXFileSystemObject::RareTexts {
     QString owner;
     QString group;
 
-    QString volumeName; ///< of a volume, from the first use on
+    QString volumeName;    ///< of a volume, from the first use on
+    QString formattedSize; ///< as it first was
 };
 
 } // namespace MWCore

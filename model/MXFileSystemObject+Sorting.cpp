@@ -5,7 +5,6 @@
 #include "model/ListedTree.h"
 #include "model/MXFileSystemObject.h"
 #include "model/NameOrder.h"
-#include "platform/metadata/MetadataStore.h"
 
 #include <algorithm>
 #include <utility>
@@ -112,17 +111,9 @@ int MXFileSystemObject::_sortBySize(const MXFileSystemObject &other) const {
     return threeWay(sizeForSorting(), other.sizeForSorting());
 }
 
-/// Bytes of data and resource fork together. Nothing for what has none of its own: a folder, and
-/// an item of unknown kind.
 uint64_t MXFileSystemObject::sizeForSorting() const {
-    if (!record_ || isFolder() || (isLocal() && kind_ == MXItemKindUnknown))
-        return 0;
-    if (!isLocal())
-        return static_cast<uint64_t>(int64_t(record_->size));
-    ForkSize fork;
-    if (!isLink())
-        (void)resourceForkSize(representation(), &fork);
-    return static_cast<uint64_t>(mfs_fso_full_size(record_) + fork.logical);
+    const auto size = isFolder() ? MXFileSystemObjectSize::Ptr() : sizeObject();
+    return size ? size->totalSize() : 0;
 }
 
 } // namespace MWCore

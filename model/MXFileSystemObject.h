@@ -12,7 +12,10 @@
 #include <MWCore/FSSpec.h>
 #include <MWCore/mfs_fso.h>
 #include <MWCore/mwcore_export.h>
+#include <MWCore/MXFileSystemObjectSize.h>
+#include <MWCore/MXSizeMeasurement.h>
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -386,6 +389,47 @@ public:
     }
 
     /// @}
+    /// @name Size
+    /// An item that is measured may be told to stop from another thread, with
+    /// cancelFolderSizeCalulation() alone.
+    /// @{
+
+    /// What the item takes with all that is in it: of a folder, package or application bundle the
+    /// sums over everything below, each link with its own length and unfollowed; of a remote item
+    /// what its record says. Measured once and kept, also when it was cancelled; of a volume what
+    /// its file system tells at each call. Null when the item is gone, with lines in the log.
+    [[nodiscard]] MXFileSystemObjectSize::Ptr
+    sizeObject(const MXSizeProgressCallback &progress = {}) const;
+    void invalidateCachedSize();
+
+    /// Measures in another way, or to learn more. Nothing is kept. Nothing where sizeObject() is
+    /// null.
+    [[nodiscard]] std::optional<MXSizeMeasurement>
+    measureSize(const MXSizeOptions &options = {}) const;
+
+    /// Ends the measurement that runs, and every later one of this item after a single entry. Any
+    /// thread, and signal handlers.
+    void cancelFolderSizeCalulation() {
+        myCancelFolderSizeCalc_.store(true, std::memory_order_relaxed);
+    }
+    [[nodiscard]] bool folderSizeCalulationCancelled() const {
+        return myCancelFolderSizeCalc_.load(std::memory_order_relaxed);
+    }
+
+    /// The forks of the item itself, without the physical total; of a link its length. Null, with
+    /// lines in the log, when it is gone or a fork cannot be read.
+    [[nodiscard]] std::unique_ptr<MXFSOSizeRecord> getLocalFileSize() const;
+
+    /// Capacity, free space and used inodes (as files) of the volume that holds the item. Null on
+    /// failure, with lines in the log when the item is gone.
+    [[nodiscard]] std::unique_ptr<MXFSOSizeRecord> getVolumeInformation() const;
+
+    /// The total size, or the used space of a volume, as format_size() has it. Null from the first
+    /// call, which measures; the same text, never made anew, from later ones. The marker where
+    /// sizeObject() is null.
+    [[nodiscard]] OrMarker<QString> totalSizeFormattedAsString() const;
+
+    /// @}
 
 protected:
     MXFileSystemObject();
@@ -420,6 +464,8 @@ private:
     [[nodiscard]] bool isListedChild() const { return tree_ && mfs_fso_parent(record_); }
     [[nodiscard]] QByteArray nameBytes() const;
     [[nodiscard]] uint64_t sizeForSorting() const;
+    [[nodiscard]] MXFSOSizeRecord remoteSize() const;
+    [[nodiscard]] bool hasSizeOfItsOwn() const;
     void takeOutHidden() const;
     [[nodiscard]] const QList<Ptr> &visibleList() const;
     [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return kind_ == kind && !isRemote(); }
@@ -433,10 +479,12 @@ private:
     mutable QString date_;                  ///< made at first use
     std::unique_ptr<Contents> contents_;    ///< made when a folder is filled, filtered or sorted
     mutable std::unique_ptr<RareTexts> rareTexts_; ///< made when there is one
+    mutable MXFileSystemObjectSize::Ptr cachedSizeObject_;
     MXItemKind kind_ = MXItemKindUnknown;
     MXItemKind targetKind_ = MXItemKindUnknown;
     mutable int8_t detectedTypeGraphic_ = 0; ///< 1 graphic, 2 not, 0 not decided
     bool isApplicationPackaged_ = false;
+    std::atomic<bool> myCancelFolderSizeCalc_ = false; ///< never back again
 };
 
 } // namespace MWCore

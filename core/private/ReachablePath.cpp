@@ -5,11 +5,9 @@
 #include <climits>
 #include <cstring>
 
-#include <fcntl.h>
-
 namespace MWCore {
 
-ReachablePath::ReachablePath(const char *path) : rest_(path) {
+ReachablePath::ReachablePath(const char *path, int start) : start_(start), rest_(path) {
     if (!path)
         errno = EFAULT;
     while (rest_ && std::strlen(rest_) >= PATH_MAX) {
@@ -35,7 +33,7 @@ ReachablePath::ReachablePath(const char *path) : rest_(path) {
 }
 
 int ReachablePath::folder() const {
-    return folder_ ? folder_.number() : AT_FDCWD;
+    return folder_ ? folder_.number() : start_;
 }
 
 } // namespace MWCore

@@ -4,14 +4,17 @@
 
 #include "core/private/Descriptor.h"
 
+#include <fcntl.h>
+
 namespace MWCore {
 
 /// A path of any length in the form that the system's `...at` calls take: the kernel refuses texts
 /// of PATH_MAX bytes and more, so a longer one is approached folder by folder.
 class ReachablePath {
 public:
-    /// @p path must outlive this object.
-    explicit ReachablePath(const char *path);
+    /// @p path, which is relative to the open folder @p start unless it begins with "/", must
+    /// outlive this object, as must the descriptor.
+    explicit ReachablePath(const char *path, int start = AT_FDCWD);
 
     /// False, with the cause in `errno`, when a folder on the way cannot be entered.
     explicit operator bool() const { return rest_ != nullptr; }
@@ -21,7 +24,8 @@ public:
     [[nodiscard]] const char *rest() const { return rest_; }
 
 private:
-    Descriptor folder_;
+    int start_;
+    Descriptor folder_; ///< the last one on the way
     const char *rest_;
 };
 

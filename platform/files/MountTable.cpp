@@ -83,6 +83,16 @@ std::vector<Mount> mountTable() {
     return mounts;
 }
 
+uint64_t mountIdOf(int folder, const char *path) {
+    struct statx item = {};
+    constexpr int kFlags =
+        AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
+    if (statx(folder, path, kFlags, STATX_MNT_ID, &item) != 0)
+        return 0;
+    return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id
+                                        : makedev(item.stx_dev_major, item.stx_dev_minor);
+}
+
 bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {
     if (folder.endsWith('/'))
         return path.startsWith(folder);

@@ -28,6 +28,11 @@ struct Mount {
 /// left out.
 [[nodiscard]] std::vector<Mount> parseMountTable(QByteArrayView mountInfo);
 
+/// The mount that the item @p path, relative to the open folder @p folder (or AT_FDCWD), is on, or
+/// its device where the kernel does not tell (before 5.8): without opening it, following a link or
+/// setting off an automount. An empty path means the folder. 0 when it cannot be examined.
+[[nodiscard]] uint64_t mountIdOf(int folder, const char *path);
+
 /// Whether @p path is @p folder or below it, by their texts.
 [[nodiscard]] bool isAtOrBelow(const QByteArray &path, const QByteArray &folder);
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/metadata/conventions.h"
 #include "platform/metadata/ExtendedAttributes.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/metadata/Sidecar.h"
@@ -26,6 +27,12 @@ const ForkAttribute *forkAttribute(const AttributeNames &names) {
     return found == std::end(kForkAttributes) ? nullptr : found;
 }
 
+bool hasFinderInfo(const AttributeNames &names) {
+    return std::ranges::any_of(
+        conventions(), [&names](const char *name) { return names.contains(name); },
+        &Convention::attribute);
+}
+
 /// From every place: otherwise one would come to light behind another.
 OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
     for (const ForkAttribute &place : kForkAttributes) {
@@ -43,6 +50,13 @@ OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
 }
 
 } // namespace
+
+bool mayHaveMetadataAttributes(const QByteArray &path) {
+    const AttributeNames names(path);
+    if (names.status() != noErr)
+        return names.status() != errFSOperationNotSupported;
+    return hasFinderInfo(names) || forkAttribute(names);
+}
 
 OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidecars) {
     *size = {};

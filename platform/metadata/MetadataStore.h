@@ -22,6 +22,11 @@ enum class Sidecars {
     Absent, ///< no name in it begins with "._"
 };
 
+/// Whether extended attributes of an item keep Finder information or a fork, which they never do of
+/// other than plain files and folders. One llistxattr. Also true when they could not be listed for
+/// another reason than that the file system has none.
+[[nodiscard]] MWCORE_EXPORT bool mayHaveMetadataAttributes(const QByteArray &path);
+
 /// Reads an item's Finder information into @p info, all zero when nothing is kept of it. Where two
 /// places disagree the first in the order of docs/metadata.md counts and one line is logged.
 /// One llistxattr, and one failed open unless @p sidecars says Absent, for an item without.

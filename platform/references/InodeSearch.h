@@ -3,10 +3,10 @@
 #pragma once
 
 #include "platform/files/FileIdentity.h"
+#include "platform/files/FolderBlock.h"
 
 #include <atomic>
 #include <cstdint>
-#include <memory>
 #include <optional>
 
 #include <QByteArray>
@@ -52,7 +52,7 @@ private:
 
     const FileIdentity &wanted_;
     SearchLimits limits_;
-    std::unique_ptr<char[]> block_; ///< names as the kernel gives them, one folder at a time
+    FolderBlock block_; ///< of one folder at a time
     OSStatus status_ = noErr;
     OSStatus readFailure_ = noErr;
     bool leftOut_ = false; ///< a folder was too deep

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/size/FolderQueue.h"
+
+#include <cstring>
+#include <utility>
+
+namespace MWCore {
+namespace {
+
+constexpr int kMostOpen = 64; // leaves most of the usual 1,024 to the program
+constexpr std::chrono::milliseconds kLongestWait(50);
+
+/// @p names from the last to the first, with slashes between them, behind @p start.
+QByteArray joined(QByteArray start, const std::vector<const QByteArray *> &names) {
+    qsizetype length = start.size();
+    for (const QByteArray *const name : names)
+        length += name->size() + 1;
+    start.reserve(length);
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        if (!start.isEmpty() && !start.endsWith('/'))
+            start += '/';
+        start += **name;
+    }
+    return start;
+}
+
+} // namespace
+
+QByteArray pathOf(const WalkedFolder &folder) {
+    std::vector<const QByteArray *> names;
+    const WalkedFolder *at = &folder;
+    for (; at->parent; at = at->parent)
+        names.push_back(&at->name);
+    return joined(at->name, names);
+}
+
+FolderQueue::FolderQueue(QByteArray path, OpenFolder top)
+    : top_(new WalkedFolder), topOpened_(std::move(top)), mostOpen_(kMostOpen) {
+    top_->name = std::move(path);
+    top_->users = 1; // this queue, to the end
+}
+
+FolderQueue::~FolderQueue() {
+    for (WalkedFolder *const folder : waiting_)
+        release(folder);
+    release(top_);
+}
+
+FolderQueue::Task FolderQueue::first() {
+    const Lock lock(mutex_);
+    ++busy_;
+    ++top_->users;
+    Task task;
+    task.folder = top_;
+    task.opened = topOpened_;
+    return task;
+}
+
+FolderQueue::Next FolderQueue::next(Task &task) {
+    Lock lock(mutex_);
+    if (task.folder)
+        finish(task);
+    if (waiting_.empty() && busy_ > 0 && !isStopped_)
+        changed_.wait_for(lock, kLongestWait);
+    if (isStopped_)
+        return Next::End;
+    if (waiting_.empty())
+        return busy_ > 0 ? Next::Wait : Next::End;
+    take(task);
+    if (!waiting_.empty())
+        changed_.notify_one();
+    return Next::Task;
+}
+
+/// Leaves the task empty.
+void FolderQueue::finish(Task &task) {
+    WalkedFolder *const folder = task.folder;
+    if (!task.subfolders.isEmpty()) {
+        folder->subfolders.remove(0, std::exchange(folder->next, 0));
+        folder->subfolders += task.subfolders;
+        wait(folder, task.opened);
+    }
+    release(folder);
+    task = {};
+    --busy_;
+    if (busy_ == 0)
+        changed_.notify_all();
+}
+
+void FolderQueue::take(Task &task) {
+    WalkedFolder *const folder = waiting_.back();
+    ++busy_;
+    if (folder->subfolders.isEmpty()) {
+        folder->isUnread = false;
+        task.folder = folder;
+        task.opened = folder->opened;
+        task.isShared = true;
+        ++folder->users;
+    } else {
+        const char *const name = folder->subfolders.constData() + folder->next;
+        task.folder = new WalkedFolder;
+        task.folder->name = name;
+        task.folder->parent = folder;
+        task.folder->users = 1;
+        ++folder->users;
+        const auto length = static_cast<qsizetype>(std::strlen(name));
+        folder->next += length + 1;
+        std::vector<const QByteArray *> names = {&task.folder->name};
+        const WalkedFolder *base = folder;
+        for (; base != top_ && !base->opened; base = base->parent)
+            names.push_back(&base->name);
+        task.base = base == top_ ? topOpened_ : base->opened;
+        task.pathFromBase = joined({}, names);
+        if (folder->next == folder->subfolders.size()) {
+            folder->subfolders.clear();
+            folder->next = 0;
+        }
+    }
+    if (folder->subfolders.isEmpty() && !folder->isUnread) {
+        waiting_.pop_back();
+        folder->isWaiting = false;
+        forgetDescriptor(*folder);
+        release(folder);
+    }
+}
+
+void FolderQueue::wait(WalkedFolder *folder, const OpenFolder &opened) {
+    if (!folder->opened && folder != top_ && open_ < mostOpen_) {
+        folder->opened = opened;
+        ++open_;
+    }
+    if (std::exchange(folder->isWaiting, true))
+        return;
+    ++folder->users;
+    waiting_.push_back(folder);
+}
+
+bool FolderQueue::share(Task &task) {
+    const Lock lock(mutex_);
+    WalkedFolder *const folder = task.folder;
+    if (folder != top_ && !folder->opened && open_ >= mostOpen_)
+        return false;
+    folder->isUnread = true;
+    wait(folder, task.opened);
+    if (folder == top_)
+        folder->opened = topOpened_;
+    changed_.notify_one();
+    return true;
+}
+
+void FolderQueue::forgetDescriptor(WalkedFolder &folder) {
+    if (std::exchange(folder.opened, {}) && &folder != top_)
+        --open_;
+}
+
+void FolderQueue::closeWaiting() {
+    const Lock lock(mutex_);
+    mostOpen_ = 0;
+    for (WalkedFolder *const folder : waiting_)
+        if (!folder->isUnread)
+            forgetDescriptor(*folder);
+}
+
+void FolderQueue::stop() {
+    const Lock lock(mutex_);
+    isStopped_ = true;
+    changed_.notify_all();
+}
+
+/// Not by recursion: a tree may be of any depth.
+void FolderQueue::release(WalkedFolder *folder) {
+    while (folder && --folder->users == 0)
+        delete std::exchange(folder, folder->parent);
+}
+
+} // namespace MWCore

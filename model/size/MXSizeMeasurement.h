@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "MXFSOSizeRecord.h"
+
+#include <MWCore/FileStatus.h>
+
+#include <cstdint>
+#include <functional>
+
+#include <QList>
+#include <QString>
+
+namespace MWCore {
+
+/// How far a measurement has come.
+struct MXSizeProgress {
+    uint64_t entries = 0; ///< files and folders seen
+    uint64_t bytes = 0;   ///< of both forks of those files
+};
+
+/// Hears of it at most 20 times a second, on the thread that measures.
+using MXSizeProgressCallback = std::function<void(const MXSizeProgress &)>;
+
+/// How a folder is measured. As it stands: in the way that sizeObject() does.
+struct MXSizeOptions {
+    /// Of a file that has several names below the folder the size is added once. Counts stay.
+    bool countsHardLinksOnce = false;
+
+    /// Folders on which something is mounted are counted, and left out with all that is in them.
+    bool staysOnVolume = false;
+
+    /// A volume's contents are measured like those of any folder; else its file system tells what
+    /// it knows.
+    bool walksVolume = false;
+
+    bool listsUnreadable = false;
+
+    MXSizeProgressCallback progress; ///< may be empty
+};
+
+/// What could not be examined or read, and so is missing in the sums.
+struct MXUnreadableItem {
+    QString path;
+    OSStatus status = noErr;
+};
+
+struct MXSizeMeasurement {
+    MXFSOSizeRecord record;
+    bool isPartial = false; ///< it was cancelled before everything was seen
+    uint64_t unreadableCount = 0;
+    QList<MXUnreadableItem> unreadable; ///< by path, where MXSizeOptions::listsUnreadable
+};
+
+} // namespace MWCore

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/size/SizeWalk.h"
+
+#include "core/private/ReachablePath.h"
+#include "model/size/SeenLinks.h"
+#include "model/size/SizeWorker.h"
+#include "platform/files/MountTable.h"
+#include "platform/foundation/FileSystemText.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <ctime>
+#include <list>
+#include <memory>
+#include <system_error>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+
+namespace MWCore {
+namespace {
+
+using std::chrono::microseconds;
+
+/// To a few milliseconds, and cheap enough to be asked after each entry.
+microseconds now() {
+    timespec time = {};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
+    return std::chrono::seconds(time.tv_sec) + microseconds(time.tv_nsec / 1000);
+}
+
+/// What this thread did up to now.
+struct Effort {
+    microseconds computed; ///< the time for which it had a processor
+    long sleeps;           ///< how often it gave it away to wait for something
+    long interruptions;    ///< how often it was taken away
+
+    static Effort now() {
+        rusage usage = {};
+        getrusage(RUSAGE_THREAD, &usage);
+        const auto time = [](const timeval &value) {
+            return std::chrono::seconds(value.tv_sec) + microseconds(value.tv_usec);
+        };
+        return {time(usage.ru_utime) + time(usage.ru_stime), usage.ru_nvcsw, usage.ru_nivcsw};
+    }
+};
+
+/// While it lives, threads that are started get no signals: those are for the program's own.
+class SignalsBlocked {
+public:
+    SignalsBlocked() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before_);
+    }
+    SignalsBlocked(const SignalsBlocked &) = delete;
+    SignalsBlocked &operator=(const SignalsBlocked &) = delete;
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+private:
+    sigset_t before_ = {};
+};
+
+/// The threads of one measurement.
+class Crew {
+public:
+    Crew(const SharedWalk &walk, const MXSizeProgressCallback &report)
+        : walk_(walk), report_(report) {}
+    Crew(const Crew &) = delete;
+    Crew &operator=(const Crew &) = delete;
+    ~Crew() { dismiss(); }
+
+    void measure(FolderQueue::Task top);
+
+    /// What all of them found.
+    [[nodiscard]] MXSizeMeasurement measurement() const;
+
+private:
+    using Moment = SizeWorker::Moment;
+    struct Member {
+        explicit Member(const SharedWalk &walk) : worker(walk) {}
+        SizeWorker worker;
+        std::thread thread; ///< the caller's own has none
+    };
+
+    void lookAfter(Moment moment);
+    void hire(std::size_t count);
+    [[nodiscard]] bool waitsForDisk(microseconds elapsed) const;
+    void report() const;
+    void dismiss();
+
+    const SharedWalk &walk_;
+    const MXSizeProgressCallback &report_;
+    std::list<Member> members_;
+    std::size_t entries_ = 0; ///< that the caller's thread measured
+    microseconds lastLook_ = now();
+    Effort lastEffort_ = Effort::now();
+    bool wasIdle_ = false;
+};
+
+void Crew::measure(FolderQueue::Task top) {
+    SizeWorker &worker = members_.emplace_back(walk_).worker;
+    worker.setPause([this](Moment moment) { lookAfter(moment); });
+    worker.run(std::move(top));
+    dismiss();
+}
+
+/// Other threads are started when there is enough to do for them: one for each processor, and more
+/// where a slow disk leaves those idle.
+void Crew::lookAfter(Moment moment) {
+    constexpr std::size_t kWorthwhile = 256;
+    constexpr std::size_t kMostProcessors = 8;
+    constexpr microseconds kBetweenLooks = std::chrono::milliseconds(50);
+    entries_ += moment == Moment::EntryDone;
+    wasIdle_ = wasIdle_ || moment == Moment::NothingToDo;
+    if (moment == Moment::EntryDone && entries_ == kWorthwhile)
+        hire(std::min<std::size_t>(std::thread::hardware_concurrency(), kMostProcessors));
+    const microseconds time = now();
+    if (time - lastLook_ < kBetweenLooks)
+        return;
+    if (report_)
+        report();
+    if (!wasIdle_ && waitsForDisk(time - lastLook_))
+        hire(members_.size() * 2);
+    lastLook_ = time;
+    lastEffort_ = Effort::now();
+    wasIdle_ = false;
+}
+
+bool Crew::waitsForDisk(microseconds elapsed) const {
+    const Effort effort = Effort::now();
+    const long sleeps = effort.sleeps - lastEffort_.sleeps;
+    const long interruptions = effort.interruptions - lastEffort_.interruptions;
+    return (effort.computed - lastEffort_.computed) * 2 < elapsed && sleeps > interruptions;
+}
+
+/// Makes them @p count, or as many as the system gives.
+void Crew::hire(std::size_t count) {
+    constexpr std::size_t kMost = 16;
+    const SignalsBlocked blocked;
+    while (members_.size() < std::min(count, kMost)) {
+        Member &member = members_.emplace_back(walk_);
+        try {
+            member.thread = std::thread([&member] { member.worker.run(); });
+        } catch (const std::system_error &) {
+            members_.pop_back();
+            return;
+        }
+    }
+}
+
+void Crew::report() const {
+    MXSizeProgress all;
+    for (const Member &member : members_) {
+        const MXSizeProgress progress = member.worker.progress();
+        all.entries += progress.entries;
+        all.bytes += progress.bytes;
+    }
+    report_(all);
+}
+
+void Crew::dismiss() {
+    walk_.folders.stop();
+    for (Member &member : members_)
+        if (member.thread.joinable())
+            member.thread.join();
+}
+
+MXSizeMeasurement Crew::measurement() const {
+    MXSizeMeasurement all;
+    MXFSOSizeRecord &record = all.record;
+    for (const Member &member : members_) {
+        const MXFSOSizeRecord &sums = member.worker.sums();
+        record.dataForkSize += sums.dataForkSize;
+        record.physicalDataForkSize += sums.physicalDataForkSize;
+        record.resourceForkSize += sums.resourceForkSize;
+        record.physicalResourceForkSize += sums.physicalResourceForkSize;
+        record.containedFolderCount += sums.containedFolderCount;
+        record.containedFileCount += sums.containedFileCount;
+        record.hiddenItemCount += sums.hiddenItemCount;
+        all.unreadableCount += member.worker.unreadableCount();
+        all.unreadable += member.worker.unreadable();
+        all.isPartial = all.isPartial || member.worker.wasCancelled();
+    }
+    std::ranges::sort(all.unreadable, {}, &MXUnreadableItem::path);
+    return all;
+}
+
+MXSizeMeasurement unreadableTop(const QByteArray &path, OSStatus status, bool isListed) {
+    MXSizeMeasurement nothing;
+    nothing.unreadableCount = 1;
+    if (isListed)
+        nothing.unreadable += {stringWithFileSystemRepresentation(path), status};
+    return nothing;
+}
+
+} // namespace
+
+MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &options,
+                                  const std::atomic<bool> &isCancelled) {
+    const ReachablePath place(path.constData());
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
+    const auto top = std::make_shared<const Descriptor>(
+        place ? openat(place.folder(), place.rest(), kFlags) : -1);
+    if (!*top)
+        return errno == ENOTDIR
+                   ? MXSizeMeasurement()
+                   : unreadableTop(path, statusFromErrno(errno), options.listsUnreadable);
+    FolderQueue folders(path, top);
+    SeenLinks seenLinks;
+    const SharedWalk walk = {
+        .folders = folders,
+        .isCancelled = isCancelled,
+        .seenLinks = options.countsHardLinksOnce ? &seenLinks : nullptr,
+        .mountId = options.staysOnVolume ? mountIdOf(top->number(), "") : 0,
+        .listsUnreadable = options.listsUnreadable,
+    };
+    Crew crew(walk, options.progress);
+    crew.measure(folders.first());
+    return crew.measurement();
+}
+
+} // namespace MWCore

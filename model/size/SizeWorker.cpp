@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/size/SizeWorker.h"
+
+#include "core/mfs_fso.h"
+#include "core/private/errors.h"
+#include "core/private/ReachablePath.h"
+#include "model/size/SeenLinks.h"
+#include "platform/files/MountTable.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/foundation/Log.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <thread>
+#include <utility>
+
+#include <fcntl.h>
+
+namespace MWCore {
+namespace {
+
+constexpr uint64_t kBlockLength = 512; // of st_blocks, bytes
+
+} // namespace
+
+/// What is kept of an entry beside its contents.
+struct SizeWorker::Metadata {
+    bool isInvisible = false;
+    ForkSize fork;
+    OSStatus forkStatus = noErr;
+};
+
+void SizeWorker::run(Task task) {
+    if (task.folder)
+        measure(task);
+    for (;;) {
+        switch (walk_.folders.next(task)) {
+        case FolderQueue::Next::Task:
+            if (!isCancelled())
+                measure(task);
+            break;
+        case FolderQueue::Next::Wait:
+            if (pause_)
+                pause_(Moment::NothingToDo);
+            break;
+        case FolderQueue::Next::End:
+            return;
+        }
+    }
+}
+
+bool SizeWorker::isCancelled() {
+    if (!walk_.isCancelled.load(std::memory_order_relaxed))
+        return false;
+    wasCancelled_ = true;
+    walk_.folders.stop();
+    return true;
+}
+
+void SizeWorker::measure(Task &task) {
+    if (!task.opened && !open(task))
+        return;
+    setFolderPath(task);
+    const int folder = task.opened->number();
+    auto outcome = task.isShared ? block_.fill(folder) : readFirstBlock(task);
+    for (;;) {
+        // A folder that was removed meanwhile has no more names.
+        if (outcome == FolderBlock::Outcome::Failed && errno != ENOENT)
+            addUnreadable(task, nullptr, statusFromErrno(errno));
+        if (isLastBlock(task, outcome))
+            return;
+        outcome = block_.fill(folder);
+    }
+}
+
+/// Measures the block. Whether that was all that this task has to do.
+bool SizeWorker::isLastBlock(Task &task, FolderBlock::Outcome outcome) {
+    bool leavesMore = outcome == FolderBlock::Outcome::MoreLeft;
+    bool isShared = false;
+    for (const dirent64 &entry : block_) {
+        measureEntry(task, entry.d_name);
+        if (pause_)
+            pause_(Moment::EntryDone);
+        if (isCancelled())
+            return true;
+        if (std::exchange(leavesMore, false))
+            isShared = walk_.folders.share(task);
+    }
+    return isShared || outcome != FolderBlock::Outcome::MoreLeft;
+}
+
+/// The folder of the task. Never waits, and never follows a link.
+bool SizeWorker::open(Task &task) {
+    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    constexpr std::chrono::milliseconds kBetweenAttempts(1);
+    constexpr int kAttempts = 1000;
+    int error = 0;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const ReachablePath place(task.pathFromBase.constData(), task.base->number());
+        Descriptor folder(place ? openat(place.folder(), place.rest(), kFlags) : -1);
+        if (folder) {
+            task.opened = std::make_shared<const Descriptor>(std::move(folder));
+            return true;
+        }
+        error = errno;
+        if (!isExhaustion(error) || isCancelled())
+            break;
+        walk_.folders.closeWaiting(); // and other threads will soon have read theirs
+        std::this_thread::sleep_for(kBetweenAttempts);
+    }
+    addUnreadable(task, nullptr, statusFromErrno(error));
+    return false;
+}
+
+/// Finds out, too, whether the folder has sidecars, which may come behind the items that they
+/// belong to: of a large folder the names are read twice.
+FolderBlock::Outcome SizeWorker::readFirstBlock(const Task &task) {
+    const int folder = task.opened->number();
+    auto outcome = block_.fill(folder);
+    bool hasSidecars = blockNamesSidecar();
+    if (outcome == FolderBlock::Outcome::MoreLeft && !hasSidecars) {
+        while (outcome == FolderBlock::Outcome::MoreLeft && !hasSidecars) {
+            outcome = block_.fill(folder);
+            // In a hurry: to suppose that there are some costs time alone, and not much any more.
+            hasSidecars = blockNamesSidecar() || walk_.isCancelled.load(std::memory_order_relaxed);
+        }
+        if (lseek(folder, 0, SEEK_SET) != 0)
+            return FolderBlock::Outcome::Failed;
+        outcome = block_.fill(folder);
+    }
+    task.folder->hasSidecars = hasSidecars;
+    return outcome;
+}
+
+bool SizeWorker::blockNamesSidecar() const {
+    for (const dirent64 &entry : block_)
+        if (entry.d_name[0] == '.' && entry.d_name[1] == '_')
+            return true;
+    return false;
+}
+
+void SizeWorker::measureEntry(Task &task, const char *name) {
+    struct stat item;
+    if (fstatat(task.opened->number(), name, &item, AT_SYMLINK_NOFOLLOW) != 0) {
+        ++sums_.containedFileCount;
+        addUnreadable(task, name, statusFromErrno(errno));
+    } else if (S_ISDIR(item.st_mode)) {
+        ++sums_.containedFolderCount;
+        measureFolder(task, name, item);
+    } else {
+        ++sums_.containedFileCount;
+        S_ISLNK(item.st_mode) ? measureLink(task, name, item) : measureFile(task, name, item);
+    }
+    entries_.store(sums_.containedFileCount + sums_.containedFolderCount,
+                   std::memory_order_relaxed);
+    bytes_.store(sums_.dataForkSize + sums_.resourceForkSize, std::memory_order_relaxed);
+}
+
+void SizeWorker::measureFolder(Task &task, const char *name, const struct stat &folder) {
+    sums_.hiddenItemCount += metadataOf(task, name, folder).isInvisible;
+    if (walk_.mountId == 0 || mountIdOf(task.opened->number(), name) == walk_.mountId)
+        task.subfolders.append(name, static_cast<qsizetype>(std::strlen(name)) + 1);
+}
+
+void SizeWorker::measureFile(const Task &task, const char *name, const struct stat &file) {
+    const Metadata metadata = metadataOf(task, name, file);
+    sums_.hiddenItemCount += metadata.isInvisible;
+    if (metadata.forkStatus != noErr) {
+        qCWarning(mwcoreLog, "getLocalFileSize : Error Getting info");
+        addUnreadable(task, name, metadata.forkStatus);
+        return;
+    }
+    if (walk_.seenLinks && !walk_.seenLinks->isFirst(file))
+        return;
+    sums_.dataForkSize += static_cast<uint64_t>(file.st_size);
+    sums_.physicalDataForkSize += static_cast<uint64_t>(file.st_blocks) * kBlockLength;
+    sums_.resourceForkSize += static_cast<uint64_t>(metadata.fork.logical);
+    sums_.physicalResourceForkSize += static_cast<uint64_t>(metadata.fork.physical);
+}
+
+void SizeWorker::measureLink(const Task &task, const char *name, const struct stat &link) {
+    if (!leadsToItem(task, name))
+        return;
+    sums_.hiddenItemCount += metadataOf(task, name, link).isInvisible;
+    sums_.dataForkSize += static_cast<uint64_t>(link.st_size);
+}
+
+/// Whether an object could be made of where a link leads: it can be examined and, if it is a
+/// folder, so can all that is in it.
+bool SizeWorker::leadsToItem(const Task &task, const char *name) {
+    struct stat target;
+    const int folder = task.opened->number();
+    if (fstatat(folder, name, &target, 0) != 0)
+        return false;
+    if (!S_ISDIR(target.st_mode) || faccessat(folder, name, X_OK, AT_EACCESS) == 0)
+        return true;
+    mfs_fso *const item = mfs_fso_get_local_fso(pathOfEntry(name).constData());
+    mfs_fso_destroy_tree(item);
+    return item != nullptr;
+}
+
+SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
+                                            const struct stat &item) {
+    const QByteArray &path = pathOfEntry(name);
+    const auto sidecars = task.folder->hasSidecars ? Sidecars::MayExist : Sidecars::Absent;
+    const bool mayHaveAttributes = S_ISREG(item.st_mode) || S_ISDIR(item.st_mode);
+    if (sidecars == Sidecars::Absent && !(mayHaveAttributes && mayHaveMetadataAttributes(path)))
+        return {};
+    Metadata metadata;
+    FinderInfo info;
+    metadata.isInvisible =
+        readFinderInfo(path, &info, sidecars) == noErr && (info.flags & kIsInvisible);
+    if (!S_ISDIR(item.st_mode) && !S_ISLNK(item.st_mode))
+        metadata.forkStatus = resourceForkSize(path, &metadata.fork, sidecars);
+    return metadata;
+}
+
+/// That of the folder itself, unless entries of long names would have one that the system refuses.
+void SizeWorker::setFolderPath(const Task &task) {
+    constexpr qsizetype kLongestEntry = sizeof "/._" + NAME_MAX;
+    path_ = pathOf(*task.folder);
+    if (path_.size() + kLongestEntry > PATH_MAX)
+        path_ = "/proc/self/fd/" + QByteArray::number(task.opened->number());
+    if (!path_.endsWith('/'))
+        path_ += '/';
+    nameStart_ = path_.size();
+}
+
+const QByteArray &SizeWorker::pathOfEntry(const char *name) {
+    path_.truncate(nameStart_);
+    path_ += name;
+    return path_;
+}
+
+/// An entry or, for a null name, the folder itself. What has gone by now is none.
+void SizeWorker::addUnreadable(const Task &task, const char *name, OSStatus status) {
+    if (status == fnfErr)
+        return;
+    ++unreadableCount_;
+    if (!walk_.listsUnreadable)
+        return;
+    QByteArray path = pathOf(*task.folder);
+    if (name)
+        path += (path.endsWith('/') ? "" : "/") + QByteArray(name);
+    unreadable_ += {stringWithFileSystemRepresentation(path), status};
+}
+
+} // namespace MWCore

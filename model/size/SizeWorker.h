@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "model/size/FolderQueue.h"
+#include "model/size/MXSizeMeasurement.h"
+#include "platform/files/FolderBlock.h"
+#include "platform/metadata/MetadataStore.h"
+
+#include <atomic>
+#include <functional>
+
+#include <QByteArray>
+#include <QList>
+
+#include <sys/stat.h>
+
+namespace MWCore {
+
+class SeenLinks;
+
+/// What all threads of a measurement share. Whoever sets it up keeps what it refers to.
+struct SharedWalk {
+    FolderQueue &folders;
+    const std::atomic<bool> &isCancelled;
+    SeenLinks *seenLinks = nullptr; ///< null: every name of a file counts
+    uint64_t mountId = 0;           ///< the only one whose folders are entered; 0: any
+    bool listsUnreadable = false;
+};
+
+/// Measures folder after folder: the part of a measurement that one thread does.
+class SizeWorker {
+public:
+    explicit SizeWorker(const SharedWalk &walk) : walk_(walk) {}
+    SizeWorker(const SizeWorker &) = delete;
+    SizeWorker &operator=(const SizeWorker &) = delete;
+    ~SizeWorker() = default;
+
+    enum class Moment { EntryDone, NothingToDo };
+
+    /// Is called after each entry, and now and then while there is nothing to do.
+    void setPause(std::function<void(Moment)> pause) { pause_ = std::move(pause); }
+
+    /// Measures @p task, if there is one, and then what the queue holds, until everything is
+    /// measured or the walk is cancelled. One entry is measured in any case.
+    void run(FolderQueue::Task task = {});
+
+    // For when the threads are done. Of the record: forks, folders, files, hidden items.
+    [[nodiscard]] const MXFSOSizeRecord &sums() const { return sums_; }
+    [[nodiscard]] bool wasCancelled() const { return wasCancelled_; }
+    [[nodiscard]] uint64_t unreadableCount() const { return unreadableCount_; }
+    [[nodiscard]] const QList<MXUnreadableItem> &unreadable() const { return unreadable_; }
+
+    /// Any thread, at any time.
+    [[nodiscard]] MXSizeProgress progress() const {
+        return {entries_.load(std::memory_order_relaxed), bytes_.load(std::memory_order_relaxed)};
+    }
+
+private:
+    using Task = FolderQueue::Task;
+    struct Metadata;
+
+    void measure(Task &task);
+    [[nodiscard]] bool open(Task &task);
+    [[nodiscard]] FolderBlock::Outcome readFirstBlock(const Task &task);
+    [[nodiscard]] bool blockNamesSidecar() const;
+    [[nodiscard]] bool isLastBlock(Task &task, FolderBlock::Outcome outcome);
+    void measureEntry(Task &task, const char *name);
+    void measureFolder(Task &task, const char *name, const struct stat &folder);
+    void measureFile(const Task &task, const char *name, const struct stat &file);
+    void measureLink(const Task &task, const char *name, const struct stat &link);
+    [[nodiscard]] bool leadsToItem(const Task &task, const char *name);
+    [[nodiscard]] Metadata metadataOf(const Task &task, const char *name, const struct stat &item);
+    [[nodiscard]] bool isCancelled();
+    void setFolderPath(const Task &task);
+    [[nodiscard]] const QByteArray &pathOfEntry(const char *name);
+    void addUnreadable(const Task &task, const char *name, OSStatus status);
+
+    const SharedWalk &walk_;
+    std::function<void(Moment)> pause_;
+    FolderBlock block_;
+    QByteArray path_;         ///< of an entry, in a form that every system call takes
+    qsizetype nameStart_ = 0; ///< where its name begins in there
+
+    MXFSOSizeRecord sums_;
+    uint64_t unreadableCount_ = 0;
+    QList<MXUnreadableItem> unreadable_;
+    bool wasCancelled_ = false;
+    std::atomic<uint64_t> entries_ = 0; ///< of the sums, for other threads
+    std::atomic<uint64_t> bytes_ = 0;
+};
+
+} // namespace MWCore

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include <dirent.h>
+
+namespace MWCore {
+
+/// Names of an open folder, many at a time, read with the kernel's own call: a DIR would be
+/// allocated for each folder. Any thread, one at a time.
+class FolderBlock {
+public:
+    FolderBlock();
+
+    enum class Outcome {
+        AllRead,
+        MoreLeft,
+        Failed, ///< for the reason in `errno`; what was read before is in the block
+    };
+
+    /// Replaces the entries by those that come next in the folder of descriptor @p folder. Threads
+    /// that fill blocks of their own from one descriptor share the folder's entries.
+    [[nodiscard]] Outcome fill(int folder);
+
+    /// The entries other than "." and "..".
+    class Iterator {
+    public:
+        Iterator(const char *at, const char *end) : at_(at), end_(end) { skipDots(); }
+        const dirent64 &operator*() const { return *reinterpret_cast<const dirent64 *>(at_); }
+        Iterator &operator++() {
+            advance();
+            skipDots();
+            return *this;
+        }
+        friend bool operator==(const Iterator &one, const Iterator &other) {
+            return one.at_ == other.at_;
+        }
+
+    private:
+        void advance() { at_ += (**this).d_reclen; }
+        void skipDots() {
+            while (at_ != end_ && isDots((**this).d_name))
+                advance();
+        }
+        static bool isDots(const char *name) {
+            return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+        }
+
+        const char *at_;
+        const char *end_;
+    };
+    [[nodiscard]] Iterator begin() const { return {bytes_.get(), bytes_.get() + length_}; }
+    [[nodiscard]] Iterator end() const { return {bytes_.get() + length_, bytes_.get() + length_}; }
+
+private:
+    std::unique_ptr<char[]> bytes_;
+    std::size_t length_ = 0;
+};
+
+} // namespace MWCore
