@@ -13,7 +13,7 @@ if(MWCORE_WARNINGS_AS_ERRORS)
 endif()
 
 if(MWCORE_SANITIZE)
-    set(sanitizers -fsanitize=address,undefined -fno-sanitize=vptr)
+    set(sanitizers -fsanitize=${MWCORE_SANITIZE} -fno-sanitize=vptr)
     add_compile_options(${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
     add_link_options(${sanitizers})
 endif()

@@ -72,7 +72,7 @@ JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks) {
     json.textOrNull("name", item.name());
     json.textOrNull("completePath", item.completePath());
     json.text("kind", kindWord(item.fsoKind()));
-    json.number("fsoKind", item.fsoKind());
+    json.number("fsoKind", int32_t(item.fsoKind()));
     json.textOrNull("extension", item.extension());
     json.number("permissions", permissions);
     json.text("permissionsAsString", permissionsText(permissions));

@@ -27,21 +27,24 @@ JsonObject &JsonObject::text(std::string_view key, std::string_view value) {
     return *this;
 }
 
-JsonObject &JsonObject::number(std::string_view key, int64_t value) {
-    beginMember(key);
-    line_ += std::to_string(value);
-    return *this;
-}
-
 JsonObject &JsonObject::truth(std::string_view key, bool value) {
-    beginMember(key);
-    line_ += value ? "true" : "false";
-    return *this;
+    return raw(key, value ? "true" : "false");
 }
 
 JsonObject &JsonObject::null(std::string_view key) {
+    return raw(key, "null");
+}
+
+JsonObject &JsonObject::objects(std::string_view key, const std::vector<JsonObject> &values) {
+    std::string array;
+    for (const JsonObject &value : values)
+        array.append(array.empty() ? "" : ", ").append(value.finished());
+    return raw(key, "[" + array + "]");
+}
+
+JsonObject &JsonObject::raw(std::string_view key, std::string_view json) {
     beginMember(key);
-    line_ += "null";
+    line_ += json;
     return *this;
 }
 

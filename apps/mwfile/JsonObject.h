@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include <cstdint>
+#include <concepts>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <QString>
 
@@ -16,9 +17,14 @@ namespace MWCore::mwfile {
 class JsonObject {
 public:
     JsonObject &text(std::string_view key, std::string_view value);
-    JsonObject &number(std::string_view key, int64_t value);
+    JsonObject &number(std::string_view key, std::integral auto value) {
+        return raw(key, std::to_string(value));
+    }
     JsonObject &truth(std::string_view key, bool value);
     JsonObject &null(std::string_view key);
+
+    /// An array.
+    JsonObject &objects(std::string_view key, const std::vector<JsonObject> &values);
 
     // A text; null for a null pointer and for a null text.
     JsonObject &textOrNull(std::string_view key, const char *value);
@@ -27,6 +33,7 @@ public:
     [[nodiscard]] std::string finished() const { return line_ + "}"; }
 
 private:
+    JsonObject &raw(std::string_view key, std::string_view json);
     void beginMember(std::string_view key);
     void appendText(std::string_view value);
 

@@ -57,23 +57,34 @@ MXFileSystemObject::Ptr listedFolder(const std::string &path) {
     return folder;
 }
 
-DescribedItem describedItem(const std::string &path) {
+DescribedItem itemItself(const std::string &path) {
     const bool folderMeant = path.ends_with('/');
     const std::string absolute = folderMeant ? followedPath(path) : absolutePath(path);
     RecordTree item(mfs_fso_get_local_item(absolute.c_str()));
     if (!item)
         throw Failure(path, errno);
-    if (!mfs_fso_isDir(item.get()))
-        return described(std::move(item), "");
-    if (isDeviceFolder(absolute))
-        return described(std::move(item), kDevicesAreNotListed);
+    return described(std::move(item), "");
+}
+
+DescribedItem describedItem(const std::string &path) {
+    DescribedItem item = itemItself(path);
+    const std::string absolute = item.record->complete_path;
+    if (!mfs_fso_isDir(item.record.get()))
+        return item;
+    if (isDeviceFolder(absolute)) {
+        item.contentsFailure = kDevicesAreNotListed;
+        return item;
+    }
     errno = 0;
     RecordTree listed(mfs_fso_get_local_fso(absolute.c_str()));
     const int error = errno;
     if (error == ENOMEM)
         throw Failure(path, ENOMEM);
-    return described(listed ? std::move(listed) : std::move(item),
-                     error == 0 ? "" : std::strerror(error));
+    if (listed)
+        item = described(std::move(listed), "");
+    if (error != 0)
+        item.contentsFailure = std::strerror(error);
+    return item;
 }
 
 const NodeKind *nodeKind(const MXFileSystemObject &item) {

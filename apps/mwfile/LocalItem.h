@@ -27,8 +27,11 @@ struct DescribedItem {
     std::string contentsFailure;
 };
 
-/// The item at @p path itself; when the path ends with "/", the folder that it leads to. Throws
-/// Failure when the item cannot be examined; a folder that cannot be read is no failure.
+/// The item at @p path itself; when the path ends with "/", the folder that it leads to. What is in
+/// a folder is not looked at. Throws Failure when the item cannot be examined.
+[[nodiscard]] DescribedItem itemItself(const std::string &path);
+
+/// The same with what is in a folder; one that cannot be read is no failure.
 [[nodiscard]] DescribedItem describedItem(const std::string &path);
 
 /// What an item is that is no file, folder or link.

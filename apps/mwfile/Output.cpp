@@ -22,9 +22,9 @@ bool printsToTerminal() {
     return isatty(STDOUT_FILENO) != 0;
 }
 
-std::optional<int> terminalColumns() {
+std::optional<int> terminalColumns(int descriptor) {
     winsize size = {};
-    const bool isKnown = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    const bool isKnown = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
     return isKnown ? std::optional<int>(size.ws_col) : std::nullopt;
 }
 

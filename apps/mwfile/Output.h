@@ -15,8 +15,9 @@ void print(std::string_view text);
 /// Whether a person reads what is printed.
 [[nodiscard]] bool printsToTerminal();
 
-/// The columns of the terminal that is printed to; nothing where there is none, or none that tells.
-[[nodiscard]] std::optional<int> terminalColumns();
+/// The columns of the terminal that a descriptor leads to; nothing where there is none, or none
+/// that tells.
+[[nodiscard]] std::optional<int> terminalColumns(int descriptor);
 
 /// Empties the buffer. Throws Failure when the data cannot be written.
 void finishOutput();

@@ -31,6 +31,18 @@ struct InfoOptions {
 /// Paths that fail are reported on standard error and left out; false when there was one.
 [[nodiscard]] bool info(const InfoOptions &options);
 
+struct SizeOptions {
+    std::string path;
+    bool linksOnce = false;     ///< of a file with several names the size counts once
+    bool oneFileSystem = false; ///< leaves out what is mounted below
+    bool walk = false;          ///< of a volume, too, measures what is in it
+    bool errors = false;        ///< lists what could not be read
+    Form form = Form::Text;
+};
+/// Prints the item's size and, of a folder, what is in it; meanwhile, on a terminal, how far it has
+/// come. Ctrl-C ends it with what is known by then. False when something is missing in the sums.
+[[nodiscard]] bool size(const SizeOptions &options);
+
 /// What a desktop keeps of an item beside its contents, one subcommand each.
 enum class Attribute { Label, Type, Creator, Invisible, Lock };
 

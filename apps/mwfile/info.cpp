@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/bytes.h"
 #include "apps/mwfile/Catalogue.h"
-#include "apps/mwfile/Colours.h"
 #include "apps/mwfile/commands.h"
-#include "apps/mwfile/DisplayText.h"
+#include "apps/mwfile/Facts.h"
 #include "apps/mwfile/Failure.h"
 #include "apps/mwfile/ItemJson.h"
 #include "apps/mwfile/LocalItem.h"
@@ -64,30 +62,6 @@ std::string contentsText(const MXFileSystemObject &folder) {
     return countText(folder.subFolderCount(), "folder", "folders") + ", " +
            countText(folder.fileCount(), "file", "files");
 }
-
-/// One line a fact, below a heading.
-class Facts {
-public:
-    explicit Facts(const Colours &colours) : colours_(colours) {}
-
-    void add(std::string label, std::string_view value) {
-        constexpr std::size_t kLabelColumns = 14;
-        label.resize(kLabelColumns, ' ');
-        text_.append("  ").append(colours_.quiet(label)).append(value).append("\n");
-    }
-
-    /// Only where there is one.
-    void addText(const char *label, const QString &value) {
-        if (!value.isEmpty())
-            add(label, DisplayText(bytesOf(value)).text());
-    }
-
-    [[nodiscard]] const std::string &text() const { return text_; }
-
-private:
-    const Colours &colours_;
-    std::string text_;
-};
 
 void addPermissions(Facts &facts, const MXFileSystemObject &item) {
     if (mfs_fso_isLink(item.cstruct()) && !item.isLink())

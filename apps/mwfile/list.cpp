@@ -15,6 +15,8 @@
 #include <array>
 #include <optional>
 
+#include <unistd.h>
+
 namespace MWCore::mwfile {
 namespace {
 
@@ -57,7 +59,7 @@ struct Columns {
     int owner = 0;
     int group = 0;
     int date = 0;
-    std::optional<int> line = terminalColumns();
+    std::optional<int> line = terminalColumns(STDOUT_FILENO);
 
     explicit Columns(const MXFileSystemObject &folder) {
         for (const auto &item : folder.visibleItems())

@@ -66,6 +66,7 @@ public:
 private:
     void addList();
     void addInfo();
+    void addSize();
     void addPerm();
     void addAttribute(const char *name, const char *what, Attribute which);
     void addAlias();
@@ -73,6 +74,7 @@ private:
     CLI::App app_{"Looks at files and folders", "mwfile"};
     ListOptions list_;
     InfoOptions info_;
+    SizeOptions size_;
     PermOptions perm_;
     AttributeOptions attribute_;
     AliasOptions alias_;
@@ -93,6 +95,7 @@ CommandLine::CommandLine() {
     app_.get_formatter()->label("TEXT", "");
     addList();
     addInfo();
+    addSize();
     addPerm();
     addAttribute("label", "a label: red, orange, ... none, or its number", Attribute::Label);
     addAttribute("type", "a file type: four characters, or none", Attribute::Type);
@@ -130,6 +133,20 @@ void CommandLine::addInfo() {
     command.add_option("PATH", info_.paths, "The items; a link means the link itself")->required();
     addJson(command, info_.form);
     command.final_callback([this] { work_ = [this] { return info(info_); }; });
+}
+
+void CommandLine::addSize() {
+    CLI::App &command = *app_.add_subcommand("size", "Measure an item and what is in it");
+    command.add_option("PATH", size_.path, "The item; a link means the link itself")->required();
+    command.add_flag("--links-once", size_.linksOnce,
+                     "Add the size of a file with several names only once");
+    command.add_flag("--one-file-system", size_.oneFileSystem,
+                     "Leave out what is mounted on folders in it");
+    command.add_flag("--walk", size_.walk,
+                     "Measure what is in a volume, too, instead of asking its file system");
+    command.add_flag("--errors", size_.errors, "List what could not be read");
+    addJson(command, size_.form);
+    command.final_callback([this] { work_ = [this] { return size(size_); }; });
 }
 
 void CommandLine::addPerm() {

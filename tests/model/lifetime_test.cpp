@@ -260,6 +260,12 @@ TEST(Remote, AnswersFromTheRecordAlone) {
     EXPECT_TRUE(folder->volumeName().isNull());
     folder->setSortsByAttribute(MXSortAttributeSize, MXSortOrderNatural);
     EXPECT_EQ(names(folder), "sub link a.png big") << "sizes widen with their sign";
+    EXPECT_EQ(child(folder, "big")->sizeObject()->record().totalSize, UINT64_MAX);
+    const MXFSOSizeRecord size = folder->sizeObject()->record();
+    EXPECT_EQ(size.containedFileCount, 3U);
+    EXPECT_EQ(size.containedFolderCount, 1U);
+    EXPECT_EQ(size.containedItemCount, 4U);
+    EXPECT_EQ(size.totalSize + size.physicalTotalSize, 0U);
     EXPECT_EQ(names(child(folder, "sub")), "inner");
     EXPECT_EQ(names(MXFileSystemObject::newFSOWithCStruct(record.get())), names(folder))
         << "an object is not filled again";

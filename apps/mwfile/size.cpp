@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "apps/mwfile/commands.h"
+#include "apps/mwfile/Facts.h"
+#include "apps/mwfile/Failure.h"
+#include "apps/mwfile/ItemJson.h"
+#include "apps/mwfile/LiveLine.h"
+#include "apps/mwfile/LocalItem.h"
+#include "apps/mwfile/Output.h"
+#include "apps/mwfile/SizeText.h"
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <memory>
+
+namespace MWCore::mwfile {
+namespace {
+
+/// While it lives, the first Ctrl-C ends the measurement of an item; the second one the program.
+class Interruptible {
+public:
+    explicit Interruptible(MXFileSystemObject &item) {
+        item_ = &item;
+        struct sigaction action = {};
+        action.sa_handler = [](int) { item_.load()->cancelFolderSizeCalulation(); };
+        action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+        sigaction(SIGINT, nullptr, &before_);
+        if (before_.sa_handler != SIG_IGN) // a shell's way to keep Ctrl-C from the background
+            sigaction(SIGINT, &action, nullptr);
+    }
+    Interruptible(const Interruptible &) = delete;
+    Interruptible &operator=(const Interruptible &) = delete;
+    ~Interruptible() { sigaction(SIGINT, &before_, nullptr); }
+
+private:
+    static inline std::atomic<MXFileSystemObject *> item_; // a handler may use nothing but such
+    static_assert(decltype(item_)::is_always_lock_free);
+    struct sigaction before_ = {};
+};
+
+std::string progressText(const MXSizeProgress &progress, std::chrono::duration<double> elapsed) {
+    const auto perSecond = static_cast<int64_t>(double(progress.entries) / elapsed.count());
+    const SizeText size = shortSize(static_cast<int64_t>(progress.bytes));
+    return groupedDigits(static_cast<int64_t>(progress.entries)) + " entries, " + size.number +
+           (size.unit.empty() ? " bytes" : " " + size.unit) + ", " + groupedDigits(perSecond) +
+           " entries/s";
+}
+
+MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item) {
+    using Clock = std::chrono::steady_clock;
+    MXSizeOptions how;
+    how.countsHardLinksOnce = options.linksOnce;
+    how.staysOnVolume = options.oneFileSystem;
+    how.walksVolume = options.walk;
+    how.listsUnreadable = true;
+    LiveLine line;
+    if (line.isSeen())
+        how.progress = [&line, start = Clock::now()](const MXSizeProgress &progress) {
+            line.show(progressText(progress, Clock::now() - start));
+        };
+    const Interruptible interruptible(item);
+    auto measurement = item.measureSize(how);
+    if (!measurement)
+        throw Failure(options.path, "it cannot be measured");
+    return *measurement;
+}
+
+std::string itemsText(uint64_t count) {
+    return groupedDigits(static_cast<int64_t>(count)) + (count == 1 ? " item" : " items");
+}
+
+std::string text(const MXFileSystemObject &item, bool isVolume,
+                 const MXSizeMeasurement &measurement, bool listsErrors) {
+    const Colours colours;
+    Facts facts(colours);
+    const MXFSOSizeRecord &record = measurement.record;
+    const auto size =
+        MXFileSystemObjectSize::initWithLocalFileSize(std::make_unique<MXFSOSizeRecord>(record));
+    if (isVolume) {
+        facts.addText("Capacity", size->capacityGetInfoString());
+        facts.addText("Available", size->availableGetInfoString());
+        facts.addText("Used", size->usedGetInfoString());
+        facts.add("Contains", itemsText(record.containedItemCount));
+    } else {
+        facts.addText("Size", size->totalSizeGetInfoString());
+        if (record.resourceForkSize > 0) {
+            facts.addText("Data", size->dataGetInfoString());
+            facts.addText("Resources", size->resourceGetInfoString());
+        }
+        if (item.isDir())
+            facts.addText("Contains", size->containsGetInfo());
+    }
+    if (measurement.unreadableCount > 0)
+        facts.add("Not readable", itemsText(measurement.unreadableCount) +
+                                      (listsErrors ? ":" : " (--errors lists them)"));
+    if (listsErrors)
+        for (const MXUnreadableItem &unreadable : measurement.unreadable)
+            facts.add("", DisplayText(bytesOf(unreadable.path)).text() + ": " +
+                              statusText(unreadable.status));
+    if (measurement.isPartial)
+        facts.add("Interrupted", "what was not reached by then is missing");
+    return colours.name(item, DisplayText(bytesOf(item.completePath())).text()) + "\n" +
+           facts.text();
+}
+
+std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measurement,
+                 bool listsErrors) {
+    const MXFSOSizeRecord &record = measurement.record;
+    JsonObject object;
+    object.textOrNull("completePath", item.completePath());
+    object.text("kind", kindWord(item.fsoKind()));
+    object.number("dataForkSize", record.dataForkSize);
+    object.number("physicalDataForkSize", record.physicalDataForkSize);
+    object.number("resourceForkSize", record.resourceForkSize);
+    object.number("physicalResourceForkSize", record.physicalResourceForkSize);
+    object.number("volumeFreeBytes", record.volumeFreeBytes);
+    object.number("totalSize", record.totalSize);
+    object.number("physicalTotalSize", record.physicalTotalSize);
+    object.number("containedItemCount", record.containedItemCount);
+    object.number("containedFolderCount", record.containedFolderCount);
+    object.number("containedFileCount", record.containedFileCount);
+    object.number("hiddenItemCount", record.hiddenItemCount);
+    object.truth("isPartial", measurement.isPartial);
+    object.number("unreadableCount", measurement.unreadableCount);
+    if (!listsErrors)
+        return object.finished();
+    std::vector<JsonObject> unreadable;
+    for (const MXUnreadableItem &missing : measurement.unreadable)
+        unreadable.push_back(JsonObject()
+                                 .textOrNull("path", missing.path)
+                                 .text("reason", statusText(missing.status)));
+    return object.objects("unreadable", unreadable).finished();
+}
+
+} // namespace
+
+bool size(const SizeOptions &options) {
+    const DescribedItem described = itemItself(options.path);
+    MXFileSystemObject &item = *described.object;
+    const MXSizeMeasurement measurement = measured(options, item);
+    for (const MXUnreadableItem &unreadable : measurement.unreadable)
+        if (unreadable.path == item.completePath())
+            throw Failure(options.path, unreadable.status);
+    const bool isVolume = item.isVolume() && !options.walk;
+    print(options.form == Form::Json ? json(item, measurement, options.errors) + "\n"
+                                     : text(item, isVolume, measurement, options.errors));
+    finishOutput();
+    if (measurement.isPartial)
+        complain(options.path + ": interrupted, the sums are partial");
+    if (measurement.unreadableCount > 0)
+        complain(options.path + ": " + itemsText(measurement.unreadableCount) +
+                 " could not be read, so that the sums are too small");
+    return !measurement.isPartial && measurement.unreadableCount == 0;
+}
+
+} // namespace MWCore::mwfile
