@@ -154,6 +154,11 @@ void FolderQueue::forgetDescriptor(WalkedFolder &folder) {
         --open_;
 }
 
+bool FolderQueue::hasWaiting() {
+    const Lock lock(mutex_);
+    return !waiting_.empty();
+}
+
 void FolderQueue::closeWaiting() {
     const Lock lock(mutex_);
     mostOpen_ = 0;

@@ -77,6 +77,9 @@ public:
     /// are open for it: the thread then reads it to its end.
     [[nodiscard]] bool share(Task &task);
 
+    /// Whether there is a task to take.
+    [[nodiscard]] bool hasWaiting();
+
     /// Closes folders that wait; they are opened again by their path. When descriptors run out.
     void closeWaiting();
 

@@ -117,7 +117,7 @@ void Crew::lookAfter(Moment moment) {
     constexpr microseconds kBetweenLooks = std::chrono::milliseconds(50);
     entries_ += moment == Moment::EntryDone;
     wasIdle_ = wasIdle_ || moment == Moment::NothingToDo;
-    if (moment == Moment::EntryDone && entries_ == kWorthwhile)
+    if (moment == Moment::EntryDone && entries_ % kWorthwhile == 0 && walk_.folders.hasWaiting())
         hire(std::min<std::size_t>(std::thread::hardware_concurrency(), kMostProcessors));
     const microseconds time = now();
     if (time - lastLook_ < kBetweenLooks)
