@@ -3,6 +3,7 @@
 #include "model/size/FolderQueue.h"
 
 #include <cstring>
+#include <ranges>
 #include <utility>
 
 namespace MWCore {
@@ -17,10 +18,10 @@ QByteArray joined(QByteArray start, const std::vector<const QByteArray *> &names
     for (const QByteArray *const name : names)
         length += name->size() + 1;
     start.reserve(length);
-    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+    for (const QByteArray *const name : names | std::views::reverse) {
         if (!start.isEmpty() && !start.endsWith('/'))
             start += '/';
-        start += **name;
+        start += *name;
     }
     return start;
 }

@@ -93,7 +93,7 @@ private:
     void take(Task &task);
     void wait(WalkedFolder *folder, const OpenFolder &opened);
     void forgetDescriptor(WalkedFolder &folder);
-    void release(WalkedFolder *folder);
+    static void release(WalkedFolder *folder);
 
     std::mutex mutex_;
     std::condition_variable changed_;

@@ -10,6 +10,7 @@
 #include "platform/foundation/FileSystemText.h"
 #include "platform/foundation/Log.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -135,10 +136,9 @@ FolderBlock::Outcome SizeWorker::readFirstBlock(const Task &task) {
 }
 
 bool SizeWorker::blockNamesSidecar() const {
-    for (const dirent64 &entry : block_)
-        if (entry.d_name[0] == '.' && entry.d_name[1] == '_')
-            return true;
-    return false;
+    return std::any_of(block_.begin(), block_.end(), [](const dirent64 &entry) {
+        return entry.d_name[0] == '.' && entry.d_name[1] == '_';
+    });
 }
 
 void SizeWorker::measureEntry(Task &task, const char *name) {

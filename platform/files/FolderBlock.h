@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <iterator>
 #include <memory>
 
 #include <dirent.h>
@@ -28,6 +29,12 @@ public:
     /// The entries other than "." and "..".
     class Iterator {
     public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = dirent64;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const dirent64 *;
+        using reference = const dirent64 &;
+
         Iterator(const char *at, const char *end) : at_(at), end_(end) { skipDots(); }
         const dirent64 &operator*() const { return *reinterpret_cast<const dirent64 *>(at_); }
         Iterator &operator++() {
