@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/size/FolderQueue.h"
 
+#include <algorithm>
 #include <cstring>
-#include <ranges>
 #include <utility>
 
 namespace MWCore {
@@ -13,12 +13,13 @@ constexpr int kMostOpen = 64; // leaves most of the usual 1,024 to the program
 constexpr std::chrono::milliseconds kLongestWait(50);
 
 /// @p names from the last to the first, with slashes between them, behind @p start.
-QByteArray joined(QByteArray start, const std::vector<const QByteArray *> &names) {
+QByteArray joined(QByteArray start, std::vector<const QByteArray *> names) {
     qsizetype length = start.size();
     for (const QByteArray *const name : names)
         length += name->size() + 1;
     start.reserve(length);
-    for (const QByteArray *const name : names | std::views::reverse) {
+    std::reverse(names.begin(), names.end());
+    for (const QByteArray *const name : names) {
         if (!start.isEmpty() && !start.endsWith('/'))
             start += '/';
         start += *name;
@@ -33,7 +34,7 @@ QByteArray pathOf(const WalkedFolder &folder) {
     const WalkedFolder *at = &folder;
     for (; at->parent; at = at->parent)
         names.push_back(&at->name);
-    return joined(at->name, names);
+    return joined(at->name, std::move(names));
 }
 
 FolderQueue::FolderQueue(QByteArray path, OpenFolder top)
@@ -112,7 +113,7 @@ void FolderQueue::take(Task &task) {
         for (; base != top_ && !base->opened; base = base->parent)
             names.push_back(&base->name);
         task.base = base == top_ ? topOpened_ : base->opened;
-        task.pathFromBase = joined({}, names);
+        task.pathFromBase = joined({}, std::move(names));
         if (folder->next == folder->subfolders.size()) {
             folder->subfolders.clear();
             folder->next = 0;
