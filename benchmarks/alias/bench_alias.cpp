@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // What it costs to find a file again that was renamed or moved, as root and as somebody else.
 // usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
+#include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
 #include "platform/aliases/Aliases.h"
 
@@ -143,14 +144,11 @@ void compareMove(const fs::path &home, long files) {
 int main(int argumentCount, char **arguments) try {
     const long siblings = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 10'000;
     const long files = argumentCount > 2 ? std::strtol(arguments[2], nullptr, 10) : 200'000;
-    std::string home = fs::temp_directory_path() / "mwcore-bench-XXXXXX";
-    if (!mkdtemp(home.data()))
-        throw std::runtime_error("no temporary folder");
-    fs::permissions(home, fs::perms::all);
-    setenv("HOME", home.c_str(), 1);
-    compareRename(home, siblings);
-    compareMove(home, files);
-    fs::remove_all(home);
+    const TemporaryFolder home;
+    fs::permissions(home.path(), fs::perms::all);
+    setenv("HOME", home.path().c_str(), 1);
+    compareRename(home.path(), siblings);
+    compareMove(home.path(), files);
     return 0;
 } catch (const std::exception &failure) {
     std::fprintf(stderr, "bench_alias: %s\n", failure.what());

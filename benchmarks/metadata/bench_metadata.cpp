@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // What it costs to learn that 100,000 plain files have no Finder information.
 // usage: bench_metadata [FILES]
+#include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
 #include "platform/metadata/MetadataStore.h"
 
@@ -61,10 +62,8 @@ void ask(const QList<QByteArray> &paths, Sidecars sidecars) {
 
 int main(int argumentCount, char **arguments) try {
     const long count = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 100'000;
-    std::string name = fs::temp_directory_path() / "mwcore-bench-XXXXXX";
-    if (!mkdtemp(name.data()))
-        throw std::runtime_error("no temporary folder");
-    const QList<QByteArray> paths = madeFiles(name, count);
+    const TemporaryFolder folder;
+    const QList<QByteArray> paths = madeFiles(folder.path(), count);
     QList<QByteArray> sidecars;
     for (const QByteArray &path : paths)
         sidecars.append(QByteArray(path).insert(path.lastIndexOf('/') + 1, "._"));
@@ -77,7 +76,6 @@ int main(int argumentCount, char **arguments) try {
                       {{"readFinderInfo", [&] { ask(paths, Sidecars::MayExist); }},
                        {"bare llistxattr and open", [&] { listBareAndOpen(paths, sidecars); }}},
                       kRounds);
-    fs::remove_all(name);
     return 0;
 } catch (const std::exception &failure) {
     std::fprintf(stderr, "bench_metadata: %s\n", failure.what());

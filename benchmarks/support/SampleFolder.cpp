@@ -2,11 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "benchmarks/support/SampleFolder.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <ctime>
 #include <string>
-#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,11 +19,6 @@ std::string nameOf(long number, Names names) {
     char name[48];
     std::snprintf(name, sizeof name, "%chotograph-%09ld.jpeg", hasDot ? '.' : 'p', number);
     return name;
-}
-
-void check(bool done, const char *what) {
-    if (!done)
-        throw std::system_error(errno, std::generic_category(), what);
 }
 
 void makeEntry(int folder, long number, Names names) {
@@ -51,17 +44,9 @@ void makeEntry(int folder, long number, Names names) {
 } // namespace
 
 SampleFolder::SampleFolder(long entries, Names names) {
-    std::string pattern = std::filesystem::temp_directory_path() / "listing-XXXXXX";
-    check(mkdtemp(pattern.data()) != nullptr, "mkdtemp");
-    path_ = pattern;
-    const int folder = open(path_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int folder = open(path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     check(folder >= 0, "open");
     for (long number = 0; number < entries; ++number)
         makeEntry(folder, number, names);
     close(folder);
-}
-
-SampleFolder::~SampleFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
 }

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "benchmarks/support/TemporaryFolder.h"
+
 #include <filesystem>
 
 /// A temporary folder of made entries: 5 % folders, 2 % links to a neighbour, the others small
@@ -14,12 +16,9 @@ public:
     };
 
     explicit SampleFolder(long entries, Names names = Names::Plain);
-    SampleFolder(const SampleFolder &) = delete;
-    SampleFolder &operator=(const SampleFolder &) = delete;
-    ~SampleFolder();
 
-    [[nodiscard]] const std::filesystem::path &path() const { return path_; }
+    [[nodiscard]] const std::filesystem::path &path() const { return folder_.path(); }
 
 private:
-    std::filesystem::path path_;
+    TemporaryFolder folder_;
 };

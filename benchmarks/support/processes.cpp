@@ -4,7 +4,7 @@
 
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/median.h"
-#include "benchmarks/support/SampleFolder.h"
+#include "benchmarks/support/TemporaryFolder.h"
 
 #include <chrono>
 #include <cstdio>
@@ -121,7 +121,7 @@ std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const s
 } // namespace
 
 Comparison::Comparison(std::vector<Contender> contenders) : contenders_(std::move(contenders)) {
-    const SampleFolder empty(0);
+    const TemporaryFolder empty;
     starts_ = mediansInTurn(contenders_, empty.path(), counts::roundsFor(0));
 }
 
