@@ -34,13 +34,35 @@ std::string readAll(int descriptor) {
 std::optional<Run> runFrom(const std::string &printed) {
     std::istringstream lines(printed);
     Run result;
-    long entries = 0;
-    if (!(lines >> result.nanoseconds >> entries >> result.bytes))
+    if (!(lines >> result.nanoseconds >> result.entries >> result.bytes))
         return std::nullopt;
     for (Part part; lines >> part.nanoseconds >> std::ws && std::getline(lines, part.what);)
         result.parts.push_back(part);
     return result;
 }
+
+double nanosecondsOf(const timeval &time) {
+    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_usec) * 1e3;
+}
+
+double medianOf(const std::vector<Run> &runs, const std::function<double(const Run &)> &value) {
+    std::vector<double> values;
+    for (const Run &run : runs)
+        values.push_back(value(run));
+    return median(values);
+}
+
+Run medianOf(const std::vector<Run> &runs) {
+    Run result = runs.front();
+    for (double Run::*const value : {&Run::nanoseconds, &Run::processorNanoseconds, &Run::bytes})
+        result.*value = medianOf(runs, std::mem_fn(value));
+    for (std::size_t part = 0; part < result.parts.size(); ++part)
+        result.parts[part].nanoseconds =
+            medianOf(runs, [part](const Run &run) { return run.parts.at(part).nanoseconds; });
+    return result;
+}
+
+} // namespace
 
 Run run(const Contender &contender, const std::string &folder) {
     std::vector<std::string> command = contender.command;
@@ -72,42 +94,26 @@ Run run(const Contender &contender, const std::string &folder) {
     rusage usage{};
     wait4(process, &status, 0, &usage);
     const std::chrono::nanoseconds taken = std::chrono::steady_clock::now() - start;
-    if (status != 0)
+    if (!WIFEXITED(status) || WEXITSTATUS(status) > contender.worstStatus)
         throw std::runtime_error(command[0] + " failed");
 
-    if (contender.report == Report::Whole)
-        return {
-            static_cast<double>(taken.count()), static_cast<double>(usage.ru_maxrss) * 1024, {}};
-    std::optional<Run> result = runFrom(printed);
+    std::optional<Run> result = contender.report == Report::OnOutput
+                                    ? runFrom(printed)
+                                    : Run{.nanoseconds = static_cast<double>(taken.count()),
+                                          .bytes = static_cast<double>(usage.ru_maxrss) * 1024};
     if (!result)
         throw std::runtime_error(command[0] + " printed no figures");
+    result->processorNanoseconds = nanosecondsOf(usage.ru_utime) + nanosecondsOf(usage.ru_stime);
     return *std::move(result);
 }
 
-template <typename Value> double medianOf(const std::vector<Run> &runs, Value value) {
-    std::vector<double> values;
-    for (const Run &run : runs)
-        values.push_back(value(run));
-    return median(values);
-}
-
-Run medianOf(const std::vector<Run> &runs) {
-    Run result = runs.front();
-    result.nanoseconds = medianOf(runs, [](const Run &run) { return run.nanoseconds; });
-    result.bytes = medianOf(runs, [](const Run &run) { return run.bytes; });
-    for (std::size_t part = 0; part < result.parts.size(); ++part)
-        result.parts[part].nanoseconds =
-            medianOf(runs, [part](const Run &run) { return run.parts.at(part).nanoseconds; });
-    return result;
-}
-
-/// The medians of runs of all contenders in turn, one after the other, so that a change of the
-/// machine's speed meets them all.
 std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const std::string &folder,
-                               int rounds) {
+                               const Rounds &rounds) {
     std::vector<std::vector<Run>> runs(contenders.size());
-    for (int round = -1; round < rounds; ++round) // the first warms up
+    for (int round = rounds.prepare ? 0 : -1; round < rounds.count; ++round)
         for (std::size_t index = 0; index < contenders.size(); ++index) {
+            if (rounds.prepare)
+                rounds.prepare();
             Run one = run(contenders[index], folder);
             if (round >= 0)
                 runs[index].push_back(std::move(one));
@@ -118,15 +124,13 @@ std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const s
     return result;
 }
 
-} // namespace
-
 Comparison::Comparison(std::vector<Contender> contenders) : contenders_(std::move(contenders)) {
     const TemporaryFolder empty;
-    starts_ = mediansInTurn(contenders_, empty.path(), counts::roundsFor(0));
+    starts_ = mediansInTurn(contenders_, empty.path(), {counts::roundsFor(0)});
 }
 
 std::vector<Run> Comparison::medians(const std::string &folder, long entries) const {
-    std::vector<Run> runs = mediansInTurn(contenders_, folder, counts::roundsFor(entries));
+    std::vector<Run> runs = mediansInTurn(contenders_, folder, {counts::roundsFor(entries)});
     for (std::size_t index = 0; index < contenders_.size(); ++index)
         if (contenders_[index].report == Report::Whole) {
             runs[index].nanoseconds -= starts_[index].nanoseconds;
