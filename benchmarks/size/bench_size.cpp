@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What it costs to measure a folder, beside peers, with everything in the page cache and with
+// nothing in it; and how soon a measurement ends that is cancelled.
+// usage: bench_size [FOLDERS...]
+#include "benchmarks/support/counts.h"
+#include "benchmarks/support/median.h"
+#include "benchmarks/support/processes.h"
+#include "benchmarks/support/SampleTree.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace {
+
+using processes::Contender;
+using processes::Report;
+using processes::Run;
+
+/// The places of contenders that are needed by themselves.
+enum : std::size_t { kGdu = 2, kNcdu };
+
+std::vector<Contender> contendersIn(const std::filesystem::path &here) {
+    constexpr int kSomeUnreadable = 1;
+    return {
+        {"measureSize", {here / "size_fso"}, Report::Whole},
+        {"du -s", {"du", "-s"}, Report::Whole, kSomeUnreadable},
+        {"gdu -np", {"gdu", "-np"}, Report::Whole},
+        {"ncdu -0 -o /dev/null", {"ncdu", "-0", "-o", "/dev/null"}, Report::Whole},
+    };
+}
+
+/// Whether the system let go of all that it had read of any file system.
+bool forgetFiles() {
+    sync();
+    return static_cast<bool>(std::ofstream("/proc/sys/vm/drop_caches") << 3 << std::flush);
+}
+
+void printTable(const std::string &title, const std::vector<Contender> &contenders,
+                const std::vector<Run> &runs) {
+    const std::size_t fastest = runs[kGdu].nanoseconds < runs[kNcdu].nanoseconds ? kGdu : kNcdu;
+    std::printf("\n| %s | ms | ours takes | processor ms | ours takes | peak MiB |\n"
+                "|---|---:|---:|---:|---:|---:|\n",
+                title.c_str());
+    for (std::size_t index = 0; index < contenders.size(); ++index)
+        std::printf("| %s%s | %.0f | %.2f x | %.0f | %.2f x | %.1f |\n", contenders[index].what,
+                    index == fastest ? ", the faster one" : "", runs[index].nanoseconds / 1e6,
+                    runs[0].nanoseconds / runs[index].nanoseconds,
+                    runs[index].processorNanoseconds / 1e6,
+                    runs[0].processorNanoseconds / runs[index].processorNanoseconds,
+                    runs[index].bytes / (1 << 20));
+    std::fflush(stdout);
+}
+
+void printCancellations(const std::string &folder, const Run &cancelled) {
+    std::vector<double> times;
+    for (const processes::Part &part : cancelled.parts)
+        times.push_back(part.nanoseconds / 1e6);
+    if (times.empty())
+        return; // it is measured sooner than anybody cancels
+    std::printf("\n| %s | attempts | median ms | worst ms |\n"
+                "|---|---:|---:|---:|\n"
+                "| cancelled | %zu | %.2f | %.2f |\n",
+                folder.c_str(), times.size(), median(times), std::ranges::max(times));
+    std::fflush(stdout);
+}
+
+void compare(const std::filesystem::path &here, const std::string &name,
+             const std::string &folder) {
+    const std::vector<Contender> contenders = contendersIn(here);
+    const Run cancelled =
+        processes::run({"cancelled", {here / "size_cancelled"}, Report::OnOutput}, folder);
+    const std::string title = name + ", " + counts::withThousands(cancelled.entries) + " entries";
+    printTable(title + ", warm", contenders, processes::mediansInTurn(contenders, folder, {7}));
+    if (forgetFiles())
+        printTable(title + ", cold", contenders,
+                   processes::mediansInTurn(contenders, folder, {3, forgetFiles}));
+    else
+        std::printf("\nNo cold figures: the page cache cannot be emptied here.\n");
+    printCancellations(name, cancelled);
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) try {
+    const std::filesystem::path here = std::filesystem::path(arguments[0]).parent_path();
+    for (int index = 1; index < argumentCount; ++index)
+        compare(here, arguments[index], arguments[index]);
+    if (argumentCount > 1)
+        return 0;
+    compare(here, "/usr", "/usr");
+    const SampleTree tree(100'000, 5);
+    compare(here, "a made tree", tree.path());
+    return 0;
+} catch (const std::exception &failure) {
+    std::fprintf(stderr, "bench_size: %s\n", failure.what());
+    return 1;
+}

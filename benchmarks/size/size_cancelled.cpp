@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// Measures a folder, then again and again, each time cancelled at another moment. A part is
+// the time from the call that cancels to the return of the one that measures.
+#include "benchmarks/support/contender.h"
+#include "model/MXFileSystemObject.h"
+#include "platform/foundation/FileSystemText.h"
+
+#include <chrono>
+#include <future>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace {
+
+using namespace MWCore;
+using contender::Clock;
+
+MXFileSystemObject::Ptr objectFor(const char *path) {
+    return MXFileSystemObject::newFSOForLocalPath(stringWithFileSystemRepresentation(path), false);
+}
+
+std::optional<MXSizeMeasurement> measure(const MXFileSystemObject::Ptr &folder) {
+    MXSizeOptions options;
+    options.walksVolume = true;
+    return folder ? folder->measureSize(options) : std::nullopt;
+}
+
+void cancelAfter(Clock::duration moment, const char *path) {
+    const MXFileSystemObject::Ptr folder = objectFor(path);
+    auto measuring = std::async(std::launch::async, [&folder] {
+        const auto measured = measure(folder);
+        return std::pair(measured && measured->isPartial, Clock::now());
+    });
+    std::this_thread::sleep_for(moment);
+    const Clock::time_point called = Clock::now();
+    folder->cancelFolderSizeCalulation();
+    const auto [wasCancelled, returned] = measuring.get();
+    if (wasCancelled) // else it had come to its end
+        contender::parts.push_back({"until it returned", returned - called});
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments) {
+    constexpr int kAttempts = 100;
+    Clock::duration whole{};
+    const int status = contender::run(argumentCount, arguments, [&whole](const char *path) -> long {
+        (void)measure(objectFor(path)); // warms up
+        const Clock::time_point start = Clock::now();
+        const auto measured = measure(objectFor(path));
+        whole = Clock::now() - start;
+        return measured ? static_cast<long>(measured->record.containedItemCount) : -1;
+    });
+    for (int attempt = 1; status == 0 && attempt <= kAttempts; ++attempt)
+        cancelAfter(whole * attempt / (kAttempts + 1), arguments[1]);
+    contender::printParts();
+    return status;
+}
