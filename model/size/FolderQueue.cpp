@@ -63,16 +63,23 @@ FolderQueue::Next FolderQueue::next(Task &task) {
     Lock lock(mutex_);
     if (task.folder)
         finish(task);
-    if (waiting_.empty() && busy_ > 0 && !isStopped_)
-        changed_.wait_for(lock, kLongestWait);
-    if (isStopped_)
+    if (isStopped_ || (waiting_.empty() && busy_ == 0))
         return Next::End;
-    if (waiting_.empty())
-        return busy_ > 0 ? Next::Wait : Next::End;
+    if (waiting_.empty()) {
+        changed_.wait_for(lock, kLongestWait);
+        return Next::Waited;
+    }
     take(task);
     if (!waiting_.empty())
         changed_.notify_one();
     return Next::Task;
+}
+
+void FolderQueue::drop(Task &task) {
+    const Lock lock(mutex_);
+    task.subfolders.clear();
+    if (task.folder)
+        finish(task);
 }
 
 /// Leaves the task empty.

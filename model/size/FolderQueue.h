@@ -66,12 +66,15 @@ public:
 
     enum class Next {
         Task,
-        Wait, ///< there is none now; ask again
-        End,  ///< everything is read, or the walk was stopped
+        Waited, ///< there was none; ask again
+        End,    ///< everything is read, or the walk was stopped
     };
 
-    /// Ends a task and waits a while for the next one.
+    /// Ends a task and takes the next one, or waits a while.
     [[nodiscard]] Next next(Task &task);
+
+    /// Ends a task, if there is one, of which nothing came.
+    void drop(Task &task);
 
     /// Lets other threads, or a later task, read on in the folder of a task. False when too many
     /// are open for it: the thread then reads it to its end.

@@ -13,13 +13,15 @@
 #include <chrono>
 #include <csignal>
 #include <ctime>
+#include <exception>
+#include <fstream>
 #include <list>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <thread>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 
 namespace MWCore {
 namespace {
@@ -33,21 +35,16 @@ microseconds now() {
     return std::chrono::seconds(time.tv_sec) + microseconds(time.tv_nsec / 1000);
 }
 
-/// What this thread did up to now.
-struct Effort {
-    microseconds computed; ///< the time for which it had a processor
-    long sleeps;           ///< how often it gave it away to wait for something
-    long interruptions;    ///< how often it was taken away
-
-    static Effort now() {
-        rusage usage = {};
-        getrusage(RUSAGE_THREAD, &usage);
-        const auto time = [](const timeval &value) {
-            return std::chrono::seconds(value.tv_sec) + microseconds(value.tv_usec);
-        };
-        return {time(usage.ru_utime) + time(usage.ru_stime), usage.ru_nvcsw, usage.ru_nivcsw};
-    }
-};
+/// How long this thread has been awake, with a processor or waiting for one (proc(5), schedstat).
+/// Nothing where the system does not tell.
+std::optional<microseconds> timeAwake() {
+    std::ifstream statistics("/proc/thread-self/schedstat");
+    int64_t computed = 0; // nanoseconds
+    int64_t queued = 0;
+    if (!(statistics >> computed >> queued))
+        return std::nullopt;
+    return microseconds((computed + queued) / 1000);
+}
 
 /// While it lives, threads that are started get no signals: those are for the program's own.
 class SignalsBlocked {
@@ -84,12 +81,13 @@ private:
     struct Member {
         explicit Member(const SharedWalk &walk) : worker(walk) {}
         SizeWorker worker;
-        std::thread thread; ///< the caller's own has none
+        std::thread thread;         ///< the caller's own has none
+        std::exception_ptr failure; ///< want of memory that ended it
     };
 
     void lookAfter(Moment moment);
     void hire(std::size_t count);
-    [[nodiscard]] bool waitsForDisk(microseconds elapsed) const;
+    void work(Member &member);
     void report() const;
     void dismiss();
 
@@ -98,7 +96,7 @@ private:
     std::list<Member> members_;
     std::size_t entries_ = 0; ///< that the caller's thread measured
     microseconds lastLook_ = now();
-    Effort lastEffort_ = Effort::now();
+    std::optional<microseconds> lastAwake_ = timeAwake();
     bool wasIdle_ = false;
 };
 
@@ -107,6 +105,9 @@ void Crew::measure(FolderQueue::Task top) {
     worker.setPause([this](Moment moment) { lookAfter(moment); });
     worker.run(std::move(top));
     dismiss();
+    for (const Member &member : members_)
+        if (member.failure)
+            std::rethrow_exception(member.failure);
 }
 
 /// Other threads are started when there is enough to do for them: one for each processor, and more
@@ -124,18 +125,13 @@ void Crew::lookAfter(Moment moment) {
         return;
     if (report_)
         report();
-    if (!wasIdle_ && waitsForDisk(time - lastLook_))
+    const auto awake = timeAwake();
+    const bool sleeps = awake && lastAwake_ && (*awake - *lastAwake_) * 2 < time - lastLook_;
+    if (sleeps && !wasIdle_)
         hire(members_.size() * 2);
     lastLook_ = time;
-    lastEffort_ = Effort::now();
+    lastAwake_ = awake;
     wasIdle_ = false;
-}
-
-bool Crew::waitsForDisk(microseconds elapsed) const {
-    const Effort effort = Effort::now();
-    const long sleeps = effort.sleeps - lastEffort_.sleeps;
-    const long interruptions = effort.interruptions - lastEffort_.interruptions;
-    return (effort.computed - lastEffort_.computed) * 2 < elapsed && sleeps > interruptions;
 }
 
 /// Makes them @p count, or as many as the system gives.
@@ -145,11 +141,21 @@ void Crew::hire(std::size_t count) {
     while (members_.size() < std::min(count, kMost)) {
         Member &member = members_.emplace_back(walk_);
         try {
-            member.thread = std::thread([&member] { member.worker.run(); });
+            member.thread = std::thread([this, &member] { work(member); });
         } catch (const std::system_error &) {
             members_.pop_back();
             return;
         }
+    }
+}
+
+/// What a thread of ours does.
+void Crew::work(Member &member) {
+    try {
+        member.worker.run();
+    } catch (...) {
+        member.failure = std::current_exception();
+        walk_.folders.stop();
     }
 }
 

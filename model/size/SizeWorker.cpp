@@ -17,6 +17,8 @@
 #include <thread>
 #include <utility>
 
+#include <QScopeGuard>
+
 #include <fcntl.h>
 
 namespace MWCore {
@@ -34,6 +36,7 @@ struct SizeWorker::Metadata {
 };
 
 void SizeWorker::run(Task task) {
+    const auto dropped = qScopeGuard([this, &task] { walk_.folders.drop(task); }); // if one throws
     if (task.folder)
         measure(task);
     for (;;) {
@@ -42,7 +45,7 @@ void SizeWorker::run(Task task) {
             if (!isCancelled())
                 measure(task);
             break;
-        case FolderQueue::Next::Wait:
+        case FolderQueue::Next::Waited:
             if (pause_)
                 pause_(Moment::NothingToDo);
             break;
@@ -206,7 +209,8 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
     const QByteArray &path = pathOfEntry(name);
     const auto sidecars = task.folder->hasSidecars ? Sidecars::MayExist : Sidecars::Absent;
     const bool mayHaveAttributes = S_ISREG(item.st_mode) || S_ISDIR(item.st_mode);
-    if (sidecars == Sidecars::Absent && !(mayHaveAttributes && mayHaveMetadataAttributes(path)))
+    if (sidecars == Sidecars::Absent &&
+        !(mayHaveAttributes && mayHaveMetadataAttributes(task.opened->number(), name, path)))
         return {};
     Metadata metadata;
     FinderInfo info;

@@ -3,14 +3,20 @@
 #include "platform/metadata/ExtendedAttributes.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 namespace MWCore {
 namespace {
+
+constexpr qsizetype kUsualNames = 1024; // bytes
+constexpr long kListXattrAt = 465;      // listxattrat(2); Linux gives all processors one number
 
 OSStatus statusOf(int result) {
     if (result == 0)
@@ -20,11 +26,31 @@ OSStatus statusOf(int result) {
 
 } // namespace
 
-AttributeNames::AttributeNames(const QByteArray &path) : names_(1024) {
+AttributeNames::AttributeNames(const QByteArray &path) : names_(kUsualNames) {
+    read([&path](char *names, std::size_t size) {
+        return llistxattr(path.constData(), names, size);
+    });
+}
+
+AttributeNames::AttributeNames(int folder, const char *name, const QByteArray &path)
+    : names_(kUsualNames) {
+    static std::atomic<bool> canListAt = true;
+    read([folder, name, &path](char *names, std::size_t size) -> ssize_t {
+        if (canListAt.load(std::memory_order_relaxed)) {
+            const long length =
+                syscall(kListXattrAt, folder, name, AT_SYMLINK_NOFOLLOW, names, size);
+            if (length >= 0 || (errno != ENOSYS && errno != EPERM)) // EPERM: a sandbox's "unknown"
+                return length;
+            canListAt.store(false, std::memory_order_relaxed);
+        }
+        return llistxattr(path.constData(), names, size);
+    });
+}
+
+template <typename List> void AttributeNames::read(List list) {
     constexpr qsizetype kLongest = 65536; // what the kernel lists at most
     ssize_t length = 0;
-    while ((length = llistxattr(path.constData(), names_.data(),
-                                static_cast<std::size_t>(names_.size()))) < 0 &&
+    while ((length = list(names_.data(), static_cast<std::size_t>(names_.size()))) < 0 &&
            errno == ERANGE && names_.size() < kLongest)
         names_.resize(kLongest);
     if (length < 0)

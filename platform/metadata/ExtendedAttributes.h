@@ -18,12 +18,18 @@ class AttributeNames {
 public:
     explicit AttributeNames(const QByteArray &path);
 
+    /// Of the entry @p name of the open folder @p folder, which @p path leads to as well: kernels
+    /// before 6.13 know no other way.
+    AttributeNames(int folder, const char *name, const QByteArray &path);
+
     /// noErr; errFSOperationNotSupported where the file system has none; else why they could not
     /// be listed.
     [[nodiscard]] OSStatus status() const { return status_; }
     [[nodiscard]] bool contains(const char *name) const;
 
 private:
+    template <typename List> void read(List list);
+
     QVarLengthArray<char, 1024> names_; ///< one after the other, each with a NUL
     OSStatus status_ = noErr;
 };

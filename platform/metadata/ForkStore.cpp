@@ -51,8 +51,8 @@ OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
 
 } // namespace
 
-bool mayHaveMetadataAttributes(const QByteArray &path) {
-    const AttributeNames names(path);
+bool mayHaveMetadataAttributes(int folder, const char *name, const QByteArray &path) {
+    const AttributeNames names(folder, name, path);
     if (names.status() != noErr)
         return names.status() != errFSOperationNotSupported;
     return hasFinderInfo(names) || forkAttribute(names);

@@ -22,10 +22,12 @@ enum class Sidecars {
     Absent, ///< no name in it begins with "._"
 };
 
-/// Whether extended attributes of an item keep Finder information or a fork, which they never do of
-/// other than plain files and folders. One llistxattr. Also true when they could not be listed for
-/// another reason than that the file system has none.
-[[nodiscard]] MWCORE_EXPORT bool mayHaveMetadataAttributes(const QByteArray &path);
+/// Whether extended attributes keep Finder information or a fork of the entry @p name of the open
+/// folder @p folder, which @p path leads to as well. They never do of other than plain files and
+/// folders. One llistxattr, or listxattrat where the kernel has it. Also true when they could not
+/// be listed for another reason than that the file system has none.
+[[nodiscard]] MWCORE_EXPORT bool mayHaveMetadataAttributes(int folder, const char *name,
+                                                           const QByteArray &path);
 
 /// Reads an item's Finder information into @p info, all zero when nothing is kept of it. Where two
 /// places disagree the first in the order of docs/metadata.md counts and one line is logged.

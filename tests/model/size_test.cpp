@@ -452,6 +452,20 @@ TEST(Size, OfACancelledItemIsThatOfOneEntry) {
     }
 }
 
+TEST(Size, EndsWithWhatItsListenerThrows) {
+    const auto item = MXFileSystemObject::newFSOForLocalPath("/usr", false);
+    int calls = 0;
+    try {
+        (void)item->sizeObject([&calls](const MXSizeProgress &) {
+            ++calls;
+            throw std::runtime_error("enough");
+        });
+        EXPECT_EQ(calls, 0);
+    } catch (const std::runtime_error &) {
+        EXPECT_EQ(calls, 1);
+    }
+}
+
 TEST(Size, MayBeCancelledAtAnyMoment) {
     const TemporaryFolder folder;
     makeWide(folder);
