@@ -162,7 +162,7 @@ void SizeWorker::measureEntry(Task &task, const char *name) {
 }
 
 void SizeWorker::measureFolder(Task &task, const char *name, const struct stat &folder) {
-    sums_.hiddenItemCount += metadataOf(task, name, folder).isInvisible;
+    sums_.hiddenItemCount += metadataOf(task, name, folder).isInvisible && hasObject(task, name);
     if (walk_.mountId == 0 || mountIdOf(task.opened->number(), name) == walk_.mountId)
         task.subfolders.append(name, static_cast<qsizetype>(std::strlen(name)) + 1);
 }
@@ -184,15 +184,15 @@ void SizeWorker::measureFile(const Task &task, const char *name, const struct st
 }
 
 void SizeWorker::measureLink(const Task &task, const char *name, const struct stat &link) {
-    if (!leadsToItem(task, name))
+    if (!hasObject(task, name))
         return;
     sums_.hiddenItemCount += metadataOf(task, name, link).isInvisible;
     sums_.dataForkSize += static_cast<uint64_t>(link.st_size);
 }
 
-/// Whether an object could be made of where a link leads: it can be examined and, if it is a
-/// folder, so can all that is in it.
-bool SizeWorker::leadsToItem(const Task &task, const char *name) {
+/// Whether an object could be made of an entry: what it is or, as a link, leads to can be examined
+/// and, if it is a folder, so can all that is in it.
+bool SizeWorker::hasObject(const Task &task, const char *name) {
     struct stat target;
     const int folder = task.opened->number();
     if (fstatat(folder, name, &target, 0) != 0)

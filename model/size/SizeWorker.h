@@ -69,7 +69,7 @@ private:
     void measureFolder(Task &task, const char *name, const struct stat &folder);
     void measureFile(const Task &task, const char *name, const struct stat &file);
     void measureLink(const Task &task, const char *name, const struct stat &link);
-    [[nodiscard]] bool leadsToItem(const Task &task, const char *name);
+    [[nodiscard]] bool hasObject(const Task &task, const char *name);
     [[nodiscard]] Metadata metadataOf(const Task &task, const char *name, const struct stat &item);
     [[nodiscard]] bool isCancelled();
     void setFolderPath(const Task &task);

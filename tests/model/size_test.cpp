@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "core/private/Descriptor.h"
 #include "model/size/format_size.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/model/items.h"
@@ -121,7 +122,15 @@ void setFlags(const std::string &path, uint16_t flags) {
     ASSERT_EQ(writeFinderInfo(QByteArray::fromStdString(path), info), noErr);
 }
 
-/// @p count folders in one another below the folder @p place, each with a file and a second folder.
+/// Makes @p count files whose names take 224 bytes of a block.
+void fill(int folder, int count) {
+    for (int file = 0; file < count; ++file)
+        close(openat(folder, (std::string(195, 'x') + std::to_string(file)).c_str(),
+                     O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
+}
+
+/// @p count folders in one another below the folder @p place, each with two files and a second
+/// folder; in the last there is more than a block.
 void makeDeep(const std::string &place, int count) {
     int folder = open(place.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     for (int level = 0; level < count; ++level) {
@@ -233,6 +242,10 @@ TEST(Size, IsWhatOneObjectAnEntryAddsUp) {
     std::fstream(sidecar, std::ios::in | std::ios::out).seekp(kFlagsInSidecar) << "\x40";
     for (const char *const name : {"._hidden in a sidecar", "._fifo", "._link", "._dead link"})
         fs::copy_file(sidecar, folder.at(name));
+    const std::string large = folder.folder("large");
+    fill(Descriptor(open(large.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)).number(), 1500);
+    folder.file("large/forked");
+    fs::copy_file(sidecar, large + "/._forked"); // hardly in the first block
     folder.fifo("fifo");
     folder.link("link", "forked");
     folder.link("dead link", "nowhere");
@@ -242,6 +255,7 @@ TEST(Size, IsWhatOneObjectAnEntryAddsUp) {
     folder.file("closed/a file", 10);
     folder.folder("closed/a folder");
     folder.link("link to closed", "closed");
+    setFlags(folder.at("closed"), kIsInvisible); // nor one of it
     ASSERT_EQ(chmod(folder.at("closed").c_str(), 0744), 0);
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
 
@@ -250,8 +264,8 @@ TEST(Size, IsWhatOneObjectAnEntryAddsUp) {
         EXPECT_EQ(runAsNobody([&path] { return compare(sumsOf(path), sumsOfObjects(path)); }), 0);
     }
     const MXFSOSizeRecord sums = sumsOf(folder.path());
-    EXPECT_EQ(sums.resourceForkSize, 2 * 3000U) << "of the file and, by its sidecar, of the fifo";
-    EXPECT_EQ(sums.hiddenItemCount, 6U);
+    EXPECT_EQ(sums.resourceForkSize, 3 * 3000U) << "of two files and, by its sidecar, of the fifo";
+    EXPECT_EQ(sums.hiddenItemCount, 8U);
 }
 
 TEST(Size, IsThatOfFind) {
