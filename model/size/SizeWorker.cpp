@@ -95,27 +95,34 @@ bool SizeWorker::isLastBlock(Task &task, FolderBlock::Outcome outcome) {
     return isShared || outcome != FolderBlock::Outcome::MoreLeft;
 }
 
-/// The folder of the task. Never waits, and never follows a link.
+/// The folder of the task, unless a link is in its place by now. Waits for descriptors alone, and
+/// not for ever, where others keep them all.
 bool SizeWorker::open(Task &task) {
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    constexpr std::chrono::milliseconds kBetweenAttempts(1);
-    constexpr int kAttempts = 1000;
     int error = 0;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    do {
         const ReachablePath place(task.pathFromBase.constData(), task.base->number());
         Descriptor folder(place ? openat(place.folder(), place.rest(), kFlags) : -1);
         if (folder) {
             task.opened = std::make_shared<const Descriptor>(std::move(folder));
+            attemptsToOpen_ = kMostAttempts;
             return true;
         }
         error = errno;
-        if (!isExhaustion(error) || isCancelled())
-            break;
-        walk_.folders.closeWaiting(); // and other threads will soon have read theirs
-        std::this_thread::sleep_for(kBetweenAttempts);
-    }
+    } while (isExhaustion(error) && mayTryAgain(attemptsToOpen_));
     addUnreadable(task, nullptr, statusFromErrno(error));
     return false;
+}
+
+/// When descriptors ran out: waits a while for some, unless that was in vain too often.
+bool SizeWorker::mayTryAgain(int &attemptsLeft) {
+    constexpr std::chrono::milliseconds kBetweenAttempts(1);
+    if (attemptsLeft == 0 || isCancelled())
+        return false;
+    --attemptsLeft;
+    walk_.folders.closeWaiting(); // and other threads will soon have read theirs
+    std::this_thread::sleep_for(kBetweenAttempts);
+    return true;
 }
 
 /// Finds out, too, whether the folder has sidecars, which may come behind the items that they
@@ -212,12 +219,20 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
     if (sidecars == Sidecars::Absent &&
         !(mayHaveAttributes && mayHaveMetadataAttributes(task.opened->number(), name, path)))
         return {};
+    const auto read = [this, &path, sidecars](auto function, auto *result) {
+        OSStatus status = noErr;
+        do
+            status = function(path, result, sidecars);
+        while (status == tmfoErr && mayTryAgain(attemptsToRead_));
+        if (status != tmfoErr)
+            attemptsToRead_ = kMostAttempts;
+        return status;
+    };
     Metadata metadata;
     FinderInfo info;
-    metadata.isInvisible =
-        readFinderInfo(path, &info, sidecars) == noErr && (info.flags & kIsInvisible);
+    metadata.isInvisible = read(readFinderInfo, &info) == noErr && (info.flags & kIsInvisible);
     if (!S_ISDIR(item.st_mode) && !S_ISLNK(item.st_mode))
-        metadata.forkStatus = resourceForkSize(path, &metadata.fork, sidecars);
+        metadata.forkStatus = read(resourceForkSize, &metadata.fork);
     return metadata;
 }
 

@@ -62,6 +62,7 @@ private:
 
     void measure(Task &task);
     [[nodiscard]] bool open(Task &task);
+    [[nodiscard]] bool mayTryAgain(int &attemptsLeft);
     [[nodiscard]] FolderBlock::Outcome readFirstBlock(const Task &task);
     [[nodiscard]] bool blockNamesSidecar() const;
     [[nodiscard]] bool isLastBlock(Task &task, FolderBlock::Outcome outcome);
@@ -86,7 +87,11 @@ private:
     uint64_t unreadableCount_ = 0;
     QList<MXUnreadableItem> unreadable_;
     bool wasCancelled_ = false;
-    std::atomic<uint64_t> entries_ = 0; ///< of the sums, for other threads
+    // While others have all descriptors; as many again after a success.
+    static constexpr int kMostAttempts = 1000;
+    int attemptsToOpen_ = kMostAttempts; ///< a folder
+    int attemptsToRead_ = kMostAttempts; ///< metadata
+    std::atomic<uint64_t> entries_ = 0;  ///< of the sums, for other threads
     std::atomic<uint64_t> bytes_ = 0;
 };
 

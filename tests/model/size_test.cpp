@@ -136,10 +136,12 @@ void makeDeep(const std::string &place, int count) {
     for (int level = 0; level < count; ++level) {
         ASSERT_EQ(mkdirat(folder, "a folder", 0755), 0);
         ASSERT_EQ(mkdirat(folder, "deeper", 0755), 0);
-        close(openat(folder, "file", O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
+        for (const char *const name : {"file", "._file"}) // the second is no sidecar: looked into
+            close(openat(folder, name, O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
         const int next = openat(folder, "deeper", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         close(std::exchange(folder, next));
     }
+    fill(folder, 400);
     close(folder);
 }
 
