@@ -22,6 +22,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace MWCore {
 namespace {
@@ -212,10 +213,15 @@ MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &o
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
     const auto top = std::make_shared<const Descriptor>(
         place ? openat(place.folder(), place.rest(), kFlags) : -1);
-    if (!*top)
-        return errno == ENOTDIR
-                   ? MXSizeMeasurement()
-                   : unreadableTop(path, statusFromErrno(errno), options.listsUnreadable);
+    if (!*top) {
+        const OSStatus status = statusFromErrno(errno);
+        struct stat item; // perhaps a link that leads nowhere
+        const bool isNoFolder =
+            place && fstatat(place.folder(), place.rest(), &item, AT_SYMLINK_NOFOLLOW) == 0 &&
+            !S_ISDIR(item.st_mode);
+        return isNoFolder ? MXSizeMeasurement()
+                          : unreadableTop(path, status, options.listsUnreadable);
+    }
     FolderQueue folders(path, top);
     SeenLinks seenLinks;
     const SharedWalk walk = {

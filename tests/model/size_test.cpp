@@ -343,6 +343,7 @@ TEST(Size, OfWhatIsNoFolder) {
     for (const char *const name : {"dead", "fifo", "empty"})
         EXPECT_EQ(child(items, name)->sizeObject()->record(), MXFSOSizeRecord()) << name;
     EXPECT_EQ(child(items, "empty")->sizeObject()->containsGetInfo(), "No items");
+    EXPECT_EQ(child(items, "dead")->measureSize()->unreadableCount, 0U);
     EXPECT_EQ(items->sizeObject()->containsGetInfo(), "5 Files. 1 Folders. ( 0 hidden )");
     EXPECT_FALSE(MXFileSystemObject::init()->sizeObject());
 }
