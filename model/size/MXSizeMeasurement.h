@@ -25,7 +25,8 @@ using MXSizeProgressCallback = std::function<void(const MXSizeProgress &)>;
 
 /// How a folder is measured. As it stands: in the way that sizeObject() does.
 struct MXSizeOptions {
-    /// Of a file that has several names below the folder the size is added once. Counts stay.
+    /// Of a file or link that has several names below the folder the size is added once. Counts
+    /// stay.
     bool countsHardLinksOnce = false;
 
     /// Folders on which something is mounted are counted, and left out with all that is in them.

@@ -194,6 +194,8 @@ void SizeWorker::measureLink(const Task &task, const char *name, const struct st
     if (!hasObject(task, name))
         return;
     sums_.hiddenItemCount += metadataOf(task, name, link).isInvisible;
+    if (walk_.seenLinks && !walk_.seenLinks->isFirst(link))
+        return;
     sums_.dataForkSize += static_cast<uint64_t>(link.st_size);
 }
 
