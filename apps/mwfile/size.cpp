@@ -47,6 +47,14 @@ std::string progressText(const MXSizeProgress &progress, std::chrono::duration<d
            " entries/s";
 }
 
+/// Why an item cannot be measured.
+std::string obstacleTo(const MXFileSystemObject &item) {
+    constexpr uint32_t kSizes = kFSCatInfoDataSizes | kFSCatInfoRsrcSizes;
+    FSCatalogInfo info;
+    const OSStatus status = FSGetCatalogInfoForPath(item.cstruct()->complete_path, kSizes, &info);
+    return status == noErr ? "its volume tells nothing" : statusText(status);
+}
+
 MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item) {
     using Clock = std::chrono::steady_clock;
     MXSizeOptions how;
@@ -60,9 +68,9 @@ MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item)
             line.show(progressText(progress, Clock::now() - start));
         };
     const Interruptible interruptible(item);
-    auto measurement = item.measureSize(how);
+    const auto measurement = item.measureSize(how);
     if (!measurement)
-        throw Failure(options.path, "it cannot be measured");
+        throw Failure(options.path, obstacleTo(item));
     return *measurement;
 }
 

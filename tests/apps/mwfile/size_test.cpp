@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include <sys/stat.h>
 
@@ -66,7 +67,12 @@ TEST(SizeCommand, TellsWhatItCouldNotRead) {
     const ProcessResult json = mwfile({"size", "--errors", "--json", folder.path()}, options);
     EXPECT_EQ(readJson(json.output, "d['unreadable'][0]['path']"),
               folder.path() + "/closed \x1B\xFF");
-    for (const std::string &path : {folder.at("closed \x1B\xFF"), folder.at("nothing")}) {
+    folder.file("damaged");
+    std::ofstream(folder.at("._damaged")) << std::string("\0\5\x16\7\0\2\0\0", 8);
+    EXPECT_NE(mwfile({"size", folder.at("damaged")}).complaints.find("stored there is damaged"),
+              std::string::npos);
+    for (const std::string &path :
+         {folder.at("closed \x1B\xFF"), folder.at("nothing"), folder.at("damaged")}) {
         const ProcessResult failed = mwfile({"size", path}, options);
         EXPECT_EQ(failed.status, 1);
         EXPECT_EQ(failed.output, "");
