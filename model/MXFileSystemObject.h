@@ -397,7 +397,8 @@ public:
     /// What the item takes with all that is in it: of a folder, package or application bundle the
     /// sums over everything below, each link with its own length and unfollowed; of a remote item
     /// what its record says. Measured once and kept, also when it was cancelled; of a volume what
-    /// its file system tells at each call. Null when the item is gone, with lines in the log.
+    /// its file system tells at each call. Null, with lines in the log, where getLocalFileSize() or
+    /// getVolumeInformation() is; a folder that is gone or closed has nothing in it.
     [[nodiscard]] MXFileSystemObjectSize::Ptr
     sizeObject(const MXSizeProgressCallback &progress = {}) const;
     void invalidateCachedSize();

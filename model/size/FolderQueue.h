@@ -56,7 +56,7 @@ public:
         OpenFolder opened;       ///< the folder; null while it is to be opened:
         OpenFolder base;         ///< a folder above it,
         QByteArray pathFromBase; ///< and its path from there
-        bool isShared = false;   ///< other threads read on in the folder, too
+        bool isShared = false;   ///< another thread began to read the folder
 
         QByteArray subfolders; ///< found in it: names, each with a NUL
     };

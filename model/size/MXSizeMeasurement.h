@@ -47,9 +47,10 @@ struct MXUnreadableItem {
     OSStatus status = noErr;
 };
 
+/// What measureSize() found.
 struct MXSizeMeasurement {
     MXFSOSizeRecord record;
-    bool isPartial = false; ///< it was cancelled before everything was seen
+    bool isPartial = false; ///< it was cancelled, so that something may be missing
     uint64_t unreadableCount = 0;
     QList<MXUnreadableItem> unreadable; ///< by path, where MXSizeOptions::listsUnreadable
 };
