@@ -25,6 +25,7 @@
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/sysmacros.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace MWCore {
@@ -239,6 +240,14 @@ TEST(Size, IsWhatOneObjectAnEntryAddsUp) {
     const QByteArray fork(3000, 'r');
     ASSERT_EQ(writeResourceFork(QByteArray::fromStdString(folder.at("forked in a sidecar")), fork),
               noErr);
+    // In a folder without sidecars.
+    folder.folder("plain/hidden");
+    folder.file("plain/hidden file");
+    setFlags(folder.at("plain/hidden"), kIsInvisible);
+    setFlags(folder.at("plain/hidden file"), kIsInvisible);
+    ASSERT_EQ(setxattr(folder.file("plain/forked").c_str(), "user.com.apple.ResourceFork",
+                       fork.constData(), 3000, 0),
+              0);
     const std::string sidecar = folder.at("._forked in a sidecar");
     constexpr int kFlagsInSidecar = 50 + 8; // behind type and creator
     std::fstream(sidecar, std::ios::in | std::ios::out).seekp(kFlagsInSidecar) << "\x40";
@@ -266,8 +275,9 @@ TEST(Size, IsWhatOneObjectAnEntryAddsUp) {
         EXPECT_EQ(runAsNobody([&path] { return compare(sumsOf(path), sumsOfObjects(path)); }), 0);
     }
     const MXFSOSizeRecord sums = sumsOf(folder.path());
-    EXPECT_EQ(sums.resourceForkSize, 3 * 3000U) << "of two files and, by its sidecar, of the fifo";
-    EXPECT_EQ(sums.hiddenItemCount, 8U);
+    EXPECT_EQ(sums.resourceForkSize, 4 * 3000U)
+        << "of three files and, by its sidecar, of the fifo";
+    EXPECT_EQ(sums.hiddenItemCount, 10U);
 }
 
 TEST(Size, IsThatOfFind) {
