@@ -20,7 +20,8 @@ struct MXSizeProgress {
     uint64_t bytes = 0;   ///< of both forks of those files
 };
 
-/// Hears of it at most 20 times a second, on the thread that measures.
+/// Hears of it at most 20 times a second, on the thread that asked for the measurement. What it
+/// throws ends the measurement and comes through to the caller.
 using MXSizeProgressCallback = std::function<void(const MXSizeProgress &)>;
 
 /// How a folder is measured. As it stands: in the way that sizeObject() does.
