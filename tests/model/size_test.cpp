@@ -135,14 +135,14 @@ void fill(int folder, int count) {
         makeFile(folder, std::string(195, 'x') + std::to_string(file));
 }
 
-/// @p count folders in one another below the folder @p place, each with two files and a second
-/// folder; in the last there is more than a block.
+/// @p count folders in one another below the folder @p place, each with two files and other
+/// folders, at first many; in the last there is more than a block.
 void makeDeep(const std::string &place, int count) {
     int folder = open(place.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     for (int level = 0; level < count; ++level) {
-        const bool isFirst = level % 2; // of the names, too, on many file systems
-        ASSERT_EQ(mkdirat(folder, isFirst ? "deeper" : "a folder", 0755), 0);
-        ASSERT_EQ(mkdirat(folder, isFirst ? "a folder" : "deeper", 0755), 0);
+        for (int other = 0; other < (level < 40 ? 8 : 1); ++other) // more than threads take
+            ASSERT_EQ(mkdirat(folder, std::to_string(level + other).c_str(), 0755), 0);
+        ASSERT_EQ(mkdirat(folder, "deeper", 0755), 0);
         makeFile(folder, "file");
         makeFile(folder, "._file"); // which is looked into, but no sidecar
         const int next = openat(folder, "deeper", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
