@@ -366,6 +366,11 @@ TEST(Size, OfWhatIsNoFolder) {
     EXPECT_EQ(child(items, "dead")->measureSize()->unreadableCount, 0U);
     EXPECT_EQ(items->sizeObject()->containsGetInfo(), "5 Files. 1 Folders. ( 0 hidden )");
     EXPECT_FALSE(MXFileSystemObject::init()->sizeObject());
+    const SpecialItems special;
+    for (const char *const name : {"to file.desktop", "labelled.AppImage"})
+        EXPECT_EQ(itemAt(special.at(name))->sizeObject()->dataForkSize(),
+                  fs::file_size(special.at(name)));
+    EXPECT_EQ(itemAt(special.at("Bundle.app"))->sizeObject()->containedItemCount(), 2U);
 }
 
 TEST(Size, IsMeasuredOnce) {
@@ -417,6 +422,7 @@ TEST(Size, OfAVolumeIsAskedForEachTime) {
     EXPECT_EQ(empty->totalSize(), 1U << 20);
     EXPECT_EQ(empty->record().volumeFreeBytes, status.f_bavail * status.f_frsize);
     EXPECT_EQ(empty->containedItemCount(), status.f_files - status.f_ffree);
+    EXPECT_EQ(empty->record().containedFileCount, empty->containedItemCount());
     EXPECT_TRUE(item->totalSizeFormattedAsString().value().isNull());
     EXPECT_EQ(item->totalSizeFormattedAsString().value(), empty->usedGetInfoString());
     std::ofstream(volume.at("file")) << std::string(300'000, 'x');
