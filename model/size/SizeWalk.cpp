@@ -87,6 +87,7 @@ private:
     };
 
     void lookAfter(Moment moment);
+    void hireWhatHelps(Moment moment, microseconds time);
     void hire(std::size_t count);
     void work(Member &member);
     void report() const;
@@ -96,7 +97,8 @@ private:
     const MXSizeProgressCallback &report_;
     std::list<Member> members_;
     std::size_t entries_ = 0; ///< that the caller's thread measured
-    microseconds lastLook_ = now();
+    microseconds lastReport_ = now();
+    microseconds lastLook_ = lastReport_;
     std::optional<microseconds> lastAwake_ = timeAwake();
     bool wasIdle_ = false;
 };
@@ -111,25 +113,33 @@ void Crew::measure(FolderQueue::Task top) {
             std::rethrow_exception(member.failure);
 }
 
-/// Other threads are started when there is enough to do for them: one for each processor, and more
-/// where a slow disk leaves those idle.
 void Crew::lookAfter(Moment moment) {
-    constexpr std::size_t kWorthwhile = 256;
-    constexpr std::size_t kMostProcessors = 8;
-    constexpr microseconds kBetweenLooks = std::chrono::milliseconds(50);
+    constexpr microseconds kBetweenReports = std::chrono::milliseconds(50);
+    const microseconds time = now();
     entries_ += moment == Moment::EntryDone;
     wasIdle_ = wasIdle_ || moment == Moment::NothingToDo;
+    hireWhatHelps(moment, time);
+    if (report_ && time - lastReport_ >= kBetweenReports) {
+        report();
+        lastReport_ = time;
+    }
+}
+
+/// Threads are started when there is enough to do for them: one for each processor, and more where
+/// a slow disk leaves those idle.
+void Crew::hireWhatHelps(Moment moment, microseconds time) {
+    constexpr std::size_t kWorthwhile = 256;
+    constexpr std::size_t kMostProcessors = 8;
+    constexpr microseconds kBetweenLooks = std::chrono::milliseconds(10);
     if (moment == Moment::EntryDone && entries_ % kWorthwhile == 0 && walk_.folders.hasWaiting())
         hire(std::min<std::size_t>(std::thread::hardware_concurrency(), kMostProcessors));
-    const microseconds time = now();
-    if (time - lastLook_ < kBetweenLooks)
+    const microseconds elapsed = time - lastLook_;
+    if (elapsed < kBetweenLooks)
         return;
-    if (report_)
-        report();
     const auto awake = timeAwake();
-    const bool sleeps = awake && lastAwake_ && (*awake - *lastAwake_) * 2 < time - lastLook_;
+    const bool sleeps = awake && lastAwake_ && (elapsed - (*awake - *lastAwake_)) * 4 > elapsed;
     if (sleeps && !wasIdle_)
-        hire(members_.size() * 2);
+        hire(members_.size() + 1);
     lastLook_ = time;
     lastAwake_ = awake;
     wasIdle_ = false;

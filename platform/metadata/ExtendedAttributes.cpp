@@ -9,6 +9,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -16,7 +17,16 @@ namespace MWCore {
 namespace {
 
 constexpr qsizetype kUsualNames = 1024; // bytes
-constexpr long kListXattrAt = 465;      // listxattrat(2); Linux gives all processors one number
+
+/// listxattrat(2), since Linux 6.13.
+constexpr long kListXattrAt =
+#if defined(SYS_listxattrat)
+    SYS_listxattrat;
+#elif defined(__alpha__) || defined(__mips__)
+    -1; // no call: these number theirs in their own way
+#else
+    465;
+#endif
 
 OSStatus statusOf(int result) {
     if (result == 0)

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <random>
 
 #include <fcntl.h>
@@ -144,8 +145,10 @@ TEST(Sorting, IsStableAndFollowsItsComparisons) {
                                  std::to_string(number % 60) + std::string(random() % 12, 'x') +
                                  (number % 7 ? "" : "\xC3\xA4");
         const std::string path = number % 5 ? folder.file(name, random() % 4) : folder.at(name);
-        if (number % 5 == 0)
+        if (number % 5 == 0) {
             mkdir(path.c_str(), 0755);
+            std::ofstream(path + "/file") << std::string(10'000, 'x');
+        }
         chmod(path.c_str(), 0600 + random() % 8);
         const timespec times[2] = {{0, 0}, {std::time_t(random() % 6), 0}};
         utimensat(AT_FDCWD, path.c_str(), times, 0);
@@ -178,7 +181,7 @@ TEST(Sorting, IsStableAndFollowsItsComparisons) {
         EXPECT_EQ(item->visibleItems(), MXFileSystemObject::_swapArray(expected));
         if (row.attribute == MXSortAttributeSize) {
             EXPECT_EQ(item->subitemAtIndex(1)->name(), "forked")
-                << "both forks count; only the sidecar is larger";
+                << "both forks count; only the sidecar is larger, and no folder";
         }
     }
 }
