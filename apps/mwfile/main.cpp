@@ -142,8 +142,7 @@ void CommandLine::addSize() {
                      "Add the size of a file with several names only once");
     command.add_flag("--one-file-system", size_.oneFileSystem,
                      "Leave out what is mounted on folders in it");
-    command.add_flag("--walk", size_.walk,
-                     "Of a volume, too, measure what is in it");
+    command.add_flag("--walk", size_.walk, "Of a volume, too, measure what is in it");
     command.add_flag("--errors", size_.errors, "List what could not be read");
     addJson(command, size_.form);
     command.final_callback([this] { work_ = [this] { return size(size_); }; });

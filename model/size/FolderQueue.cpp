@@ -3,6 +3,7 @@
 #include "model/size/FolderQueue.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <utility>
 
@@ -38,8 +39,9 @@ QByteArray pathOf(const WalkedFolder &folder) {
 }
 
 FolderQueue::FolderQueue(QByteArray path, OpenFolder top)
-    : top_(new WalkedFolder), topOpened_(std::move(top)), mostOpen_(kMostOpen) {
+    : top_(new WalkedFolder), mostOpen_(kMostOpen) {
     top_->name = std::move(path);
+    top_->opened = std::move(top);
     top_->users = 1; // this queue, to the end
 }
 
@@ -55,7 +57,7 @@ FolderQueue::Task FolderQueue::first() {
     ++top_->users;
     Task task;
     task.folder = top_;
-    task.opened = topOpened_;
+    task.opened = top_->opened;
     return task;
 }
 
@@ -88,7 +90,7 @@ void FolderQueue::finish(Task &task) {
     if (!task.subfolders.isEmpty()) {
         folder->subfolders.remove(0, std::exchange(folder->next, 0));
         folder->subfolders += task.subfolders;
-        wait(folder, task.opened);
+        enqueue(folder, task.opened);
     }
     release(folder);
     task = {};
@@ -117,9 +119,9 @@ void FolderQueue::take(Task &task) {
         folder->next += length + 1;
         std::vector<const QByteArray *> names = {&task.folder->name};
         const WalkedFolder *base = folder;
-        for (; base != top_ && !base->opened; base = base->parent)
+        for (; !base->opened; base = base->parent)
             names.push_back(&base->name);
-        task.base = base == top_ ? topOpened_ : base->opened;
+        task.base = base->opened;
         task.pathFromBase = joined({}, std::move(names));
         if (folder->next == folder->subfolders.size()) {
             folder->subfolders.clear();
@@ -129,13 +131,13 @@ void FolderQueue::take(Task &task) {
     if (folder->subfolders.isEmpty() && !folder->isUnread) {
         waiting_.pop_back();
         folder->isWaiting = false;
-        forgetDescriptor(*folder);
+        close(*folder);
         release(folder);
     }
 }
 
-void FolderQueue::wait(WalkedFolder *folder, const OpenFolder &opened) {
-    if (!folder->opened && folder != top_ && open_ < mostOpen_) {
+void FolderQueue::enqueue(WalkedFolder *folder, const OpenFolder &opened) {
+    if (!folder->opened && open_ < mostOpen_) {
         folder->opened = opened;
         ++open_;
     }
@@ -148,18 +150,17 @@ void FolderQueue::wait(WalkedFolder *folder, const OpenFolder &opened) {
 bool FolderQueue::share(Task &task) {
     const Lock lock(mutex_);
     WalkedFolder *const folder = task.folder;
-    if (folder != top_ && !folder->opened && open_ >= mostOpen_)
+    if (!folder->opened && open_ >= mostOpen_)
         return false;
     folder->isUnread = true;
-    wait(folder, task.opened);
-    if (folder == top_)
-        folder->opened = topOpened_;
+    enqueue(folder, task.opened);
     changed_.notify_one();
     return true;
 }
 
-void FolderQueue::forgetDescriptor(WalkedFolder &folder) {
-    if (std::exchange(folder.opened, {}) && &folder != top_)
+/// Once no task uses its descriptor any more.
+void FolderQueue::close(WalkedFolder &folder) {
+    if (&folder != top_ && std::exchange(folder.opened, {}))
         --open_;
 }
 
@@ -173,7 +174,7 @@ void FolderQueue::closeWaiting() {
     mostOpen_ = 0;
     for (WalkedFolder *const folder : waiting_)
         if (!folder->isUnread)
-            forgetDescriptor(*folder);
+            close(*folder);
 }
 
 void FolderQueue::stop() {

@@ -4,9 +4,7 @@
 
 #include "core/private/Descriptor.h"
 
-#include <chrono>
 #include <condition_variable>
-#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -33,7 +31,7 @@ private:
     qsizetype next = 0;     ///< the place of the first of those that is left
     bool isUnread = false;  ///< names are left in it for anyone to read on
 
-    OpenFolder opened; ///< while it waits, unless too many are open
+    OpenFolder opened; ///< while it waits, unless too many are open; of the top always
 };
 
 /// The path of a folder, beginning with the path of the top.
@@ -94,19 +92,18 @@ private:
 
     void finish(Task &task);
     void take(Task &task);
-    void wait(WalkedFolder *folder, const OpenFolder &opened);
-    void forgetDescriptor(WalkedFolder &folder);
+    void enqueue(WalkedFolder *folder, const OpenFolder &opened);
+    void close(WalkedFolder &folder);
     static void release(WalkedFolder *folder);
 
     std::mutex mutex_;
     std::condition_variable changed_;
     WalkedFolder *const top_;
-    OpenFolder topOpened_; ///< the way to every other folder
     std::vector<WalkedFolder *> waiting_;
     int busy_ = 0; ///< tasks in work
     bool isStopped_ = false;
     int mostOpen_;
-    int open_ = 0; ///< folders that wait open
+    int open_ = 0; ///< folders that wait open, beside the top
 };
 
 } // namespace MWCore
