@@ -73,14 +73,14 @@ void SizeWorker::measure(Task &task) {
         // A folder that was removed meanwhile has no more names.
         if (outcome == FolderBlock::Outcome::Failed && errno != ENOENT)
             addUnreadable(task, nullptr, statusFromErrno(errno));
-        if (isLastBlock(task, outcome))
+        if (!measureBlock(task, outcome))
             return;
         outcome = block_.fill(folder);
     }
 }
 
-/// Measures the block. Whether that was all that this task has to do.
-bool SizeWorker::isLastBlock(Task &task, FolderBlock::Outcome outcome) {
+/// Measures what was read with @p outcome. Whether the task goes on with another block.
+bool SizeWorker::measureBlock(Task &task, FolderBlock::Outcome outcome) {
     bool leavesMore = outcome == FolderBlock::Outcome::MoreLeft;
     bool isShared = false;
     for (const dirent64 &entry : block_) {
@@ -88,11 +88,11 @@ bool SizeWorker::isLastBlock(Task &task, FolderBlock::Outcome outcome) {
         if (pause_)
             pause_(Moment::EntryDone);
         if (isCancelled())
-            return true;
+            return false;
         if (std::exchange(leavesMore, false))
             isShared = walk_.folders.share(task);
     }
-    return isShared || outcome != FolderBlock::Outcome::MoreLeft;
+    return outcome == FolderBlock::Outcome::MoreLeft && !isShared;
 }
 
 /// The folder of the task, unless a link is in its place by now. Waits for descriptors alone, and

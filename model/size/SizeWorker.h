@@ -65,7 +65,7 @@ private:
     [[nodiscard]] bool mayTryAgain(int &attemptsLeft);
     [[nodiscard]] FolderBlock::Outcome readFirstBlock(const Task &task);
     [[nodiscard]] bool blockNamesSidecar() const;
-    [[nodiscard]] bool isLastBlock(Task &task, FolderBlock::Outcome outcome);
+    [[nodiscard]] bool measureBlock(Task &task, FolderBlock::Outcome outcome);
     void measureEntry(Task &task, const char *name);
     void measureFolder(Task &task, const char *name, const struct stat &folder);
     void measureFile(const Task &task, const char *name, const struct stat &file);
