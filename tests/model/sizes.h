@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "tests/model/items.h"
+
+#include <ostream>
+#include <string>
+
+namespace MWCore {
+
+/// So that a test that fails shows the sums.
+inline void PrintTo(const MXFSOSizeRecord &record, std::ostream *stream) {
+    *stream << "data " << record.dataForkSize << " (" << record.physicalDataForkSize
+            << "), resources " << record.resourceForkSize << " (" << record.physicalResourceForkSize
+            << "), total " << record.totalSize << " (" << record.physicalTotalSize << "), "
+            << record.containedFileCount << " files, " << record.containedFolderCount
+            << " folders, " << record.hiddenItemCount << " hidden";
+}
+
+} // namespace MWCore
+
+/// What the item at @p path measures of itself.
+inline MWCore::MXFSOSizeRecord sumsOf(const std::string &path) {
+    const auto item = MWCore::MXFileSystemObject::newFSOForLocalPath(text(path), false);
+    return item->sizeObject()->record();
+}
