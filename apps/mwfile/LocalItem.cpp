@@ -80,11 +80,10 @@ DescribedItem describedItem(const std::string &path) {
     const int error = errno;
     if (error == ENOMEM)
         throw Failure(path, ENOMEM);
-    if (listed)
-        item = described(std::move(listed), "");
+    DescribedItem whole = listed ? described(std::move(listed), "") : std::move(item);
     if (error != 0)
-        item.contentsFailure = std::strerror(error);
-    return item;
+        whole.contentsFailure = std::strerror(error);
+    return whole;
 }
 
 const NodeKind *nodeKind(const MXFileSystemObject &item) {
