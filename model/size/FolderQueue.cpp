@@ -38,6 +38,13 @@ QByteArray pathOf(const WalkedFolder &folder) {
     return joined(at->name, std::move(names));
 }
 
+bool isPathLonger(const WalkedFolder &folder, qsizetype length) {
+    qsizetype found = folder.name.size();
+    for (const WalkedFolder *at = folder.parent; at && found <= length; at = at->parent)
+        found += at->name.size() + !at->name.endsWith('/');
+    return found > length;
+}
+
 FolderQueue::FolderQueue(QByteArray path, OpenFolder top)
     : top_(new WalkedFolder), mostOpen_(kMostOpen) {
     top_->name = std::move(path);

@@ -37,6 +37,9 @@ private:
 /// The path of a folder, beginning with the path of the top.
 [[nodiscard]] QByteArray pathOf(const WalkedFolder &folder);
 
+/// Whether that path has more than @p length bytes. Takes no longer the deeper the folder is.
+[[nodiscard]] bool isPathLonger(const WalkedFolder &folder, qsizetype length);
+
 /// The folders of one tree that are still to be read, shared by the threads that read them. What
 /// was found last is read first, so that little waits. Any thread.
 class FolderQueue {

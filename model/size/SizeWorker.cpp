@@ -241,9 +241,9 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
 /// That of the folder itself, unless entries of long names would have one that the system refuses.
 void SizeWorker::setFolderPath(const Task &task) {
     constexpr qsizetype kLongestEntry = sizeof "/._" + NAME_MAX;
-    path_ = pathOf(*task.folder);
-    if (path_.size() + kLongestEntry > PATH_MAX)
-        path_ = "/proc/self/fd/" + QByteArray::number(task.opened->number());
+    path_ = isPathLonger(*task.folder, PATH_MAX - kLongestEntry)
+                ? "/proc/self/fd/" + QByteArray::number(task.opened->number())
+                : pathOf(*task.folder);
     if (!path_.endsWith('/'))
         path_ += '/';
     nameStart_ = path_.size();
