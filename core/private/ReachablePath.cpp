@@ -7,7 +7,8 @@
 
 namespace MWCore {
 
-ReachablePath::ReachablePath(const char *path, int start) : start_(start), rest_(path) {
+ReachablePath::ReachablePath(const char *path, int start, int (*open)(int, const char *, int, ...))
+    : start_(start), rest_(path) {
     if (!path)
         errno = EFAULT;
     while (rest_ && std::strlen(rest_) >= PATH_MAX) {
@@ -21,7 +22,7 @@ ReachablePath::ReachablePath(const char *path, int start) : start_(start), rest_
         const auto length = static_cast<std::size_t>(slash - rest_) + 1;
         std::memcpy(piece, rest_, length);
         piece[length] = '\0';
-        folder_ = Descriptor(openat(folder(), piece, O_PATH | O_DIRECTORY | O_CLOEXEC));
+        folder_ = Descriptor(open(folder(), piece, O_PATH | O_DIRECTORY | O_CLOEXEC));
         if (!folder_) {
             rest_ = nullptr;
             return;

@@ -14,7 +14,11 @@ class ReachablePath {
 public:
     /// @p path, which is relative to the open folder @p start unless it begins with "/", must
     /// outlive this object, as must the descriptor.
-    explicit ReachablePath(const char *path, int start = AT_FDCWD);
+    explicit ReachablePath(const char *path, int start = AT_FDCWD)
+        : ReachablePath(path, start, openat) {}
+
+    /// The same, each folder on the way opened by @p open.
+    ReachablePath(const char *path, int start, int (*open)(int, const char *, int, ...));
 
     /// False, with the cause in `errno`, when a folder on the way cannot be entered.
     explicit operator bool() const { return rest_ != nullptr; }
