@@ -85,10 +85,11 @@ std::vector<Mount> mountTable() {
 
 uint64_t mountIdOf(int folder, const char *path) {
     struct statx item = {};
-    constexpr int kFlags =
-        AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
-    if (statx(folder, path, kFlags, STATX_MNT_ID, &item) != 0)
-        return 0;
+    constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
+    if (statx(folder, path, kFlags | AT_STATX_DONT_SYNC, STATX_MNT_ID, &item) != 0) {
+        struct stat known = {}; // some sandboxes refuse the newer call
+        return fstatat(folder, path, &known, kFlags) == 0 ? known.st_dev : 0;
+    }
     return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id
                                         : makedev(item.stx_dev_major, item.stx_dev_minor);
 }
