@@ -61,7 +61,7 @@ MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item)
     how.countsHardLinksOnce = options.linksOnce;
     how.staysOnVolume = options.oneFileSystem;
     how.walksVolume = options.walk;
-    how.listsUnreadable = true;
+    how.listsUnreadable = options.errors; // there may be millions
     LiveLine line;
     if (line.isSeen())
         how.progress = [&line, start = Clock::now()](const MXSizeProgress &progress) {
@@ -141,15 +141,23 @@ std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measur
     return object.objects("unreadable", unreadable).finished();
 }
 
+/// When nothing was found in a folder, and something could not be read: that is the folder.
+void throwIfClosed(const std::string &path, const MXFileSystemObject &item) {
+    MXSizeOptions how;
+    how.listsUnreadable = true;
+    const auto again = item.measureSize(how);
+    if (again && !again->unreadable.isEmpty())
+        throw Failure(path, again->unreadable.constFirst().status);
+}
+
 } // namespace
 
 bool size(const SizeOptions &options) {
     const DescribedItem described = itemItself(options.path);
     MXFileSystemObject &item = *described.object;
     const MXSizeMeasurement measurement = measured(options, item);
-    for (const MXUnreadableItem &unreadable : measurement.unreadable)
-        if (unreadable.path == item.completePath())
-            throw Failure(options.path, unreadable.status);
+    if (measurement.unreadableCount > 0 && measurement.record.containedItemCount == 0)
+        throwIfClosed(options.path, item);
     const bool isVolume = item.isVolume() && !options.walk;
     print(options.form == Form::Json ? json(item, measurement, options.errors) + "\n"
                                      : text(item, isVolume, measurement, options.errors));
