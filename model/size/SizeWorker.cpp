@@ -36,6 +36,8 @@ int openUnlinked(int start, const char *path, int flags, ...) {
     how.flags = static_cast<unsigned>(flags | O_NOFOLLOW);
     how.resolve = RESOLVE_NO_SYMLINKS;
     const auto folder = static_cast<int>(syscall(SYS_openat2, start, path, &how, sizeof how));
+    if (folder < 0 && errno == ELOOP)
+        errno = ENOTDIR; // as for a link at the end: the folder has gone
     if (folder >= 0 || (errno != ENOSYS && errno != EPERM))
         return folder;
     return openat(start, path, flags | O_NOFOLLOW);
