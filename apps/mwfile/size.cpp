@@ -10,9 +10,12 @@
 #include "apps/mwfile/SizeText.h"
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <memory>
+
+#include <unistd.h>
 
 namespace MWCore::mwfile {
 namespace {
@@ -141,15 +144,6 @@ std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measur
     return object.objects("unreadable", unreadable).finished();
 }
 
-/// When nothing was found in a folder, and something could not be read: that is the folder.
-void throwIfClosed(const std::string &path, const MXFileSystemObject &item) {
-    MXSizeOptions how;
-    how.listsUnreadable = true;
-    const auto again = item.measureSize(how);
-    if (again && !again->unreadable.isEmpty())
-        throw Failure(path, again->unreadable.constFirst().status);
-}
-
 } // namespace
 
 bool size(const SizeOptions &options) {
@@ -157,7 +151,8 @@ bool size(const SizeOptions &options) {
     MXFileSystemObject &item = *described.object;
     const MXSizeMeasurement measurement = measured(options, item);
     if (measurement.unreadableCount > 0 && measurement.record.containedItemCount == 0)
-        throwIfClosed(options.path, item);
+        throw Failure(options.path, // which is what could not be read
+                      eaccess(item.cstruct()->complete_path, R_OK) == 0 ? EIO : errno);
     const bool isVolume = item.isVolume() && !options.walk;
     print(options.form == Form::Json ? json(item, measurement, options.errors) + "\n"
                                      : text(item, isVolume, measurement, options.errors));
