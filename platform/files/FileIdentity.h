@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "FileStatus.h"
-
 #include <cstdint>
 #include <optional>
 
@@ -28,15 +26,5 @@ struct FileIdentity {
 
     friend bool operator==(const FileIdentity &, const FileIdentity &) = default;
 };
-
-/// The identity of the item @p path relative to the open folder @p folder (or AT_FDCWD); of a link
-/// itself. Nothing on failure, with the cause in @p status.
-[[nodiscard]] std::optional<FileIdentity> identityOf(int folder, const char *path,
-                                                     OSStatus *status);
-
-/// Whether @p found is the item that @p wanted was: inode numbers are used again, and some are the
-/// same on every volume, so the handle and the time of birth must agree where both have one. Device
-/// numbers are not compared.
-[[nodiscard]] bool isSameItem(const FileIdentity &found, const FileIdentity &wanted);
 
 } // namespace MWCore

@@ -3,6 +3,7 @@
 #include "platform/references/AliasResolution.h"
 
 #include "core/private/Descriptor.h"
+#include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 

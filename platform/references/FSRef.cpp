@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/references/FSRef.h"
 
+#include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <MWCore/FileIdentity.h>
+#include <MWCore/FileStatus.h>
 #include <MWCore/mwcore_export.h>
 
 #include <QByteArray>

@@ -4,6 +4,7 @@
 
 #include "core/private/Descriptor.h"
 #include "platform/files/FolderBlock.h"
+#include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/files/FileIdentity.h"
+#include "platform/files/FileStatus.h"
 #include "platform/files/FolderBlock.h"
 
 #include <atomic>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/FileIdentity.h"
+#include "platform/files/ItemIdentity.h"
 
 #include "core/private/Descriptor.h"
 

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/files/FileIdentity.h"
+#include "platform/files/FileStatus.h"
+
+#include <optional>
+
+/// How an item is recognised. Any thread.
+namespace MWCore {
+
+/// The identity of the item @p path relative to the open folder @p folder (or AT_FDCWD); of a link
+/// itself. Nothing on failure, with the cause in @p status.
+[[nodiscard]] std::optional<FileIdentity> identityOf(int folder, const char *path,
+                                                     OSStatus *status);
+
+/// Whether @p found is the item that @p wanted was: inode numbers are used again, and some are the
+/// same on every volume, so the handle and the time of birth must agree where both have one. Device
+/// numbers are not compared.
+[[nodiscard]] bool isSameItem(const FileIdentity &found, const FileIdentity &wanted);
+
+} // namespace MWCore
