@@ -127,7 +127,15 @@ FSCatalogInfo informationOn(const Request &request, const FSRef &ref, uint32_t w
 
 void change(const Request &request, const FSRef &ref, const Row &row, FSCatalogInfo &info) {
     row.set(info, *request.value);
-    const OSStatus status = FSSetCatalogInfo(ref, row.whichInfo, info);
+    const auto setAgain = [&](FinderInfo &now) { // what others write at this moment stays
+        FSCatalogInfo current;
+        current.finderInfo = now;
+        row.set(current, *request.value);
+        now = current.finderInfo;
+    };
+    const OSStatus status = row.whichInfo == kFSCatInfoFinderInfo
+                                ? FSChangeFinderInfo(ref, setAgain)
+                                : FSSetCatalogInfo(ref, row.whichInfo, info);
     if (status == permErr && row.attribute == Attribute::Lock && geteuid() != 0)
         throw Failure(request.path, "only the superuser may lock and unlock");
     if (status != noErr)

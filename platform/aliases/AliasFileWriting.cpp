@@ -1,27 +1,26 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/private/Descriptor.h"
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/FileUrl.h"
-#include "platform/catalogue/ResourceFile.h"
+#include "platform/files/EmptyFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/ReplacedFile.h"
 #include "platform/formats/DesktopEntry.h"
-#include "platform/metadata/MetadataStore.h"
+#include "platform/formats/ResourceMap.h"
+#include "platform/metadata/MetadataChange.h"
 #include "platform/references/AliasResolution.h"
 
-#include <cerrno>
-
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace MWCore {
 namespace {
 
+constexpr mode_t kReadAndWrite = 0666;
+constexpr auto kNobody = static_cast<uid_t>(-1); // leaves a new file its owner and group
+
 OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
-                           const QByteArray &path) {
+                           const ItemPlace &place) {
     DesktopEntry entry;
     // For people; what is not UTF-8 would make the whole entry invalid.
     const QByteArray last = PathParts(target).name;
@@ -32,68 +31,85 @@ OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
         entry.setValue(DesktopEntry::kMainGroup, "URL", QString::fromLatin1(fileUrl(target))) &&
         entry.setValue(DesktopEntry::kMainGroup, kAliasRecordKey,
                        QString::fromLatin1(record.toBase64()));
-    if (!isWhole || !path.endsWith(kAliasFileSuffix))
+    if (!isWhole || !place.name().endsWith(kAliasFileSuffix))
         return bdNamErr;
     OSStatus status = noErr;
-    constexpr mode_t kReadAndWrite = 0666;
-    auto file = ReplacedFile::begin(path, {kReadAndWrite}, &status);
-    return file ? file->commitNew(entry.toBytes()) : status;
+    auto file = ReplacedFile::begin(place, &status);
+    if (!file)
+        return status;
+    return file->isThere() ? dupFNErr
+                           : file->replace(entry.toBytes(), {kReadAndWrite, kNobody, kNobody});
 }
 
-/// Makes the item @p file, which has a fork without resources, an alias.
-OSStatus fillFinderAlias(const FSRef &file, const QByteArray &record) {
-    OSStatus status = noErr;
-    const auto fork = ResourceFile::open(file, fsRdWrPerm, &status);
-    if (fork)
-        status = fork->addResource(kAliasResource, 0, {}, record);
-    if (status == noErr)
-        status = fork->close();
+FinderInfo aliasInfo() {
     FinderInfo info;
     info.type = kAliasFileType;
     info.creator = kAliasFileCreator;
     info.flags = kIsAlias;
-    return status == noErr ? writeFinderInfo(file.path, info) : status;
+    return info;
+}
+
+/// Whether a sidecar without an item keeps nothing but an alias, as a killed process may leave it.
+bool isLeftOver(const AppleDouble &sidecar) {
+    const QByteArrayView info = sidecar.content(kFinderInfoEntry);
+    return sidecar.isVoid() ||
+           (info.size() >= FinderInfo::kLength && FinderInfo::fromBytes(info) == aliasInfo());
+}
+
+/// Makes the sidecar of an alias that is still to come, or removes it for no @p fork.
+OSStatus writeAliasSidecar(const ItemPlace &place, const QByteArray &fork) {
+    return changeMetadata(place, [&fork](MetadataChange &change) -> std::optional<OSStatus> {
+        OSStatus status = noErr;
+        AppleDouble *const sidecar = change.sidecar(&status);
+        if (!sidecar)
+            return status;
+        if (!isLeftOver(*sidecar))
+            return dupFNErr;
+        const FinderInfo info = fork.isEmpty() ? FinderInfo() : aliasInfo();
+        sidecar->overwrite(kFinderInfoEntry, info.toBytes());
+        sidecar->replace(kResourceForkEntry, fork);
+        return noErr;
+    });
 }
 
 /// All of it or nothing: an empty file without its metadata would lead nowhere and be in the way.
-OSStatus writeFinderAlias(const QByteArray &record, const QByteArray &path) {
-    const PathParts parts(path);
-    constexpr mode_t kReadAndWrite = 0666;
-    if (!Descriptor(open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite)))
-        return statusFromErrno(errno);
-    FSRef folder;
-    FSRef file;
-    OSStatus status = FSPathMakeRef(parts.parent, &folder);
-    if (status == noErr)
-        status = FSCreateResFile(folder, parts.name, &file);
-    const bool hasFork = status == noErr;
-    if (hasFork)
-        status = fillFinderAlias(file, record);
-    if (status != noErr && hasFork)
-        (void)writeResourceFork(path, {});
-    if (status != noErr)
-        unlink(path.constData());
-    return status;
+/// So the metadata comes first, and all at once.
+OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
+    ResourceMap map;
+    map.put({kAliasResource, 0, std::nullopt, 0, record});
+    const auto fork = map.toBytes();
+    if (!fork)
+        return fileBoundsErr;
+    if (const OSStatus status = writeAliasSidecar(place, *fork); status != noErr)
+        return status;
+    const OSStatus made = makeEmptyFile(place);
+    if (made != noErr)
+        (void)writeAliasSidecar(place, {});
+    return made;
 }
 
 } // namespace
 
 OSStatus FSCreateAliasFile(const FSRef &target, const QByteArray &path, AliasFileForm form) {
     struct stat item = {};
-    if (lstat(path.constData(), &item) == 0)
+    OSStatus status = noErr;
+    const auto place = ItemPlace::find(path, &status);
+    if (!place)
+        return status;
+    if (place->examine(&item) == noErr)
         return dupFNErr;
     FSRef now;
     QByteArray targetPath;
     QByteArray record;
-    OSStatus status = currentPath(target, &targetPath);
+    status = currentPath(target, &targetPath);
     if (status == noErr)
         status = FSPathMakeRef(targetPath, &now);
     if (status == noErr)
         status = FSNewAlias(now, &record);
     if (status != noErr)
         return status;
-    return form == AliasFileForm::Finder ? writeFinderAlias(record, path)
-                                         : writeDesktopEntry(now.path, record, path);
+    return form == AliasFileForm::Finder ? writeFinderAlias(record, *place)
+                                         : writeDesktopEntry(now.path, record, *place);
 }
 
 } // namespace MWCore

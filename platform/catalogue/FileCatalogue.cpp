@@ -2,9 +2,12 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/FileCatalogue.h"
 
+#include "platform/files/FolderTurn.h"
 #include "platform/files/RegularFile.h"
+#include "platform/metadata/MetadataChange.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/AliasResolution.h"
+#include "platform/references/ReferencePlace.h"
 
 #include <cerrno>
 #include <ctime>
@@ -58,25 +61,45 @@ OSStatus readForkSizes(const QByteArray &path, FSCatalogInfo *info) {
     return status;
 }
 
-OSStatus setLocked(const QByteArray &path, bool locked) {
-    OSStatus status = noErr;
-    const Descriptor item = openFileOrFolder(path, &status);
-    int flags = 0;
-    if (!item)
-        return status;
-    if (ioctl(item.number(), FS_IOC_GETFLAGS, &flags) != 0)
-        return statusFromErrno(errno);
-    const int wanted = locked ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
-    if (wanted == flags)
-        return noErr;
-    return ioctl(item.number(), FS_IOC_SETFLAGS, &wanted) == 0 ? noErr : statusFromErrno(errno);
+/// The attributes of an open item, with or without the immutable one; 0 or an `errno` value.
+int setImmutable(int item, bool locked, int *flags) {
+    if (ioctl(item, FS_IOC_GETFLAGS, flags) != 0)
+        return errno;
+    const int wanted = locked ? *flags | FS_IMMUTABLE_FL : *flags & ~FS_IMMUTABLE_FL;
+    if (wanted == *flags)
+        return 0;
+    *flags = wanted;
+    return ioctl(item, FS_IOC_SETFLAGS, flags) == 0 ? 0 : errno;
 }
 
-OSStatus setModificationDate(const QByteArray &path, UTCDateTime date) {
+OSStatus setLocked(const ItemPlace &place, bool locked) {
+    OSStatus status = noErr;
+    const FolderTurn turn(place); // all attributes are written at once
+    const Descriptor item = openFileOrFolderAt(place.folder(), place.name(), &status);
+    int flags = 0;
+    return item ? statusFromErrno(setImmutable(item.number(), locked, &flags)) : status;
+}
+
+OSStatus setModificationDate(const ItemPlace &place, UTCDateTime date) {
     const timespec times[] = {{0, UTIME_OMIT}, timeFrom(date)};
-    return utimensat(AT_FDCWD, path.constData(), times, AT_SYMLINK_NOFOLLOW) == 0
+    return utimensat(place.folder(), place.name().constData(), times, AT_SYMLINK_NOFOLLOW) == 0
                ? noErr
                : statusFromErrno(errno);
+}
+
+OSStatus setAll(const ItemPlace &place, uint32_t whichInfo, const FSCatalogInfo &info) {
+    OSStatus status = noErr;
+    const bool locks = info.nodeFlags & kFSNodeLockedMask;
+    // A locked item takes no other change: unlock first, lock last.
+    if ((whichInfo & kFSCatInfoNodeFlags) && !locks)
+        status = setLocked(place, false);
+    if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
+        status = changeFinderInfo(place, [&info](FinderInfo &now) { now = info.finderInfo; });
+    if (status == noErr && (whichInfo & kFSCatInfoContentMod))
+        status = setModificationDate(place, info.contentModDate);
+    if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && locks)
+        status = setLocked(place, true);
+    return status;
 }
 
 } // namespace
@@ -121,19 +144,15 @@ OSStatus FSGetCatalogInfoForPath(const QByteArray &path, uint32_t whichInfo, FSC
 OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo, const FSCatalogInfo &info) {
     if (whichInfo & ~kSettable)
         return errFSOperationNotSupported;
-    QByteArray path;
-    OSStatus status = currentPath(ref, &path);
-    const bool locks = info.nodeFlags & kFSNodeLockedMask;
-    // A locked item takes no other change: unlock first, lock last.
-    if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && !locks)
-        status = setLocked(path, false);
-    if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
-        status = writeFinderInfo(path, info.finderInfo);
-    if (status == noErr && (whichInfo & kFSCatInfoContentMod))
-        status = setModificationDate(path, info.contentModDate);
-    if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && locks)
-        status = setLocked(path, true);
-    return status;
+    OSStatus status = noErr;
+    const auto place = placeOf(ref, &status);
+    return place ? setAll(*place, whichInfo, info) : status;
+}
+
+OSStatus FSChangeFinderInfo(const FSRef &ref, const std::function<void(FinderInfo &)> &change) {
+    OSStatus status = noErr;
+    const auto place = placeOf(ref, &status);
+    return place ? changeFinderInfo(*place, change) : status;
 }
 
 } // namespace MWCore

@@ -8,6 +8,7 @@
 #include <MWCore/FSRef.h>
 
 #include <cstdint>
+#include <functional>
 
 #include <sys/types.h>
 
@@ -62,10 +63,17 @@ struct FSCatalogInfo {
                                                              FSCatalogInfo *info);
 
 /// Changes what @p whichInfo names: the locked flag (which takes the superuser's rights), the date
-/// of modification, the Finder information; errFSOperationNotSupported for anything else. Any
+/// of modification, the Finder information; errFSOperationNotSupported for anything else. All of
+/// the Finder information is set, whatever others wrote since it was read: FSChangeFinderInfo()
+/// changes a part. Never through a link that another user may have made: foreignLinkErr. Any
 /// thread.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
                                                       const FSCatalogInfo &info);
+
+/// Lets @p change, which must not throw, change an item's Finder information as it is at that
+/// moment; again if others write it meanwhile, so that no change is lost. Any thread.
+[[nodiscard]] MWCORE_EXPORT OSStatus
+FSChangeFinderInfo(const FSRef &ref, const std::function<void(FinderInfo &)> &change);
 
 /// Exact to 1/65536 s; times before 1904 are 0, those that are too late the last there is.
 [[nodiscard]] MWCORE_EXPORT UTCDateTime utcDateTimeFrom(const timespec &time);

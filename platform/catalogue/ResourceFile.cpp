@@ -2,47 +2,54 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/ResourceFile.h"
 
-#include "core/private/Descriptor.h"
+#include "platform/files/EmptyFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/formats/ResourceMap.h"
+#include "platform/metadata/MetadataChange.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/AliasResolution.h"
+#include "platform/references/ReferencePlace.h"
 
 #include <algorithm>
-#include <cerrno>
-
-#include <fcntl.h>
+#include <functional>
+#include <vector>
 
 namespace MWCore {
 
 struct ResourceFile::Fork {
+    using Edit = std::function<void(ResourceMap &)>;
+
     FSRef item;
     ForkPermission permission;
     ResourceMap map;
-    bool isChanged = false;
+    std::vector<Edit> edits; ///< that close() makes to the fork as it is then
+
+    void edit(Edit edit) {
+        edit(map);
+        edits.push_back(std::move(edit));
+    }
 };
 
 OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *newRef) {
-    QByteArray path;
-    if (const OSStatus status = currentPath(parent, &path); status != noErr)
-        return status;
     if (name.isEmpty() || name.contains('/') || name.contains('\0'))
         return bdNamErr;
-    path = pathIn(path, name);
-    constexpr mode_t kReadAndWrite = 0666;
-    if (!Descriptor(
-            ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite)) &&
-        errno != EEXIST)
-        return statusFromErrno(errno);
-    FSRef made;
-    OSStatus status = FSPathMakeRef(path, &made);
-    if (status == noErr && readResourceFork(path, &status))
-        return dupFNErr;
-    if (status == resFNotFound)
-        status = writeResourceFork(path, ResourceMap().toBytes().value_or(QByteArray()));
+    OSStatus status = noErr;
+    const auto place = placeIn(parent, name, &status);
+    if (!place)
+        return status;
+    const OSStatus made = makeEmptyFile(*place);
+    if (made != noErr && made != dupFNErr)
+        return made;
+    status = changeResourceFork(*place, [](QByteArrayView fork, OSStatus *refused) {
+        *refused = fork.isEmpty() ? noErr : dupFNErr;
+        return ResourceMap().toBytes().value_or(QByteArray());
+    });
+    if (status != noErr && made == noErr)
+        removeEmptyFile(*place);
+    QByteArray folder;
     if (status == noErr && newRef)
-        *newRef = made;
-    return status;
+        status = currentPath(parent, &folder);
+    return status == noErr && newRef ? FSPathMakeRef(pathIn(folder, name), newRef) : status;
 }
 
 ResourceFile::ResourceFile(std::unique_ptr<Fork> fork) : fork_(std::move(fork)) {}
@@ -60,7 +67,7 @@ std::unique_ptr<ResourceFile> ResourceFile::open(const FSRef &ref, ForkPermissio
         *status = mapReadErr;
         return nullptr;
     }
-    auto fork = std::make_unique<Fork>(Fork{ref, permission, std::move(*map)});
+    auto fork = std::make_unique<Fork>(Fork{ref, permission, std::move(*map), {}});
     return std::unique_ptr<ResourceFile>(new ResourceFile(std::move(fork)));
 }
 
@@ -79,32 +86,46 @@ OSStatus ResourceFile::addResource(uint32_t type, int16_t id, const QByteArray &
                                    const QByteArray &data) {
     if (fork_->permission != fsRdWrPerm)
         return permErr;
-    fork_->map.put({type, id, name.isEmpty() ? std::nullopt : std::optional(name), 0, data});
-    fork_->isChanged = true;
+    const Resource added = {type, id, name.isEmpty() ? std::nullopt : std::optional(name), 0, data};
+    fork_->edit([added](ResourceMap &map) { map.put(added); });
     return noErr;
 }
 
 OSStatus ResourceFile::removeResource(uint32_t type, int16_t id) {
     if (fork_->permission != fsRdWrPerm)
         return permErr;
-    if (!fork_->map.remove(type, id))
+    if (!fork_->map.find(type, id))
         return resNotFound;
-    fork_->isChanged = true;
+    fork_->edit([type, id](ResourceMap &map) { (void)map.remove(type, id); });
     return noErr;
 }
 
 OSStatus ResourceFile::close() {
-    if (!fork_->isChanged)
+    if (fork_->edits.empty())
         return noErr;
-    const bool isEmpty = fork_->map.resources().empty();
-    const auto bytes = isEmpty ? QByteArray() : fork_->map.toBytes();
-    QByteArray path;
-    OSStatus status = currentPath(fork_->item, &path);
+    OSStatus status = noErr;
+    const auto place = placeOf(fork_->item, &status);
+    if (place)
+        status = changeResourceFork(*place, [this](QByteArrayView fork, OSStatus *refused) {
+            return edited(fork, refused);
+        });
     if (status == noErr)
-        status = bytes ? writeResourceFork(path, *bytes) : fileBoundsErr;
-    if (status == noErr)
-        fork_->isChanged = false;
+        fork_->edits.clear();
     return status;
+}
+
+/// @p fork with the edits made to it: others may have added resources since it was opened.
+QByteArray ResourceFile::edited(QByteArrayView fork, OSStatus *status) const {
+    auto map = ResourceMap::parse(fork);
+    if (!map) {
+        *status = mapReadErr;
+        return {};
+    }
+    for (const auto &edit : fork_->edits)
+        edit(*map);
+    const auto bytes = map->resources().empty() ? QByteArray() : map->toBytes();
+    *status = bytes ? noErr : fileBoundsErr;
+    return bytes.value_or(QByteArray());
 }
 
 } // namespace MWCore

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include <QByteArray>
+#include <QByteArrayView>
 
 namespace MWCore {
 
@@ -22,8 +23,8 @@ enum ForkPermission : int8_t { fsRdPerm = 1, fsRdWrPerm = 3 };
 [[nodiscard]] MWCORE_EXPORT OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name,
                                                      FSRef *newRef);
 
-/// The open resource fork of an item. Changes are written all at once by close(), and lost without
-/// it. Belongs to one thread.
+/// The open resource fork of an item, as it was then. Changes are made all at once by close(), to
+/// the fork as it is by that time, and lost without it. Belongs to one thread.
 class MWCORE_EXPORT ResourceFile {
 public:
     /// Null on failure, with the cause in @p status: resFNotFound when the item has no fork,
@@ -56,6 +57,8 @@ public:
 private:
     struct Fork;
     explicit ResourceFile(std::unique_ptr<Fork> fork);
+
+    [[nodiscard]] QByteArray edited(QByteArrayView fork, OSStatus *status) const;
 
     std::unique_ptr<Fork> fork_;
 };

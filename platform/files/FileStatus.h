@@ -32,6 +32,8 @@ enum OSStatus : int32_t {
     errFSNotAFolder = -1407,
     errFSOperationNotSupported = -1426, ///< the file system cannot keep this for such an item
     errFSAliasLoop = -1427,             ///< aliases or links that lead in a circle
+    foreignLinkErr =
+        -30001, ///< a link on the way to what is to be changed may be another user's trap
 };
 
 /// The status for an `errno` value; noErr for 0.

@@ -19,6 +19,23 @@ struct DescriptorPath {
     char text[32];
 };
 
+/// Opens the item that @p found and @p item tell of. Without /proc by its name, if that still leads
+/// to the same item.
+Descriptor reopened(const Descriptor &found, const struct stat &item, int folder,
+                    const QByteArray &path, int keep) {
+    constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    Descriptor opened(open(DescriptorPath(found.number()).text, kFlags));
+    if (opened || errno != ENOENT)
+        return opened;
+    struct stat now = {};
+    opened = Descriptor(openat(folder, path.constData(), kFlags | keep));
+    const bool isSame = opened && fstat(opened.number(), &now) == 0 && now.st_dev == item.st_dev &&
+                        now.st_ino == item.st_ino;
+    if (opened && !isSame)
+        errno = EAGAIN; // replaced just now
+    return isSame ? std::move(opened) : Descriptor();
+}
+
 /// Looks at the item before it is opened, and opens what it looked at: no other can come between.
 Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &path, Links links,
                   OSStatus *status) {
@@ -26,15 +43,17 @@ Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &p
     const Descriptor found(openat(folder, path.constData(), O_PATH | O_CLOEXEC | keep));
     struct stat item = {};
     if (!found || fstat(found.number(), &item) != 0) {
-        *status = statusFromErrno(errno);
+        *status = errno == ESTALE ? ioErr : statusFromErrno(errno);
         return {};
     }
     if (!isWanted(item.st_mode)) {
         *status = errFSOperationNotSupported;
         return {};
     }
-    Descriptor opened(open(DescriptorPath(found.number()).text, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    Descriptor opened = reopened(found, item, folder, path, keep);
     *status = opened ? noErr : statusFromErrno(errno);
+    if (*status == fnfErr)
+        *status = ioErr; // it was there
     return opened;
 }
 
@@ -48,8 +67,8 @@ Descriptor openRegularFile(const QByteArray &path, Links links, OSStatus *status
     return openRegularFileAt(AT_FDCWD, path, links, status);
 }
 
-Descriptor openFileOrFolder(const QByteArray &path, OSStatus *status) {
-    return openIf([](mode_t mode) { return S_ISREG(mode) || S_ISDIR(mode); }, AT_FDCWD, path,
+Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status) {
+    return openIf([](mode_t mode) { return S_ISREG(mode) || S_ISDIR(mode); }, folder, path,
                   Links::Keep, status);
 }
 

@@ -18,13 +18,13 @@ enum class Links { Keep, Follow };
 
 /// Opens the plain file at @p path, which is relative to the open folder @p folder (or AT_FDCWD),
 /// for reading. An empty descriptor on failure, with the cause in @p status:
-/// errFSOperationNotSupported for what is no plain file.
+/// errFSOperationNotSupported for what is no plain file, fnfErr only when nothing is there.
 [[nodiscard]] Descriptor openRegularFileAt(int folder, const QByteArray &path, Links links,
                                            OSStatus *status);
 [[nodiscard]] Descriptor openRegularFile(const QByteArray &path, Links links, OSStatus *status);
 
 /// The same for a plain file or a folder, never through a link.
-[[nodiscard]] Descriptor openFileOrFolder(const QByteArray &path, OSStatus *status);
+[[nodiscard]] Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status);
 
 /// The first @p limit bytes of the open file @p descriptor from @p offset on, fewer where it ends
 /// before. Nothing on failure, with the cause in @p status.

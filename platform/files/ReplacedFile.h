@@ -3,36 +3,29 @@
 #pragma once
 
 #include "core/private/Descriptor.h"
+#include "platform/files/CopiedAccess.h"
 #include "platform/files/FileStatus.h"
+#include "platform/files/ItemPlace.h"
 
 #include <optional>
 
 #include <QByteArray>
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 namespace MWCore {
 
-/// A small file that is replaced as a whole: written to a temporary file beside it, synced and
-/// renamed, so that the old or the new content stands whole whenever the power or the process goes.
-/// A temporary file that a killed process left is taken over by the next one to write. Between
-/// begin() and the end of this object no other process that writes through it gets its turn.
-/// Belongs to one thread.
+/// A small file that is replaced as a whole: its new content is written to a file that nobody else
+/// can open, synced, and only then given the name, so that the old or the new content stands whole
+/// whenever the power or the process goes. Several writers lose nothing if each, in its FolderTurn,
+/// puts its content in place only while isCurrent(), and begins anew otherwise. Belongs to one
+/// thread.
 class ReplacedFile {
 public:
-    /// What the file gets where there is none yet.
-    struct Fresh {
-        mode_t mode; ///< without what the process's mask takes away
-        // As far as the process may give files away; -1 leaves its own.
-        uid_t owner = static_cast<uid_t>(-1);
-        gid_t group = static_cast<gid_t>(-1);
-    };
-
-    /// Waits up to five seconds for other writers. Nothing on failure, with the cause in
-    /// @p status: fBsyErr when they do not finish, errFSOperationNotSupported when what is there is
-    /// no plain file.
-    [[nodiscard]] static std::optional<ReplacedFile> begin(const QByteArray &path,
-                                                           const Fresh &fresh, OSStatus *status);
+    /// Opens the file at @p place, if there is one. Nothing on failure, with the cause in
+    /// @p status: errFSOperationNotSupported when what is there is no plain file.
+    [[nodiscard]] static std::optional<ReplacedFile> begin(const ItemPlace &place,
+                                                           OSStatus *status);
 
     ReplacedFile(ReplacedFile &&) noexcept = default;
     ReplacedFile(const ReplacedFile &) = delete;
@@ -47,35 +40,45 @@ public:
     /// @p limit bytes.
     [[nodiscard]] std::optional<QByteArray> content(int64_t limit, OSStatus *status) const;
 
-    /// Puts @p content in the file's place. Mode, extended attributes and, as far as the process
-    /// may give files away, owner of the file that goes are kept. Once.
-    [[nodiscard]] OSStatus commit(const QByteArray &content);
+    /// Whether the name still leads to the file that begin() found, unchanged, or still to none.
+    [[nodiscard]] bool isCurrent() const;
 
-    /// As commit(), but never in the place of another file: dupFNErr. On a file system that cannot
-    /// promise it (FUSE and the network), one that came after begin() is replaced.
-    [[nodiscard]] OSStatus commitNew(const QByteArray &content);
+    /// Writes @p content beside the file, for the next put(), with mode, extended attributes, owner
+    /// and group of the file that is there; @p fresh says these where there is none, and its mode
+    /// is cut by the process's mask. permErr when owner or group cannot be kept and somebody would
+    /// lose access by that. The file stays as it is.
+    [[nodiscard]] OSStatus prepare(const QByteArray &content, const Access &fresh);
 
-    /// Removes the file; none is success. Once.
-    [[nodiscard]] OSStatus commitRemoval();
+    /// Gives the prepared content the name. Where there was no file, never in the place of one that
+    /// came since: dupFNErr; file systems that cannot promise that (some on the network) replace
+    /// it.
+    [[nodiscard]] OSStatus put();
+
+    /// Removes the file; none is success.
+    [[nodiscard]] OSStatus remove();
+
+    /// Makes what put() or remove() did survive a loss of power.
+    void syncFolder() const;
+
+    /// prepare(), put() and syncFolder(): for a file that nobody else writes, or a new one.
+    [[nodiscard]] OSStatus replace(const QByteArray &content, const Access &fresh);
 
 private:
-    ReplacedFile() = default;
+    explicit ReplacedFile(const ItemPlace &place) : place_(place) {}
 
-    [[nodiscard]] OSStatus openFolder(const QByteArray &path);
     [[nodiscard]] OSStatus openOld();
-    [[nodiscard]] OSStatus takeTurn();
-    [[nodiscard]] int tryTurn();
-    [[nodiscard]] int removeStale() const;
-    [[nodiscard]] int dress() const;
-    [[nodiscard]] int fill(const QByteArray &content) const;
-    [[nodiscard]] int putInPlace(unsigned renameFlags);
+    [[nodiscard]] int makeTemporary(mode_t mode);
+    template <typename Make> [[nodiscard]] int underTemporaryName(const Make &make);
+    [[nodiscard]] int linkTemporary(const char *name) const;
+    [[nodiscard]] int dress(const Access &fresh) const;
+    [[nodiscard]] int fill(const QByteArray &content, const Access &fresh);
+    [[nodiscard]] int rename(unsigned flags);
 
-    Fresh fresh_{};
-    Descriptor folder_;
-    QByteArray name_;
-    QByteArray temporaryName_;
-    Descriptor old_;       ///< the file that is replaced; empty when there is none
-    Descriptor temporary_; ///< locked; open as long as the temporary file is ours
+    ItemPlace place_;
+    Descriptor old_; ///< the file that is replaced; empty when there is none
+    struct stat oldStatus_ {};
+    Descriptor temporary_;     ///< locked
+    QByteArray temporaryName_; ///< empty while it has none
 };
 
 } // namespace MWCore

@@ -83,13 +83,6 @@ OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names) {
     return lstat(path.constData(), &item) == 0 ? noErr : statusFromErrno(errno);
 }
 
-OSStatus statusOfKind(const QByteArray &path) {
-    struct stat item = {};
-    if (lstat(path.constData(), &item) != 0)
-        return statusFromErrno(errno);
-    return S_ISREG(item.st_mode) || S_ISDIR(item.st_mode) ? noErr : errFSOperationNotSupported;
-}
-
 std::optional<QByteArray> attribute(const QByteArray &path, const char *name, OSStatus *status) {
     constexpr qsizetype kLongest = 65536; // what the kernel keeps at most
     QByteArray value(512, Qt::Uninitialized);
@@ -109,14 +102,15 @@ int64_t attributeLength(const QByteArray &path, const char *name) {
     return lgetxattr(path.constData(), name, nullptr, 0);
 }
 
-OSStatus setAttribute(const QByteArray &path, const char *name, const QByteArray &value) {
+OSStatus setAttribute(const QByteArray &path, const char *name, const QByteArray &value,
+                      Before before) {
+    const int flag = before == Before::Absent ? XATTR_CREATE : XATTR_REPLACE;
     return statusOf(lsetxattr(path.constData(), name, value.constData(),
-                              static_cast<std::size_t>(value.size()), 0));
+                              static_cast<std::size_t>(value.size()), flag));
 }
 
 OSStatus removeAttribute(const QByteArray &path, const char *name) {
-    const OSStatus status = statusOf(lremovexattr(path.constData(), name));
-    return status == resNotFound ? noErr : status;
+    return statusOf(lremovexattr(path.constData(), name));
 }
 
 } // namespace MWCore

@@ -38,10 +38,6 @@ private:
 /// system has none and the item is there. Else why not.
 [[nodiscard]] OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names);
 
-/// noErr for a plain file or a folder, which alone can have attributes and sidecars of their own;
-/// errFSOperationNotSupported for anything else.
-[[nodiscard]] OSStatus statusOfKind(const QByteArray &path);
-
 /// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name.
 [[nodiscard]] std::optional<QByteArray> attribute(const QByteArray &path, const char *name,
                                                   OSStatus *status);
@@ -49,11 +45,15 @@ private:
 /// The length of an attribute in bytes; negative when there is none.
 [[nodiscard]] int64_t attributeLength(const QByteArray &path, const char *name);
 
-/// Replaces the whole value at once; the old one stays on failure.
-[[nodiscard]] OSStatus setAttribute(const QByteArray &path, const char *name,
-                                    const QByteArray &value);
+/// What an attribute must be like before it is set.
+enum class Before { Absent, Present };
 
-/// None of the name is success.
+/// Sets the whole value at once; the old one stays on failure: dupFNErr when there is one and none
+/// is expected, resNotFound when there is none.
+[[nodiscard]] OSStatus setAttribute(const QByteArray &path, const char *name,
+                                    const QByteArray &value, Before before);
+
+/// resNotFound when there is none of the name.
 [[nodiscard]] OSStatus removeAttribute(const QByteArray &path, const char *name);
 
 } // namespace MWCore

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/conventions.h"
-#include "platform/metadata/ExtendedAttributes.h"
+#include "platform/metadata/ForkAttributes.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/metadata/Sidecar.h"
 
@@ -10,43 +10,10 @@
 namespace MWCore {
 namespace {
 
-/// An extended attribute that keeps resource forks.
-struct ForkAttribute {
-    const char *name;
-    qsizetype trailing; ///< zeros behind the fork
-};
-constexpr ForkAttribute kForkAttributes[] = {{"user.com.apple.ResourceFork", 0},
-                                             {"user.org.netatalk.ResourceFork", 0},
-                                             {"user.DosStream.AFP_Resource:$DATA", 1},
-                                             {"user.AFP_Resource", 1}};
-
-const ForkAttribute *forkAttribute(const AttributeNames &names) {
-    const auto *const found = std::ranges::find_if(
-        kForkAttributes, [&names](const char *name) { return names.contains(name); },
-        &ForkAttribute::name);
-    return found == std::end(kForkAttributes) ? nullptr : found;
-}
-
 bool hasFinderInfo(const AttributeNames &names) {
     return std::ranges::any_of(
         conventions(), [&names](const char *name) { return names.contains(name); },
         &Convention::attribute);
-}
-
-/// From every place: otherwise one would come to light behind another.
-OSStatus removeForks(const QByteArray &path, const AttributeNames &names) {
-    for (const ForkAttribute &place : kForkAttributes) {
-        const OSStatus status =
-            names.contains(place.name) ? removeAttribute(path, place.name) : noErr;
-        if (status != noErr)
-            return status;
-    }
-    OSStatus status = noErr;
-    const auto entry = sidecarEntry(path, kResourceForkEntry, 0, &status);
-    if (!entry || entry->length == 0)
-        return status;
-    return changeSidecar(path,
-                         [](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, {}); });
 }
 
 } // namespace
@@ -94,20 +61,6 @@ std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *sta
     if (*status == noErr && (!entry || entry->length == 0))
         *status = resFNotFound;
     return *status == noErr ? std::optional(std::move(entry->beginning)) : std::nullopt;
-}
-
-OSStatus writeResourceFork(const QByteArray &path, const QByteArray &fork) {
-    const AttributeNames names(path);
-    if (const OSStatus status = statusOfKind(path); status != noErr)
-        return status;
-    if (fork.isEmpty())
-        return removeForks(path, names);
-    if (const ForkAttribute *const place = forkAttribute(names))
-        return setAttribute(path, place->name, fork + QByteArray(place->trailing, '\0'));
-    if (fork.size() > kLargestSidecar)
-        return fileBoundsErr; // its length may not fit into an entry
-    return changeSidecar(
-        path, [&fork](AppleDouble &sidecar) { sidecar.replace(kResourceForkEntry, fork); });
 }
 
 } // namespace MWCore

@@ -6,6 +6,7 @@
 
 #include <MWCore/FileStatus.h>
 
+#include <functional>
 #include <optional>
 
 #include <QByteArray>
@@ -13,7 +14,8 @@
 /// Finder information and resource forks, wherever programs on this system keep them: three
 /// extended attributes and sidecar files (see docs/metadata.md). The item itself is never opened,
 /// a link never followed; its data, times (except the change time) and mode stay. Paths are in
-/// file-system representation. Any thread; writers of one sidecar take turns.
+/// file-system representation. What changes something follows links on the way to the item only
+/// where no other user could have made them: foreignLinkErr. Any thread.
 namespace MWCore {
 
 /// What is known of the folder that an item is in.
@@ -35,11 +37,17 @@ enum class Sidecars {
 [[nodiscard]] MWCORE_EXPORT OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info,
                                                     Sidecars sidecars = Sidecars::MayExist);
 
-/// Writes what differs from what readFinderInfo() tells to every place that keeps Finder
-/// information of the item; other things that a place says there stay. Where none does it goes
-/// to the extended attribute `user.com.apple.FinderInfo`, else, where the file system has no
-/// extended attributes, to a sidecar. On failure the old information stands. For a link, fifo,
-/// socket or device: errFSOperationNotSupported, unless a sidecar keeps some already.
+/// Lets @p change change an item's Finder information as it is at that moment, and writes what
+/// differs to every place that keeps some of the item; other things that a place says there stay.
+/// Where none does it goes to the extended attribute `user.com.apple.FinderInfo`, else, where the
+/// file system has no extended attributes, to a sidecar. What others write meanwhile is not lost:
+/// @p change, which must not throw, is called again with what they wrote. On failure the old
+/// information stands. For a link, fifo, socket or device: errFSOperationNotSupported, unless a
+/// sidecar keeps some already.
+[[nodiscard]] MWCORE_EXPORT OSStatus
+changeFinderInfo(const QByteArray &path, const std::function<void(FinderInfo &)> &change);
+
+/// The same with all of @p info, whatever somebody else wrote since it was read.
 [[nodiscard]] MWCORE_EXPORT OSStatus writeFinderInfo(const QByteArray &path,
                                                      const FinderInfo &info);
 

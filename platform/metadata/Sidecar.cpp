@@ -4,7 +4,6 @@
 
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
-#include "platform/files/ReplacedFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,61 +13,44 @@
 namespace MWCore {
 namespace {
 
-constexpr int64_t kHeadLength = 512; ///< holds everything but the fork of a usual one
-constexpr int64_t kLongestTable = 16384;
+constexpr int64_t kHeadLength = 1024; ///< holds the longest table, and most of what is read
 
-/// The file's entries; nothing with noErr when it is no sidecar at all.
-std::optional<std::vector<AppleDouble::Entry>> entriesOf(int descriptor, int64_t size,
-                                                         OSStatus *status) {
-    for (const int64_t length : {kHeadLength, kLongestTable}) {
-        const auto head = readAt(descriptor, 0, length, status);
-        if (!head || !AppleDouble::hasMagic(*head))
-            return std::nullopt;
-        if (auto entries = AppleDouble::entriesOf(*head, static_cast<uint64_t>(size)))
-            return entries;
-    }
-    *status = mapReadErr;
-    return std::nullopt;
-}
-
-/// What stands there, or a fresh one. Nothing for what must not be overwritten.
-std::optional<AppleDouble> currentSidecar(const ReplacedFile &file, OSStatus *status) {
-    if (!file.isThere())
-        return AppleDouble::fresh();
-    const auto bytes = file.content(kLargestSidecar, status);
-    auto sidecar = bytes ? AppleDouble::parse(*bytes) : std::nullopt;
-    if (bytes && !sidecar)
+/// The entry @p id of the open file; nothing with noErr when it has none or is no sidecar at all.
+std::optional<AppleDouble::Entry> entryIn(QByteArrayView head, int64_t size, AppleDoubleId id,
+                                          OSStatus *status) {
+    if (!AppleDouble::hasMagic(head))
+        return std::nullopt;
+    const auto entries = AppleDouble::entriesOf(head, static_cast<uint64_t>(size));
+    if (!entries) {
         *status = mapReadErr;
-    return sidecar;
+        return std::nullopt;
+    }
+    const auto entry = std::ranges::find(*entries, uint32_t(id), &AppleDouble::Entry::id);
+    return entry == entries->end() ? std::nullopt : std::optional(*entry);
 }
 
-/// A new sidecar belongs to the owner of its item, may be read and written as the item, and is no
-/// program.
-ReplacedFile::Fresh freshFor(const QByteArray &path) {
-    struct stat item = {};
-    constexpr mode_t kReadAndWrite = 0666;
-    if (lstat(path.constData(), &item) != 0)
-        return {S_IRUSR | S_IWUSR};
-    return {(item.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR, item.st_uid, item.st_gid};
+/// @p length bytes from @p offset on, out of the file's @p head where that holds them.
+std::optional<QByteArray> contentAt(int descriptor, const QByteArray &head, int64_t offset,
+                                    int64_t length, OSStatus *status) {
+    return offset + length <= head.size() ? head.sliced(offset, length)
+                                          : readAt(descriptor, offset, length, status);
 }
 
 } // namespace
 
-QByteArray sidecarPath(const QByteArray &path) {
-    const PathParts parts(path);
-    if (parts.name.isEmpty() || parts.name == "." || parts.name == ".." ||
-        parts.name.startsWith("._"))
-        return {};
-    return parts.beside("._" + parts.name);
+QByteArray sidecarName(const QByteArray &name) {
+    const bool hasNone = name.isEmpty() || name == "." || name == ".." || name.startsWith("._");
+    return hasNone ? QByteArray() : "._" + name;
 }
 
 std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id, int64_t limit,
                                          OSStatus *status) {
-    const QByteArray sidecar = sidecarPath(path);
+    const PathParts parts(path);
+    const QByteArray name = sidecarName(parts.name);
     *status = noErr;
-    if (sidecar.isEmpty())
+    if (name.isEmpty())
         return std::nullopt;
-    const Descriptor file = openRegularFile(sidecar, Links::Keep, status);
+    const Descriptor file = openRegularFile(parts.beside(name), Links::Keep, status);
     struct stat item = {};
     if (file && fstat(file.number(), &item) != 0)
         *status = statusFromErrno(errno);
@@ -78,38 +60,19 @@ std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId i
             *status = noErr;
         return std::nullopt;
     }
-    const auto entries = entriesOf(file.number(), item.st_size, status);
-    if (!entries)
-        return std::nullopt;
-    const auto entry = std::ranges::find(*entries, uint32_t(id), &AppleDouble::Entry::id);
-    if (entry == entries->end())
+    const auto head = readAt(file.number(), 0, kHeadLength, status);
+    const auto entry = head ? entryIn(*head, item.st_size, id, status) : std::nullopt;
+    if (!entry)
         return std::nullopt;
     const int64_t wanted = std::min<int64_t>(entry->length, limit);
     if (wanted > kLargestSidecar) {
         *status = fileBoundsErr; // a file with holes is as long as it likes
         return std::nullopt;
     }
-    auto beginning = readAt(file.number(), entry->offset, wanted, status);
+    auto beginning = contentAt(file.number(), *head, entry->offset, wanted, status);
     if (!beginning)
         return std::nullopt;
     return SidecarEntry{entry->length, int64_t(item.st_blocks) * 512, std::move(*beginning)};
-}
-
-OSStatus changeSidecar(const QByteArray &path, const std::function<void(AppleDouble &)> &change) {
-    const QByteArray sidecarFile = sidecarPath(path);
-    if (sidecarFile.isEmpty())
-        return errFSOperationNotSupported;
-    OSStatus status = noErr;
-    auto file = ReplacedFile::begin(sidecarFile, freshFor(path), &status);
-    if (!file)
-        return status;
-    auto sidecar = currentSidecar(*file, &status);
-    if (!sidecar)
-        return status;
-    change(*sidecar);
-    if (sidecar->bytes().size() > kLargestSidecar)
-        return fileBoundsErr; // nobody could read or change it again
-    return sidecar->isVoid() ? file->commitRemoval() : file->commit(sidecar->bytes());
 }
 
 } // namespace MWCore

@@ -5,7 +5,6 @@
 #include "platform/files/FileStatus.h"
 #include "platform/formats/AppleDouble.h"
 
-#include <functional>
 #include <optional>
 
 #include <QByteArray>
@@ -17,8 +16,9 @@ namespace MWCore {
 /// In bytes; a fork is never meant to be so large.
 constexpr int64_t kLargestSidecar = 256 << 20;
 
-/// Empty for an item that can have none: a sidecar itself, and "/".
-[[nodiscard]] QByteArray sidecarPath(const QByteArray &path);
+/// The name of the sidecar of an item @p name; empty for an item that can have none: a sidecar
+/// itself, and "/".
+[[nodiscard]] QByteArray sidecarName(const QByteArray &name);
 
 /// An entry of an item's sidecar, read without the rest. Nothing where there is none, with noErr in
 /// @p status, or on failure: mapReadErr when the sidecar is damaged, fileBoundsErr when more than
@@ -30,11 +30,5 @@ struct SidecarEntry {
 };
 [[nodiscard]] std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id,
                                                        int64_t limit, OSStatus *status);
-
-/// Rewrites an item's sidecar as @p change wants it, also from nothing; other writers wait. When
-/// nothing is left that anyone would miss, the sidecar goes. fileBoundsErr when it became too
-/// large.
-[[nodiscard]] OSStatus changeSidecar(const QByteArray &path,
-                                     const std::function<void(AppleDouble &)> &change);
 
 } // namespace MWCore

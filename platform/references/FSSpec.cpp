@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/references/FSSpec.h"
 
-#include "core/private/Descriptor.h"
+#include "platform/files/EmptyFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/references/AliasResolution.h"
@@ -11,6 +11,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+
 #include <sys/stat.h>
 
 namespace MWCore {
@@ -33,9 +34,9 @@ bool isThere(const QByteArray &path, bool createFileIfNecessary) {
         return true;
     if (!createFileIfNecessary || errno != ENOENT)
         return false;
-    constexpr mode_t kReadAndWrite = 0666;
-    return bool(
-        Descriptor(open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite)));
+    OSStatus status = noErr;
+    const auto place = ItemPlace::find(path, &status);
+    return place && makeEmptyFile(*place) == noErr;
 }
 
 } // namespace

@@ -13,7 +13,9 @@
 #include <cerrno>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 namespace {
 
@@ -22,6 +24,8 @@ struct Refusal {
     std::string call;
     int error = 0;
 } refusal;
+
+bool noUnnamedFiles = false; ///< O_TMPFILE is refused
 
 bool isRefused(const char *call) {
     if (refusal.call != call)
@@ -60,6 +64,15 @@ int __wrap_renameat2(int from, const char *name, int to, const char *newName, un
 int __real_flock(int, int);
 int __wrap_flock(int descriptor, int operation) {
     return isRefused("flock") ? -1 : __real_flock(descriptor, operation);
+}
+
+int __real_openat(int, const char *, int, ...);
+int __wrap_openat(int folder, const char *path, int flags, mode_t mode) {
+    if (noUnnamedFiles && (flags & O_TMPFILE) == O_TMPFILE) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    return __real_openat(folder, path, flags, mode);
 }
 
 } // extern "C"
@@ -106,31 +119,34 @@ TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
     }
 }
 
-TEST(RefusedWrites, DoNotComeFromAMissingLockButFromAHeldOne) {
+TEST(RefusedWrites, DoNotComeFromLocks) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
-    refusal = {"flock", ENOLCK};
-    EXPECT_EQ(writeResourceFork(item.c_str(), samples::resourceFork()), noErr);
-    refusal = {"flock", EWOULDBLOCK};
-    EXPECT_EQ(writeResourceFork(item.c_str(), "other"), fBsyErr);
-    refusal = {};
     OSStatus status = noErr;
-    EXPECT_EQ(readResourceFork(item.c_str(), &status), samples::resourceFork());
-    EXPECT_EQ(writeResourceFork(item.c_str(), "other"), noErr);
+    for (const int error : {ENOLCK, EWOULDBLOCK}) { // none to be had, and one held for ever
+        refusal = {"flock", error};
+        EXPECT_EQ(writeResourceFork(item.c_str(), QByteArray::number(error)), noErr);
+        refusal = {};
+        EXPECT_EQ(readResourceFork(item.c_str(), &status), QByteArray::number(error));
+    }
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST(RefusedWrites, OfAFlagThatAFileSystemDoesNotKnowDoNotKeepANewFileAway) {
+TEST(RefusedWrites, OfWhatAFileSystemDoesNotKnowDoNotKeepAFileAway) {
     const TemporaryFolder folder;
+    noUnnamedFiles = true;
     refusal = {"renameat2 with flags", EINVAL};
-    for (const OSStatus expected : {noErr, dupFNErr}) {
+    for (const char *const content : {"new", "replaced"}) {
         OSStatus status = noErr;
-        auto file = ReplacedFile::begin(folder.at("new").c_str(), {0600}, &status);
+        const auto place = ItemPlace::find(folder.at("file").c_str(), &status);
+        auto file = ReplacedFile::begin(*place, &status);
         ASSERT_TRUE(file);
-        EXPECT_EQ(file->commitNew("content"), expected);
+        EXPECT_EQ(file->replace(content, {0600, geteuid(), getegid()}), noErr);
+        EXPECT_EQ(raw::content(folder.at("file")), content);
     }
     refusal = {};
-    EXPECT_EQ(raw::content(folder.at("new")), "content");
+    noUnnamedFiles = false;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 
 } // namespace

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/CopiedAccess.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include <QByteArray>
+#include <QtEndian>
+
+#include <grp.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace MWCore {
+namespace {
+
+constexpr const char *kAccessList = "system.posix_acl_access";
+constexpr std::size_t kLongest = 65536; // what the kernel lists, and keeps of each, at most
+constexpr unsigned kReadAndWrite = 6;
+
+/// What the access control list of a file says (acl(5)); the form is the kernel's, little-endian.
+class AccessList {
+public:
+    explicit AccessList(int descriptor) : entries_(512, '\0') {
+        const ssize_t length = descriptor < 0
+                                   ? -1
+                                   : fgetxattr(descriptor, kAccessList, entries_.data(),
+                                               static_cast<std::size_t>(entries_.size()));
+        entries_.truncate(std::max<ssize_t>(length, 0));
+    }
+
+    enum Tag : uint16_t { User = 0x02, Group = 0x04 };
+
+    /// The permissions of the first entry; of a user, the one for @p user.
+    [[nodiscard]] std::optional<unsigned> permissions(Tag tag, uid_t user = 0) const {
+        for (qsizetype at = 4; at + 8 <= entries_.size(); at += 8) {
+            const char *const entry = entries_.constData() + at;
+            const bool isIt = qFromLittleEndian<uint16_t>(entry) == tag &&
+                              (tag != User || qFromLittleEndian<uint32_t>(entry + 4) == user);
+            if (isIt)
+                return qFromLittleEndian<uint16_t>(entry + 2);
+        }
+        return std::nullopt;
+    }
+
+private:
+    QByteArray entries_;
+};
+
+bool isMember(uid_t user, gid_t group) {
+    std::array<char, 4096> texts{};
+    passwd entry = {};
+    passwd *found = nullptr;
+    if (getpwuid_r(user, &entry, texts.data(), texts.size(), &found) != 0 || !found)
+        return false;
+    std::vector<gid_t> groups(1024);
+    int count = static_cast<int>(groups.size());
+    getgrouplist(found->pw_name, found->pw_gid, groups.data(), &count);
+    groups.resize(static_cast<std::size_t>(std::min<int>(count, int(groups.size()))));
+    return std::ranges::find(groups, group) != groups.end();
+}
+
+struct Lost {
+    bool owner;
+    bool group;
+};
+
+/// Whether nobody whom @p wanted lets read or write loses that.
+bool keepsEverybody(const Access &wanted, int from, Lost lost) {
+    const AccessList list(from);
+    const unsigned mask = wanted.mode >> 3;
+    const unsigned others = wanted.mode & kReadAndWrite;
+    const unsigned group =
+        mask & list.permissions(AccessList::Group).value_or(mask) & kReadAndWrite;
+    if (lost.group && (group & ~others))
+        return false;
+    const unsigned owner = wanted.mode >> 6 & kReadAndWrite;
+    if (!lost.owner || wanted.owner == 0 || !(owner & ~others))
+        return true;
+    if (const auto named = list.permissions(AccessList::User, wanted.owner))
+        return !(owner & ~(*named & mask));
+    return !lost.group && !(owner & ~group) && isMember(wanted.owner, wanted.group);
+}
+
+/// EINVAL: an account that the process's user namespace does not know.
+bool isForbidden(int error) {
+    return error == EPERM || error == EINVAL;
+}
+
+int giveAway(int descriptor, const Access &wanted, int from) {
+    struct stat now = {};
+    if (fstat(descriptor, &now) != 0)
+        return errno;
+    constexpr auto kAny = static_cast<uid_t>(-1);
+    Lost lost = {wanted.owner != kAny && now.st_uid != wanted.owner,
+                 wanted.group != kAny && now.st_gid != wanted.group};
+    if (!lost.owner && !lost.group)
+        return 0;
+    if (fchown(descriptor, wanted.owner, wanted.group) == 0)
+        return 0;
+    if (!isForbidden(errno))
+        return errno;
+    lost.group = lost.group && fchown(descriptor, static_cast<uid_t>(-1), wanted.group) != 0;
+    return keepsEverybody(wanted, from, lost) ? 0 : EPERM;
+}
+
+/// As far as the file system and the process's rights allow; the access control list in any case.
+int copyAttributes(int from, int to) {
+    const auto names = std::make_unique<char[]>(kLongest);
+    const auto value = std::make_unique<char[]>(kLongest);
+    const ssize_t length = flistxattr(from, names.get(), kLongest);
+    for (const char *name = names.get(); name < names.get() + length; name += strlen(name) + 1) {
+        const ssize_t size = fgetxattr(from, name, value.get(), kLongest);
+        const bool isCopied =
+            size >= 0 && fsetxattr(to, name, value.get(), static_cast<std::size_t>(size), 0) == 0;
+        if (!isCopied && strcmp(name, kAccessList) == 0)
+            return errno;
+    }
+    return 0;
+}
+
+} // namespace
+
+int copyAccess(int descriptor, const Access &wanted, int from) {
+    const int error = giveAway(descriptor, wanted, from);
+    return error == 0 && from >= 0 ? copyAttributes(from, descriptor) : error;
+}
+
+} // namespace MWCore

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/EmptyFile.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace MWCore {
+
+OSStatus makeEmptyFile(const ItemPlace &place) {
+    constexpr mode_t kReadAndWrite = 0666;
+    const Descriptor made(openat(place.folder(), place.name().constData(),
+                                 O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite));
+    return made ? noErr : statusFromErrno(errno);
+}
+
+void removeEmptyFile(const ItemPlace &place) {
+    struct stat item = {};
+    if (place.examine(&item) == noErr && S_ISREG(item.st_mode) && item.st_size == 0)
+        unlinkat(place.folder(), place.name().constData(), 0);
+}
+
+} // namespace MWCore

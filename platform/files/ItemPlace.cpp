@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/ItemPlace.h"
+
+#include "platform/files/PathParts.h"
+#include "platform/files/TrustedFolder.h"
+#include "platform/foundation/Log.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace MWCore {
+
+std::optional<ItemPlace> ItemPlace::find(const QByteArray &path, OSStatus *status) {
+    const PathParts parts(path);
+    Descriptor folder = openTrustedFolder(parts.parent, status);
+    if (!folder)
+        return std::nullopt;
+    ItemPlace place(std::make_shared<const Descriptor>(std::move(folder)),
+                    parts.name.isEmpty() ? "." : parts.name);
+    if (faccessat(AT_FDCWD, place.sibling(".").path().constData(), F_OK, 0) != 0) {
+        qCWarning(mwcoreLog, "Nothing can be changed without /proc");
+        *status = ioErr;
+        return std::nullopt;
+    }
+    return place;
+}
+
+QByteArray ItemPlace::path() const {
+    return "/proc/self/fd/" + QByteArray::number(folder()) + '/' + name_;
+}
+
+ItemPlace ItemPlace::sibling(const QByteArray &name) const {
+    return {folder_, name};
+}
+
+OSStatus ItemPlace::examine(struct stat *item) const {
+    return fstatat(folder(), name_.constData(), item, AT_SYMLINK_NOFOLLOW) == 0
+               ? noErr
+               : statusFromErrno(errno);
+}
+
+Descriptor ItemPlace::openFolder() const {
+    return Descriptor(openat(folder(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
+} // namespace MWCore

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/files/TrustedFolder.h"
+
+#include "platform/files/PathParts.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+
+#include <QList>
+
+#include <fcntl.h>
+#include <grp.h>
+#include <linux/magic.h>
+#include <linux/openat2.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+namespace MWCore {
+namespace {
+
+constexpr int kFolder = O_PATH | O_DIRECTORY | O_CLOEXEC;
+
+/// The folder at @p path if no link is on the way, by one call; -1 also where the system or a
+/// sandbox does not know the call.
+int openWithoutLinks(const char *path) {
+    open_how how = {};
+    how.flags = kFolder;
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    return static_cast<int>(syscall(SYS_openat2, AT_FDCWD, path, &how, sizeof how));
+}
+
+bool isOurs(uid_t owner) {
+    return owner == 0 || owner == geteuid();
+}
+
+/// Whether @p group is the one that has this process's user as its only member, under the same
+/// name: distributions give each user such a group, and let it write by default.
+bool isOwnGroup(gid_t group) {
+    std::array<char, 4096> userTexts{};
+    std::array<char, 4096> groupTexts{};
+    passwd user = {};
+    struct group entry = {};
+    passwd *foundUser = nullptr;
+    struct group *foundGroup = nullptr;
+    getpwuid_r(geteuid(), &user, userTexts.data(), userTexts.size(), &foundUser);
+    getgrgid_r(group, &entry, groupTexts.data(), groupTexts.size(), &foundGroup);
+    if (!foundUser || !foundGroup || qstrcmp(user.pw_name, entry.gr_name) != 0)
+        return false;
+    return !entry.gr_mem[0] || (qstrcmp(entry.gr_mem[0], user.pw_name) == 0 && !entry.gr_mem[1]);
+}
+
+/// Whether nobody else can exchange what is in the folder; in a sticky one everybody can make
+/// names, but only owners can exchange them.
+bool isOnlyOurs(const struct stat &folder) {
+    if (!isOurs(folder.st_uid))
+        return false;
+    if (folder.st_mode & S_ISVTX)
+        return true;
+    const bool groupMayWrite = (folder.st_mode & S_IWGRP) != 0;
+    return !(folder.st_mode & S_IWOTH) && (!groupMayWrite || isOwnGroup(folder.st_gid));
+}
+
+/// A path followed name by name.
+class Walk {
+public:
+    explicit Walk(const QByteArray &path) { prepend(path); }
+
+    [[nodiscard]] Descriptor run(OSStatus *status) {
+        *status = noErr;
+        while (*status == noErr && !names_.isEmpty())
+            *status = step(names_.takeFirst());
+        return *status == noErr ? std::move(folder_) : Descriptor();
+    }
+
+private:
+    /// What a path or a link's text says comes next; a "/" before it means the root folder.
+    void prepend(const QByteArray &path) {
+        if (path.startsWith('/'))
+            folder_ = Descriptor(open("/", kFolder));
+        else if (!folder_)
+            folder_ = Descriptor(open(".", kFolder));
+        QList<QByteArray> names = path.split('/');
+        names.removeAll({});
+        names_ = names + names_;
+    }
+
+    [[nodiscard]] OSStatus step(const QByteArray &name) {
+        Descriptor next(
+            openat(folder_.number(), name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+        struct stat item = {};
+        if (!next || fstat(next.number(), &item) != 0)
+            return statusFromErrno(errno);
+        if (S_ISLNK(item.st_mode))
+            return isTrusted_ && isOurs(item.st_uid) ? follow(next, name) : foreignLinkErr;
+        if (!S_ISDIR(item.st_mode))
+            return fnfErr;
+        enter(std::move(next), item);
+        return noErr;
+    }
+
+    void enter(Descriptor folder, const struct stat &item) {
+        isTrusted_ = isTrusted_ && isOnlyOurs(item);
+        folder_ = std::move(folder);
+    }
+
+    [[nodiscard]] OSStatus follow(const Descriptor &link, const QByteArray &name) {
+        constexpr int kMostLinks = 40; // as the kernel
+        if (++links_ > kMostLinks)
+            return errFSAliasLoop;
+        struct statfs system = {};
+        if (fstatfs(link.number(), &system) == 0 && system.f_type == PROC_SUPER_MAGIC)
+            return followKernelLink(name);
+        std::array<char, PATH_MAX> text{};
+        const ssize_t length = readlinkat(link.number(), "", text.data(), text.size());
+        if (length < 0)
+            return statusFromErrno(errno);
+        prepend({text.data(), length});
+        return folder_ ? noErr : statusFromErrno(errno);
+    }
+
+    /// A link in /proc leads to an open item, whatever its text says.
+    [[nodiscard]] OSStatus followKernelLink(const QByteArray &name) {
+        Descriptor next(openat(folder_.number(), name.constData(), kFolder));
+        struct stat item = {};
+        if (!next || fstat(next.number(), &item) != 0)
+            return statusFromErrno(errno);
+        enter(std::move(next), item);
+        return noErr;
+    }
+
+    Descriptor folder_;
+    QList<QByteArray> names_; ///< that are left
+    bool isTrusted_ = true;   ///< nobody else could have exchanged anything on the way so far
+    int links_ = 0;
+};
+
+} // namespace
+
+Descriptor openTrustedFolder(const QByteArray &path, OSStatus *status) {
+    *status = noErr;
+    if (Descriptor folder(openWithoutLinks(path.constData())); folder)
+        return folder;
+    const QByteArray absolute = absolutePath(path);
+    return Walk(absolute.isEmpty() ? path : absolute).run(status);
+}
+
+} // namespace MWCore

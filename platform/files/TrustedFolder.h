@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "core/private/Descriptor.h"
+#include "platform/files/FileStatus.h"
+
+#include <QByteArray>
+
+namespace MWCore {
+
+/// Opens the folder at @p path, an O_PATH descriptor, for somebody about to change what is in it.
+/// A link on the way is followed only if nobody but the superuser and this process's user could
+/// have put it there: it belongs to one of them, and so does each folder passed before it, without
+/// others having the right to change its names. Whoever owns a folder could otherwise exchange an
+/// inner one for a link and have the change made elsewhere. An empty descriptor on failure, with
+/// the cause in @p status: foreignLinkErr for a link that others could have made. Any thread.
+[[nodiscard]] Descriptor openTrustedFolder(const QByteArray &path, OSStatus *status);
+
+} // namespace MWCore

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/metadata/FinderInfoPlaces.h"
+#include "platform/metadata/MetadataChange.h"
+
+namespace MWCore {
+namespace {
+
+/// What a place is to say. Only what differs between what was read and what is written changes
+/// there: another program may have left more in it.
+FinderInfo changedIn(const FinderInfoPlace &place, const FinderInfo &read,
+                     const FinderInfo &written) {
+    if (place.info.isNone())
+        return written;
+    FinderInfo info = place.info;
+    const auto take = [&](auto FinderInfo::*field) {
+        if (read.*field != written.*field)
+            info.*field = written.*field;
+    };
+    take(&FinderInfo::type);
+    take(&FinderInfo::creator);
+    take(&FinderInfo::locationV);
+    take(&FinderInfo::locationH);
+    take(&FinderInfo::reserved);
+    take(&FinderInfo::extended);
+    unsigned changed = read.flags ^ written.flags;
+    if (changed & kColor)
+        changed |= kColor; // a number of three bits: some of them alone are another label
+    info.flags = static_cast<uint16_t>((info.flags & ~changed) | (written.flags & changed));
+    return info;
+}
+
+/// Whether @p sidecar says what was read of it before it was opened to be changed.
+bool says(const AppleDouble &sidecar, const FinderInfo &info) {
+    const QByteArrayView content = sidecar.content(kFinderInfoEntry);
+    return content.size() < FinderInfo::kLength ? info.isNone()
+                                                : FinderInfo::fromBytes(content) == info;
+}
+
+std::optional<OSStatus> planSidecar(MetadataChange &change, const FinderInfo &before,
+                                    const FinderInfo &after) {
+    OSStatus status = noErr;
+    AppleDouble *const sidecar = change.sidecar(&status);
+    if (!sidecar)
+        return status;
+    if (!says(*sidecar, before))
+        return std::nullopt;
+    sidecar->overwrite(kFinderInfoEntry, after.toBytes());
+    return noErr;
+}
+
+/// Plans that @p place says @p info.
+std::optional<OSStatus> planPlace(MetadataChange &change, const FinderInfoPlace &place,
+                                  const FinderInfo &info) {
+    if (!place.convention)
+        return planSidecar(change, place.info, info);
+    const QByteArray value = place.convention->rewritten(place.value, info);
+    change.set(place.convention->attribute, place.value,
+               value.isEmpty() ? std::nullopt : std::optional(value));
+    return noErr;
+}
+
+/// Where information goes of an item that has none yet.
+enum class NewPlace { Attribute, Sidecar };
+
+std::optional<OSStatus> planNew(MetadataChange &change, const AttributeNames &names,
+                                const FinderInfo &info, NewPlace place) {
+    const Convention &convention = conventions().front();
+    if (const OSStatus status = statusOfKind(change.item()); status != noErr)
+        return status;
+    if (names.contains(convention.attribute))
+        return mapReadErr; // of another form, and not ours to throw away
+    if (place == NewPlace::Sidecar)
+        return planSidecar(change, {}, info);
+    change.set(convention.attribute, std::nullopt, convention.rewritten({}, info));
+    return noErr;
+}
+
+/// What each place is to say, worked out from what the first that counts says now.
+using Wanted = std::function<FinderInfo(const FinderInfoPlace &place, const FinderInfo &read)>;
+
+std::optional<OSStatus> planAll(MetadataChange &change, const Wanted &wantedIn, NewPlace newPlace) {
+    const AttributeNames names(change.path());
+    FinderInfoPlaces places;
+    const OSStatus found = findFinderInfoPlaces(change.path(), names, Sidecars::MayExist, places);
+    if (found != noErr)
+        return found;
+    if (places.isEmpty()) {
+        const FinderInfo info = wantedIn({nullptr, {}, {}}, {});
+        return info.isNone() ? std::optional(noErr) : planNew(change, names, info, newPlace);
+    }
+    const FinderInfoPlace *const chosen = firstThatSays(places);
+    const FinderInfo read = chosen ? chosen->info : FinderInfo();
+    std::optional<OSStatus> outcome = noErr;
+    for (const FinderInfoPlace &place : places)
+        if (outcome == noErr)
+            outcome = planPlace(change, place, wantedIn(place, read));
+    return outcome;
+}
+
+OSStatus writeEverywhere(const ItemPlace &item, const Wanted &wantedIn) {
+    const auto write = [&](NewPlace newPlace) {
+        return changeMetadata(
+            item, [&](MetadataChange &change) { return planAll(change, wantedIn, newPlace); });
+    };
+    const OSStatus status = write(NewPlace::Attribute);
+    const bool needsSidecar = status == errFSOperationNotSupported && statusOfKind(item) == noErr;
+    return needsSidecar ? write(NewPlace::Sidecar) : status;
+}
+
+} // namespace
+
+OSStatus changeFinderInfo(const ItemPlace &item, const std::function<void(FinderInfo &)> &change) {
+    return writeEverywhere(item, [&](const FinderInfoPlace &place, const FinderInfo &read) {
+        FinderInfo written = read;
+        change(written);
+        return changedIn(place, read, written);
+    });
+}
+
+OSStatus changeFinderInfo(const QByteArray &path, const std::function<void(FinderInfo &)> &change) {
+    OSStatus status = noErr;
+    const auto item = ItemPlace::find(path, &status);
+    return item ? changeFinderInfo(*item, change) : status;
+}
+
+OSStatus writeFinderInfo(const QByteArray &path, const FinderInfo &info) {
+    return changeFinderInfo(path, [&info](FinderInfo &now) { now = info; });
+}
+
+OSStatus removeFinderInfo(const QByteArray &path) {
+    OSStatus status = noErr;
+    const auto item = ItemPlace::find(path, &status);
+    const Wanted none = [](const FinderInfoPlace & /*place*/, const FinderInfo & /*read*/) {
+        return FinderInfo();
+    };
+    return item ? writeEverywhere(*item, none) : status;
+}
+
+} // namespace MWCore

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/metadata/FinderInfoPlaces.h"
+
+#include "platform/metadata/Sidecar.h"
+
+#include <algorithm>
+
+namespace MWCore {
+namespace {
+
+OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
+                       FinderInfoPlaces &places) {
+    OSStatus failure = noErr;
+    for (const Convention &convention : conventions()) {
+        if (!names.contains(convention.attribute))
+            continue;
+        OSStatus status = noErr;
+        const auto value = attribute(path, convention.attribute, &status);
+        failure = failure == noErr ? status : failure;
+        if (const auto info = value ? convention.read(*value) : std::nullopt)
+            places.append({&convention, *value, *info});
+    }
+    return failure;
+}
+
+OSStatus addSidecar(const QByteArray &path, FinderInfoPlaces &places) {
+    OSStatus status = noErr;
+    const auto entry = sidecarEntry(path, kFinderInfoEntry, FinderInfo::kLength, &status);
+    if (!entry || entry->beginning.size() < FinderInfo::kLength)
+        return status;
+    // Every sidecar has the 32 bytes, also one that is there for a fork alone.
+    const FinderInfo info = FinderInfo::fromBytes(entry->beginning);
+    if (!info.isNone())
+        places.append({nullptr, {}, info});
+    return status;
+}
+
+} // namespace
+
+OSStatus findFinderInfoPlaces(const QByteArray &path, const AttributeNames &names,
+                              Sidecars sidecars, FinderInfoPlaces &places) {
+    if (const OSStatus status = statusOfNames(path, names); status != noErr)
+        return status;
+    const OSStatus attributes = addAttributes(path, names, places);
+    const OSStatus sidecar = sidecars == Sidecars::Absent ? noErr : addSidecar(path, places);
+    return !places.isEmpty() ? noErr : attributes != noErr ? attributes : sidecar;
+}
+
+const FinderInfoPlace *firstThatSays(const FinderInfoPlaces &places) {
+    const auto *const place =
+        std::ranges::find_if_not(places, &FinderInfo::isNone, &FinderInfoPlace::info);
+    return place == places.end() ? nullptr : &*place;
+}
+
+} // namespace MWCore

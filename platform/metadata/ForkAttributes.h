@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/metadata/ExtendedAttributes.h"
+
+#include <algorithm>
+
+namespace MWCore {
+
+/// An extended attribute that keeps resource forks.
+struct ForkAttribute {
+    const char *name;
+    qsizetype trailing; ///< zeros behind the fork, bytes
+};
+inline constexpr ForkAttribute kForkAttributes[] = {{"user.com.apple.ResourceFork", 0},
+                                                    {"user.org.netatalk.ResourceFork", 0},
+                                                    {"user.DosStream.AFP_Resource:$DATA", 1},
+                                                    {"user.AFP_Resource", 1}};
+
+/// The first of @p names that keeps a fork, or null.
+inline const ForkAttribute *forkAttribute(const AttributeNames &names) {
+    const auto *const found = std::ranges::find_if(
+        kForkAttributes, [&names](const char *name) { return names.contains(name); },
+        &ForkAttribute::name);
+    return found == std::end(kForkAttributes) ? nullptr : found;
+}
+
+} // namespace MWCore

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/metadata/MetadataChange.h"
+
+#include "platform/metadata/ExtendedAttributes.h"
+#include "platform/metadata/Sidecar.h"
+
+#include <algorithm>
+#include <chrono>
+#include <span>
+
+#include <sys/stat.h>
+
+namespace MWCore {
+namespace {
+
+/// Whether an attribute has the value, or is absent for none. One that may be written and not read
+/// counts as if it had.
+bool hasValue(const QByteArray &path, const char *name, const std::optional<QByteArray> &expected) {
+    OSStatus status = noErr;
+    const auto value = attribute(path, name, &status);
+    return value == expected || (status != noErr && status != resNotFound);
+}
+
+/// resNotFound and dupFNErr mean that another writer was there just now.
+OSStatus replaceValue(const QByteArray &path, const char *name,
+                      const std::optional<QByteArray> &before,
+                      const std::optional<QByteArray> &after) {
+    if (after)
+        return setAttribute(path, name, *after, before ? Before::Present : Before::Absent);
+    return before ? removeAttribute(path, name) : noErr;
+}
+
+bool isConflict(OSStatus status) {
+    return status == resNotFound || status == dupFNErr;
+}
+
+/// A new sidecar belongs to the owner of its item, may be read and written as the item, and is no
+/// program. Without an item it is as any new file.
+OSStatus accessBeside(const ItemPlace &item, Access *access) {
+    struct stat now = {};
+    constexpr mode_t kReadAndWrite = 0666;
+    constexpr auto kAny = static_cast<uid_t>(-1);
+    const OSStatus status = item.examine(&now);
+    *access = status == fnfErr ? Access{kReadAndWrite, kAny, kAny}
+                               : Access{(now.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR,
+                                        now.st_uid, now.st_gid};
+    return status == fnfErr ? noErr : status;
+}
+
+} // namespace
+
+void MetadataChange::set(const char *attribute, std::optional<QByteArray> before,
+                         std::optional<QByteArray> after) {
+    attributes_.push_back({attribute, std::move(before), std::move(after)});
+}
+
+AppleDouble *MetadataChange::sidecar(OSStatus *status) {
+    *status = noErr;
+    if (sidecar_)
+        return &*sidecar_;
+    const QByteArray name = sidecarName(item_.name());
+    *status = errFSOperationNotSupported;
+    auto file = name.isEmpty() ? std::nullopt : ReplacedFile::begin(item_.sibling(name), status);
+    if (!file)
+        return nullptr;
+    file_.emplace(std::move(*file));
+    const auto bytes =
+        file_->isThere() ? file_->content(kLargestSidecar, status) : std::optional(QByteArray());
+    if (!bytes)
+        return nullptr;
+    oldSidecar_ = *bytes;
+    sidecar_ = file_->isThere() ? AppleDouble::parse(*bytes) : AppleDouble::fresh();
+    if (!sidecar_)
+        *status = mapReadErr;
+    return sidecar_ ? &*sidecar_ : nullptr;
+}
+
+/// Everything that takes time; nobody sees it.
+OSStatus MetadataChange::prepareSidecar() {
+    if (!sidecar_ || sidecar_->isVoid() || sidecar_->bytes() == oldSidecar_)
+        return noErr;
+    if (sidecar_->bytes().size() > kLargestSidecar)
+        return fileBoundsErr; // nobody could read or change it again
+    Access fresh = {};
+    const OSStatus status = accessBeside(item_, &fresh);
+    return status == noErr ? file_->prepare(sidecar_->bytes(), fresh) : status;
+}
+
+std::optional<OSStatus> MetadataChange::commit(std::optional<FolderTurn> &turn) {
+    if (const OSStatus status = prepareSidecar(); status != noErr)
+        return status;
+    if (!turn)
+        turn.emplace(item_);
+    if (!isCurrent())
+        return std::nullopt;
+    OSStatus status = setAttributes();
+    if (status == noErr)
+        status = putSidecar();
+    if (isConflict(status) || (status == noErr && !stands()))
+        return std::nullopt;
+    return status;
+}
+
+void MetadataChange::sync() const {
+    if (sidecar_)
+        file_->syncFolder();
+}
+
+bool MetadataChange::isCurrent() const {
+    return (!file_ || file_->isCurrent()) &&
+           std::ranges::all_of(attributes_, [this](const Attribute &attribute) {
+               return hasValue(path(), attribute.name, attribute.before);
+           });
+}
+
+OSStatus MetadataChange::setAttributes() {
+    for (std::size_t index = 0; index < attributes_.size(); ++index) {
+        const Attribute &attribute = attributes_[index];
+        if (attribute.before == attribute.after)
+            continue;
+        const OSStatus status =
+            replaceValue(path(), attribute.name, attribute.before, attribute.after);
+        if (status != noErr) {
+            restoreAttributes(index);
+            return status;
+        }
+    }
+    return noErr;
+}
+
+/// Of the first @p count.
+void MetadataChange::restoreAttributes(std::size_t count) {
+    for (const Attribute &attribute : std::span(attributes_).first(count))
+        if (attribute.before != attribute.after)
+            (void)replaceValue(path(), attribute.name, attribute.after, attribute.before);
+}
+
+OSStatus MetadataChange::putSidecar() {
+    if (!sidecar_ || (file_->isThere() && sidecar_->bytes() == oldSidecar_))
+        return noErr;
+    OSStatus status = noErr;
+    if (!sidecar_->isVoid())
+        status = file_->put();
+    else if (file_->isThere())
+        status = file_->remove();
+    if (status != noErr)
+        restoreAttributes(attributes_.size());
+    return status;
+}
+
+/// Whether no other program has written over the attributes meanwhile.
+bool MetadataChange::stands() const {
+    return std::ranges::all_of(attributes_, [this](const Attribute &attribute) {
+        return hasValue(path(), attribute.name, attribute.after);
+    });
+}
+
+OSStatus statusOfKind(const ItemPlace &item) {
+    struct stat now = {};
+    const OSStatus status = item.examine(&now);
+    const bool canHave = S_ISREG(now.st_mode) || S_ISDIR(now.st_mode);
+    return status == noErr && !canHave ? errFSOperationNotSupported : status;
+}
+
+OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan) {
+    using namespace std::chrono_literals;
+    const auto end = std::chrono::steady_clock::now() + 10s;
+    constexpr int kQuickAttempts = 3; // in which others may be faster
+    for (int attempt = 0; std::chrono::steady_clock::now() < end; ++attempt) {
+        std::optional<FolderTurn> turn;
+        if (attempt >= kQuickAttempts)
+            turn.emplace(item);
+        MetadataChange change(item);
+        auto outcome = plan(change);
+        if (outcome == noErr)
+            outcome = change.commit(turn);
+        turn.reset();
+        if (outcome == noErr)
+            change.sync();
+        if (outcome)
+            return *outcome;
+    }
+    return fBsyErr;
+}
+
+} // namespace MWCore
