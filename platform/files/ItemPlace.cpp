@@ -22,8 +22,8 @@ std::optional<ItemPlace> ItemPlace::find(const QByteArray &path, OSStatus *statu
     ItemPlace place(std::make_shared<const Descriptor>(std::move(folder)),
                     parts.name.isEmpty() ? "." : parts.name);
     if (faccessat(AT_FDCWD, place.sibling(".").path().constData(), F_OK, 0) != 0) {
-        qCWarning(mwcoreLog, "Nothing can be changed without /proc");
         *status = ioErr;
+        qCWarning(mwcoreLog, "Nothing can be changed without /proc");
         return std::nullopt;
     }
     return place;

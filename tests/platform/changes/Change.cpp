@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "tests/platform/changes/Change.h"
+
+#include "platform/aliases/Aliases.h"
+#include "platform/catalogue/FileCatalogue.h"
+#include "platform/catalogue/ResourceFile.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/metadata/MetadataStore.h"
+#include "platform/references/FSSpec.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/platform/samples.h"
+
+#include <filesystem>
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace MWCore;
+
+constexpr uint32_t kPassing = 0x50617373; // 'Pass'
+constexpr UTCDateTime kDate = 4'000'000'000ULL * 65536;
+
+FSRef referenceTo(const std::string &path) {
+    FSRef ref;
+    (void)FSPathMakeRef(path.c_str(), &ref);
+    return ref;
+}
+
+OSStatus changeInfo(const std::string &path, void (*change)(FinderInfo &)) {
+    return FSChangeFinderInfo(referenceTo(path), change);
+}
+
+FinderInfo infoOf(const std::string &path) {
+    FinderInfo info;
+    (void)readFinderInfo(path.c_str(), &info);
+    return info;
+}
+
+OSStatus lock(const std::string &path) {
+    FSCatalogInfo info;
+    info.nodeFlags = kFSNodeLockedMask;
+    return FSSetCatalogInfo(referenceTo(path), kFSCatInfoNodeFlags, info);
+}
+
+OSStatus setDate(const std::string &path) {
+    FSCatalogInfo info;
+    info.contentModDate = kDate;
+    return FSSetCatalogInfo(referenceTo(path), kFSCatInfoContentMod, info);
+}
+
+FSCatalogInfo catalogueOf(const std::string &path, uint32_t whichInfo) {
+    FSCatalogInfo info;
+    (void)FSGetCatalogInfoForPath(path.c_str(), whichInfo, &info);
+    return info;
+}
+
+OSStatus addResource(const std::string &path) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(referenceTo(path), fsRdWrPerm, &status);
+    return fork ? (void)fork->addResource(kPassing, 1, {}, "data"), fork->close() : status;
+}
+
+bool hasResource(const std::string &path) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(referenceTo(path), fsRdPerm, &status);
+    return fork && fork->getResource(kPassing, 1) == "data";
+}
+
+OSStatus makeAlias(const std::string &path, AliasFileForm form) {
+    return FSCreateAliasFile(referenceTo("/usr"), path.c_str(), form);
+}
+
+bool leadsToUsr(const std::string &path) {
+    FSRef ref = referenceTo(path);
+    bool isFolder = false;
+    bool isAlias = false;
+    return FSResolveAliasFile(&ref, true, &isFolder, &isAlias) == noErr && isAlias &&
+           ref.path == "/usr";
+}
+
+bool hasEmptyFork(const std::string &path) {
+    OSStatus status = noErr;
+    return readResourceFork(path.c_str(), &status).has_value();
+}
+
+constexpr auto kNone = Change::Item::None;
+constexpr auto kPlain = Change::Item::Plain;
+constexpr auto kWithSidecar = Change::Item::WithSidecar;
+
+auto label = [](const std::string &path) {
+    return changeInfo(path, [](FinderInfo &info) { info.setLabelNumber(2); });
+};
+auto isLabelled = [](const std::string &path) { return infoOf(path).labelNumber() == 2; };
+
+const Change kChanges[] = {
+    {"label", label, isLabelled, kPlain},
+    {"label in a sidecar", label, isLabelled, kWithSidecar},
+    {"type", [](auto &path) { return changeInfo(path, [](auto &info) { info.type = kPassing; }); },
+     [](auto &path) { return infoOf(path).type == kPassing; }, kWithSidecar},
+    {"creator",
+     [](auto &path) { return changeInfo(path, [](auto &info) { info.creator = kPassing; }); },
+     [](auto &path) { return infoOf(path).creator == kPassing; }, kPlain},
+    {"invisible",
+     [](auto &path) {
+         return changeInfo(path, [](auto &info) { info.setFlag(kIsInvisible, true); });
+     },
+     [](auto &path) { return (infoOf(path).flags & kIsInvisible) != 0; }, kWithSidecar},
+    {"remove information", [](auto &path) { return removeFinderInfo(path.c_str()); },
+     [](auto &path) { return infoOf(path).isNone(); }, kWithSidecar},
+    {"lock", lock,
+     [](auto &path) { return (catalogueOf(path, kFSCatInfoNodeFlags).nodeFlags & 1) != 0; },
+     kPlain},
+    {"date", setDate,
+     [](auto &path) { return catalogueOf(path, kFSCatInfoContentMod).contentModDate == kDate; },
+     kPlain},
+    {"fork", [](auto &path) { return writeResourceFork(path.c_str(), samples::resourceFork()); },
+     [](auto &path) { return hasWholeFork(path); }, kPlain},
+    {"resource", addResource, hasResource, kWithSidecar},
+    {"empty fork",
+     [](auto &path) {
+         const std::filesystem::path item = path;
+         return FSCreateResFile(referenceTo(item.parent_path()), item.filename().c_str(), nullptr);
+     },
+     hasEmptyFork, kNone},
+    {"alias", [](auto &path) { return makeAlias(path, AliasFileForm::DesktopEntry); }, leadsToUsr,
+     kNone},
+    {"alias of the classic form", [](auto &path) { return makeAlias(path, AliasFileForm::Finder); },
+     leadsToUsr, kNone},
+    {"empty file",
+     [](auto &path) {
+         FSRef ref;
+         const QString text = stringWithFileSystemRepresentation(path.c_str());
+         return CarbonFSRefCreation::getFSRef(text, &ref, true) ? noErr : fnfErr;
+     },
+     [](auto &path) { return std::filesystem::exists(path); }, kNone},
+};
+
+} // namespace
+
+std::span<const Change> allChanges() {
+    return kChanges;
+}
+
+void makeItem(const std::string &path, Change::Item item) {
+    const std::filesystem::path file = path;
+    if (item != Change::Item::None)
+        raw::write(path, "content");
+    if (item == Change::Item::WithSidecar)
+        raw::write(file.parent_path() / ("._" + file.filename().string()), samples::sidecar(0));
+}
+
+void unlock(const std::string &path) {
+    const int item = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    int flags = 0;
+    if (ioctl(item, FS_IOC_GETFLAGS, &flags) == 0 && (flags & FS_IMMUTABLE_FL)) {
+        flags &= ~FS_IMMUTABLE_FL;
+        ioctl(item, FS_IOC_SETFLAGS, &flags);
+    }
+    close(item);
+}
+
+bool hasWholeFork(const std::string &path) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(referenceTo(path), fsRdPerm, &status);
+    constexpr uint32_t kText = 0x53545220; // 'STR '
+    return fork && fork->getResource(kText, 128) == "hello";
+}

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// Every change of an item while somebody else owns its folder, and while system calls fail or the
+// process is killed at each of them.
+#include "tests/platform/changes/Change.h"
+#include "tests/platform/changes/SystemCalls.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/platform/samples.h"
+#include "tests/support/LoggedMessages.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+constexpr uid_t kSomebody = 65534;
+
+/// Whatever a change could alter in a folder, as text.
+std::map<std::string, std::string> stateOf(const fs::path &folder) {
+    std::map<std::string, std::string> state;
+    for (const auto &entry : fs::directory_iterator(folder)) {
+        const std::string path = entry.path();
+        struct stat item = {};
+        lstat(path.c_str(), &item);
+        state[path] = std::to_string(item.st_mtim.tv_sec) + " " + std::to_string(item.st_uid) +
+                      runProcess({"lsattr", "-d", path}).output +
+                      raw::attribute(path, "user.com.apple.FinderInfo").value_or("").toStdString() +
+                      raw::content(path).value_or("").toStdString();
+    }
+    return state;
+}
+
+/// A folder of somebody else's with an item, and a folder of ours that he would like us to change
+/// in its place.
+struct Trap {
+    explicit Trap(const Change &change)
+        : dir(folder.folder("dir")), link(folder.link("link", folder.folder("ours"))),
+          item(dir + "/" + kItemName) {
+        fs::permissions(folder.path(), fs::perms(0755));
+        for (const auto &path : {folder.path(), dir, link})
+            EXPECT_EQ(lchown(path.c_str(), kSomebody, kSomebody), 0);
+        makeItem(item, change.item);
+        makeItem(folder.at(std::string("ours/") + kItemName), change.item);
+    }
+    Trap(const Trap &) = delete;
+    Trap &operator=(const Trap &) = delete;
+    ~Trap() {
+        for (const auto &path :
+             {item, link + "/" + kItemName, folder.at(std::string("ours/") + kItemName)})
+            unlock(path);
+    }
+
+    void spring() const {
+        renameat2(AT_FDCWD, dir.c_str(), AT_FDCWD, link.c_str(), RENAME_EXCHANGE);
+    }
+
+    TemporaryFolder folder;
+    std::string dir, link, item;
+};
+
+TEST(AttackedChanges, NeverReachAnotherFolder) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes two users";
+    for (const Change &change : allChanges()) {
+        constexpr int kBefore = 0; // the folder is a link from the start
+        bool isOver = false;
+        for (int moment = kBefore; !isOver; ++moment) {
+            SCOPED_TRACE(std::string(change.what) + ", at call " + std::to_string(moment));
+            const Trap trap(change);
+            const auto before = stateOf(trap.folder.at("ours"));
+            int calls = 0;
+            OSStatus status = noErr;
+            if (moment == kBefore)
+                trap.spring();
+            {
+                const SystemCalls hostile([&](const std::string & /*call*/) {
+                    if (++calls == moment)
+                        trap.spring();
+                    return 0;
+                });
+                status = change.make(trap.item);
+            }
+            isOver = moment > calls;
+            EXPECT_EQ(stateOf(trap.folder.at("ours")), before);
+            if (moment == kBefore) {
+                EXPECT_NE(status, noErr);
+            }
+            if (isOver) {
+                EXPECT_TRUE(status == noErr && change.isMade(trap.item));
+            }
+            if (::testing::Test::HasFailure())
+                return;
+        }
+    }
+}
+
+TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes two users";
+    const struct {
+        const char *what;
+        mode_t folderMode;
+        uid_t folderOwner, linkOwner;
+        bool isFollowed;
+    } rows[] = {
+        {"a link of ours in a folder of ours", 0755, 0, 0, true},
+        {"in one where everybody makes names", 01777, 0, 0, true},
+        {"another's link there", 01777, 0, kSomebody, false},
+        {"in one where everybody exchanges names", 0777, 0, 0, false},
+        {"in another's folder", 0755, kSomebody, 0, false},
+        {"in a folder of a group", 0775, 0, 0, false},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const TemporaryFolder folder;
+        const std::string item = folder.folder("real") + "/item";
+        raw::write(item, "");
+        const std::string dir = folder.folder("dir");
+        ASSERT_EQ(symlink("../real", (dir + "/link").c_str()), 0);
+        ASSERT_EQ(lchown((dir + "/link").c_str(), row.linkOwner, 0), 0);
+        ASSERT_EQ(chown(dir.c_str(), row.folderOwner, kSomebody), 0);
+        ASSERT_EQ(chmod(dir.c_str(), row.folderMode), 0);
+        const Change &label = allChanges().front();
+        EXPECT_EQ(label.make(dir + "/link/item"), row.isFollowed ? noErr : foreignLinkErr);
+        EXPECT_EQ(label.isMade(item), row.isFollowed);
+    }
+}
+
+/// Makes @p change once for each of its system calls, which @p happens at that call; then @p seen
+/// looks at what is left.
+void atEachCall(const Change &change, const std::function<int(const std::string &call)> &happens,
+                const std::function<void(const TemporaryFolder &, OSStatus)> &seen) {
+    bool isOver = false;
+    for (int moment = 1; !isOver && !::testing::Test::HasFailure(); ++moment) {
+        const TemporaryFolder folder;
+        const std::string item = folder.at(kItemName);
+        makeItem(item, change.item);
+        int calls = 0;
+        std::string last;
+        OSStatus status = noErr;
+        {
+            const SystemCalls failing([&](const std::string &call) {
+                last = calls + 1 == moment ? call : last;
+                return ++calls == moment ? happens(call) : 0;
+            });
+            status = change.make(item);
+        }
+        isOver = moment > calls;
+        SCOPED_TRACE(std::string(change.what) + ", at call " + std::to_string(moment) + " " + last);
+        seen(folder, status);
+        unlock(item);
+    }
+}
+
+/// All bytes of a sidecar that a change of the item must leave alone.
+void expectNothingLost(const std::string &item) {
+    EXPECT_TRUE(hasWholeFork(item));
+    const auto sidecar = raw::content(fs::path(item).parent_path() / kSidecarName);
+    EXPECT_TRUE(sidecar && sidecar->contains("keep me"));
+}
+
+TEST(AttackedChanges, LoseNothingWhateverCallFails) {
+    const LoggedMessages unseen;
+    for (const Change &change : allChanges())
+        for (const int error : {ENOENT, ESTALE, EMFILE, ENOSPC}) {
+            SCOPED_TRACE(strerror(error));
+            atEachCall(
+                change,
+                [error](const std::string &call) { // a missing name does mean that there is none
+                    return error != ENOENT || call == "open" || call == "faccessat" ? error : 0;
+                },
+                [&](const TemporaryFolder &folder, OSStatus status) {
+                    const std::string item = folder.at(kItemName);
+                    if (change.item == Change::Item::WithSidecar) {
+                        expectNothingLost(item);
+                    }
+                    if (status == noErr) {
+                        EXPECT_TRUE(change.isMade(item));
+                    }
+                    if (status != noErr && change.item == Change::Item::None) {
+                        EXPECT_TRUE(!fs::exists(item) || change.isMade(item)) << "half an item";
+                    }
+                });
+        }
+}
+
+TEST(AttackedChanges, LoseNothingWhenTheProcessIsKilled) {
+    for (const Change &change : allChanges())
+        for (int moment = 1; moment > 0; ++moment) {
+            SCOPED_TRACE(std::string(change.what) + ", at call " + std::to_string(moment));
+            const TemporaryFolder folder;
+            const std::string item = folder.at(kItemName);
+            makeItem(item, change.item);
+            const int ended = runForked([&] {
+                int calls = 0;
+                const SystemCalls killing([&](const std::string & /*call*/) {
+                    return ++calls == moment ? raise(SIGKILL) : 0;
+                });
+                return change.make(item) == noErr ? 0 : 1;
+            });
+            if (change.item == Change::Item::WithSidecar) {
+                expectNothingLost(item);
+            }
+            const OSStatus next = change.make(item);
+            EXPECT_TRUE(next == noErr || next == dupFNErr) << "kept from it: " << next;
+            EXPECT_TRUE(change.isMade(item));
+            for (const auto &entry : fs::directory_iterator(folder.path()))
+                EXPECT_FALSE(entry.path().filename().string().starts_with(".mwcore")) << entry;
+            unlock(item);
+            if (ended == 0 || ::testing::Test::HasFailure())
+                break;
+        }
+}
+
+TEST(AttackedChanges, ShowNobodyAPrivateSidecar) {
+    const Change &label = *std::ranges::find(allChanges(), std::string("label in a sidecar"),
+                                             [](const Change &change) { return change.what; });
+    for (const bool withNames : {false, true}) {
+        const TemporaryFolder folder;
+        const std::string item = folder.at(kItemName);
+        makeItem(item, label.item);
+        fs::permissions(folder.at(kSidecarName), fs::perms(0600));
+        std::string stranger;
+        const SystemCalls watching([&](const std::string &call) {
+            for (const auto &entry : fs::directory_iterator(folder.path())) {
+                if (entry.path() != item) {
+                    EXPECT_EQ(fs::status(entry).permissions(), fs::perms(0600)) << call << entry;
+                }
+            }
+            return withNames && call == "openat without a name" ? EOPNOTSUPP : 0;
+        });
+        EXPECT_EQ(label.make(item), noErr);
+        EXPECT_TRUE(label.isMade(item));
+    }
+}
+
+} // namespace

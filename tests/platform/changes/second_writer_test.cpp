@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// Several writers of one item, and those who may not keep everything as it was.
+#include "platform/metadata/MetadataStore.h"
+#include "tests/platform/changes/Change.h"
+#include "tests/platform/changes/SystemCalls.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/platform/samples.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <grp.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+const Change &changeNamed(const std::string &what) {
+    return *std::ranges::find(allChanges(), what, [](const Change &change) { return change.what; });
+}
+
+TEST(SecondWriters, LoseNothingWheneverTheyCome) {
+    const struct {
+        const char *first, *second;
+        Change::Item item;
+    } rows[] = {
+        {"label", "type", Change::Item::Plain},
+        {"label", "type", Change::Item::WithSidecar},
+        {"invisible", "creator", Change::Item::WithSidecar},
+        {"label", "resource", Change::Item::WithSidecar},
+        {"resource", "label", Change::Item::WithSidecar},
+        {"fork", "label in a sidecar", Change::Item::Plain},
+        {"label", "lock", Change::Item::Plain},
+        {"date", "label", Change::Item::Plain},
+    };
+    for (const auto &row : rows) {
+        const Change &first = changeNamed(row.first);
+        const Change &second = changeNamed(row.second);
+        for (int moment = 1, calls = moment; moment <= calls; ++moment) {
+            SCOPED_TRACE(std::string(row.first) + ", " + row.second + " at call " +
+                         std::to_string(moment));
+            const TemporaryFolder folder;
+            const std::string item = folder.at(kItemName);
+            makeItem(item, row.item);
+            bool hasTurn = false; // then the other would wait
+            calls = 0;
+            {
+                const SystemCalls interrupted([&](const std::string &call) {
+                    hasTurn = hasTurn || call == "flock";
+                    if (!hasTurn && ++calls == moment) {
+                        EXPECT_EQ(second.make(item), noErr);
+                    }
+                    return 0;
+                });
+                const OSStatus status = first.make(item);
+                EXPECT_TRUE(status == noErr || second.isMade(item)) << status;
+                EXPECT_EQ(first.isMade(item), status == noErr);
+            }
+            EXPECT_TRUE(moment > calls || second.isMade(item));
+            unlock(item);
+            if (::testing::Test::HasFailure())
+                return;
+        }
+    }
+}
+
+TEST(SecondWriters, OfANewItemTellWhoWasFirst) {
+    for (const char *const what : {"alias", "alias of the classic form"}) {
+        const Change &change = changeNamed(what);
+        for (int moment = 1, calls = moment; moment <= calls; ++moment) {
+            const TemporaryFolder folder;
+            const std::string item = folder.at(std::string(what) + ".desktop");
+            int successes = 0;
+            calls = 0;
+            {
+                const SystemCalls interrupted([&](const std::string &call) {
+                    const bool isNow = call != "flock" && ++calls == moment;
+                    successes += isNow && change.make(item) == noErr ? 1 : 0;
+                    return 0;
+                });
+                successes += change.make(item) == noErr ? 1 : 0;
+            }
+            ASSERT_EQ(successes, 1) << what << " at call " << moment;
+            ASSERT_TRUE(change.isMade(item)) << what << " at call " << moment;
+        }
+    }
+}
+
+/// A user of a test, by numbers that every Debian system has.
+struct User {
+    uid_t user;
+    gid_t group;
+    gid_t otherGroup;
+};
+constexpr User kBin = {2, 2, 1}; // in the group of "daemon", too
+constexpr User kSync = {4, 65534, 65534};
+
+int asUser(const User &user, const std::function<int()> &work) {
+    return runForked([&] {
+        const gid_t groups[] = {user.group, user.otherGroup};
+        if (setgroups(2, groups) != 0 || setgid(user.group) != 0 || setuid(user.user) != 0)
+            return 100;
+        return work();
+    });
+}
+
+/// A sidecar of user "daemon" in a folder that everybody may write.
+TEST(SecondWriters, OfAGroupKeepWhoMayReadAndWrite) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes several users";
+    const QByteArray list = samples::hex( // user::rw- user:4:rw- group::rw- mask::rw- other::---
+        "02000000"
+        "01000600ffffffff"
+        "0200060004000000"
+        "04000600ffffffff"
+        "10000600ffffffff"
+        "20000000ffffffff");
+    const struct {
+        const char *what;
+        User writer;
+        gid_t group;
+        mode_t mode;
+        bool hasList;
+        bool isWritten;
+    } rows[] = {
+        {"the owner is in the group", kBin, 1, 0660, false, true},
+        {"the owner is not in the group", kBin, 2, 0660, false, false},
+        {"the owner may by what others may", kBin, 2, 0666, false, true},
+        {"the group would be lost", kSync, 1, 0664, true, false},
+        {"everybody may", kSync, 1, 0666, false, true},
+        {"access control lists are kept", kBin, 1, 0660, true, true},
+        {"the writer is the owner", {1, 1, 1}, 1, 0600, false, true},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const TemporaryFolder folder;
+        const std::string sidecar = folder.at(kSidecarName);
+        makeItem(folder.at(kItemName), Change::Item::WithSidecar);
+        fs::permissions(folder.path(), fs::perms::all);
+        ASSERT_EQ(chown(sidecar.c_str(), 1, row.group), 0);
+        ASSERT_EQ(chmod(sidecar.c_str(), row.mode), 0);
+        if (row.hasList) {
+            ASSERT_TRUE(raw::setAttribute(sidecar, "system.posix_acl_access", list));
+        }
+        struct stat before = {};
+        ASSERT_EQ(stat(sidecar.c_str(), &before), 0);
+        const auto content = raw::content(sidecar);
+        EXPECT_EQ(asUser(row.writer,
+                         [&] {
+                             const OSStatus status =
+                                 writeResourceFork((folder.at(kItemName)).c_str(), "other fork");
+                             return status == noErr ? 0 : status == permErr ? 1 : 2;
+                         }),
+                  row.isWritten ? 0 : 1);
+        struct stat after = {};
+        ASSERT_EQ(stat(sidecar.c_str(), &after), 0);
+        EXPECT_EQ(after.st_gid, row.mode == 0666 ? after.st_gid : row.group);
+        EXPECT_EQ(after.st_mode, before.st_mode);
+        EXPECT_EQ(raw::attribute(sidecar, "system.posix_acl_access"),
+                  row.hasList ? std::optional(list) : std::nullopt);
+        EXPECT_EQ(raw::content(sidecar) == content, !row.isWritten);
+    }
+}
+
+TEST(SecondWriters, AreNotKeptFromWritingByANameOrALock) {
+    const TemporaryFolder folder;
+    makeItem(folder.at(kItemName), Change::Item::WithSidecar);
+    std::string taken; // by somebody who saw the name once
+    const auto takeTheName = [&](const std::string &call) {
+        if (call == "openat without a name")
+            return EOPNOTSUPP;
+        for (const auto &entry : fs::directory_iterator(folder.path()))
+            if (entry.path().filename().string().starts_with(".mwcore"))
+                taken = entry.path();
+        return 0;
+    };
+    {
+        const SystemCalls watching(takeTheName);
+        EXPECT_EQ(changeNamed("label").make(folder.at(kItemName)), noErr);
+    }
+    ASSERT_FALSE(taken.empty());
+    fs::create_directory(taken);
+    const SystemCalls watching(takeTheName);
+    EXPECT_EQ(changeNamed("type").make(folder.at(kItemName)), noErr);
+    EXPECT_TRUE(changeNamed("type").isMade(folder.at(kItemName)));
+}
+
+TEST(SecondWriters, AreToldWhenAFileMayNotBeSoLarge) {
+    const TemporaryFolder folder;
+    const std::string item = folder.at(kItemName);
+    makeItem(item, Change::Item::WithSidecar);
+    EXPECT_EQ(runForked([&] {
+                  constexpr rlimit kLimit = {10'000, 10'000};
+                  setrlimit(RLIMIT_FSIZE, &kLimit);
+                  const QByteArray fork(20'000, 'f');
+                  return writeResourceFork(item.c_str(), fork) == fileBoundsErr ? 0 : 1;
+              }),
+              0);
+    EXPECT_TRUE(hasWholeFork(item));
+}
+
+} // namespace
