@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ReplacedFile.h"
 
-#include "platform/files/FileSizeSignal.h"
+#include "platform/foundation/FileSizeSignal.h"
 #include "platform/files/RegularFile.h"
 
 #include <algorithm>

@@ -77,6 +77,9 @@ public:
         return *status == noErr ? std::move(folder_) : Descriptor();
     }
 
+    /// Whether nobody else could have exchanged anything on the way, or can do so now.
+    [[nodiscard]] bool isTrusted() const { return isTrusted_; }
+
 private:
     /// What a path or a link's text says comes next; a "/" before it means the root folder.
     void prepend(const QByteArray &path) {
@@ -147,6 +150,13 @@ Descriptor openTrustedFolder(const QByteArray &path, OSStatus *status) {
         return folder;
     const QByteArray absolute = absolutePath(path);
     return Walk(absolute.isEmpty() ? path : absolute).run(status);
+}
+
+bool isOnlyOurs(const QByteArray &path) {
+    OSStatus status = noErr;
+    Walk walk(path);
+    (void)walk.run(&status);
+    return status != foreignLinkErr && walk.isTrusted();
 }
 
 } // namespace MWCore

@@ -17,4 +17,8 @@ namespace MWCore {
 /// the cause in @p status: foreignLinkErr for a link that others could have made. Any thread.
 [[nodiscard]] Descriptor openTrustedFolder(const QByteArray &path, OSStatus *status);
 
+/// Whether nobody but the superuser and this process's user can exchange @p path, an absolute one,
+/// or a folder or link on the way. What is not there yet counts as if it were ours. Any thread.
+[[nodiscard]] bool isOnlyOurs(const QByteArray &path);
+
 } // namespace MWCore

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/FileLabels.h"
 
-#include "platform/foundation/UserDefaults.h"
+#include "platform/workspace/UserDefaults.h"
 
 namespace MWCore {
 namespace {

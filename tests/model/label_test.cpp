@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/MXLabelManager.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/workspace/UserDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "mwcore_export.h"
+#include <MWCore/mwcore_export.h>
 
 #include <QByteArray>
+#include <QMap>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -16,11 +17,15 @@ namespace MWCore {
 /// plain keys. Without an application name the executable's stands in; without an organization the
 /// application's name stands alone (NAME.conf in the user's configuration folder).
 ///
+/// The superuser has no settings, and synchronize() gives AccessError, where another user can
+/// exchange the file or a folder on the way to it, as in that user's home folder.
+///
 /// A key is any text. No character groups keys, and keys differ by case.
 ///
-/// An object is cheap, sees the changes of others in the process at once, and belongs to one thread
-/// at a time. Changes are written when it goes, by the event loop, or by synchronize(): the file
-/// is replaced as a whole, so it is never found half written.
+/// An object is cheap, sees the changes of others in the process once they are written, and belongs
+/// to one thread at a time. Changes are written when it goes or by synchronize(): the file is
+/// replaced as a whole, so it is never found half written, and not at all where there is no room
+/// for it.
 class MWCORE_EXPORT UserDefaults {
 public:
     UserDefaults();
@@ -48,12 +53,15 @@ public:
     [[nodiscard]] QByteArray bytes(const QString &key, const QByteArray &byDefault = {}) const;
 
     /// Writes what changed here and reads what changed in the file. AccessError: the file could not
-    /// be read or replaced. FormatError: not all that was read from it are settings; the rest goes
-    /// when a change is written.
+    /// be read or replaced; the changes stay here for the next time. FormatError:
+    /// not all that was read from it are settings; the rest goes when a change is written.
     [[nodiscard]] QSettings::Status synchronize();
 
 private:
+    [[nodiscard]] bool hasRoom() const;
+
     QSettings settings_;
+    QVariantMap changes_; ///< not yet written, by QSettings' keys; invalid: removed
 };
 
 } // namespace MWCore

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/foundation/UserDefaults.h"
+#include "platform/workspace/UserDefaults.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -9,10 +9,14 @@
 #include <cmath>
 #include <fstream>
 #include <limits>
+#include <vector>
 
 #include <QCoreApplication>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -174,6 +178,53 @@ TEST_F(Settings, SayWhenTheFileCannotBeKept) {
     UserDefaults defaults;
     defaults.setValue("key", 1);
     EXPECT_EQ(defaults.synchronize(), QSettings::FormatError);
+}
+
+TEST_F(Settings, OfTheSuperuserAreNotKeptWhereAnotherCanExchangeThem) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes two users";
+    const auto set = [](UserDefaults &defaults) { defaults.setValue("key", "value"); };
+    EXPECT_TRUE(write(set));
+    const std::string folder = folder_.at("House");
+    ASSERT_EQ(chown(folder.c_str(), 65534, 65534), 0);
+    EXPECT_FALSE(write([](UserDefaults &defaults) { defaults.setValue("key", "other"); }));
+    EXPECT_EQ(UserDefaults().text("key", "none"), "none");
+    ASSERT_EQ(chown(folder.c_str(), 0, 0), 0);
+    EXPECT_EQ(UserDefaults().text("key"), "value");
+}
+
+TEST_F(Settings, OfSeveralProcessesAreMerged) {
+    std::vector<pid_t> writers;
+    for (int writer = 0; writer < 3; ++writer) {
+        writers.push_back(fork());
+        for (int round = 0; writers.back() == 0 && round < 4; ++round)
+            UserDefaults().setValue(QString::number(writer * 4 + round), round);
+        if (writers.back() == 0)
+            _exit(0);
+    }
+    for (const pid_t writer : writers)
+        waitpid(writer, nullptr, 0);
+    const UserDefaults defaults;
+    for (int key = 0; key < 12; ++key)
+        EXPECT_EQ(defaults.integer(QString::number(key), -1), key % 4) << key;
+}
+
+TEST_F(Settings, AreKeptForLaterWhenTheyCannotBeWritten) {
+    EXPECT_EQ(runForked([] {
+                  UserDefaults defaults;
+                  defaults.setValue("other", 1);
+                  EXPECT_EQ(defaults.synchronize(), QSettings::NoError);
+                  constexpr rlimit kSmall = {70'000, RLIM_INFINITY};
+                  constexpr rlimit kAny = {RLIM_INFINITY, RLIM_INFINITY};
+                  setrlimit(RLIMIT_FSIZE, &kSmall);
+                  defaults.setValue("key", QByteArray(100'000, 'v'));
+                  EXPECT_EQ(defaults.synchronize(), QSettings::AccessError);
+                  setrlimit(RLIMIT_FSIZE, &kAny);
+                  EXPECT_EQ(defaults.synchronize(), QSettings::NoError);
+                  return ::testing::Test::HasFailure() ? 1 : 0;
+              }),
+              0);
+    EXPECT_EQ(UserDefaults().bytes("key").size(), 100'000);
 }
 
 } // namespace
