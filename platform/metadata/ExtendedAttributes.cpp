@@ -83,15 +83,16 @@ OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names) {
     return lstat(path.constData(), &item) == 0 ? noErr : statusFromErrno(errno);
 }
 
-std::optional<QByteArray> attribute(const QByteArray &path, const char *name, OSStatus *status) {
-    constexpr qsizetype kLongest = 65536; // what the kernel keeps at most
-    QByteArray value(512, Qt::Uninitialized);
+std::optional<QByteArray> attribute(const QByteArray &path, const char *name, OSStatus *status,
+                                    qsizetype longest) {
+    constexpr qsizetype kUsual = 512;
+    QByteArray value(std::min(kUsual, longest), Qt::Uninitialized);
     ssize_t length = 0;
     while ((length = lgetxattr(path.constData(), name, value.data(),
                                static_cast<std::size_t>(value.size()))) < 0 &&
-           errno == ERANGE && value.size() < kLongest)
-        value.resize(kLongest);
-    *status = statusOf(length < 0 ? -1 : 0);
+           errno == ERANGE && value.size() < longest)
+        value.resize(longest);
+    *status = length < 0 && errno == ERANGE ? fileBoundsErr : statusOf(length < 0 ? -1 : 0);
     if (length < 0)
         return std::nullopt;
     value.truncate(length);

@@ -38,9 +38,14 @@ private:
 /// system has none and the item is there. Else why not.
 [[nodiscard]] OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names);
 
-/// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name.
+/// What the kernel keeps of an attribute at most, in bytes.
+constexpr qsizetype kLongestAttribute = 65536;
+
+/// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name,
+/// fileBoundsErr for one of more than @p longest bytes.
 [[nodiscard]] std::optional<QByteArray> attribute(const QByteArray &path, const char *name,
-                                                  OSStatus *status);
+                                                  OSStatus *status,
+                                                  qsizetype longest = kLongestAttribute);
 
 /// The length of an attribute in bytes; negative when there is none.
 [[nodiscard]] int64_t attributeLength(const QByteArray &path, const char *name);

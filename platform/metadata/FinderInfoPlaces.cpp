@@ -16,7 +16,9 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
         if (!names.contains(convention.attribute))
             continue;
         OSStatus status = noErr;
-        const auto value = attribute(path, convention.attribute, &status);
+        const auto value = attribute(path, convention.attribute, &status, convention.longest);
+        if (status == fileBoundsErr)
+            continue; // somebody else's
         failure = failure == noErr ? status : failure;
         if (const auto info = value ? convention.read(*value) : std::nullopt)
             places.append({&convention, *value, *info});

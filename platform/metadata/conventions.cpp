@@ -27,6 +27,7 @@ QByteArray rewritten(const QByteArray & /*value*/, const FinderInfo &info) {
 /// An AppleDouble record without a file, as Netatalk keeps it.
 namespace Record {
 
+constexpr qsizetype kLongest = 4096; ///< ten times what its writers keep
 std::optional<FinderInfo> read(const QByteArray &value) {
     const auto record = AppleDouble::parse(value);
     const QByteArrayView content = record ? record->content(kFinderInfoEntry) : QByteArrayView();
@@ -69,10 +70,11 @@ QByteArray rewritten(const QByteArray &value, const FinderInfo &info) {
 } // namespace Stream
 
 constexpr Convention kConventions[] = {
-    {"user.com.apple.FinderInfo", Bare::read, Bare::rewritten},
-    {"user.org.netatalk.Metadata", Record::read, Record::rewritten},
-    {"user.DosStream.AFP_AfpInfo:$DATA", Stream::read, Stream::rewritten},
-    {"user.AFP_AfpInfo", Stream::read, Stream::rewritten}, // prefix=user., store_stream_type=no
+    {"user.com.apple.FinderInfo", FinderInfo::kLength, Bare::read, Bare::rewritten},
+    {"user.org.netatalk.Metadata", Record::kLongest, Record::read, Record::rewritten},
+    {"user.DosStream.AFP_AfpInfo:$DATA", Stream::kLengths[1], Stream::read, Stream::rewritten},
+    {"user.AFP_AfpInfo", Stream::kLengths[1], Stream::read,
+     Stream::rewritten}, // prefix=user., store_stream_type=no
 };
 
 } // namespace

@@ -14,6 +14,7 @@ namespace MWCore {
 /// How one family of programs keeps Finder information in an extended attribute.
 struct Convention {
     const char *attribute;
+    qsizetype longest; ///< value of the convention's form, bytes
 
     /// Nothing when the value is not of the convention's form.
     std::optional<FinderInfo> (*read)(const QByteArray &value);
