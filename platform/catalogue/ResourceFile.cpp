@@ -44,7 +44,7 @@ OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *new
         *refused = fork.isEmpty() ? noErr : dupFNErr;
         return ResourceMap().toBytes().value_or(QByteArray());
     });
-    if (status != noErr && made == noErr)
+    if (made == noErr && status != noErr && status != dupFNErr) // then somebody uses it already
         removeEmptyFile(*place);
     QByteArray folder;
     if (status == noErr && newRef)

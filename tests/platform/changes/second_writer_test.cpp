@@ -38,7 +38,10 @@ TEST(SecondWriters, LoseNothingWheneverTheyCome) {
         {"label", "resource", Change::Item::WithSidecar},
         {"resource", "label", Change::Item::WithSidecar},
         {"fork", "label in a sidecar", Change::Item::Plain},
+        {"creator", "label", Change::Item::Plain},
+        {"remove information", "resource", Change::Item::WithSidecar},
         {"label", "lock", Change::Item::Plain},
+        {"lock", "date", Change::Item::Plain},
         {"date", "label", Change::Item::Plain},
     };
     for (const auto &row : rows) {
@@ -73,7 +76,7 @@ TEST(SecondWriters, LoseNothingWheneverTheyCome) {
 }
 
 TEST(SecondWriters, OfANewItemTellWhoWasFirst) {
-    for (const char *const what : {"alias", "alias of the classic form"}) {
+    for (const char *const what : {"alias", "alias of the classic form", "empty fork"}) {
         const Change &change = changeNamed(what);
         for (int moment = 1, calls = moment; moment <= calls; ++moment) {
             const TemporaryFolder folder;
