@@ -57,8 +57,12 @@ private:
 
 } // namespace
 
+bool MXFileSystemObject::hasPathOfHost() const {
+    return rareTexts_ && !rareTexts_->completePath.isNull();
+}
+
 QString MXFileSystemObject::completePath() const {
-    if (rareTexts_ && !rareTexts_->completePath.isNull())
+    if (hasPathOfHost())
         return rareTexts_->completePath;
     return record_ ? stringWithFileSystemRepresentation(record_->complete_path) : QString();
 }
@@ -69,7 +73,7 @@ void MXFileSystemObject::setCompletePath(const QString &path) {
 
 /// The path's bytes; none for a text that no path can have.
 QByteArray MXFileSystemObject::representation() const {
-    if (rareTexts_ && !rareTexts_->completePath.isNull())
+    if (hasPathOfHost())
         return fileSystemRepresentation(rareTexts_->completePath).value_or(QByteArray());
     return record_ ? QByteArray(record_->complete_path) : QByteArray();
 }
@@ -79,7 +83,7 @@ QString MXFileSystemObject::name() const {
         QString &kept = rareTexts().volumeName;
         return kept.isNull() ? kept = volumeName() : kept;
     }
-    if (rareTexts_ && !rareTexts_->completePath.isNull())
+    if (hasPathOfHost())
         return PathText(rareTexts_->completePath).name.toString();
     return stringWithFileSystemRepresentation(recordName());
 }
@@ -96,7 +100,7 @@ QByteArrayView MXFileSystemObject::recordName() const {
 
 /// name() as the system has it.
 QByteArray MXFileSystemObject::nameBytes() const {
-    if (isVolume() || (rareTexts_ && !rareTexts_->completePath.isNull()))
+    if (isVolume() || hasPathOfHost())
         return cString(name());
     const QByteArrayView name = recordName();
     return QByteArray::fromRawData(name.data(), name.size());

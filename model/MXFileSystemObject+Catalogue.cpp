@@ -68,7 +68,7 @@ MXPermission::Ptr MXFileSystemObject::permissions() const {
     if (!isLocal())
         permissions_ =
             MXPermission::initWithNumber(_fso_get_int_for_attribute(MFS_KEY_PERMISSIONS));
-    else if (isListedChild()) // the listing looked at it
+    else if (isListedChild() && !hasPathOfHost()) // the listing looked at it
         permissions_ = permissionsOf(record_->mode);
     else
         permissions_ = permissionsOf(stat(representation().constData(), &item) == 0 ? item.st_mode

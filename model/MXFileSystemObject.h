@@ -187,9 +187,9 @@ public:
     /// @name From the system, of local items
     /// @{
 
-    /// Those of what a link leads to: of a child as its listing saw them, of any other item as they
-    /// are at the first call, number 0 when it cannot be examined then. Of other than local items
-    /// what the record says.
+    /// A link reports its target's permissions. A listed child reports what the listing saw, unless
+    /// a path was set for it; any other local item is examined at the first call, with number 0 if
+    /// that fails; a remote item reports its record's.
     [[nodiscard]] MXPermission::Ptr permissions() const;
     void setPermissions(const MXPermission::Ptr &permissions);
     [[nodiscard]] QString permissionsAsString() const;
@@ -461,6 +461,7 @@ private:
     void assimilate(const ListedKinds *kinds);
     void makeChildren(const ListedKinds *kinds);
     void identifyAs(const Classification &classification);
+    [[nodiscard]] bool hasPathOfHost() const;
     [[nodiscard]] QByteArrayView recordName() const;
     [[nodiscard]] bool isListedChild() const { return tree_ && mfs_fso_parent(record_); }
     [[nodiscard]] QByteArray nameBytes() const;

@@ -124,6 +124,26 @@ TEST(Attributes, OfPathsThatHostsSet) {
     EXPECT_FALSE(item->ownedByCurrentUser());
 }
 
+TEST(Attributes, OfTheSystemFollowAPathThatAHostSets) {
+    const TemporaryFolder folder;
+    const TemporaryFolder elsewhere;
+    (void)folder.file("item");
+    const std::string other = elsewhere.file("other", 10);
+    ASSERT_EQ(chmod(other.c_str(), 01640), 0);
+    for (const bool exists : {true, false}) {
+        const auto item = child(itemAt(folder.path()), "item");
+        item->setCompletePath(text(exists ? other : elsewhere.at("nothing")));
+        EXPECT_EQ(item->permissionsAsString(), exists ? "rw-r-----" : "---");
+        EXPECT_EQ(item->permissions()->hasStickyBit(), exists);
+        EXPECT_EQ(item->sizeObject() ? item->sizeObject()->totalSize() : 0, exists ? 10U : 0U);
+        item->setCompletePath(QString());
+        EXPECT_EQ(item->completePath(), text(folder.at("item")));
+        EXPECT_EQ(item->permissionsAsString(), exists ? "rw-r-----" : "---") << "kept";
+        item->setPermissions({});
+        EXPECT_EQ(item->permissionsAsString(), "rw-r--r--") << "as the listing saw it";
+    }
+}
+
 TEST(Attributes, OfAddressesAreAbsolute) {
     const auto item = MXFileSystemObject::init();
     item->setCompletePath("a b");
