@@ -120,6 +120,12 @@ public:
     /// @{
 
     [[nodiscard]] QString completePath() const;
+
+    /// Makes the object answer for another path; null restores the record's. Nothing on the disk
+    /// changes. Names, addresses and whatever is asked of the system follow the path: permissions,
+    /// codes, label, flags, catalogue dates, size, reference. Answers that are kept already stay
+    /// (see above), as does the kind until identify(). Extension, owner, group, links, counts,
+    /// date(), dateAsTimeT(), parent and children stay those of the record.
     void setCompletePath(const QString &path);
 
     /// The last component of the path; of a volume its own name, kept from the first use on.
@@ -158,7 +164,8 @@ public:
     [[nodiscard]] bool isLocal() const { return mfs_fso_isLocal(record_) != 0; }
     [[nodiscard]] bool isRemote() const { return mfs_fso_isRemote(record_) != 0; }
 
-    /// Names; "Unknown" for an account that the system does not know.
+    /// Names; "Unknown" for an account that the system does not know. Setting one changes what
+    /// this object reports and leaves the disk untouched; null restores the record's.
     [[nodiscard]] QString owner() const;
     void setOwner(const QString &owner);
     [[nodiscard]] QString group() const;
@@ -190,7 +197,13 @@ public:
     /// A link reports its target's permissions. A listed child reports what the listing saw, unless
     /// a path was set for it; any other local item is examined at the first call, with number 0 if
     /// that fails; a remote item reports its record's.
+    ///
+    /// The result is the item's own object, kept from the first call on: toggling one of its bits
+    /// changes what the item reports from then on. MXPermission::copy() makes one of your own.
     [[nodiscard]] MXPermission::Ptr permissions() const;
+
+    /// Makes the item report @p permissions, which it shares with the caller; null has them found
+    /// out anew at the next call. The disk stays untouched: use chmod(2) to change the item.
     void setPermissions(const MXPermission::Ptr &permissions);
     [[nodiscard]] QString permissionsAsString() const;
 
