@@ -81,10 +81,14 @@ public:
     /// in it. Null, with a line in the log, when it cannot be examined. `errno` is then, and for a
     /// folder that cannot be read (which comes without children), the cause as
     /// mfs_fso_get_local_fso() gives it; otherwise it is left alone.
+    ///
+    /// The core's trace lines are no part of the log: they go to standard output, or wherever
+    /// mfs_set_trace_stream() (mfs_utility.h) sends them; mfs_set_trace_stream(nullptr) silences
+    /// them.
     [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path, bool assimilatingContents,
                                                 const MXFileSystemObject *prototype = nullptr);
 
-    /// The same with contents and without messages.
+    /// The same with contents and without messages in the log. The core's trace lines still appear.
     [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path,
                                                 const MXFileSystemObject *prototype = nullptr);
 
