@@ -34,6 +34,7 @@ struct InfoOptions {
 struct SizeOptions {
     std::string path;
     bool linksOnce = false;     ///< of a file with several names the size counts once
+    bool sidecarsOnce = false;  ///< a fork in a sidecar counts once
     bool oneFileSystem = false; ///< leaves out what is mounted below
     bool walk = false;          ///< of a volume, too, measures what is in it
     bool errors = false;        ///< lists what could not be read

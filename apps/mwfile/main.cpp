@@ -140,6 +140,8 @@ void CommandLine::addSize() {
     command.add_option("PATH", size_.path, "The item; a link means the link itself")->required();
     command.add_flag("--links-once", size_.linksOnce,
                      "Add the size of a file with several names only once");
+    command.add_flag("--sidecars-once", size_.sidecarsOnce,
+                     "Add a resource fork that a sidecar (._name) keeps only once");
     command.add_flag("--one-file-system", size_.oneFileSystem,
                      "Leave out what is mounted on folders in it");
     command.add_flag("--walk", size_.walk, "Of a volume, too, measure what is in it");

@@ -62,6 +62,7 @@ MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item)
     using Clock = std::chrono::steady_clock;
     MXSizeOptions how;
     how.countsHardLinksOnce = options.linksOnce;
+    how.countsSidecarForksOnce = options.sidecarsOnce;
     how.staysOnVolume = options.oneFileSystem;
     how.walksVolume = options.walk;
     how.listsUnreadable = options.errors; // there may be millions

@@ -24,11 +24,15 @@ struct MXSizeProgress {
 /// throws ends the measurement and comes through to the caller.
 using MXSizeProgressCallback = std::function<void(const MXSizeProgress &)>;
 
-/// How a folder is measured. As it stands: in the way that sizeObject() does.
+/// How a folder is measured. The defaults match sizeObject().
 struct MXSizeOptions {
     /// Of a file or link that has several names below the folder the size is added once. Counts
     /// stay.
     bool countsHardLinksOnce = false;
+
+    /// A resource fork that a sidecar keeps is added once: to the resource forks, and no longer to
+    /// the sidecar's data as well. Counts stay.
+    bool countsSidecarForksOnce = false;
 
     /// Folders on which something is mounted are counted, and left out with all that is in them.
     bool staysOnVolume = false;

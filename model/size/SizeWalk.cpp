@@ -238,6 +238,7 @@ MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &o
         .folders = folders,
         .isCancelled = isCancelled,
         .seenLinks = options.countsHardLinksOnce ? &seenLinks : nullptr,
+        .countsSidecarForksOnce = options.countsSidecarForksOnce,
         .mountId = options.staysOnVolume ? mountIdOf(top->number(), "") : 0,
         .listsUnreadable = options.listsUnreadable,
     };

@@ -27,7 +27,12 @@
 namespace MWCore {
 namespace {
 
-constexpr uint64_t kBlockLength = 512; // of st_blocks, bytes
+constexpr uint64_t kBlockLength = 512;  // of st_blocks, bytes
+constexpr std::size_t kSidecarMark = 2; // length of "._"
+
+bool isSidecarName(const char *name) {
+    return name[0] == '.' && name[1] == '_';
+}
 
 /// openat(2) of a folder that follows no link anywhere on the way; where the system or a sandbox
 /// has no call for that, none at the end.
@@ -163,9 +168,8 @@ FolderBlock::Outcome SizeWorker::readFirstBlock(const Task &task) {
 }
 
 bool SizeWorker::blockNamesSidecar() const {
-    return std::any_of(block_.begin(), block_.end(), [](const dirent64 &entry) {
-        return entry.d_name[0] == '.' && entry.d_name[1] == '_';
-    });
+    return std::any_of(block_.begin(), block_.end(),
+                       [](const dirent64 &entry) { return isSidecarName(entry.d_name); });
 }
 
 void SizeWorker::measureEntry(Task &task, const char *name) {
@@ -201,10 +205,48 @@ void SizeWorker::measureFile(const Task &task, const char *name, const struct st
     }
     if (walk_.seenLinks && !walk_.seenLinks->isFirst(file))
         return;
-    sums_.dataForkSize += static_cast<uint64_t>(file.st_size);
-    sums_.physicalDataForkSize += static_cast<uint64_t>(file.st_blocks) * kBlockLength;
-    sums_.resourceForkSize += static_cast<uint64_t>(metadata.fork.logical);
-    sums_.physicalResourceForkSize += static_cast<uint64_t>(metadata.fork.physical);
+    MXFSOSizeRecord own;
+    own.dataForkSize = static_cast<uint64_t>(file.st_size);
+    own.physicalDataForkSize = static_cast<uint64_t>(file.st_blocks) * kBlockLength;
+    own.resourceForkSize = static_cast<uint64_t>(metadata.fork.logical);
+    own.physicalResourceForkSize = static_cast<uint64_t>(metadata.fork.physical);
+    if (walk_.countsSidecarForksOnce && task.folder->hasSidecars)
+        countForkWithSidecar(task, name, &own);
+    sums_.dataForkSize += own.dataForkSize;
+    sums_.physicalDataForkSize += own.physicalDataForkSize;
+    sums_.resourceForkSize += own.resourceForkSize;
+    sums_.physicalResourceForkSize += own.physicalResourceForkSize;
+}
+
+/// Moves a fork in a sidecar from the item that it belongs to to the sidecar's file: the blocks are
+/// that file's, which may have several names where the item has one.
+void SizeWorker::countForkWithSidecar(const Task &task, const char *name, MXFSOSizeRecord *own) {
+    if (own->resourceForkSize > 0 && forkInSidecar(task, name).logical > 0)
+        own->resourceForkSize = own->physicalResourceForkSize = 0;
+    if (!isSidecarName(name))
+        return;
+    const ForkSize fork = forkInSidecar(task, name + kSidecarMark);
+    if (fork.logical == 0)
+        return;
+    const uint64_t length = std::min(static_cast<uint64_t>(fork.logical), own->dataForkSize);
+    own->dataForkSize -= length;
+    own->resourceForkSize += length;
+    own->physicalResourceForkSize += std::exchange(own->physicalDataForkSize, 0);
+}
+
+/// What measureFile() finds of the entry's fork in a sidecar; of no length for none, for a fork
+/// kept elsewhere, and for an entry that measures none.
+ForkSize SizeWorker::forkInSidecar(const Task &task, const char *name) {
+    struct stat item;
+    ForkSize fork;
+    ForkSize inAttribute;
+    const QByteArray &path = pathOfEntry(name);
+    const bool isMeasured =
+        fstatat(task.opened->number(), name, &item, AT_SYMLINK_NOFOLLOW) == 0 &&
+        !S_ISDIR(item.st_mode) && !S_ISLNK(item.st_mode) &&
+        readMetadata(resourceForkSize, path, &fork, Sidecars::MayExist) == noErr &&
+        readMetadata(resourceForkSize, path, &inAttribute, Sidecars::Absent) == noErr;
+    return isMeasured && inAttribute.logical == 0 ? fork : ForkSize();
 }
 
 void SizeWorker::measureLink(const Task &task, const char *name, const struct stat &link) {
@@ -230,6 +272,19 @@ bool SizeWorker::hasObject(const Task &task, const char *name) {
     return item != nullptr;
 }
 
+/// Waits while descriptors are short, as open() does.
+template <typename Read, typename Result>
+OSStatus SizeWorker::readMetadata(Read read, const QByteArray &path, Result *result,
+                                  Sidecars sidecars) {
+    OSStatus status = noErr;
+    do
+        status = read(path, result, sidecars);
+    while (status == tmfoErr && mayTryAgain(attemptsToRead_));
+    if (status != tmfoErr)
+        attemptsToRead_ = kMostAttempts;
+    return status;
+}
+
 SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
                                             const struct stat &item) {
     const QByteArray &path = pathOfEntry(name);
@@ -238,20 +293,12 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
     if (sidecars == Sidecars::Absent &&
         !(mayHaveAttributes && mayHaveMetadataAttributes(task.opened->number(), name, path)))
         return {};
-    const auto read = [this, &path, sidecars](auto function, auto *result) {
-        OSStatus status = noErr;
-        do
-            status = function(path, result, sidecars);
-        while (status == tmfoErr && mayTryAgain(attemptsToRead_));
-        if (status != tmfoErr)
-            attemptsToRead_ = kMostAttempts;
-        return status;
-    };
     Metadata metadata;
     FinderInfo info;
-    metadata.isInvisible = read(readFinderInfo, &info) == noErr && (info.flags & kIsInvisible);
+    metadata.isInvisible =
+        readMetadata(readFinderInfo, path, &info, sidecars) == noErr && (info.flags & kIsInvisible);
     if (!S_ISDIR(item.st_mode) && !S_ISLNK(item.st_mode))
-        metadata.forkStatus = read(resourceForkSize, &metadata.fork);
+        metadata.forkStatus = readMetadata(resourceForkSize, path, &metadata.fork, sidecars);
     return metadata;
 }
 

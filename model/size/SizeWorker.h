@@ -23,8 +23,9 @@ class SeenLinks;
 struct SharedWalk {
     FolderQueue &folders;
     const std::atomic<bool> &isCancelled;
-    SeenLinks *seenLinks = nullptr; ///< null: every name of a file counts
-    uint64_t mountId = 0;           ///< the only one whose folders are entered; 0: any
+    SeenLinks *seenLinks = nullptr;      ///< null: every name of a file counts
+    bool countsSidecarForksOnce = false; ///< not with the item, too
+    uint64_t mountId = 0;                ///< the only one whose folders are entered; 0: any
     bool listsUnreadable = false;
 };
 
@@ -71,6 +72,11 @@ private:
     void measureFile(const Task &task, const char *name, const struct stat &file);
     void measureLink(const Task &task, const char *name, const struct stat &link);
     [[nodiscard]] bool hasObject(const Task &task, const char *name);
+    void countForkWithSidecar(const Task &task, const char *name, MXFSOSizeRecord *sums);
+    [[nodiscard]] ForkSize forkInSidecar(const Task &task, const char *name);
+    template <typename Read, typename Result>
+    [[nodiscard]] OSStatus readMetadata(Read read, const QByteArray &path, Result *result,
+                                        Sidecars sidecars);
     [[nodiscard]] Metadata metadataOf(const Task &task, const char *name, const struct stat &item);
     [[nodiscard]] bool isCancelled();
     void setFolderPath(const Task &task);

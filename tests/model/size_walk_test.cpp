@@ -293,6 +293,51 @@ TEST(SizeWalk, BeyondTheSums) {
               0);
 }
 
+TEST(SizeWalk, CountsAForkInASidecarOnceIfAsked) {
+    const TemporaryFolder folder;
+    const QByteArray fork(3000, 'r');
+    const auto giveFork = [&fork](const std::string &path) {
+        ASSERT_EQ(writeResourceFork(QByteArray::fromStdString(path), fork), noErr);
+    };
+    for (const char *const name : {"forked", "gone", "damaged", "with both"})
+        giveFork(folder.file(name, 5000));
+    giveFork(folder.folder("folder"));
+    fs::copy_file(folder.at("._forked"), folder.at("._fifo"));
+    fs::copy_file(folder.at("._forked"), folder.at("._link"));
+    fs::copy_file(folder.at("._forked"), folder.at("._._forked"));
+    folder.fifo("fifo");
+    folder.link("link", "forked");
+    fs::remove(folder.at("gone"));
+    fs::resize_file(folder.at("._damaged"), 60);
+    folder.file("plain", 10);
+    folder.file("._plain", 3000); // no sidecar at all
+    folder.file("._", 10);
+    ASSERT_EQ(setxattr(folder.at("with both").c_str(), "user.com.apple.ResourceFork", "fork", 4, 0),
+              0);
+    fs::create_hard_link(folder.at("forked"), folder.at("A")); // forked by one of its names alone
+
+    MXSizeOptions options;
+    const auto item = MXFileSystemObject::newFSOForLocalPath(text(folder.path()), false);
+    const auto sums = [&] { return item->measureSize(options)->record; };
+    const MXFSOSizeRecord twice = sums();
+    EXPECT_EQ(twice.resourceForkSize, 2 * 3000U + 4) << "of a file, a fifo and an attribute";
+    options.countsSidecarForksOnce = true;
+    const MXFSOSizeRecord once = sums();
+    EXPECT_EQ(once.resourceForkSize, twice.resourceForkSize);
+    EXPECT_EQ(once.physicalResourceForkSize, twice.physicalResourceForkSize);
+    EXPECT_EQ(once.containedFileCount, twice.containedFileCount);
+    // But for the item whose fork is damaged and the attribute, what find counts.
+    const MXFSOSizeRecord found = sumsOfFind(folder.path());
+    EXPECT_EQ(once.totalSize, found.totalSize - 5000 + 4);
+    EXPECT_EQ(twice.totalSize - once.totalSize, 2 * 3000U);
+    EXPECT_EQ(twice.physicalTotalSize - once.physicalTotalSize, once.physicalResourceForkSize - 4);
+
+    options.countsHardLinksOnce = true;
+    EXPECT_EQ(sums().totalSize, once.totalSize - 5000) << "whichever name is met first";
+    fs::create_hard_link(folder.at("._forked"), folder.at("._A"));
+    EXPECT_EQ(sums().totalSize, once.totalSize - 5000) << "one sidecar for both";
+}
+
 TEST(SizeWalk, OfACancelledItemIsThatOfOneEntry) {
     const TemporaryFolder folder;
     makeWide(folder);

@@ -42,6 +42,18 @@ TEST(SizeCommand, TellsEveryField) {
     EXPECT_NE(text.find("3 Files. 1 Folders. ( 0 hidden )\n"), std::string::npos) << text;
 }
 
+TEST(SizeCommand, AddsAForkInASidecarOnceIfAsked) {
+    const TemporaryFolder folder;
+    folder.file("file");
+    std::ofstream(folder.at("._file"), std::ios::binary)
+        << std::string("\0\5\x16\7\0\2\0\0", 8) << std::string(16, ' ')
+        << std::string("\0\1\0\0\0\2\0\0\0\x26\0\0\0\4", 14) << "fork";
+    constexpr const char *kTotal = "d['totalSize'], d['resourceForkSize']";
+    EXPECT_EQ(readJson(mwfile({"size", "--json", folder.path()}).output, kTotal), "(46, 4)");
+    EXPECT_EQ(readJson(mwfile({"size", "--json", "--sidecars-once", folder.path()}).output, kTotal),
+              "(42, 4)");
+}
+
 TEST(SizeCommand, AsksAVolumeOrWalksIt) {
     const std::string text = mwfile({"size", "/proc"}).output;
     EXPECT_NE(text.find("Capacity"), std::string::npos) << text;
