@@ -16,7 +16,7 @@ constexpr uint32_t kVersions[] = {0x00020000, 0x00010000};
 constexpr qsizetype kCountOffset = 24;
 constexpr qsizetype kTableOffset = 26;
 constexpr qsizetype kEntryLength = 12;
-constexpr uint16_t kMostEntries = 1024; // far more than there are ids
+constexpr uint16_t kMostEntries = 64; // RFC 1740 defines 15 ids, and vendors use a handful
 constexpr qsizetype kFinderInfoLength = 32;
 
 // The attribute block that some writers keep behind the Finder information.
@@ -26,17 +26,23 @@ constexpr qsizetype kAttributeTotalSize = 8;
 constexpr qsizetype kAttributeDataStart = 12;
 constexpr qsizetype kAttributeCount = 34;
 constexpr qsizetype kAttributeTable = 36;
+constexpr qsizetype kAttributeHeader = kAttributeBlock + kAttributeTable;
 
 qsizetype tableEnd(std::size_t count) {
     return kTableOffset + kEntryLength * static_cast<qsizetype>(count);
 }
 
-/// Whether no content lies in another, in the header or behind the end.
-bool areApart(std::vector<Entry> entries, uint64_t fileSize) {
-    auto free = static_cast<uint64_t>(tableEnd(entries.size()));
+/// The entries that have a content, in the order of the contents.
+std::vector<Entry> inOrder(std::vector<Entry> entries) {
     std::erase_if(entries, [](const Entry &entry) { return entry.length == 0; });
     std::ranges::sort(entries, {}, &Entry::offset);
-    for (const Entry &entry : entries) {
+    return entries;
+}
+
+/// Whether no content lies in another, in the header or behind the end.
+bool areApart(const std::vector<Entry> &entries, uint64_t fileSize) {
+    auto free = static_cast<uint64_t>(tableEnd(entries.size()));
+    for (const Entry &entry : inOrder(entries)) {
         if (entry.offset < free)
             return false;
         free = static_cast<uint64_t>(entry.offset) + entry.length;
@@ -53,6 +59,15 @@ uint16_t attributeCount(QByteArrayView content) {
     if (numberAt<uint32_t>(content, kAttributeBlock) != kAttributeMagic)
         return 0;
     return numberAt<uint16_t>(content, kAttributeBlock + kAttributeCount).value_or(0);
+}
+
+/// Whether the content is zero, but for the header of an attribute block that keeps none.
+bool isEmptyFinderInfo(QByteArrayView content) {
+    const bool hasBlock = numberAt<uint32_t>(content, kAttributeBlock) == kAttributeMagic;
+    if (!hasBlock || attributeCount(content) > 0)
+        return isZero(content);
+    return isZero(content.first(kAttributeBlock)) &&
+           isZero(content.sliced(std::min(kAttributeHeader, content.size())));
 }
 
 } // namespace
@@ -138,14 +153,17 @@ void AppleDouble::replace(uint32_t id, QByteArrayView content) {
 }
 
 bool AppleDouble::isVoid() const {
-    return std::ranges::all_of(entries_, [this](const Entry &entry) {
-        if (entry.length == 0)
-            return true;
-        const auto bytes = QByteArrayView(bytes_).sliced(entry.offset, entry.length);
-        const bool hasEmptyBlock = entry.id == kFinderInfoEntry && attributeCount(bytes) == 0 &&
-                                   numberAt<uint32_t>(bytes, kAttributeBlock) == kAttributeMagic;
-        return isZero(hasEmptyBlock ? bytes.first(kFinderInfoLength) : bytes);
-    });
+    const QByteArrayView bytes(bytes_);
+    qsizetype seen = tableEnd(entries_.size());
+    for (const Entry &entry : inOrder(entries_)) {
+        const auto content = bytes.sliced(entry.offset, entry.length);
+        const bool isEmpty =
+            entry.id == kFinderInfoEntry ? isEmptyFinderInfo(content) : isZero(content);
+        if (!isEmpty || !isZero(bytes.sliced(seen, entry.offset - seen)))
+            return false;
+        seen = qsizetype(entry.offset) + entry.length;
+    }
+    return isZero(bytes.sliced(seen));
 }
 
 Entry *AppleDouble::find(uint32_t id) {
@@ -158,7 +176,9 @@ void AppleDouble::addEntry(uint32_t id) {
     for (const Entry &entry : entries_)
         if (entry.length > 0)
             firstContent = std::min<qsizetype>(firstContent, entry.offset);
-    if (firstContent < tableEnd(entries_.size() + 1))
+    const qsizetype end = tableEnd(entries_.size());
+    if (firstContent < end + kEntryLength ||
+        !isZero(QByteArrayView(bytes_).sliced(end, kEntryLength))) // which are somebody's
         moveContents(kEntryLength);
     entries_.push_back({id, static_cast<uint32_t>(bytes_.size()), 0});
 }

@@ -29,15 +29,16 @@ public:
     /// an empty resource fork.
     [[nodiscard]] static AppleDouble fresh();
 
-    /// Nothing when @p bytes are no whole AppleDouble file: an entry lies outside or in another.
+    /// Nothing when @p bytes are no whole AppleDouble file: an entry lies outside or in another, or
+    /// there are more than 64, those included that changing it could add.
     [[nodiscard]] static std::optional<AppleDouble> parse(const QByteArray &bytes);
 
-    /// The entries of a file of @p fileSize bytes that begins with @p head; nothing as above, and
-    /// when the table of entries is longer than the head.
+    /// The entries of a file of @p fileSize bytes that begins with @p head, at most 64; nothing as
+    /// above, and when the table of entries is longer than the head. 794 bytes are enough.
     [[nodiscard]] static std::optional<std::vector<Entry>> entriesOf(QByteArrayView head,
                                                                      uint64_t fileSize);
 
-    /// Whether a file that begins so means to be one.
+    /// Whether @p head starts with the magic and a known version.
     [[nodiscard]] static bool hasMagic(QByteArrayView head);
 
     /// The content of the first entry @p id, null when there is none.
@@ -49,7 +50,8 @@ public:
     /// Gives the entry @p id, which is made if needed, new content.
     void replace(uint32_t id, QByteArrayView content);
 
-    /// Whether nobody would miss the file: all that it keeps is zero or empty.
+    /// Whether nobody would miss the file: all that it keeps is zero or empty, also before, between
+    /// and behind the contents. The header's filler does not count.
     [[nodiscard]] bool isVoid() const;
 
     [[nodiscard]] const QByteArray &bytes() const { return bytes_; }

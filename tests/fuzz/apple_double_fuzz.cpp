@@ -45,6 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
         return 0;
     require(file->bytes() == inputBytes(data, size));
     (void)file->isVoid();
+    const auto longer = AppleDouble::parse(file->bytes() + 'x');
+    require(longer && !longer->isVoid());
     file->overwrite(kFinderInfoEntry, QByteArray(32, 'i'));
     require(file->content(kFinderInfoEntry).startsWith(QByteArray(32, 'i')));
     for (const qsizetype length : {70, 3, 0, 200, 200})

@@ -21,6 +21,11 @@ QByteArray entry(uint32_t id, uint32_t offset, uint32_t length) {
     return number32(id) + number32(offset) + number32(length);
 }
 
+/// A file of @p count comments without content.
+QByteArray tableOf(uint16_t count) {
+    return header(count) + entry(4, 0, 0).repeated(count);
+}
+
 TEST(AppleDouble, DamagedFilesAreRefused) {
     const struct {
         const char *what;
@@ -35,12 +40,16 @@ TEST(AppleDouble, DamagedFilesAreRefused) {
         {"a place near the end of numbers", header(1) + entry(9, 0xFFFFFFF0, 0x20)},
         {"a content in the header", header(1) + entry(9, 0, 32) + samples::zeros(32)},
         {"a content in the table", header(1) + entry(9, 26, 32) + samples::zeros(32)},
+        {"more entries than anybody keeps", tableOf(65)},
+        {"no room for ours among them", tableOf(63)},
         {"contents in one another",
          header(2) + entry(9, 50, 32) + entry(2, 60, 32) + samples::zeros(64)},
     };
     for (const auto &row : rows)
         EXPECT_FALSE(AppleDouble::parse(row.bytes)) << row.what;
     EXPECT_TRUE(AppleDouble::parse(header(0)));
+    EXPECT_TRUE(AppleDouble::parse(tableOf(62)));
+    EXPECT_TRUE(AppleDouble::entriesOf(tableOf(64), 1024));
     EXPECT_TRUE(AppleDouble::parse(header(1) + entry(2, 0xFFFF, 0))) << "nothing is everywhere";
 }
 
@@ -86,6 +95,16 @@ TEST(AppleDouble, AnEntryIsAddedWhereTheTableHasNoRoom) {
         << "the attributes' places move with them";
 }
 
+TEST(AppleDouble, AnAddedEntryOverwritesNothing) {
+    const QByteArray unnamed = "bytes that nobody names";
+    const auto place = static_cast<uint32_t>(38 + unnamed.size());
+    auto file = AppleDouble::parse(header(1) + entry(4, place, 4) + unnamed + "note at the end");
+    ASSERT_TRUE(file);
+    file->overwrite(kFinderInfoEntry, samples::finderInfo(0x0004));
+    EXPECT_EQ(file->content(4), "note");
+    EXPECT_EQ(file->bytes().mid(50, unnamed.size() + 15), unnamed + "note at the end");
+}
+
 TEST(AppleDouble, AHostileAttributeBlockReachesNothingElse) {
     QByteArray info =
         samples::finderInfo(0) + samples::zeros(2) + "ATTR" + samples::zeros(30) + number16(0xFFFF);
@@ -109,7 +128,26 @@ TEST(AppleDouble, KnowsWhenNobodyWouldMissIt) {
     EXPECT_TRUE(
         isVoid(header(1) + entry(9, 38, 70) + samples::zeros(34) + "ATTR" + samples::zeros(32)))
         << "an attribute block without attributes";
+    EXPECT_FALSE(isVoid(header(1) + entry(9, 38, 72) + samples::zeros(34) + "ATTR" +
+                        samples::zeros(32) + "!!"))
+        << "behind such a block";
     EXPECT_FALSE(isVoid(samples::sidecar(0)));
+    // Bytes that no entry names.
+    const QByteArray two = header(2) + entry(2, 60, 4) + entry(9, 52, 4);
+    const struct {
+        const char *what;
+        QByteArray bytes;
+        bool isVoid;
+    } rows[] = {
+        {"zeros", two + samples::zeros(24), true},
+        {"behind the table", two + "no" + samples::zeros(12), false},
+        {"between contents", two + samples::zeros(9) + "x" + samples::zeros(4), false},
+        {"at the end", two + samples::zeros(14) + "x", false},
+        {"without any entry", header(0) + "x", false},
+        {"the filler", samples::hex("0005160700020000") + "Mac OS X        " + number16(0), true},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(isVoid(row.bytes), row.isVoid) << row.what;
     const QByteArray onlyAttributes =
         samples::zeros(34) + samples::attributeBlock(72, samples::zeros(3));
     EXPECT_FALSE(isVoid(header(1) + entry(9, 38, static_cast<uint32_t>(onlyAttributes.size())) +
