@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
+#include "platform/formats/DesktopEntry.h"
+#include "platform/formats/ResourceMap.h"
 #include "platform/foundation/FileSystemText.h"
-#include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
+#include "platform/launch/PackageExtensions.h"
+#include "platform/metadata/MetadataStore.h"
 
 #include <algorithm>
 #include <iterator>
@@ -21,8 +24,8 @@ struct InodeRow {
     const char *mimeType;
 };
 constexpr InodeRow kInodeRows[] = {
-    {S_IFDIR, "inode/directory"}, {S_IFLNK, "inode/symlink"},     {S_IFIFO, "inode/fifo"},
-    {S_IFSOCK, "inode/socket"},   {S_IFBLK, "inode/blockdevice"}, {S_IFCHR, "inode/chardevice"},
+    {S_IFLNK, "inode/symlink"},     {S_IFIFO, "inode/fifo"},       {S_IFSOCK, "inode/socket"},
+    {S_IFBLK, "inode/blockdevice"}, {S_IFCHR, "inode/chardevice"},
 };
 
 QString commentOf(const char *mimeType) {
@@ -37,11 +40,53 @@ std::optional<QByteArray> startOf(const QByteArray &path) {
     return file ? readAt(file.number(), 0, kEnough, &status) : std::nullopt;
 }
 
+FinderInfo finderInfoOf(const QByteArray &path) {
+    FinderInfo info;
+    return readFinderInfo(path, &info) == noErr ? info : FinderInfo();
+}
+
+/// Whether the item's fork keeps an alias record. A fork too long to look through counts as one
+/// that does.
+bool forkKeepsAlias(const QByteArray &path) {
+    constexpr int64_t kLongestFork = 4 << 20; // a record and icons of its own
+    constexpr uint32_t kAlias = 0x616C6973;   // 'alis'
+    OSStatus status = noErr;
+    ForkSize size;
+    if (resourceForkSize(path, &size) != noErr)
+        return false;
+    if (size.logical > kLongestFork)
+        return true;
+    const auto fork = readResourceFork(path, &status);
+    const auto map = fork ? ResourceMap::parse(*fork) : std::nullopt;
+    return map && std::ranges::any_of(map->resources(), [](const Resource &resource) {
+               return resource.type == kAlias;
+           });
+}
+
+/// Whether the desktop entry at @p path leads to an item of this system.
+bool entryLeadsToItem(const QByteArray &path) {
+    constexpr int64_t kLongestEntry = 1 << 20;
+    OSStatus status = noErr;
+    const auto bytes = readRegularFile(path, kLongestEntry, Links::Keep, &status);
+    const DesktopEntry entry(bytes.value_or(QByteArray()));
+    return entry.value(DesktopEntry::kMainGroup, "Type") == u"Link" &&
+           entry.value(DesktopEntry::kMainGroup, "URL")
+               .value_or(QString())
+               .startsWith(u"file:", Qt::CaseInsensitive);
+}
+
+bool isAliasFile(const QByteArray &path) {
+    return (path.endsWith(".desktop") && entryLeadsToItem(path)) ||
+           ((finderInfoOf(path).flags & kIsAlias) && forkKeepsAlias(path));
+}
+
 /// Never the database's own look at the file: it would open it by a name that may have no bytes in
 /// the local encoding.
 QString kindOfPlainFile(const QByteArray &path) {
     const QMimeDatabase database;
     const QString name = stringWithFileSystemRepresentation(PathParts(path).name);
+    if (isAliasFile(path))
+        return QCoreApplication::translate("MWCore", "Alias");
     const auto byName = database.mimeTypesForFileName(name);
     if (byName.size() == 1)
         return byName.front().comment();
@@ -50,16 +95,36 @@ QString kindOfPlainFile(const QByteArray &path) {
     return byName.isEmpty() ? commentOf("application/octet-stream") : byName.front().comment();
 }
 
+/// What the name says of a document that is a folder; the database means plain files by the known
+/// extensions of packages.
+QString kindOfPackage(const QByteArray &path) {
+    const QByteArray name = PathParts(path).name;
+    const auto byName =
+        QMimeDatabase().mimeTypesForFileName(stringWithFileSystemRepresentation(name));
+    return byName.size() == 1 && !hasPackageExtension(name)
+               ? byName.front().comment()
+               : QCoreApplication::translate("MWCore", "Package");
+}
+
+/// In the order in which an item's kind is decided.
+QString kindOfFolder(const QByteArray &path) {
+    uint32_t flags = 0;
+    (void)LSCopyItemInfoForPath(path, finderInfoOf(path).flags, &flags);
+    if (flags & kLSItemInfoIsApplication)
+        return QCoreApplication::translate("MWCore", "Application");
+    if (flags & kLSItemInfoIsPackage)
+        return kindOfPackage(path);
+    return commentOf(flags & kLSItemInfoIsVolume ? "inode/mount-point" : "inode/directory");
+}
+
 } // namespace
 
 QString LSCopyKindString(const QByteArray &path) {
     const ItemStatus item = itemStatus(path);
     if (S_ISREG(item.mode))
         return kindOfPlainFile(path);
-    if (S_ISDIR(item.mode) && isApplicationFolder(path))
-        return QCoreApplication::translate("MWCore", "Application");
-    if (item.isMountPoint)
-        return commentOf("inode/mount-point");
+    if (S_ISDIR(item.mode))
+        return kindOfFolder(path);
     const auto *const row = std::ranges::find(kInodeRows, item.mode & S_IFMT, &InodeRow::type);
     return row == std::end(kInodeRows) ? QString() : commentOf(row->mimeType);
 }

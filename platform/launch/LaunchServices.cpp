@@ -7,41 +7,13 @@
 #include "platform/formats/DesktopEntry.h"
 #include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/ItemStatus.h"
+#include "platform/launch/PackageExtensions.h"
 #include "platform/metadata/FinderInfo.h"
 
 #include <algorithm>
 
 namespace MWCore {
 namespace {
-
-/// Extensions of folders that are shown as one thing.
-constexpr QByteArrayView kPackageExtensions[] = {
-    "app",          // application
-    "appex",        // extension of an application
-    "bundle",       // loadable code and its resources
-    "component",    // audio or image component
-    "download",     // download that is not complete
-    "dsym",         // debug symbols
-    "framework",    // library, its headers and resources
-    "kext",         // kernel extension
-    "mdimporter",   // search importer
-    "mpkg",         // set of installation packages
-    "nib",          // interface file
-    "pkg",          // installation package
-    "playground",   // code to try
-    "plugin",       // loadable code
-    "prefpane",     // settings panel
-    "qlgenerator",  // preview maker
-    "rtfd",         // rich text with attachments
-    "saver",        // screen saver
-    "scptd",        // script with resources
-    "sparsebundle", // growing disk image
-    "wdgt",         // widget
-    "xcdatamodel",  // data model
-    "xcodeproj",    // source project
-    "xcworkspace",  // set of source projects
-    "xpc",          // service of an application
-};
 
 constexpr int64_t kAppImageStart = 11; ///< bytes that tell an AppImage
 
@@ -65,12 +37,9 @@ OSStatus LSCopyItemInfoForPath(const QByteArray &path, uint16_t finderFlags, uin
     *flags = 0;
     if (!S_ISDIR(item.mode))
         return statusFromErrno(item.error);
-    const QByteArray extension = lowerExtensionOf(PathParts(path).name);
     if (isApplicationFolder(path))
         *flags |= kLSItemInfoIsApplication | kLSItemInfoIsPackage;
-    const bool isKnown = std::ranges::find(kPackageExtensions, QByteArrayView(extension)) !=
-                         std::end(kPackageExtensions);
-    if (isKnown || (finderFlags & kHasBundle) != 0)
+    if (hasPackageExtension(PathParts(path).name) || (finderFlags & kHasBundle) != 0)
         *flags |= kLSItemInfoIsPackage;
     if (item.isMountPoint)
         *flags |= kLSItemInfoIsVolume;

@@ -27,9 +27,10 @@ enum LSItemInfoFlags : uint32_t {
 [[nodiscard]] MWCORE_EXPORT OSStatus LSCopyItemInfoForPath(const QByteArray &path,
                                                            uint16_t finderFlags, uint32_t *flags);
 
-/// What people call an item of this kind, in their language: the MIME database's comment, that of a
-/// plain file by its name and, where the name leaves it open, by its first 16 KB. Null for what is
-/// not there.
+/// What people call an item of this kind, in their language. "Alias" for both forms of alias files,
+/// wherever they lead; "Application" for a folder that is one; for any other package what the MIME
+/// database calls its name, else "Package"; else the database's comment, that of a plain file by
+/// its name and, where the name leaves it open, by its first 16 KB. Null for what is not there.
 [[nodiscard]] MWCORE_EXPORT QString LSCopyKindString(const QByteArray &path);
 
 /// Whether a plain file is an application by itself: an AppImage, or a desktop entry that starts

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/launch/LaunchServices.h"
 
+#include "platform/formats/ResourceMap.h"
+#include "platform/metadata/MetadataStore.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -113,8 +115,70 @@ TEST(LaunchServices, NamesKinds) {
         EXPECT_EQ(kind.toLower(), row.kind.toLower()) << row.path;
         EXPECT_EQ(kind.isNull(), row.kind.isNull()) << row.path;
     }
+}
+
+/// Gives an item Finder information, and a fork with a resource of @p type.
+void mark(const std::string &path, uint16_t flags, uint32_t type = 0) {
+    ASSERT_EQ(writeFinderInfo(bytes(path), {.flags = flags}), noErr);
+    ResourceMap map = *ResourceMap::parse({});
+    map.put({type, 0, std::nullopt, 0, "of no form that leads anywhere"});
+    if (type != 0) {
+        ASSERT_EQ(writeResourceFork(bytes(path), *map.toBytes()), noErr);
+    }
+}
+
+TEST(LaunchServices, NamesAliasesAndPackages) {
+    QLocale::setDefault(QLocale::c());
+    constexpr uint32_t kAlias = 0x616C6973; // 'alis'
+    constexpr uint32_t kIcon = 0x69636E73;  // 'icns'
+    const TemporaryFolder folder;
+    mark(folder.file("alias"), kIsAlias, kAlias);
+    mark(folder.file("alias.png"), kIsAlias, kAlias);
+    mark(folder.file("flag alone"), kIsAlias);
+    mark(folder.file("icon"), kIsAlias, kIcon);
+    mark(folder.file("record alone"), 0, kAlias);
+    mark(folder.file("huge"), kIsAlias, kIcon);
+    constexpr int kForkLength = 46; // in the sidecar's table
+    std::fstream(folder.at("._huge"), std::ios::in | std::ios::out).seekp(kForkLength) << "\x09";
+    std::filesystem::resize_file(folder.at("._huge"), 160 << 20);
+    mark(folder.file("damaged.png"), kIsAlias, kAlias);
+    std::filesystem::resize_file(folder.at("._damaged.png"), 60);
+    for (const char *const name : {"a.bundle", "b.RTFD", "c.pkg", "d.key", "e", "f"})
+        folder.folder(name);
+    for (const char *const name : {"d.key", "e"})
+        mark(folder.at(name), kHasBundle);
+    mark(folder.at("f"), kIsAlias);
     make(folder, "a.app/Contents/Info.plist", "");
-    EXPECT_EQ(LSCopyKindString(bytes(folder.at("a.app"))), "Application");
+    make(folder, "to file.desktop", "[Desktop Entry]\nType=Link\nURL=file:///gone\n");
+    make(folder, "to page.desktop", "[Desktop Entry]\nType=Link\nURL=https://localhost/\n");
+    make(folder, "program.desktop", "[Desktop Entry]\nType=Application\nURL=file:///gone\n");
+    const struct {
+        const char *name;
+        const char *kind;
+    } rows[] = {
+        {"alias", "Alias"},
+        {"alias.png", "Alias"},
+        {"flag alone", "empty document"},
+        {"icon", "empty document"},
+        {"record alone", "empty document"},
+        {"huge", "Alias"},
+        {"damaged.png", "PNG image"},
+        {"a.bundle", "Package"},
+        {"b.RTFD", "Package"},
+        {"c.pkg", "Package"},
+        {"d.key", "Apple Keynote 5 presentation"},
+        {"e", "Package"},
+        {"f", "folder"},
+        {"a.app", "Application"},
+        {"to file.desktop", "Alias"},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(LSCopyKindString(bytes(folder.at(row.name))), QLatin1String(row.kind))
+            << row.name;
+    EXPECT_EQ(LSCopyKindString(bytes(folder.at("a.bundle/"))), "Package");
+    const QString entry = LSCopyKindString(bytes(folder.file("any.desktop")));
+    for (const char *const name : {"to page.desktop", "program.desktop"})
+        EXPECT_EQ(LSCopyKindString(bytes(folder.at(name))), entry) << name;
 }
 
 TEST(LaunchServices, NamesKindsInTheUsersLanguage) {
