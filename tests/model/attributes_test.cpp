@@ -71,7 +71,7 @@ TEST(Attributes, AreThoseOfStat) {
 TEST(Attributes, OfPermissionsAreKeptFromTheFirstUseOn) {
     const TemporaryFolder folder;
     const std::string path = folder.file("item");
-    for (const mode_t mode : {01777, 02777, 04777}) {
+    for (const mode_t mode : {01777U, 02777U, 04777U}) {
         ASSERT_EQ(chmod(path.c_str(), mode), 0);
         const auto item = itemAt(path);
         const auto permissions = item->permissions();
