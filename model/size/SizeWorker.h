@@ -72,7 +72,7 @@ private:
     void measureFile(const Task &task, const char *name, const struct stat &file);
     void measureLink(const Task &task, const char *name, const struct stat &link);
     [[nodiscard]] bool hasObject(const Task &task, const char *name);
-    void countForkWithSidecar(const Task &task, const char *name, MXFSOSizeRecord *sums);
+    void countForkWithSidecar(const Task &task, const char *name, MXFSOSizeRecord *own);
     [[nodiscard]] ForkSize forkInSidecar(const Task &task, const char *name);
     template <typename Read, typename Result>
     [[nodiscard]] OSStatus readMetadata(Read read, const QByteArray &path, Result *result,
