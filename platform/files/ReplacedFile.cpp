@@ -147,6 +147,9 @@ int ReplacedFile::dress(const Access &fresh) const {
     const Access access = {oldStatus_.st_mode & ACCESSPERMS, oldStatus_.st_uid, oldStatus_.st_gid};
     if (const int error = copyAccess(temporary_.number(), access, old_.number()))
         return error;
+    struct stat now = {};
+    if (fstat(temporary_.number(), &now) == 0 && (now.st_mode & ACCESSPERMS) == access.mode)
+        return 0; // file systems without modes let nobody set one
     return fchmod(temporary_.number(), access.mode) == 0 ? 0 : errno;
 }
 
