@@ -5,6 +5,7 @@
 #include "platform/files/RegularFile.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include <QList>
 
@@ -38,6 +39,7 @@ std::optional<Mount> parseLine(const QByteArray &line) {
     Mount mount;
     bool hasId = false;
     mount.id = fields[0].toInt(&hasId);
+    mount.parent = fields[1].toInt();
     if (!hasId || device.size() != 2)
         return std::nullopt;
     mount.device = makedev(device[0].toUInt(), device[1].toUInt());
@@ -88,10 +90,20 @@ uint64_t mountIdOf(int folder, const char *path) {
     constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
     if (statx(folder, path, kFlags | AT_STATX_DONT_SYNC, STATX_MNT_ID, &item) != 0) {
         struct stat known = {}; // some sandboxes refuse the newer call
-        return fstatat(folder, path, &known, kFlags) == 0 ? known.st_dev : 0;
+        const bool isRefused = errno == ENOSYS || errno == EPERM;
+        return isRefused && fstatat(folder, path, &known, kFlags) == 0 ? known.st_dev : 0;
     }
     return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id
                                         : makedev(item.stx_dev_major, item.stx_dev_minor);
+}
+
+bool isOnMount(int descriptor, const Mount &mount) {
+    struct statx item = {};
+    if (statx(descriptor, "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_MNT_ID, &item) != 0)
+        return false;
+    return item.stx_mask & STATX_MNT_ID
+               ? item.stx_mnt_id == static_cast<uint64_t>(mount.id)
+               : makedev(item.stx_dev_major, item.stx_dev_minor) == mount.device;
 }
 
 bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {
@@ -100,13 +112,36 @@ bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {
     return path.startsWith(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
-const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts) {
-    const Mount *deepest = nullptr;
+std::vector<const Mount *> mountsOnWay(const QByteArray &path, const std::vector<Mount> &mounts) {
+    std::vector<const Mount *> holding;
     for (const Mount &mount : mounts)
-        if (isAtOrBelow(path, mount.mountPoint) &&
-            (!deepest || mount.mountPoint.size() >= deepest->mountPoint.size()))
-            deepest = &mount;
-    return deepest;
+        if (isAtOrBelow(path, mount.mountPoint))
+            holding.push_back(&mount);
+    const auto isListed = [&holding](const Mount *child) {
+        return std::ranges::any_of(holding, [child](const Mount *mount) {
+            return mount != child && mount->id == child->parent;
+        });
+    };
+    // What is mounted on the root of a mount is met before anything in that.
+    std::vector<const Mount *> way;
+    for (;;) {
+        const Mount *next = nullptr;
+        for (const Mount *const mount : holding) {
+            const bool follows = way.empty()
+                                     ? !isListed(mount)
+                                     : mount->parent == way.back()->id && mount != way.back();
+            if (follows && (!next || mount->mountPoint.size() <= next->mountPoint.size()))
+                next = mount;
+        }
+        if (!next || way.size() > holding.size())
+            return way;
+        way.push_back(next);
+    }
+}
+
+const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts) {
+    const auto way = mountsOnWay(path, mounts);
+    return way.empty() ? nullptr : way.back();
 }
 
 } // namespace MWCore

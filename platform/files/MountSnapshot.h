@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/files/MountTable.h"
+
+#include <optional>
+
+namespace MWCore {
+
+/// The table of mounts as it was at the first question. For what takes moments. Belongs to one
+/// thread.
+class MountSnapshot {
+public:
+    [[nodiscard]] const std::vector<Mount> &mounts() {
+        if (!mounts_)
+            mounts_ = mountTable();
+        return *mounts_;
+    }
+
+private:
+    std::optional<std::vector<Mount>> mounts_;
+};
+
+} // namespace MWCore
