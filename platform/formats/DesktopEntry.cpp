@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <vector>
 
 namespace MWCore {
 namespace {
@@ -118,6 +119,22 @@ std::optional<DesktopEntryLine> lastLineOf(QByteArrayView bytes, QByteArrayView 
 std::optional<QString> DesktopEntry::value(QByteArrayView group, QByteArrayView key) const {
     const auto line = findKey(bytes_, group, key);
     return line ? std::optional(unescaped(rawValue(bytes_, *line))) : std::nullopt;
+}
+
+void DesktopEntry::findValues(QByteArrayView group, std::span<const QByteArrayView> keys,
+                              std::span<std::optional<QString>> values) const {
+    std::vector<DesktopEntryLine> found(keys.size());
+    DesktopEntryLines lines(bytes_);
+    for (DesktopEntryLine line; lines.next(&line);) {
+        if (line.kind != DesktopEntryLine::Key || line.group != group)
+            continue;
+        const auto key = std::ranges::find(keys, line.key);
+        if (key != keys.end())
+            found[static_cast<std::size_t>(key - keys.begin())] = line;
+    }
+    for (std::size_t index = 0; index < keys.size(); ++index)
+        if (found[index].kind == DesktopEntryLine::Key)
+            values[index] = unescaped(rawValue(bytes_, found[index]));
 }
 
 std::optional<QString> DesktopEntry::localizedValue(QByteArrayView group, QByteArrayView key,

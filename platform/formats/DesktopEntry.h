@@ -4,7 +4,9 @@
 
 #include "platform/foundation/mwcore_export.h"
 
+#include <array>
 #include <optional>
+#include <span>
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -29,6 +31,15 @@ public:
 
     /// The value of the key as it stands, escapes undone. Nothing for a key that is not there.
     [[nodiscard]] std::optional<QString> value(QByteArrayView group, QByteArrayView key) const;
+
+    /// The same of several keys of a group, in one pass.
+    template <std::size_t Count>
+    [[nodiscard]] std::array<std::optional<QString>, Count>
+    values(QByteArrayView group, const std::array<QByteArrayView, Count> &keys) const {
+        std::array<std::optional<QString>, Count> found;
+        findValues(group, keys, found);
+        return found;
+    }
 
     /// The value for @p locale, "lang_COUNTRY.ENCODING@MODIFIER": the most special of the forms
     /// that are there, at last the one without a locale.
@@ -56,6 +67,9 @@ public:
     [[nodiscard]] static QByteArray messagesLocale();
 
 private:
+    void findValues(QByteArrayView group, std::span<const QByteArrayView> keys,
+                    std::span<std::optional<QString>> values) const;
+
     QByteArray bytes_;
 };
 

@@ -1,16 +1,41 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/formats/BigEndian.h"
+#include "platform/formats/ResourceLocation.h"
 #include "platform/formats/ResourceMap.h"
 #include "tests/fuzz/fuzz.h"
 
+#include <algorithm>
+
 using namespace MWCore;
 
+namespace {
+
+/// Nothing when it is not in the fork.
+std::optional<QByteArrayView> firstOfType(QByteArrayView fork, uint32_t type) {
+    const auto areas = forkAreasOf(fork.first(std::min(fork.size(), ForkAreas::kHeadLength)),
+                                   static_cast<uint64_t>(fork.size()));
+    const auto map = areas ? bytesAt(fork, areas->map, areas->mapLength) : std::nullopt;
+    const auto offset = map ? firstResourceOffset(*map, type) : std::nullopt;
+    const auto length = offset ? numberAt<uint32_t>(fork, areas->data + *offset) : std::nullopt;
+    return length ? bytesAt(fork, areas->data + *offset + sizeof *length, *length) : std::nullopt;
+}
+
+} // namespace
+
 /// A fork that can be read can be written and read again with the same resources, and never holds
-/// more than its bytes justify.
+/// more than its bytes justify. The first resource of a type is found without the others.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
-    auto map = ResourceMap::parse(inputBytes(data, size));
-    if (!map)
+    const QByteArray fork = inputBytes(data, size);
+    auto map = ResourceMap::parse(fork);
+    if (!map) {
+        (void)firstOfType(fork, 0);
         return 0;
+    }
+    if (!map->resources().empty()) {
+        const Resource &first = map->resources().front();
+        require(firstOfType(fork, first.type) == QByteArrayView(first.data));
+    }
     std::size_t held = 0;
     for (const Resource &resource : map->resources())
         held += static_cast<std::size_t>(resource.data.size()) +
