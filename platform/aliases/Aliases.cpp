@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/aliases/Aliases.h"
 
-#include "platform/references/AliasResolution.h"
+#include "platform/aliases/AliasFollowing.h"
 
 namespace MWCore {
 
@@ -17,13 +17,19 @@ OSStatus FSNewAlias(const FSRef &target, QByteArray *alias) {
 
 OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target, const std::atomic<bool> *cancelled,
                         int64_t searchedNames) {
+    MountSnapshot mounts;
+    Effort effort({.entries = searchedNames, .cancelled = cancelled}, mounts);
+    return resolveAlias(alias, target, effort);
+}
+
+OSStatus resolveAlias(const QByteArray &alias, FSRef *target, Effort &effort) {
     const auto record = AliasRecord::parse(alias);
     if (!record)
         return mapReadErr;
-    const SearchLimits limits = {.entries = searchedNames, .cancelled = cancelled};
     OSStatus status = noErr;
-    const auto path = locate(*record, Replacement::IsTheItem, limits, &status);
-    return path ? FSPathMakeRef(*path, target) : status;
+    if (auto item = locate(*record, Replacement::IsTheItem, effort, &status))
+        *target = std::move(*item);
+    return status;
 }
 
 } // namespace MWCore

@@ -20,10 +20,11 @@ constexpr int32_t kFuseOrXfsHandle = 0x81; ///< both use the kernel's FILEID_INO
 /// What an identity may not rely on, by the kind of file system (statfs(2)).
 enum class Lasting { All, AllButHandle, AllButBirth };
 
+/// An empty path means the item @p folder itself.
 Lasting lastingOn(int folder, const char *path) {
-    const Descriptor item(openat(folder, path, O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    const Descriptor item(*path ? openat(folder, path, O_PATH | O_NOFOLLOW | O_CLOEXEC) : -1);
     struct statfs system = {};
-    if (!item || fstatfs(item.number(), &system) != 0)
+    if (fstatfs(*path ? item.number() : folder, &system) != 0)
         return Lasting::All;
     switch (system.f_type) {
     case FUSE_SUPER_MAGIC: // handles are forgotten with the cache
@@ -43,7 +44,7 @@ void addHandle(int folder, const char *path, FileIdentity &identity) {
     } handle = {};
     handle.header.handle_bytes = MAX_HANDLE_SZ;
     int mount = 0;
-    if (name_to_handle_at(folder, path, &handle.header, &mount, 0) != 0)
+    if (name_to_handle_at(folder, path, &handle.header, &mount, *path ? 0 : AT_EMPTY_PATH) != 0)
         return;
     identity.handleType = handle.header.handle_type;
     identity.handle =
@@ -54,8 +55,8 @@ void addHandle(int folder, const char *path, FileIdentity &identity) {
 
 std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *status) {
     struct statx item = {};
-    if (statx(folder, path, AT_SYMLINK_NOFOLLOW | AT_STATX_SYNC_AS_STAT, STATX_INO | STATX_BTIME,
-              &item) != 0) {
+    constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_EMPTY_PATH | AT_STATX_SYNC_AS_STAT;
+    if (statx(folder, path, kFlags, STATX_INO | STATX_BTIME, &item) != 0) {
         *status = statusFromErrno(errno);
         return std::nullopt;
     }
@@ -78,13 +79,19 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
     return identity;
 }
 
+bool isStrong(const FileIdentity &identity) {
+    return identity.birthTime || !identity.handle.isEmpty();
+}
+
 bool isSameItem(const FileIdentity &found, const FileIdentity &wanted) {
     const bool hasHandles = !found.handle.isEmpty() && !wanted.handle.isEmpty();
     const bool isOtherHandle =
         hasHandles && (found.handleType != wanted.handleType || found.handle != wanted.handle);
     const bool hasBirths = found.birthTime && wanted.birthTime;
-    return found.inode == wanted.inode && !isOtherHandle &&
-           (!hasBirths || found.birthTime == wanted.birthTime);
+    if (found.inode != wanted.inode || isOtherHandle ||
+        (hasBirths && found.birthTime != wanted.birthTime))
+        return false;
+    return hasHandles || hasBirths || (!isStrong(found) && !isStrong(wanted));
 }
 
 } // namespace MWCore

@@ -4,6 +4,8 @@
 
 #include "platform/formats/BigEndian.h"
 
+#include <climits>
+
 namespace MWCore {
 namespace {
 
@@ -22,9 +24,11 @@ enum Tag : uint16_t {
     kFileSystem = 7,
     kMountPointLength = 8,
     kAncestors = 9,
+    kFileSystemType = 10, ///< left out when it is not known, as the next
+    kSource = 11,
 };
 
-constexpr qsizetype kLongestPath = 65536;
+constexpr qsizetype kLongestPath = PATH_MAX - 1;
 
 void appendField(QByteArray &bytes, Tag tag, QByteArrayView content) {
     appendNumber(bytes, static_cast<uint16_t>(tag));
@@ -38,9 +42,13 @@ template <std::integral Number> void appendNumberField(QByteArray &bytes, Tag ta
     appendField(bytes, tag, content);
 }
 
+bool readText(QByteArrayView content, QByteArray &text) {
+    text = content.toByteArray();
+    return text.size() <= kLongestPath && !text.contains('\0');
+}
+
 bool readPath(QByteArrayView content, QByteArray &path) {
-    path = content.toByteArray();
-    return path.startsWith('/') && path.size() <= kLongestPath && !path.contains('\0');
+    return readText(content, path) && path.startsWith('/');
 }
 
 template <std::integral Number, typename Field>
@@ -89,6 +97,10 @@ bool readField(uint16_t tag, QByteArrayView content, AliasRecord &record) {
         return readNumber<uint32_t>(content, record.mountPointLength);
     case kAncestors:
         return readAncestors(content, record.ancestors);
+    case kFileSystemType:
+        return readText(content, record.fileSystemType);
+    case kSource:
+        return readText(content, record.source);
     default:
         return true;
     }
@@ -118,11 +130,15 @@ QByteArray AliasRecord::toBytes() const {
     for (const uint64_t inode : ancestors)
         appendNumber(inodes, inode);
     appendField(bytes, kAncestors, inodes);
+    if (!fileSystemType.isEmpty())
+        appendField(bytes, kFileSystemType, fileSystemType);
+    if (!source.isEmpty())
+        appendField(bytes, kSource, source);
     return bytes;
 }
 
 std::optional<AliasRecord> AliasRecord::parse(QByteArrayView bytes) {
-    if (numberAt<uint32_t>(bytes, 0) != kMagic ||
+    if (bytes.size() > kLongest || numberAt<uint32_t>(bytes, 0) != kMagic ||
         numberAt<uint16_t>(bytes, sizeof kMagic) != kVersion)
         return std::nullopt;
     AliasRecord record;

@@ -4,30 +4,23 @@
 
 #include "core/private/Descriptor.h"
 #include "platform/files/ItemIdentity.h"
-#include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
+#include "platform/references/InodeSearch.h"
+#include "platform/references/Reach.h"
+#include "platform/references/RecordedFileSystem.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
-
-#include <QList>
 
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
+#include <unistd.h>
 
 namespace MWCore {
-QByteArray withoutLinks(const QByteArray &path) {
-    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
-                                                           &std::free);
-    return real.get();
-}
-
 namespace {
 
 /// @p inside, with or without "/" before it, below @p folder.
@@ -36,108 +29,102 @@ QByteArray below(const QByteArray &folder, const QByteArray &inside) {
     return rest.isEmpty() ? folder : pathIn(folder, rest);
 }
 
-/// @p path without links in its folders; as it is where that cannot be told.
-QByteArray realPathOf(const QByteArray &path) {
-    const PathParts parts(path);
-    const QByteArray folder = withoutLinks(parts.parent);
-    if (folder.isEmpty() || parts.name.isEmpty() || parts.name == "." || parts.name == "..")
-        return path;
-    return below(folder, parts.name);
+Descriptor openFolderAt(int folder, const char *name) {
+    return Descriptor(openat(folder, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// The file system that the item itself is on, without opening it; 0 when it does not tell.
-uint64_t fileSystemOf(const QByteArray &path) {
-    const Descriptor item(open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-    struct statfs system = {};
-    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
-    uint64_t number = 0;
-    if (item && fstatfs(item.number(), &system) == 0)
-        memcpy(&number, &system.f_fsid, sizeof number);
-    return number;
+/// For reading its names; the folder itself may be open for less.
+Descriptor openNamesOf(const Descriptor &folder) {
+    return Descriptor(openat(folder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
-/// The names on the way from "/" to a path's last one.
-QList<QByteArray> namesOf(const QByteArray &path) {
-    QList<QByteArray> names = path.split('/');
-    names.removeAll({});
-    return names;
-}
+/// A folder that is open, and where it is.
+struct OpenFolder {
+    Descriptor folder;
+    QByteArray path; ///< without links
+};
 
-std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
-    std::vector<uint64_t> inodes;
-    QByteArray folder = "/";
-    for (const QByteArray &name : namesOf(realPath)) {
-        struct stat item = {};
-        if (stat(folder.constData(), &item) != 0)
-            break;
-        inodes.push_back(item.st_ino);
-        folder = below(folder, name);
-    }
-    return inodes;
-}
-
-/// What is found out step by step; a step gives a path, or nothing and lets the next one try.
+/// What is found out step by step; a step gives an item, or nothing and lets the next one try.
 class Resolution {
 public:
-    Resolution(const AliasRecord &record, Replacement replacement, const SearchLimits &limits)
-        : record_(record), replacement_(replacement), limits_(limits),
-          search_(record.identity, limits) {}
+    Resolution(const AliasRecord &record, Replacement replacement, Effort &effort)
+        : record_(record), replacement_(replacement), effort_(effort),
+          reach_(effort.mounts, effort.budget) {
+        if (effort.ownMount)
+            reach_.allow(*effort.ownMount);
+        if (effort.patience == Patience::ForRecorded)
+            allowRecorded(record, reach_);
+    }
 
-    [[nodiscard]] std::optional<QByteArray> run() {
-        if (leadsToIt(record_.path))
-            return record_.path;
-        mounts_ = mountTable();
+    [[nodiscard]] std::optional<FSRef> run() {
         for (const auto step :
-             {&Resolution::onMovedVolume, &Resolution::byHandle, &Resolution::amongSiblings,
-              &Resolution::inPlace, &Resolution::anywhere}) {
-            auto path = (this->*step)();
-            if (path || search_.status() != noErr)
-                return path;
+             {&Resolution::asStored, &Resolution::onMovedVolume, &Resolution::byHandle,
+              &Resolution::amongSiblings, &Resolution::inPlace, &Resolution::anywhere}) {
+            auto item = (this->*step)();
+            if (item || effort_.budget.hasStopped())
+                return item;
         }
         return std::nullopt;
     }
 
     [[nodiscard]] OSStatus status() const {
-        struct stat item = {};
-        const bool isClosed =
-            lstat(record_.path.constData(), &item) != 0 && errno == EACCES && !isDead_;
-        if (search_.status() != noErr)
-            return search_.status();
-        if (search_.readFailure() != noErr)
-            return search_.readFailure();
-        return isClosed ? permErr : fnfErr;
+        if (effort_.budget.status() != noErr)
+            return effort_.budget.status();
+        // What was not touched may be there: a listing does not tell.
+        if (storedError_ == EXDEV && effort_.patience == Patience::None)
+            return fileBoundsErr;
+        return storedError_ == EACCES && !isDead_ ? permErr : fnfErr;
     }
 
 private:
-    [[nodiscard]] bool leadsToIt(const QByteArray &path) const {
+    /// The item at @p path if it is the wanted one.
+    [[nodiscard]] std::optional<FSRef> ifWanted(const QByteArray &path) {
+        auto item = whateverIsAt(path);
+        return item && isSameItem(item->identity, record_.identity) ? item : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<FSRef> whateverIsAt(const QByteArray &path) {
+        const Descriptor item = reach_.open(path, LastLink::Keep, &lastError_);
         OSStatus status = noErr;
-        const auto identity = identityOf(AT_FDCWD, path.constData(), &status);
-        return identity && isSameItem(*identity, record_.identity);
+        auto identity = item ? identityOf(item.number(), "", &status) : std::nullopt;
+        return identity ? std::optional(FSRef{path, std::move(*identity)}) : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<FSRef> asStored() {
+        stored_ = whateverIsAt(record_.path);
+        storedError_ = lastError_;
+        return stored_ && isSameItem(stored_->identity, record_.identity) ? stored_ : std::nullopt;
+    }
+
+    /// Where the item's file system is mounted, its usual place first; none where it is not.
+    [[nodiscard]] const std::vector<const Mount *> &places() {
+        if (!places_)
+            places_ = mountsOfRecorded(record_, reach_);
+        return *places_;
     }
 
     /// The same place on the same file system, which is mounted elsewhere now.
-    [[nodiscard]] std::optional<QByteArray> onMovedVolume() {
-        const QByteArray inside = record_.realPath.sliced(record_.mountPointLength);
-        for (const Mount *const mount : mountsOfFileSystem())
-            if (QByteArray path = below(mount->mountPoint, inside); leadsToIt(path))
-                return path;
+    [[nodiscard]] std::optional<FSRef> onMovedVolume() {
+        const QList<QByteArray> names = namesBelowMountPoint(record_);
+        for (const Mount *const mount : places())
+            if (auto item = ifWanted(below(mount->mountPoint, names.join('/'))))
+                return item;
         return std::nullopt;
     }
 
     /// Asks the kernel, which answers the superuser alone. It may know the item and not its name,
     /// or a name that one mount shows and another does not.
-    [[nodiscard]] std::optional<QByteArray> byHandle() {
+    [[nodiscard]] std::optional<FSRef> byHandle() {
         if (record_.identity.handle.isEmpty())
             return std::nullopt;
-        for (const Mount *const mount : mountsOfFileSystem()) {
+        for (const Mount *const mount : places()) {
             const Descriptor folder(
                 open(mount->mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
             const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
             const QByteArray path = item ? pathOf(item.number()) : QByteArray();
-            if (path.startsWith('/') && leadsToIt(path))
-                return path;
-            if (isDead_)
-                break;
+            auto found = path.startsWith('/') ? ifWanted(path) : std::nullopt;
+            if (found || isDead_)
+                return found;
         }
         return std::nullopt;
     }
@@ -168,88 +155,93 @@ private:
         return item;
     }
 
-    /// Where the item's file system is mounted, its usual place first; none where that is not
-    /// certain. Only local file systems are asked; one on the network could keep silent for ever.
-    [[nodiscard]] std::vector<const Mount *> mountsOfFileSystem() const {
-        std::vector<const Mount *> found;
-        if (record_.fileSystem == 0)
-            return found;
-        const Mount *const usual = mountOf(record_.realPath, mounts_);
-        if (usual && fileSystemOf(deepestFolder()) == record_.fileSystem)
-            found.push_back(usual);
-        for (const Mount &mount : mounts_) {
-            const bool isCandidate =
-                mount.device == record_.identity.device || mount.source.startsWith("/dev/");
-            if (isCandidate && &mount != usual &&
-                fileSystemOf(mount.mountPoint) == record_.fileSystem)
-                found.push_back(&mount);
-        }
-        return found;
-    }
-
-    /// The deepest folder on the stored way that is there; a subvolume has an id of its own.
-    [[nodiscard]] QByteArray deepestFolder() const {
-        struct stat item = {};
-        QByteArray folder = record_.realPath;
-        while (folder.size() > 1 && lstat(folder.constData(), &item) != 0)
-            folder = PathParts(folder).parent;
-        return folder;
-    }
-
     /// The names in the item's folder, which itself is followed through renames.
-    [[nodiscard]] std::optional<QByteArray> amongSiblings() {
-        const QByteArray folder = currentParent();
-        return folder.isEmpty() || isDead_ ? std::nullopt : search_.inFolder(folder);
+    [[nodiscard]] std::optional<FSRef> amongSiblings() {
+        if (isDead_ || places().empty())
+            return std::nullopt;
+        const auto parent = currentParent(*places().front());
+        const Descriptor names = parent ? openNamesOf(parent->folder) : Descriptor();
+        if (!names)
+            return std::nullopt;
+        const auto name = search(record_.identity).inFolder(names.number(), parent->path);
+        return name ? ifWanted(pathIn(parent->path, *name)) : std::nullopt;
     }
 
-    /// The stored parent folder, where each folder on the way is looked for under its old name
-    /// and, failing that, by its inode number among its siblings. Empty when it cannot be found.
-    [[nodiscard]] QByteArray currentParent() {
-        const QList<QByteArray> names = namesOf(record_.realPath);
-        QByteArray folder = "/";
-        for (qsizetype depth = 0; depth + 1 < names.size() && !folder.isEmpty(); ++depth) {
-            const auto next = static_cast<std::size_t>(depth) + 1;
-            const QByteArray named = below(folder, names[depth]);
-            folder = next >= record_.ancestors.size()
-                         ? named
-                         : child(folder, named, record_.ancestors[next]);
+    /// The stored parent folder, where each folder on the way from the mount point on is looked for
+    /// under its old name and, failing that, by its inode number among its siblings.
+    [[nodiscard]] std::optional<OpenFolder> currentParent(const Mount &mount) {
+        const QList<QByteArray> names = namesBelowMountPoint(record_);
+        const QByteArray place = record_.realPath.first(record_.mountPointLength);
+        const auto top = place == "/" ? 0 : static_cast<std::size_t>(place.count('/'));
+        OpenFolder at = {openFolderAt(AT_FDCWD, mount.mountPoint.constData()), mount.mountPoint};
+        if (names.isEmpty())
+            return std::nullopt;
+        for (qsizetype depth = 0; depth + 1 < names.size() && at.folder; ++depth) {
+            const auto level = top + static_cast<std::size_t>(depth) + 1;
+            if (!effort_.budget.mayStep())
+                return std::nullopt;
+            at = level < record_.ancestors.size()
+                     ? child(at, names[depth], record_.ancestors[level])
+                     : namedChild(at, names[depth]);
         }
-        return folder;
+        return at.folder ? std::optional(std::move(at)) : std::nullopt;
     }
 
-    [[nodiscard]] QByteArray child(const QByteArray &folder, const QByteArray &named,
-                                   uint64_t inode) const {
+    /// Nothing mounted there is touched.
+    [[nodiscard]] OpenFolder namedChild(const OpenFolder &parent, const QByteArray &name) const {
+        QByteArray path = pathIn(parent.path, name);
+        if (reach_.isMountPoint(path))
+            return {};
+        return {openFolderAt(parent.folder.number(), name.constData()), std::move(path)};
+    }
+
+    [[nodiscard]] OpenFolder child(const OpenFolder &parent, const QByteArray &name,
+                                   uint64_t inode) {
         struct stat item = {};
-        if (lstat(named.constData(), &item) == 0 && item.st_ino == inode)
+        OpenFolder named = namedChild(parent, name);
+        if (named.folder && fstat(named.folder.number(), &item) == 0 && item.st_ino == inode)
             return named;
         FileIdentity wanted;
         wanted.inode = inode;
-        return InodeSearch(wanted, limits_).inFolder(folder).value_or(QByteArray());
+        const Descriptor names = openNamesOf(parent.folder);
+        const auto renamed =
+            names ? search(wanted).subfolderOf(names.number(), parent.path) : std::nullopt;
+        return renamed ? namedChild(parent, *renamed) : OpenFolder();
     }
 
-    [[nodiscard]] std::optional<QByteArray> inPlace() {
-        struct stat item = {};
-        const bool isThere = lstat(record_.path.constData(), &item) == 0;
-        return isThere && replacement_ == Replacement::IsTheItem ? std::optional(record_.path)
-                                                                 : std::nullopt;
+    [[nodiscard]] InodeSearch search(const FileIdentity &wanted) {
+        return InodeSearch(wanted, reach_.mounts(), effort_.budget);
     }
 
-    [[nodiscard]] std::optional<QByteArray> anywhere() {
-        return isDead_ ? std::nullopt : search_.below(searchedFolder());
+    /// Not where names could not be read: the item may have been among them.
+    [[nodiscard]] std::optional<FSRef> inPlace() {
+        return replacement_ == Replacement::IsTheItem && effort_.budget.status() == noErr
+                   ? stored_
+                   : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<FSRef> anywhere() {
+        if (isDead_ || places().empty())
+            return std::nullopt;
+        const QByteArray path = searchedFolder(*places().front());
+        const Descriptor names(
+            open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        const bool isThere = names && isOnMount(names.number(), *places().front());
+        const auto found =
+            isThere ? search(record_.identity).below(names.number(), path) : std::nullopt;
+        return found ? ifWanted(*found) : std::nullopt;
     }
 
     /// The home folder, where the item was in it; else, or if that is less, the whole volume,
     /// wherever it is mounted now.
-    [[nodiscard]] QByteArray searchedFolder() const {
-        const auto known = mountsOfFileSystem();
-        const Mount *const mount =
-            known.empty() ? mountOf(record_.realPath, mounts_) : known.front();
-        const QByteArray volume = mount ? mount->mountPoint : QByteArray("/");
+    [[nodiscard]] QByteArray searchedFolder(const Mount &mount) {
         const QByteArray home = homeFolder();
-        return isAtOrBelow(record_.realPath, home) && isAtOrBelow(home, volume) ? home : volume;
+        const bool wasInHome = !home.isEmpty() && isAtOrBelow(record_.realPath, home);
+        return wasInHome && mountOf(home, reach_.mounts()) == &mount ? home : mount.mountPoint;
     }
 
-    [[nodiscard]] static QByteArray homeFolder() {
+    /// Without links. Empty where it cannot be told.
+    [[nodiscard]] QByteArray homeFolder() {
         const char *const given = std::getenv("HOME");
         char texts[4096];
         passwd entry = {};
@@ -257,55 +249,40 @@ private:
         if (!given || *given != '/')
             getpwuid_r(getuid(), &entry, texts, sizeof texts, &user);
         const QByteArray home = user ? user->pw_dir : given;
-        const QByteArray real = home.startsWith('/') ? withoutLinks(home) : QByteArray();
-        return real.isEmpty() ? QByteArray("/") : real;
+        QByteArray real;
+        int error = 0;
+        const Descriptor opened = home.startsWith('/')
+                                      ? reach_.open(home, LastLink::Follow, &error, &real)
+                                      : Descriptor();
+        return opened ? real : QByteArray();
     }
 
     const AliasRecord &record_;
     Replacement replacement_;
-    const SearchLimits &limits_;
-    InodeSearch search_;
-    std::vector<Mount> mounts_;
+    Effort &effort_;
+    Reach reach_;
+    std::optional<std::vector<const Mount *>> places_; ///< once it was asked for
+    std::optional<FSRef> stored_;                      ///< what is at the stored path
+    int storedError_ = 0;                              ///< `errno` value of a failure to look there
+    int lastError_ = 0;
     bool isDead_ = false; ///< the kernel says that the item exists no more
 };
 
 } // namespace
 
-std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *status) {
-    const auto identity = identityOf(AT_FDCWD, path.constData(), status);
-    if (!identity)
-        return std::nullopt;
-    AliasRecord record;
-    record.path = path;
-    record.realPath = realPathOf(path);
-    record.identity = *identity;
-    record.fileSystem = fileSystemOf(record.realPath);
-    const std::vector<Mount> mounts = mountTable();
-    const Mount *const mount = mountOf(record.realPath, mounts);
-    record.mountPointLength = mount ? static_cast<uint32_t>(mount->mountPoint.size()) : 0;
-    record.ancestors = ancestorsOf(record.realPath);
-    return record;
+std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement, Effort &effort,
+                            OSStatus *status) {
+    Resolution resolution(record, replacement, effort);
+    auto item = resolution.run();
+    *status = item ? noErr : resolution.status();
+    return item;
 }
 
-AliasRecord recordOf(const FSRef &ref) {
-    AliasRecord record;
-    record.path = ref.path;
-    record.realPath = realPathOf(ref.path);
-    record.identity = ref.identity;
-    // The item may be gone from there, but its folder is on the same file system.
-    const QByteArray folder = PathParts(record.realPath).parent;
-    struct stat item = {};
-    if (stat(folder.constData(), &item) == 0 && item.st_dev == ref.identity.device)
-        record.fileSystem = fileSystemOf(folder);
-    return record;
-}
-
-std::optional<QByteArray> locate(const AliasRecord &record, Replacement replacement,
-                                 const SearchLimits &limits, OSStatus *status) {
-    Resolution resolution(record, replacement, limits);
-    auto path = resolution.run();
-    *status = path ? noErr : resolution.status();
-    return path;
+std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
+                            const SearchLimits &limits, OSStatus *status) {
+    MountSnapshot mounts;
+    Effort effort(limits, mounts);
+    return locate(record, replacement, effort, status);
 }
 
 } // namespace MWCore

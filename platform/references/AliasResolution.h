@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/files/MountSnapshot.h"
 #include "platform/formats/AliasRecord.h"
 #include "platform/references/FSRef.h"
-#include "platform/references/InodeSearch.h"
+#include "platform/references/SearchBudget.h"
 
 #include <optional>
 
@@ -21,6 +22,24 @@ enum class Replacement {
     IsAnother,
 };
 
+/// Which file systems other than local ones a resolution may touch: they can keep it waiting.
+enum class Patience {
+    ForRecorded, ///< the one that the item was on
+    None,        ///< none but that of the alias file itself
+};
+
+/// What all steps to one target share, over a whole chain of alias files.
+struct Effort {
+    explicit Effort(SearchLimits limits, MountSnapshot &snapshot,
+                    Patience shown = Patience::ForRecorded)
+        : budget(limits), mounts(snapshot), patience(shown) {}
+
+    SearchBudget budget;
+    MountSnapshot &mounts;
+    Patience patience;
+    std::optional<int32_t> ownMount; ///< id of the mount that the alias file itself is on
+};
+
 /// What is written down of the item at @p path, an absolute path, so that it can be found again.
 /// Nothing on failure, with the cause in @p status.
 [[nodiscard]] std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *status);
@@ -32,12 +51,18 @@ enum class Replacement {
 /// its file system is mounted now; the file handle, where the kernel permits it; the folders of the
 /// stored path, followed through renames, and the names in the last of them; the stored path
 /// whatever is there, as @p replacement says; everything below the home folder or the mount point.
-/// Nothing on failure, with the cause in @p status: permErr when the folder that it was in may not
-/// be entered.
-[[nodiscard]] std::optional<QByteArray> locate(const AliasRecord &record, Replacement replacement,
-                                               const SearchLimits &limits, OSStatus *status);
+/// Where its file system is not mounted nothing is searched. Nothing on failure, with the cause in
+/// @p status: permErr when the folder that it was in may not be entered, that of the budget when
+/// the search was cut off.
+[[nodiscard]] std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
+                                          Effort &effort, OSStatus *status);
+
+/// The same by itself.
+[[nodiscard]] std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
+                                          const SearchLimits &limits, OSStatus *status);
 
 /// As FSRefMakePath(), for a path of any length.
 [[nodiscard]] OSStatus currentPath(const FSRef &ref, QByteArray *path);
+[[nodiscard]] OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path);
 
 } // namespace MWCore

@@ -49,13 +49,19 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
 }
 
 OSStatus currentPath(const FSRef &ref, QByteArray *path) {
+    MountSnapshot mounts;
+    Effort effort({}, mounts);
+    return currentPath(ref, effort, path);
+}
+
+OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path) {
     if (isUnchanged(ref)) {
         *path = ref.path;
         return noErr;
     }
     OSStatus status = noErr;
-    if (const auto found = locate(recordOf(ref), Replacement::IsAnother, {}, &status))
-        *path = *found;
+    if (const auto found = locate(recordOf(ref), Replacement::IsAnother, effort, &status))
+        *path = found->path;
     return status;
 }
 

@@ -3,7 +3,6 @@
 #include "platform/references/InodeSearch.h"
 
 #include "core/private/Descriptor.h"
-#include "platform/files/FolderBlock.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
@@ -39,31 +38,54 @@ struct InodeSearch::Names {
     QByteArray bytes;
 };
 
-InodeSearch::InodeSearch(const FileIdentity &wanted, SearchLimits limits)
-    : wanted_(wanted), limits_(limits) {}
+InodeSearch::InodeSearch(const FileIdentity &wanted, const std::vector<Mount> &mounts,
+                         SearchBudget &budget)
+    : wanted_(wanted), mounts_(mounts), budget_(budget) {}
 
-std::optional<QByteArray> InodeSearch::inFolder(const QByteArray &folder) {
-    const Descriptor opened = openFolder(AT_FDCWD, folder.constData());
-    return opened && scan(opened.number(), folder, nullptr) ? std::optional(found_) : std::nullopt;
+std::optional<QByteArray> InodeSearch::inFolder(int folder, const QByteArray &path) {
+    stayOnMountOf(folder, path);
+    return scan(folder, path, nullptr) ? std::optional(found_) : std::nullopt;
 }
 
-std::optional<QByteArray> InodeSearch::below(const QByteArray &folder) {
-    const Descriptor opened = openFolder(AT_FDCWD, folder.constData());
-    if (!opened)
-        return std::nullopt;
-    mount_ = mountIdOf(opened.number(), "");
-    return descend(opened.number(), folder, 0) ? std::optional(found_) : std::nullopt;
+std::optional<QByteArray> InodeSearch::subfolderOf(int folder, const QByteArray &path) {
+    match_ = Match::FolderByNumber;
+    return inFolder(folder, path);
+}
+
+std::optional<QByteArray> InodeSearch::below(int folder, const QByteArray &path) {
+    stayOnMountOf(folder, path);
+    return descend(folder, path, 0) ? std::optional(pathIn(foundIn_, found_)) : std::nullopt;
+}
+
+void InodeSearch::stayOnMountOf(int folder, const QByteArray &path) {
+    mount_ = mountIdOf(folder, "");
+    for (const Mount &mount : mounts_)
+        if (mount.mountPoint != path && isAtOrBelow(mount.mountPoint, path))
+            mountPoints_.push_back(mount.mountPoint);
+}
+
+/// Names of what is mounted directly in the folder.
+QList<QByteArray> InodeSearch::mountPointsIn(const QByteArray &path) const {
+    QList<QByteArray> names;
+    for (const QByteArray &mountPoint : mountPoints_)
+        if (const PathParts parts(mountPoint); parts.parent == path)
+            names.push_back(parts.name);
+    return names;
 }
 
 bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
+    const QList<QByteArray> untouched = mountPointsIn(path);
     auto outcome = FolderBlock::Outcome::MoreLeft;
-    while (outcome == FolderBlock::Outcome::MoreLeft && mayGoOn()) {
+    while (outcome == FolderBlock::Outcome::MoreLeft && budget_.mayReadNames()) {
         outcome = block_.fill(folder);
         const int error = errno;
         for (const dirent64 &entry : block_) {
-            --limits_.entries;
-            if (entry.d_ino == wanted_.inode && isIt(folder, entry.d_name)) {
-                found_ = pathIn(path, entry.d_name);
+            budget_.countName();
+            if (!untouched.isEmpty() && untouched.contains(QByteArrayView(entry.d_name)))
+                continue;
+            if (entry.d_ino == wanted_.inode && isIt(folder, entry)) {
+                found_ = entry.d_name;
+                foundIn_ = path;
                 return true;
             }
             if (subfolders && isFolder(folder, entry))
@@ -71,8 +93,8 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
                                          static_cast<qsizetype>(std::strlen(entry.d_name)) + 1);
         }
         // A folder that was removed meanwhile has no more names; anything else leaves some unseen.
-        if (outcome == FolderBlock::Outcome::Failed && error != ENOENT && readFailure_ == noErr)
-            readFailure_ = statusFromErrno(error);
+        if (outcome == FolderBlock::Outcome::Failed && error != ENOENT)
+            budget_.leaveOut(statusFromErrno(error));
     }
     return false;
 }
@@ -82,34 +104,30 @@ bool InodeSearch::descend(int folder, const QByteArray &path, int depth) {
     if (scan(folder, path, &subfolders))
         return true;
     if (depth == kDeepest) {
-        leftOut_ = leftOut_ || !subfolders.bytes.isEmpty();
+        if (!subfolders.bytes.isEmpty())
+            budget_.leaveOut(fileBoundsErr);
         return false;
     }
     const char *const end = subfolders.bytes.constData() + subfolders.bytes.size();
-    for (const char *name = subfolders.bytes.constData(); name < end;
+    for (const char *name = subfolders.bytes.constData(); name < end && !budget_.hasStopped();
          name += std::strlen(name) + 1) {
         if (mountIdOf(folder, name) != mount_)
             continue;
         const Descriptor inner = openFolder(folder, name);
         if (inner && descend(inner.number(), pathIn(path, name), depth + 1))
             return true;
-        if (status_ != noErr)
-            return false;
     }
     return false;
 }
 
-bool InodeSearch::mayGoOn() {
-    if (limits_.cancelled && limits_.cancelled->load(std::memory_order_relaxed))
-        status_ = userCanceledErr;
-    else if (limits_.entries <= 0)
-        status_ = fileBoundsErr;
-    return status_ == noErr;
-}
-
-bool InodeSearch::isIt(int folder, const char *name) const {
+/// What was mounted there meanwhile is asked for nothing but its mount's number.
+bool InodeSearch::isIt(int folder, const dirent64 &entry) const {
+    if (mountIdOf(folder, entry.d_name) != mount_)
+        return false;
+    if (match_ == Match::FolderByNumber)
+        return isFolder(folder, entry);
     OSStatus status = noErr;
-    const auto identity = identityOf(folder, name, &status);
+    const auto identity = identityOf(folder, entry.d_name, &status);
     return identity && isSameItem(*identity, wanted_);
 }
 

@@ -3,62 +3,56 @@
 #pragma once
 
 #include "platform/files/FileIdentity.h"
-#include "platform/files/FileStatus.h"
 #include "platform/files/FolderBlock.h"
+#include "platform/files/MountTable.h"
+#include "platform/references/SearchBudget.h"
 
-#include <atomic>
 #include <cstdint>
 #include <optional>
 
 #include <QByteArray>
+#include <QList>
 
 namespace MWCore {
 
-/// How far a search may go.
-struct SearchLimits {
-    int64_t entries = 4'000'000;                  ///< names looked at before it gives up
-    const std::atomic<bool> *cancelled = nullptr; ///< read after every block of names; may be null
-};
-
 /// Looks for an item by its inode number, which a folder tells with each name: only names that
-/// carry the number are examined. Links are not followed, other mounts not touched; folders of more
-/// than 200 levels are left out. Any thread, one search an object.
+/// carry the number are examined. Links are not followed and other mounts not touched: the names of
+/// their mount points are known from the table. Folders of more than 200 levels are left out. Any
+/// thread, one search an object.
 class InodeSearch {
 public:
-    /// @p wanted must outlive this object.
-    InodeSearch(const FileIdentity &wanted, SearchLimits limits);
+    /// @p wanted, @p mounts and @p budget must outlive this object.
+    InodeSearch(const FileIdentity &wanted, const std::vector<Mount> &mounts, SearchBudget &budget);
 
-    /// The path of the item directly in @p folder.
-    [[nodiscard]] std::optional<QByteArray> inFolder(const QByteArray &folder);
+    /// The item's name directly in the open folder @p folder, which is the one at @p path (without
+    /// links).
+    [[nodiscard]] std::optional<QByteArray> inFolder(int folder, const QByteArray &path);
 
-    /// The path of the item anywhere below @p folder.
-    [[nodiscard]] std::optional<QByteArray> below(const QByteArray &folder);
+    /// The same of a folder, of which nothing but the inode number is known.
+    [[nodiscard]] std::optional<QByteArray> subfolderOf(int folder, const QByteArray &path);
 
-    /// noErr; userCanceledErr when it was cancelled, fileBoundsErr when it gave up or left folders
-    /// out.
-    [[nodiscard]] OSStatus status() const {
-        return status_ == noErr && leftOut_ ? fileBoundsErr : status_;
-    }
-
-    /// noErr, or why names of a folder could not be read: the item may be among them.
-    [[nodiscard]] OSStatus readFailure() const { return readFailure_; }
+    /// The path of the item anywhere below it.
+    [[nodiscard]] std::optional<QByteArray> below(int folder, const QByteArray &path);
 
 private:
     struct Names;
+    enum class Match { WholeIdentity, FolderByNumber };
 
     [[nodiscard]] bool scan(int folder, const QByteArray &path, Names *subfolders);
     [[nodiscard]] bool descend(int folder, const QByteArray &path, int depth);
-    [[nodiscard]] bool mayGoOn();
-    [[nodiscard]] bool isIt(int folder, const char *name) const;
+    [[nodiscard]] bool isIt(int folder, const dirent64 &entry) const;
+    void stayOnMountOf(int folder, const QByteArray &path);
+    [[nodiscard]] QList<QByteArray> mountPointsIn(const QByteArray &path) const;
 
     const FileIdentity &wanted_;
-    SearchLimits limits_;
+    const std::vector<Mount> &mounts_;
+    SearchBudget &budget_;
     FolderBlock block_; ///< of one folder at a time
-    OSStatus status_ = noErr;
-    OSStatus readFailure_ = noErr;
-    bool leftOut_ = false; ///< a folder was too deep
-    uint64_t mount_ = 0;   ///< that is searched: its mount id
-    QByteArray found_;
+    Match match_ = Match::WholeIdentity;
+    uint64_t mount_ = 0;            ///< that is searched: its mount id
+    QList<QByteArray> mountPoints_; ///< paths below the folder that is searched
+    QByteArray found_;              ///< name
+    QByteArray foundIn_;            ///< path of the folder
 };
 
 } // namespace MWCore

@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/FileUrl.h"
+#include "platform/formats/AppleDouble.h"
+#include "platform/formats/BigEndian.h"
+#include "platform/formats/ResourceMap.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/FSSpec.h"
 #include "tests/platform/metadata/attributes.h"
@@ -11,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -135,6 +139,77 @@ TEST(AliasFiles, FlagAndResourceMakeAnAliasTogether) {
     EXPECT_EQ(removeFinderInfo(folder.at("alias").c_str()), noErr);
     EXPECT_EQ(leadOf(folder.at("alias")), "no alias");
     EXPECT_EQ(leadOf(folder.fifo("fifo")), "no alias");
+}
+
+/// What this thread has read so far, in bytes; nothing where the kernel does not count.
+std::optional<int64_t> bytesRead() {
+    std::ifstream counts("/proc/thread-self/io");
+    std::string name;
+    int64_t count = 0;
+    return counts >> name >> count ? std::optional(count) : std::nullopt;
+}
+
+/// A sidecar with a fork of 255 MB, nearly all of it holes: the first resource lies at the
+/// beginning of the data, the map at the end.
+void writeLongFork(const std::string &sidecar, const QByteArray &record) {
+    constexpr int64_t kLength = 255 << 20;
+    constexpr int64_t kHeader = 256;
+    ResourceMap map;
+    map.put({0x616C6973, 0, std::nullopt, 0, record});
+    QByteArray fork = map.toBytes().value_or(QByteArray());
+    const qsizetype data = record.size() + qsizetype(sizeof(uint32_t));
+    const QByteArray mapBytes = fork.sliced(kHeader + data);
+    putNumber(fork, 4, uint32_t(kLength - mapBytes.size()));
+    putNumber(fork, 8, uint32_t(kLength - mapBytes.size() - kHeader));
+    QByteArray start = AppleDouble::fresh().bytes();
+    constexpr qsizetype kForkLength = 26 + 12 + 8; // in the second row of the table
+    putNumber(start, kForkLength, uint32_t(kLength));
+    raw::write(sidecar, start + fork.first(kHeader + data));
+    fs::resize_file(sidecar, uintmax_t(start.size() + kLength));
+    std::fstream file(sidecar);
+    file.seekp(start.size() + kLength - mapBytes.size());
+    file << mapBytes.toStdString();
+}
+
+TEST(AliasFiles, AreReadNoFurtherThanNeeded) {
+    if (!bytesRead())
+        GTEST_SKIP() << "the kernel does not count what is read";
+    const TemporaryFolder folder;
+    FinderInfo info;
+    info.flags = kIsAlias;
+    EXPECT_EQ(writeFinderInfo(folder.file("long fork").c_str(), info), noErr);
+    FSRef ref;
+    QByteArray record;
+    EXPECT_EQ(FSPathMakeRef(folder.file("target").c_str(), &ref), noErr);
+    EXPECT_EQ(FSNewAlias(ref, &record), noErr);
+    writeLongFork(folder.at("._long fork"), record);
+    const QByteArray entry = "[Desktop Entry]\nType=Link\nURL=file://" + ref.path + "\n";
+    raw::write(folder.at("long.desktop"), entry + QByteArray(1'000'000, '\n'));
+    for (const char *const name : {"long fork", "long.desktop"}) {
+        const int64_t before = *bytesRead();
+        EXPECT_EQ(leadOf(folder.at(name)), folder.at("target")) << name;
+        constexpr int64_t kMost = 400'000; // the table of mounts, too
+        EXPECT_LT(*bytesRead() - before, kMost) << name;
+    }
+}
+
+TEST(AliasFiles, RecordsThatCannotBeAreNotRead) {
+    const TemporaryFolder folder;
+    FSRef ref;
+    QByteArray record;
+    EXPECT_EQ(FSPathMakeRef(folder.file("target").c_str(), &ref), noErr);
+    EXPECT_EQ(FSNewAlias(ref, &record), noErr);
+    EXPECT_LT(record.size(), 1024);
+    record +=
+        QByteArray::fromHex("7777") + QByteArray::fromHex("00008000") + QByteArray(32768, 'x');
+    EXPECT_EQ(FSResolveAlias(record, &ref), mapReadErr);
+    ResourceMap map;
+    map.put({0x616C6973, 0, std::nullopt, 0, record});
+    FinderInfo info;
+    info.flags = kIsAlias;
+    EXPECT_EQ(writeFinderInfo(folder.file("alias").c_str(), info), noErr);
+    EXPECT_EQ(writeResourceFork(folder.at("alias").c_str(), *map.toBytes()), noErr);
+    EXPECT_EQ(leadOf(folder.at("alias")), "no alias");
 }
 
 TEST(AliasFiles, AFailedOneLeavesNothing) {

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <MWCore/mwcore_export.h>
+
+#include <cstdint>
+
+namespace MWCore {
+
+/// How much processor time may go into side issues: a fixed time, and a share of what everything
+/// else takes from the allowance's making on. It counts the time of the calling thread, not what
+/// that waits for. Belongs to one thread.
+class MWCORE_EXPORT TimeAllowance {
+public:
+    using Clock = int64_t (*)(); ///< nanoseconds of the calling thread
+
+    struct Limits {
+        int64_t fixed = 0; ///< nanoseconds
+        int64_t share = 0; ///< percent of the time that everything else takes
+    };
+
+    explicit TimeAllowance(Limits limits, Clock clock = &threadTime);
+
+    /// Whether any is left. Also asked within a Use, which may be long.
+    [[nodiscard]] bool isLeft() const { return isLeftAt(clock_()); }
+
+    /// What happens while it lives is a side issue, if any time is left for one. One at a time.
+    class Use {
+    public:
+        explicit Use(TimeAllowance &allowance) : allowance_(allowance) {
+            const int64_t now = allowance.clock_();
+            isGranted_ = allowance.isLeftAt(now);
+            if (isGranted_)
+                allowance.usedSince_ = now;
+        }
+        Use(const Use &) = delete;
+        Use &operator=(const Use &) = delete;
+        ~Use() {
+            if (isGranted_)
+                allowance_.end();
+        }
+
+        [[nodiscard]] bool isGranted() const { return isGranted_; }
+
+    private:
+        TimeAllowance &allowance_;
+        bool isGranted_;
+    };
+
+    /// The processor time that the calling thread took, in nanoseconds.
+    [[nodiscard]] static int64_t threadTime();
+
+private:
+    static constexpr int64_t kNotUsed = -1;
+
+    [[nodiscard]] bool isLeftAt(int64_t now) const;
+    void end();
+
+    Limits limits_;
+    Clock clock_;
+    int64_t begin_;
+    int64_t used_ = 0;
+    int64_t usedSince_ = kNotUsed;
+};
+
+} // namespace MWCore

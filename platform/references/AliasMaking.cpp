@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What is written down of an item.
+#include "core/private/Descriptor.h"
+#include "platform/files/ItemIdentity.h"
+#include "platform/files/MountTable.h"
+#include "platform/files/PathParts.h"
+#include "platform/references/AliasResolution.h"
+
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include <QList>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+
+namespace MWCore {
+namespace {
+
+/// @p path without links in its folders; as it is where that cannot be told.
+QByteArray realPathOf(const QByteArray &path) {
+    const PathParts parts(path);
+    const QByteArray folder = withoutLinks(parts.parent);
+    if (folder.isEmpty() || parts.name.isEmpty() || parts.name == "." || parts.name == "..")
+        return path;
+    const QByteArray real = pathIn(folder, parts.name);
+    return real.size() < PATH_MAX ? real : path;
+}
+
+/// The file system that the item itself is on, without opening it; 0 when it does not tell.
+uint64_t fileSystemOf(const QByteArray &path) {
+    const Descriptor item(open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    struct statfs system = {};
+    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
+    uint64_t number = 0;
+    if (item && fstatfs(item.number(), &system) == 0)
+        memcpy(&number, &system.f_fsid, sizeof number);
+    return number;
+}
+
+std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
+    QList<QByteArray> names = realPath.split('/');
+    names.removeAll({});
+    std::vector<uint64_t> inodes;
+    Descriptor folder(open("/", O_PATH | O_DIRECTORY | O_CLOEXEC));
+    for (const QByteArray &name : names) {
+        struct stat item = {};
+        if (fstat(folder.number(), &item) != 0)
+            break;
+        inodes.push_back(item.st_ino);
+        folder = Descriptor(openat(folder.number(), name.constData(), O_PATH | O_CLOEXEC));
+    }
+    return inodes;
+}
+
+/// Also what the table of mounts says of where @p folder is.
+void addFileSystem(const QByteArray &folder, AliasRecord &record) {
+    record.fileSystem = fileSystemOf(folder);
+    const std::vector<Mount> mounts = mountTable();
+    const Mount *const mount = mountOf(folder, mounts);
+    if (!mount)
+        return;
+    record.mountPointLength = static_cast<uint32_t>(mount->mountPoint.size());
+    record.fileSystemType = mount->type;
+    record.source = mount->source;
+}
+
+/// The deepest folder above the item that is there.
+QByteArray folderAbove(const QByteArray &path, struct stat *item) {
+    QByteArray folder = PathParts(path).parent;
+    while (folder.size() > 1 && lstat(folder.constData(), item) != 0)
+        folder = PathParts(folder).parent;
+    return folder;
+}
+
+} // namespace
+
+QByteArray withoutLinks(const QByteArray &path) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
+                                                           &std::free);
+    return real.get();
+}
+
+std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *status) {
+    const auto identity = identityOf(AT_FDCWD, path.constData(), status);
+    if (!identity)
+        return std::nullopt;
+    AliasRecord record;
+    record.path = path;
+    record.realPath = realPathOf(path);
+    record.identity = *identity;
+    addFileSystem(record.realPath, record);
+    record.ancestors = ancestorsOf(record.realPath);
+    return record;
+}
+
+AliasRecord recordOf(const FSRef &ref) {
+    AliasRecord record;
+    record.path = ref.path;
+    record.realPath = realPathOf(ref.path);
+    record.identity = ref.identity;
+    // The item may be gone from there, but what is left of the way is on the same file system:
+    // device numbers stay as long as that is mounted.
+    struct stat item = {};
+    const QByteArray folder = folderAbove(record.realPath, &item);
+    if (stat(folder.constData(), &item) == 0 && item.st_dev == ref.identity.device)
+        addFileSystem(folder, record);
+    return record;
+}
+
+} // namespace MWCore

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/references/Reach.h"
+
+#include "platform/files/FileSystemTypes.h"
+#include "platform/files/PathParts.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace MWCore {
+namespace {
+
+constexpr int kMostLinks = 40; // as the kernel follows them
+
+int flagsFor(LastLink link) {
+    return O_PATH | O_CLOEXEC | (link == LastLink::Keep ? O_NOFOLLOW : 0);
+}
+
+/// Opens @p path unless the way leads to another mount: EXDEV. ENOSYS where the kernel (before 5.6)
+/// or a sandbox knows no such call.
+Descriptor openOnOneMount(int folder, const QByteArray &path, LastLink link) {
+    open_how how = {};
+    how.flags = static_cast<uint64_t>(flagsFor(link));
+    how.resolve = RESOLVE_NO_XDEV;
+    const long opened = syscall(SYS_openat2, folder, path.constData(), &how, sizeof how);
+    if (opened < 0 && errno == EPERM)
+        errno = ENOSYS;
+    return Descriptor(static_cast<int>(opened));
+}
+
+/// Of an open item, as the kernel knows it; empty where it does not.
+QByteArray pathOf(int descriptor) {
+    char buffer[PATH_MAX];
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    const ssize_t length = readlink(link.constData(), buffer, sizeof buffer);
+    return length > 0 && buffer[0] == '/' ? QByteArray(buffer, length) : QByteArray();
+}
+
+} // namespace
+
+/// Follows a path name by name, so that each is compared with the mount points before it is
+/// touched.
+class Reach::Walk {
+public:
+    Walk(const Reach &reach, SearchBudget &budget, const QByteArray &path, LastLink link)
+        : reach_(reach), budget_(budget), rest_(path), link_(link) {}
+
+    [[nodiscard]] Descriptor run(int *error) {
+        *error = 0;
+        beginAtTop();
+        while (*error == 0 && !rest_.isEmpty())
+            *error = step();
+        return *error == 0 ? std::move(item_) : Descriptor();
+    }
+
+    /// The way that was gone, without links.
+    [[nodiscard]] const QByteArray &path() const { return path_; }
+
+private:
+    void beginAtTop() {
+        path_ = "/";
+        item_ = Descriptor(::open("/", O_PATH | O_DIRECTORY | O_CLOEXEC));
+    }
+
+    [[nodiscard]] QByteArray takeName() {
+        const qsizetype slash = rest_.indexOf('/');
+        const QByteArray name = slash < 0 ? rest_ : rest_.first(slash);
+        rest_ = slash < 0 ? QByteArray() : rest_.sliced(slash + 1);
+        isLast_ = slash < 0;
+        return name;
+    }
+
+    /// 0 or an `errno` value.
+    [[nodiscard]] int step() {
+        const QByteArray name = takeName();
+        if (name.isEmpty() || name == ".")
+            return 0;
+        const QByteArray next = name == ".." ? PathParts(path_).parent : pathIn(path_, name);
+        if (!budget_.mayStep() || !mayEnter(next))
+            return EXDEV;
+        constexpr int kFlags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+        Descriptor found(openat(item_.number(), name.constData(), kFlags));
+        if (!found)
+            return errno;
+        if (isLast_ && link_ == LastLink::Keep)
+            return enter(std::move(found), next);
+        char text[PATH_MAX];
+        const ssize_t length = readlinkat(found.number(), "", text, sizeof text);
+        return length < 0 ? enter(std::move(found), next) : follow({text, length});
+    }
+
+    [[nodiscard]] bool mayEnter(const QByteArray &next) const {
+        return !reach_.isMountPoint(next) || reach_.isWayOpen(mountsOnWay(next, reach_.mounts()));
+    }
+
+    [[nodiscard]] int enter(Descriptor found, const QByteArray &next) {
+        item_ = std::move(found);
+        path_ = next;
+        return 0;
+    }
+
+    [[nodiscard]] int follow(const QByteArray &text) {
+        if (++links_ > kMostLinks)
+            return ELOOP;
+        rest_ = isLast_ ? text : text + '/' + rest_;
+        if (text.startsWith('/'))
+            beginAtTop();
+        return 0;
+    }
+
+    const Reach &reach_;
+    SearchBudget &budget_;
+    QByteArray rest_; ///< of the path
+    LastLink link_;
+    Descriptor item_;
+    QByteArray path_; ///< of the item
+    bool isLast_ = false;
+    int links_ = 0;
+};
+
+bool Reach::mayTouch(const Mount &mount) const {
+    return allowsAll_ || mount.mountPoint == "/" || isLocalFileSystem(mount.type) ||
+           std::ranges::find(allowed_, mount.id) != allowed_.end();
+}
+
+bool Reach::isWayOpen(const std::vector<const Mount *> &way) const {
+    return std::ranges::all_of(way, [this](const Mount *mount) { return mayTouch(*mount); });
+}
+
+bool Reach::reaches(const Mount &mount) const {
+    const auto way = mountsOnWay(mount.mountPoint, mounts());
+    return !way.empty() && way.back()->id == mount.id && isWayOpen(way);
+}
+
+bool Reach::isMountPoint(const QByteArray &path) const {
+    return std::ranges::find(mounts(), path, &Mount::mountPoint) != mounts().end();
+}
+
+Descriptor Reach::openWithin(const QByteArray &path, LastLink link, int *error) {
+    // Most items are on the mount of "/": these need no table.
+    Descriptor item = openOnOneMount(AT_FDCWD, path, link);
+    *error = item ? 0 : errno;
+    if (*error != EXDEV)
+        return item;
+    const auto way = mountsOnWay(path, mounts());
+    if (way.size() < 2 || !isWayOpen(way))
+        return {};
+    const QByteArray &mountPoint = way.back()->mountPoint;
+    const Descriptor top(::open(mountPoint.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    const QByteArray inside = path.sliced(std::min(path.size(), mountPoint.size() + 1));
+    item = openOnOneMount(top.number(), inside.isEmpty() ? "." : inside, link);
+    *error = item ? 0 : errno;
+    return item;
+}
+
+Descriptor Reach::open(const QByteArray &path, LastLink link, int *error, QByteArray *realPath) {
+    Descriptor item;
+    *error = budget_.mayStep() ? 0 : EXDEV;
+    if (*error != 0)
+        return item;
+    if (allowsAll_) {
+        item = Descriptor(::open(path.constData(), flagsFor(link)));
+        *error = item ? 0 : errno;
+    } else {
+        item = openWithin(path, link, error);
+    }
+    const QByteArray known = item && realPath ? pathOf(item.number()) : QByteArray();
+    const bool isUnknown = item && realPath && known.isEmpty();
+    if (*error != EXDEV && *error != ENOSYS && !isUnknown) {
+        if (realPath)
+            *realPath = known;
+        return item;
+    }
+    Walk walk(*this, budget_, path, link);
+    item = walk.run(error);
+    if (realPath)
+        *realPath = walk.path();
+    return item;
+}
+
+} // namespace MWCore

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/references/RecordedFileSystem.h"
+
+#include "platform/files/FileSystemTypes.h"
+#include "platform/files/ItemIdentity.h"
+#include "platform/files/PathParts.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+
+namespace MWCore {
+namespace {
+
+/// How many names there are on the way to a path.
+std::size_t depthOf(const QByteArray &path) {
+    return path == "/" ? 0 : static_cast<std::size_t>(path.count('/'));
+}
+
+/// f_fsid of the file system that an open item is on; 0 when it does not tell.
+uint64_t fileSystemOf(int item) {
+    struct statfs system = {};
+    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
+    uint64_t number = 0;
+    if (fstatfs(item, &system) == 0)
+        memcpy(&number, &system.f_fsid, sizeof number);
+    return number;
+}
+
+/// Answers for one mount after the other.
+class Recognition {
+public:
+    Recognition(const AliasRecord &record, const Reach &reach)
+        : record_(record), reach_(reach),
+          mountPoint_(record.realPath.first(std::max<qsizetype>(record.mountPointLength, 0))) {}
+
+    /// By the table alone.
+    [[nodiscard]] bool isSilentlyIt(const Mount &mount) const {
+        return mount.type == record_.fileSystemType && mount.source == record_.source &&
+               (!isFuse(mount.type) || isAtItsPlace(mount) ||
+                mount.device == record_.identity.device);
+    }
+
+    [[nodiscard]] bool isIt(const Mount &mount) const {
+        if (!isLocalFileSystem(mount.type))
+            return mayKeepSilent() ? isSilentlyIt(mount) && reach_.reaches(mount)
+                                   : mount.type.isEmpty() && isLocallyIt(mount);
+        const bool isOfType =
+            record_.fileSystemType.isEmpty() || mount.type == record_.fileSystemType;
+        return isOfType && isLocallyIt(mount);
+    }
+
+private:
+    [[nodiscard]] bool mayKeepSilent() const {
+        return !record_.fileSystemType.isEmpty() && !isLocalFileSystem(record_.fileSystemType);
+    }
+
+    [[nodiscard]] bool isAtItsPlace(const Mount &mount) const {
+        return mount.mountPoint == mountPoint_;
+    }
+
+    [[nodiscard]] bool isLocallyIt(const Mount &mount) const {
+        if (!reach_.reaches(mount))
+            return false;
+        const Descriptor top(
+            open(mount.mountPoint.constData(), O_PATH | O_NOFOLLOW | O_DIRECTORY | O_CLOEXEC));
+        return top && isOnMount(top.number(), mount) && hasItsId(mount, top) &&
+               (isStrong(record_.identity) || hasItsRoot(top.number()));
+    }
+
+    [[nodiscard]] bool hasItsId(const Mount &mount, const Descriptor &top) const {
+        const uint64_t number = fileSystemOf(top.number());
+        if (number != 0 && number == record_.fileSystem)
+            return true;
+        if (number != 0 && number != mount.device)
+            return mount.type == "btrfs" && record_.fileSystem != 0 &&
+                   fileSystemOf(deepestFolder(mount, top).number()) == record_.fileSystem;
+        // No more than a device number, which may be another one after a restart.
+        const bool isFromThere = record_.source.isEmpty() || mount.source == record_.source;
+        return isFromThere &&
+               (isAtItsPlace(mount) || (number == 0 && mount.device == record_.identity.device));
+    }
+
+    /// Simple file systems take inode numbers, also that of their root, from one counter.
+    [[nodiscard]] bool hasItsRoot(int top) const {
+        struct stat root = {};
+        if (fstat(top, &root) != 0)
+            return false;
+        const std::size_t depth = depthOf(mountPoint_);
+        if (record_.realPath == mountPoint_)
+            return root.st_ino == record_.identity.inode;
+        return record_.ancestors.empty() ||
+               (depth < record_.ancestors.size() && record_.ancestors[depth] == root.st_ino);
+    }
+
+    /// The deepest folder on the stored way that is there: a subvolume has an id of its own.
+    [[nodiscard]] Descriptor deepestFolder(const Mount &mount, const Descriptor &top) const {
+        constexpr int kFlags = O_PATH | O_NOFOLLOW | O_DIRECTORY | O_CLOEXEC;
+        Descriptor deepest(openat(top.number(), ".", kFlags));
+        QByteArray path = mount.mountPoint;
+        for (const QByteArray &name : namesBelowMountPoint(record_)) {
+            path = pathIn(path, name);
+            Descriptor next(reach_.isMountPoint(path)
+                                ? -1
+                                : openat(deepest.number(), name.constData(), kFlags));
+            if (!next)
+                break;
+            deepest = std::move(next);
+        }
+        return deepest;
+    }
+
+    const AliasRecord &record_;
+    const Reach &reach_;
+    QByteArray mountPoint_; ///< as it was
+};
+
+} // namespace
+
+void allowRecorded(const AliasRecord &record, Reach &reach) {
+    const Recognition recognition(record, reach);
+    // An older record does not tell: the item may well be where its path leads now.
+    if (record.fileSystemType.isEmpty())
+        for (const Mount *const mount : mountsOnWay(record.realPath, reach.mounts()))
+            reach.allow(mount->id);
+    else if (!isLocalFileSystem(record.fileSystemType))
+        for (const Mount &mount : reach.mounts())
+            if (recognition.isSilentlyIt(mount))
+                reach.allow(mount.id);
+}
+
+std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record, const Reach &reach) {
+    const Recognition recognition(record, reach);
+    std::vector<const Mount *> found;
+    const Mount *const usual = mountOf(record.realPath, reach.mounts());
+    if (usual && recognition.isIt(*usual))
+        found.push_back(usual);
+    for (const Mount &mount : reach.mounts())
+        if (&mount != usual && recognition.isIt(mount))
+            found.push_back(&mount);
+    return found;
+}
+
+QList<QByteArray> namesBelowMountPoint(const AliasRecord &record) {
+    QList<QByteArray> names = record.realPath.sliced(record.mountPointLength).split('/');
+    names.removeAll({});
+    const bool isWay = !names.contains(".") && !names.contains("..");
+    return isWay ? names : QList<QByteArray>();
+}
+
+} // namespace MWCore

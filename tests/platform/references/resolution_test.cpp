@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What a resolution must not take for the item: another one of the same number, or what it did not
+// come to look at.
+#include "platform/aliases/Aliases.h"
+#include "platform/files/ItemIdentity.h"
+#include "platform/references/AliasResolution.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/support/MountedFolder.h"
+#include "tests/support/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+AliasRecord recordOfItem(const std::string &path) {
+    OSStatus status = noErr;
+    const auto record = aliasRecordOf(path.c_str(), &status);
+    EXPECT_TRUE(record) << path;
+    return record.value_or(AliasRecord());
+}
+
+/// As a file system without handles and times of birth would have it.
+AliasRecord weakRecordOf(const std::string &path) {
+    AliasRecord record = recordOfItem(path);
+    record.identity.handle.clear();
+    record.identity.birthTime.reset();
+    return record;
+}
+
+uint64_t inodeOf(const std::string &path) {
+    struct stat item = {};
+    EXPECT_EQ(stat(path.c_str(), &item), 0) << path;
+    return item.st_ino;
+}
+
+/// A path, or the status.
+std::string found(const AliasRecord &record, const SearchLimits &limits = {}) {
+    OSStatus status = noErr;
+    const auto item = locate(record, Replacement::IsTheItem, limits, &status);
+    return item ? item->path.toStdString() : statusText(status);
+}
+
+FileIdentity identity(uint64_t inode, std::optional<int64_t> birthTime, const char *handle,
+                      int32_t handleType = 1) {
+    return {0, inode, birthTime, *handle ? handleType : 0, handle};
+}
+
+TEST(Identities, AgreeInWhatBothHave) {
+    const FileIdentity weak = identity(7, {}, "");
+    const FileIdentity handle = identity(7, {}, "h");
+    const FileIdentity birth = identity(7, 5, "");
+    const FileIdentity both = identity(7, 5, "h");
+    const struct {
+        const char *what;
+        FileIdentity one;
+        FileIdentity other;
+        bool isSame;
+    } rows[] = {
+        {"numbers alone", weak, weak, true},
+        {"other numbers", weak, identity(8, {}, ""), false},
+        {"a handle on one side", handle, weak, false},
+        {"a time of birth on one side", birth, weak, false},
+        {"nothing that both have", handle, birth, false},
+        {"one thing that both have", handle, both, true},
+        {"another handle", both, identity(7, 5, "i"), false},
+        {"another type of handle", handle, identity(7, {}, "h", 2), false},
+        {"another time of birth", both, identity(7, 6, ""), false},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EQ(isSameItem(row.one, row.other), row.isSame) << row.what;
+        EXPECT_EQ(isSameItem(row.other, row.one), row.isSame) << row.what;
+    }
+}
+
+/// A file system "volume" with "item" in it, mounted in another one where "other" has the number
+/// that the record is given: as if both had been counted alike.
+class EjectedVolume {
+public:
+    explicit EjectedVolume(const char *type) : outer_("tmpfs") {
+        if (!outer_.obstacle().empty())
+            return;
+        fs::create_directory(volume());
+        raw::write(outer_.at("other"), "");
+        mountAgain(type);
+        raw::write(volume() + "/item", "");
+        record_ = weakRecordOf(volume() + "/item");
+        FSRef ref;
+        EXPECT_EQ(FSPathMakeRef((volume() + "/item").c_str(), &ref), noErr);
+        ref_ = ref;
+        EXPECT_EQ(umount(volume().c_str()), 0);
+        setenv("HOME", outer_.path().c_str(), 1);
+    }
+
+    void mountAgain(const char *type) const {
+        EXPECT_EQ(mount("none", volume().c_str(), type, 0, nullptr), 0);
+    }
+    [[nodiscard]] const std::string &obstacle() const { return outer_.obstacle(); }
+    [[nodiscard]] std::string volume() const { return outer_.at("volume"); }
+    [[nodiscard]] std::string other() const { return outer_.at("other"); }
+
+    /// For the item of the number of @p path.
+    [[nodiscard]] AliasRecord recordOfNumber(const std::string &path) const {
+        AliasRecord record = record_;
+        record.identity.inode = inodeOf(path);
+        return record;
+    }
+    [[nodiscard]] FSRef refOfNumber(const std::string &path) const {
+        return {ref_.path, recordOfNumber(path).identity};
+    }
+
+private:
+    MountedFolder outer_;
+    AliasRecord record_;
+    FSRef ref_;
+};
+
+TEST(Resolution, OfAnItemOnAnEjectedVolumeLeadsNowhere) {
+    const EjectedVolume ejected("ramfs");
+    if (!ejected.obstacle().empty())
+        GTEST_SKIP() << ejected.obstacle();
+    QByteArray path;
+    EXPECT_EQ(found(ejected.recordOfNumber(ejected.other())), statusText(fnfErr));
+    EXPECT_EQ(FSRefMakePath(ejected.refOfNumber(ejected.other()), &path), fnfErr);
+    AliasRecord older = ejected.recordOfNumber(ejected.other());
+    older.fileSystemType.clear();
+    older.source.clear();
+    EXPECT_EQ(found(older), statusText(fnfErr)) << "a record that does not tell the type";
+    AliasRecord strong = ejected.recordOfNumber(ejected.other());
+    strong.identity.birthTime = 1;
+    EXPECT_EQ(found(strong), statusText(fnfErr));
+}
+
+TEST(Resolution, TellsAVolumeFromTheNextOneOfItsNumber) {
+    const EjectedVolume ejected("ramfs");
+    if (!ejected.obstacle().empty())
+        GTEST_SKIP() << ejected.obstacle();
+    ejected.mountAgain("ramfs");
+    const std::string stranger = ejected.volume() + "/stranger";
+    raw::write(stranger, "");
+    const AliasRecord record = ejected.recordOfNumber(stranger);
+    EXPECT_EQ(record.identity.device, recordOfItem(stranger).identity.device)
+        << "or nothing is shown";
+    EXPECT_EQ(found(record), statusText(fnfErr));
+    umount2(ejected.volume().c_str(), MNT_DETACH);
+}
+
+/// "home/inner/deep/item", each folder with 40 other names in it.
+std::string madeHome(const TemporaryFolder &folder) {
+    std::string path = folder.path();
+    for (const char *const name : {"home", "inner", "deep"}) {
+        path += std::string("/") + name;
+        fs::create_directory(path);
+        for (int number = 0; number < 40; ++number)
+            raw::write(path + "/" + std::to_string(number), "");
+    }
+    raw::write(path + "/item", "");
+    setenv("HOME", folder.at("home").c_str(), 1);
+    return path + "/item";
+}
+
+TEST(Resolution, ThatWasCutOffDoesNotTakeAnotherItem) {
+    const TemporaryFolder folder;
+    AliasRecord record = recordOfItem(madeHome(folder));
+    record.identity.handle.clear(); // the kernel would tell the superuser
+    fs::rename(folder.at("home/inner"), folder.at("home/renamed"));
+    fs::create_directories(folder.at("home/inner/deep"));
+    raw::write(folder.at("home/inner/deep/item"), "another");
+    const std::atomic<bool> cancelled = true;
+    EXPECT_EQ(found(record, {.cancelled = &cancelled}), statusText(userCanceledErr));
+    EXPECT_EQ(found(record, {.entries = 0}), statusText(fileBoundsErr));
+    EXPECT_EQ(found(record), folder.at("home/renamed/deep/item"));
+}
+
+TEST(Resolution, OneBudgetIsForAllLevels) {
+    const TemporaryFolder folder;
+    AliasRecord record = recordOfItem(madeHome(folder));
+    record.identity.handle.clear();
+    fs::rename(folder.at("home/inner/deep/item"), folder.at("home/inner/deep/renamed"));
+    fs::rename(folder.at("home/inner/deep"), folder.at("home/inner/other"));
+    fs::rename(folder.at("home/inner"), folder.at("home/other"));
+    EXPECT_EQ(found(record, {.entries = 1}), statusText(fileBoundsErr));
+    EXPECT_EQ(found(record, {.entries = 200}), folder.at("home/other/other/renamed"));
+}
+
+TEST(Resolution, OneBudgetIsForAWholeChain) {
+    const TemporaryFolder folder;
+    fs::permissions(folder.path(), fs::perms::all);
+    const auto follow = [&folder] { // not as root, whom the kernel tells
+        (void)madeHome(folder);
+        std::string target = folder.at("home/item");
+        raw::write(target, "");
+        for (const char *const name : {"1.desktop", "2.desktop", "3.desktop"}) {
+            FSRef ref;
+            EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
+            const std::string alias = folder.at(std::string("home/") + name);
+            EXPECT_EQ(FSCreateAliasFile(ref, alias.c_str(), AliasFileForm::DesktopEntry), noErr);
+            fs::rename(target, folder.at(std::string("home/renamed-") + name));
+            target = alias;
+        }
+        const auto follows = [&](int64_t names, const std::atomic<bool> *cancelled) {
+            FSRef ref;
+            bool isFolder = false;
+            bool wasAliased = false;
+            EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
+            // Itself moved away since it was referred to.
+            fs::rename(target, folder.at("home/moved.desktop"));
+            constexpr bool kChains = true;
+            const OSStatus status =
+                FSResolveAliasFile(&ref, kChains, &isFolder, &wasAliased, cancelled, names);
+            fs::rename(folder.at("home/moved.desktop"), target);
+            return status == noErr ? ref.path.toStdString() : statusText(status);
+        };
+        const std::atomic<bool> cancelled = true;
+        EXPECT_EQ(follows(kMostSearchedNames, &cancelled), statusText(userCanceledErr));
+        EXPECT_EQ(follows(1, nullptr), statusText(fileBoundsErr)) << "enough for each alone";
+        EXPECT_EQ(follows(400, nullptr), folder.at("home/renamed-1.desktop"));
+        return ::testing::Test::HasFailure() ? 1 : 0;
+    };
+    EXPECT_EQ(runAsNobody(follow), 0);
+}
+
+TEST(Resolution, OfAWayThatNoFolderHasIsNotFollowed) {
+    const TemporaryFolder folder;
+    (void)madeHome(folder);
+    raw::write(folder.at("home/item"), "");
+    AliasRecord record = recordOfItem(folder.at("home/item"));
+    record.identity.handle.clear();
+    fs::rename(folder.at("home/item"), folder.at("home/renamed"));
+    // Each level would be searched for its number, as often as the path says so.
+    record.path = record.realPath = (folder.at("home") + "/z/../z/../item").c_str();
+    for (const char *const name : {"home/inner", "home", "home/inner", "home"})
+        record.ancestors.push_back(inodeOf(folder.at(name)));
+    EXPECT_EQ(found(record), folder.at("home/renamed"));
+}
+
+} // namespace

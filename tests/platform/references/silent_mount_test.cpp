@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// Beside a file system whose program never answers.
+#include "platform/aliases/Aliases.h"
+#include "platform/files/PathParts.h"
+#include "platform/references/AliasResolution.h"
+#include "tests/platform/metadata/attributes.h"
+#include "tests/support/MountedFolder.h"
+#include "tests/support/Process.h"
+#include "tests/support/SilentMount.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <sys/mount.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace MWCore;
+
+QByteArray aliasOf(const std::string &path) {
+    FSRef target;
+    QByteArray alias;
+    EXPECT_EQ(FSPathMakeRef(path.c_str(), &target), noErr);
+    EXPECT_EQ(FSNewAlias(target, &alias), noErr);
+    return alias;
+}
+
+/// A path, or the status.
+std::string resolved(const QByteArray &alias) {
+    FSRef target;
+    const OSStatus status = FSResolveAlias(alias, &target);
+    return status == noErr ? target.path.toStdString() : statusText(status);
+}
+
+/// What is made in a folder of its own before and after the aliases; where the file system that
+/// keeps silent is mounted then; and where the alias to "home/volume/item" leads, by which way.
+struct Row {
+    const char *what;
+    void (*before)(const std::string &home);
+    void (*after)(const std::string &home);
+    const char *silent;
+    const char *made;  ///< the path that the alias is made of
+    const char *leads; ///< null: nowhere
+};
+
+void mountRamfs(const std::string &path) {
+    EXPECT_EQ(mount("none", path.c_str(), "ramfs", 0, nullptr), 0);
+}
+void nothing(const std::string & /*home*/) {}
+
+constexpr Row kRows[] = {
+    {"renamed", nothing,
+     [](const std::string &home) { fs::rename(home + "/volume/item", home + "/volume/new"); },
+     "silent", "volume/item", "volume/new"},
+    {"moved, and searched for around it", nothing,
+     [](const std::string &home) { fs::rename(home + "/volume/item", home + "/z/item"); }, "silent",
+     "volume/item", "z/item"},
+    {"deleted", nothing, [](const std::string &home) { fs::remove(home + "/volume/item"); },
+     "silent", "volume/item", nullptr},
+    {"its volume ejected and the silent one in its place",
+     [](const std::string &home) { mountRamfs(home + "/volume"); },
+     [](const std::string &home) { EXPECT_EQ(umount((home + "/volume").c_str()), 0); }, "volume",
+     "volume/item", nullptr},
+    {"its volume hidden below the silent one",
+     [](const std::string &home) {
+         mountRamfs(home + "/outer");
+         fs::create_directory(home + "/outer/volume");
+         mountRamfs(home + "/outer/volume");
+     },
+     nothing, "outer", "outer/volume/item", nullptr},
+    {"through a link that leads there now",
+     [](const std::string &home) { fs::create_directory_symlink("volume", home + "/link"); },
+     [](const std::string &home) {
+         fs::remove(home + "/link");
+         fs::create_directory_symlink("silent", home + "/link");
+     },
+     "silent", "link/item", "volume/item"},
+};
+
+TEST(SilentMounts, AreNotWaitedForByThoseWhoLookElsewhere) {
+    for (const Row &row : kRows) {
+        SCOPED_TRACE(row.what);
+        const MountedFolder home("tmpfs");
+        if (!home.obstacle().empty())
+            GTEST_SKIP() << home.obstacle();
+        for (const char *const name : {"volume", "outer", "silent", "z", "a", "a/silent"})
+            fs::create_directory(home.at(name));
+        fs::permissions(home.path(), fs::perms::all);
+        row.before(home.path());
+        raw::write(home.at(row.made), "");
+        const QByteArray alias = aliasOf(home.at(row.made));
+        FSRef ref;
+        EXPECT_EQ(FSPathMakeRef(home.at(row.made).c_str(), &ref), noErr);
+        AliasRecord weak = AliasRecord::parse(alias).value_or(AliasRecord());
+        weak.identity.handle.clear(); // which the kernel would know without a search
+        weak.fileSystemType.clear();  // as an older one
+        weak.source.clear();
+        row.after(home.path());
+        const SilentMount silent(home.at(row.silent));
+        const SilentMount another(home.at("a/silent"), "elsewhere");
+        if (!silent.obstacle().empty())
+            GTEST_SKIP() << silent.obstacle();
+        const std::string expected = row.leads ? home.at(row.leads) : statusText(fnfErr);
+        setenv("HOME", home.path().c_str(), 1);
+        EXPECT_EQ(runGuarded([&] { return resolved(alias) == expected ? 0 : 1; }), 0);
+        const bool liesBelow = std::string(row.made).starts_with(row.silent);
+        EXPECT_EQ(runGuarded([&] {
+                      // Older records lie where their paths lead.
+                      return liesBelow || resolved(weak.toBytes()) == expected ? 0 : 1;
+                  }),
+                  0);
+        EXPECT_EQ(runGuarded([&] {
+                      QByteArray path;
+                      if (liesBelow || std::string(row.made).starts_with("link"))
+                          return 0; // its own path is the silent one's
+                      const OSStatus status = FSRefMakePath(ref, &path);
+                      return (status == noErr ? path.toStdString() : statusText(status)) == expected
+                                 ? 0
+                                 : 1;
+                  }),
+                  0);
+    }
+}
+
+TEST(SilentMounts, OfTheSameTypeAreToldApartByTheTable) {
+    const MountedFolder home("tmpfs");
+    if (!home.obstacle().empty())
+        GTEST_SKIP() << home.obstacle();
+    fs::create_directory(home.at("silent"));
+    const SilentMount silent(home.at("silent"), "server");
+    if (!silent.obstacle().empty())
+        GTEST_SKIP() << silent.obstacle();
+    const struct {
+        const char *what;
+        const char *type;
+        const char *source;
+        const char *path;
+    } rows[] = {
+        {"of another server", "fuse", "another server", "silent/item"},
+        {"of another kind of program", "fuse.other", "server", "silent/item"},
+        {"of the same server at another place", "fuse", "server", "elsewhere/item"},
+        {"of a network", "nfs4", "server", "silent/item"},
+    };
+    for (const auto &row : rows) {
+        AliasRecord record;
+        record.path = record.realPath = home.at(row.path).c_str();
+        record.identity.inode = 1;
+        record.fileSystemType = row.type;
+        record.source = row.source;
+        record.mountPointLength = static_cast<uint32_t>(PathParts(record.path).parent.size());
+        EXPECT_EQ(
+            runGuarded([&] { return resolved(record.toBytes()) == statusText(fnfErr) ? 0 : 1; }), 0)
+            << row.what;
+    }
+}
+
+} // namespace
