@@ -3,13 +3,20 @@
 #include "model/Classification.h"
 
 #include "core/mfs_fso.h"
+#include "core/private/Descriptor.h"
 #include "platform/aliases/Aliases.h"
+#include "platform/aliases/AliasFileFormat.h"
+#include "platform/aliases/AliasFollowing.h"
+#include "platform/files/FolderBlock.h"
+#include "platform/launch/ApplicationFolder.h"
+#include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
-#include "platform/metadata/MetadataStore.h"
+#include "platform/metadata/FinderInfoGlance.h"
 
 #include <climits>
 #include <optional>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace MWCore {
@@ -29,17 +36,34 @@ MXItemKind targetKindOf(int32_t targetType) {
     }
 }
 
-bool isExecutable(const struct stat &item) {
-    return (item.st_mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
+bool isExecutable(mode_t mode) {
+    return (mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
 }
 
-FinderInfo finderInfoOf(const QByteArray &path, bool hasSidecar) {
+FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
     FinderInfo info;
-    const auto sidecars = hasSidecar ? Sidecars::MayExist : Sidecars::Absent;
-    return readFinderInfo(path, &info, sidecars) == noErr ? info : FinderInfo();
+    const auto sidecars = facts.hasSidecar ? Sidecars::MayExist : Sidecars::Absent;
+    (void)readFinderInfoWithin(inspection.allowance, path, &info, sidecars);
+    return info;
 }
 
-Classification classifyFolder(const QByteArray &path, const ItemFacts &facts) {
+/// Whether a look at what may be an AppDir, all of whose names are read, is short.
+bool hasFewNames(const QByteArray &folder) {
+    const Descriptor opened(
+        open(folder.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    FolderBlock names;
+    return opened && names.fill(opened.number()) == FolderBlock::Outcome::AllRead;
+}
+
+/// Whether it may be told that the folder is an application.
+bool mayBeAsked(const QByteArray &folder, const TimeAllowance::Use &look,
+                const Inspection &inspection) {
+    return inspection.extent == Inspection::Extent::OneItem ||
+           (look.isGranted() && hasFewNames(folder));
+}
+
+Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
+                              Inspection &inspection) {
     struct Row {
         uint32_t flag;
         MXItemKind kind;
@@ -50,8 +74,13 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts) {
         {kLSItemInfoIsPackage, MXItemKindPackage},
         {kLSItemInfoIsVolume, MXItemKindVolume},
     };
+    const FinderInfo info = finderInfoOf(path, facts, inspection);
+    std::optional<TimeAllowance::Use> look;
+    if (isPlainFile(appRunPath(path)) &&
+        !mayBeAsked(path, look.emplace(inspection.allowance), inspection))
+        return {.kind = itemStatus(path).isMountPoint ? MXItemKindVolume : MXItemKindFolder};
     uint32_t flags = 0;
-    (void)LSCopyItemInfoForPath(path, finderInfoOf(path, facts.hasSidecar).flags, &flags);
+    (void)LSCopyItemInfoForPath(path, info.flags, &flags);
     for (const Row &row : kRows)
         if (flags & row.flag)
             return {.kind = row.kind, .isPackaged = row.kind == MXItemKindApplication};
@@ -71,58 +100,93 @@ bool mayBeApplication(const QByteArray &path, bool isExecutable) {
     return isExecutable || hasExtension(path, ".appimage") || hasExtension(path, ".desktop");
 }
 
-bool isApplicationFile(const QByteArray &path, const FinderInfo &info, bool isExecutable) {
-    if (info.type != 0)
-        return info.type == kApplicationType;
-    return mayBeApplication(path, isExecutable) && isPlainFileApplication(path);
+bool isApplicationFile(const AliasTarget &target) {
+    const QByteArray &path = target.item.path;
+    if (target.info.type != 0)
+        return target.info.type == kApplicationType;
+    return S_ISREG(target.mode) && mayBeApplication(path, isExecutable(target.mode)) &&
+           isPlainFileApplication(path);
 }
 
-/// What the alias file at @p path leads to, and nothing else, means; nothing for no alias file, or
-/// one that leads nowhere. A listing must not search the whole disk for each item that is gone: an
-/// alias that would need that is one with an unknown target.
-std::optional<Classification> classifyAlias(const QByteArray &path) {
+Effort effortFor(const QByteArray &path, Inspection &inspection) {
+    const bool isListing = inspection.extent == Inspection::Extent::Listing;
+    Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &inspection.allowance},
+                  inspection.mounts, isListing ? Patience::None : Patience::ForRecorded);
+    if (!inspection.ownMount)
+        inspection.ownMount = mountAt(path);
+    effort.ownMount = inspection.ownMount;
+    return effort;
+}
+
+/// What the alias file at @p path leads to, and nothing else, means; nothing for one that leads
+/// nowhere. A listing must not search the whole disk for each item that is gone: an alias that
+/// would need that is one with an unknown target.
+std::optional<Classification> classifyAlias(const QByteArray &path, const Lead &lead,
+                                            Inspection &inspection) {
     constexpr bool kResolvingChains = true;
-    constexpr int64_t kSearchedNames = 4096; // some milliseconds
-    FSRef ref;
-    bool isAlias = false;
-    bool targetIsFolder = false;
-    if (FSPathMakeRef(path, &ref) != noErr)
-        return std::nullopt;
-    const OSStatus status = FSResolveAliasFile(&ref, kResolvingChains, &targetIsFolder, &isAlias,
-                                               nullptr, kSearchedNames);
+    Effort effort = effortFor(path, inspection);
+    OSStatus status = noErr;
+    const auto target = followLead(lead, kResolvingChains, effort, &status);
     if (status == fileBoundsErr)
         return Classification{.kind = MXItemKindAlias};
-    if (status != noErr || !isAlias)
+    if (!target)
         return std::nullopt;
-    if (targetIsFolder)
+    if (target->isFolder)
         return Classification{.kind = MXItemKindAlias, .targetKind = MXItemKindFolder};
-    struct stat target = {};
-    const bool isFile = lstat(ref.path.constData(), &target) == 0 && S_ISREG(target.st_mode);
-    // Deliberately the application itself.
-    if (isFile && isApplicationFile(ref.path, finderInfoOf(ref.path, true), isExecutable(target)))
+    if (isApplicationFile(*target)) // deliberately the application itself
         return Classification{.kind = MXItemKindApplication};
     return Classification{.kind = MXItemKindAlias, .targetKind = MXItemKindFile};
 }
 
-Classification classifyFile(const QByteArray &path, const ItemFacts &facts) {
-    const FinderInfo info = finderInfoOf(path, facts.hasSidecar);
-    if ((info.flags & kIsAlias) || path.endsWith(".desktop"))
-        if (const auto alias = classifyAlias(path))
-            return *alias;
-    const bool isApplication = isApplicationFile(path, info, facts.isExecutable);
+/// An AppImage may have any name.
+bool mayBeProgram(const QByteArray &content) {
+    return content.startsWith("\x7F"
+                              "ELF");
+}
+
+/// What a look into the file tells; @p byType is what its Finder type says.
+Classification lookInto(const QByteArray &path, const FinderInfo &info,
+                        const Classification &byType, Inspection &inspection) {
+    const auto entry = path.endsWith(kAliasFileSuffix) ? desktopEntryAt(path) : std::nullopt;
+    const EntryContent content = entry ? contentOf(*entry) : EntryContent();
+    const bool isFlagged = (info.flags & kIsAlias) != 0;
+    const auto lead = content.lead || !isFlagged ? content.lead : leadInForkOf(path);
+    const auto alias = lead ? classifyAlias(path, *lead, inspection) : std::nullopt;
+    if (alias)
+        return *alias;
+    if (info.type != 0)
+        return byType;
+    const bool isApplication =
+        entry && !mayBeProgram(*entry) ? content.startsApplication : isPlainFileApplication(path);
     return {.kind = isApplication ? MXItemKindApplication : MXItemKindFile};
+}
+
+Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
+                            Inspection &inspection) {
+    const FinderInfo info = finderInfoOf(path, facts, inspection);
+    const Classification byType = {.kind = info.type == kApplicationType ? MXItemKindApplication
+                                                                         : MXItemKindFile};
+    const bool isFlagged = (info.flags & kIsAlias) != 0;
+    const bool isWorthALook = isFlagged || path.endsWith(kAliasFileSuffix) ||
+                              (info.type == 0 && mayBeApplication(path, facts.isExecutable));
+    if (!isWorthALook)
+        return byType;
+    const TimeAllowance::Use look(inspection.allowance);
+    if (look.isGranted())
+        return lookInto(path, info, byType, inspection);
+    return isFlagged ? Classification{.kind = MXItemKindAlias} : byType;
 }
 
 } // namespace
 
-Classification classify(const QByteArray &path, const ItemFacts &facts) {
+Classification classify(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
     if (path.size() >= PATH_MAX)
         return {}; // no system call takes it
     switch (facts.type) {
     case MFS_TYPE_DIRECTORY:
-        return classifyFolder(path, facts);
+        return classifyFolder(path, facts, inspection);
     case MFS_TYPE_FILE:
-        return classifyFile(path, facts);
+        return classifyFile(path, facts, inspection);
     case MFS_TYPE_LINK:
         if (facts.targetType == MFS_TARGET_UNKNOWN)
             return {}; // leads nowhere

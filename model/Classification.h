@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "model/Inspection.h"
 #include "model/MXItemKind.h"
 
 #include <cstdint>
@@ -29,6 +30,10 @@ struct Classification {
 /// @p facts leave open: of a plain file and a folder the Finder information, of a folder also
 /// whether it is a mount point or application. Opens a plain file only when its name or its
 /// permissions say that it may be an alias or an application.
-[[nodiscard]] Classification classify(const QByteArray &path, const ItemFacts &facts);
+///
+/// Where @p inspection grants no look: an item with the alias flag is an alias with an unknown
+/// target, any other file no more than its Finder type says, and a folder no application.
+[[nodiscard]] Classification classify(const QByteArray &path, const ItemFacts &facts,
+                                      Inspection &inspection);
 
 } // namespace MWCore

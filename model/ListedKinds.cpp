@@ -7,24 +7,32 @@ namespace {
 
 constexpr QByteArrayView kSidecarPrefix = "._";
 
+} // namespace
+
 /// What the listing saw of the item, which is all that its record keeps.
-Classification kindOf(const mfs_fso &child, bool hasSidecar) {
+Classification ListedKinds::kindOf(const mfs_fso &child, bool hasSidecar) const {
     constexpr uint16_t kAnyExecute = 0111;
     const QByteArrayView path = child.complete_path;
     return classify(QByteArray::fromRawData(path.data(), path.size()),
                     {.type = child.type,
                      .targetType = child.target_type,
                      .isExecutable = (child.mode & kAnyExecute) != 0,
-                     .hasSidecar = hasSidecar});
+                     .hasSidecar = hasSidecar},
+                    inspection_);
 }
-
-} // namespace
 
 void ListedKinds::visit(void *self, const mfs_fso *child, int32_t index) noexcept {
     auto *const kinds = static_cast<ListedKinds *>(self);
     if (index == 0)
-        *kinds = {};
+        kinds->beginAgain();
     kinds->add(*child);
+}
+
+/// What was spent so far stays spent.
+void ListedKinds::beginAgain() {
+    files_.clear();
+    subdirectories_.clear();
+    described_.clear();
 }
 
 void ListedKinds::add(const mfs_fso &child) {
@@ -36,7 +44,7 @@ void ListedKinds::add(const mfs_fso &child) {
 }
 
 Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
-    if (!described_.isEmpty() && described_.contains(child->name))
+    if (!described_.isEmpty() && inspection_.allowance.isLeft() && described_.contains(child->name))
         return kindOf(*child, true);
     const auto place = static_cast<std::size_t>(index);
     return mfs_fso_isDir(child) ? subdirectories_[place] : files_[place];

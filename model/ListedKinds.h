@@ -13,9 +13,13 @@
 namespace MWCore {
 
 /// The kinds of a folder's children, each found while the folder is listed: the system has just
-/// looked at the item then, and a second look costs half of what it does later.
+/// looked at the item then, and a second look costs half of what it does later. What others wrote
+/// in the items or beside them is looked into for a bounded time.
 class ListedKinds {
 public:
+    explicit ListedKinds(TimeAllowance::Limits limits = Inspection::kForListing)
+        : inspection_(Inspection::Extent::Listing, limits) {}
+
     /// To be told of each child (mfs_fso_visitor); @p self is the object.
     static void visit(void *self, const mfs_fso *child, int32_t index) noexcept;
 
@@ -24,11 +28,14 @@ public:
     [[nodiscard]] Classification of(const mfs_fso *child, int32_t index) const;
 
 private:
+    void beginAgain();
     void add(const mfs_fso &child);
+    [[nodiscard]] Classification kindOf(const mfs_fso &child, bool hasSidecar) const;
 
     std::vector<Classification> files_;
     std::vector<Classification> subdirectories_;
-    QSet<QByteArray> described_; ///< names of items beside which a sidecar stands
+    mutable Inspection inspection_; ///< what is left of it
+    QSet<QByteArray> described_;    ///< names of items beside which a sidecar stands
 };
 
 } // namespace MWCore

@@ -73,7 +73,8 @@ MXItemKind MXFileSystemObject::typeForItemAtPath(const QString &path, MXItemKind
     const auto facts = bytes ? factsAt(*bytes) : std::nullopt;
     if (!facts)
         return MXItemKindUnknown;
-    const Classification result = classify(*bytes, *facts);
+    Inspection inspection(Inspection::Extent::OneItem);
+    const Classification result = classify(*bytes, *facts, inspection);
     if (isPackaged)
         *isPackaged = result.isPackaged;
     if (typeWePointTo && (result.kind == MXItemKindLink || result.kind == MXItemKindAlias))

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What it costs to find a file again that was renamed or moved, as root and as somebody else.
+// What it costs to find a file again that was renamed or moved, as root and as somebody else, and
+// what a listing spends on items that were made to stall it.
 // usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
 #include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
+#include "model/MXFileSystemObject.h"
 #include "platform/aliases/Aliases.h"
 
 #include <cstdlib>
@@ -11,6 +13,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -139,6 +142,53 @@ void compareMove(const fs::path &home, long files) {
                       kRounds);
 }
 
+/// Each is one more name of a file with @p content where the file system permits that many.
+fs::path madeEntries(const fs::path &folder, long count, const std::string &content) {
+    fs::create_directories(folder);
+    fs::path source;
+    for (long index = 0; index < count; ++index) {
+        const fs::path name = folder / (std::to_string(index) + ".desktop");
+        std::error_code failed = std::make_error_code(std::errc::too_many_links);
+        if (!source.empty())
+            fs::create_hard_link(source, name, failed);
+        if (failed)
+            std::ofstream(source = name) << content;
+    }
+    return folder;
+}
+
+/// Of aliases, each of which leads to the next one.
+fs::path madeChains(const fs::path &folder, long count) {
+    fs::create_directories(folder);
+    for (long index = 0; index < count; ++index)
+        std::ofstream(folder / (std::to_string(index) + ".desktop"))
+            << "[Desktop Entry]\nType=Link\nURL=file://"
+            << (folder / (std::to_string((index + 1) % count) + ".desktop")).string() << '\n';
+    return folder;
+}
+
+void compareListings(const fs::path &home, long files) {
+    constexpr std::size_t kLongest = 65'536;
+    makeFiles(home / "plain", files);
+    const fs::path entries = madeEntries(home / "entries", files, std::string(kLongest, '\n'));
+    const fs::path usual =
+        madeEntries(home / "usual", files / 10, "[Desktop Entry]\nType=Application\nExec=x\n");
+    const fs::path chains = madeChains(home / "chains", files);
+    const auto list = [](const fs::path &folder) {
+        return [folder] {
+            if (!MXFileSystemObject::newFSOForLocalPath(QString::fromStdString(folder.string())))
+                throw std::runtime_error("not listed");
+        };
+    };
+    constexpr int kRounds = 9;
+    turns::printTable("folders listed",
+                      {{"plain files", list(home / "plain")},
+                       {"desktop entries of 64 KB", list(entries)},
+                       {"aliases in a circle", list(chains)},
+                       {"a tenth of them usual desktop entries", list(usual)}},
+                      kRounds);
+}
+
 } // namespace
 
 int main(int argumentCount, char **arguments) try {
@@ -149,6 +199,7 @@ int main(int argumentCount, char **arguments) try {
     setenv("HOME", home.path().c_str(), 1);
     compareRename(home.path(), siblings);
     compareMove(home.path(), files);
+    compareListings(home.path(), files / 10);
     return 0;
 } catch (const std::exception &failure) {
     std::fprintf(stderr, "bench_alias: %s\n", failure.what());

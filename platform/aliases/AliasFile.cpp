@@ -47,13 +47,29 @@ std::optional<QByteArray> recordInFork(const ForkReader &fork) {
     return fork.read(areas->data + *offset + sizeof *length, *length);
 }
 
-std::optional<Lead> leadInFork(const QByteArray &path) {
-    FinderInfo info;
+/// What one look at an item on the way tells.
+struct Stop {
+    mode_t mode = 0;
+    FinderInfo info; ///< of a plain file, unless it leads on as a desktop entry
+    std::optional<Lead> lead;
+};
+
+Stop stopAt(const QByteArray &path) {
+    Stop stop;
     struct stat item = {};
-    if (lstat(path.constData(), &item) != 0 || !S_ISREG(item.st_mode) ||
-        readFinderInfo(path, &info) != noErr || !(info.flags & kIsAlias))
-        return std::nullopt;
-    return leadInForkOf(path);
+    if (lstat(path.constData(), &item) != 0)
+        return stop;
+    stop.mode = item.st_mode;
+    if (!S_ISREG(stop.mode))
+        return stop;
+    if (path.endsWith(kAliasFileSuffix))
+        if (const auto entry = desktopEntryAt(path))
+            stop.lead = contentOf(*entry).lead;
+    const bool isFlagged = !stop.lead && readFinderInfo(path, &stop.info) == noErr &&
+                           (stop.info.flags & kIsAlias) != 0;
+    if (isFlagged)
+        stop.lead = leadInForkOf(path);
+    return stop;
 }
 
 /// Where a path or link leads. A listing does not wait for it.
@@ -64,7 +80,8 @@ OSStatus referTo(const QByteArray &path, LastLink link, Effort &effort, FSRef *t
     else if (effort.ownMount)
         reach.allow(*effort.ownMount);
     const QByteArray name = PathParts(path).name;
-    const bool needsName = link == LastLink::Follow || name == "." || name == "..";
+    const bool needsName = effort.patience == Patience::None || link == LastLink::Follow ||
+                           name == "." || name == "..";
     int error = 0;
     QByteArray real;
     const Descriptor item = reach.open(path, link, &error, needsName ? &real : nullptr);
@@ -90,35 +107,30 @@ OSStatus follow(const Lead &lead, FSRef *target, Effort &effort) {
     return lead.url.isEmpty() ? mapReadErr : errFSOperationNotSupported;
 }
 
-bool isLink(const QByteArray &path) {
-    struct stat item = {};
-    return lstat(path.constData(), &item) == 0 && S_ISLNK(item.st_mode);
-}
-
 bool isFolder(const QByteArray &path) {
     struct stat item = {};
     return stat(path.constData(), &item) == 0 && S_ISDIR(item.st_mode);
 }
 
-/// The mount that an item is on, when its number is known.
+} // namespace
+
 std::optional<int32_t> mountAt(const QByteArray &path) {
     const uint64_t number = mountIdOf(AT_FDCWD, path.constData());
     return number == 0 ? std::nullopt : std::optional(static_cast<int32_t>(number));
 }
 
-} // namespace
-
-std::optional<Lead> leadInDesktopEntry(const DesktopEntry &entry) {
-    const auto [type, url, record] =
-        entry.values(DesktopEntry::kMainGroup,
-                     std::array{QByteArrayView("Type"), QByteArrayView("URL"), kAliasRecordKey});
+EntryContent contentOf(const QByteArray &entry) {
+    const auto [type, url, record] = DesktopEntry(entry).values(
+        DesktopEntry::kMainGroup,
+        std::array{QByteArrayView("Type"), QByteArrayView("URL"), kAliasRecordKey});
     const auto bytes = [](const std::optional<QString> &text) {
         return fileSystemRepresentation(text.value_or(QString())).value_or(QByteArray());
     };
     const QByteArray address = type == u"Link" ? bytes(url) : QByteArray();
     if (address.isEmpty())
-        return std::nullopt;
-    return Lead{QByteArray::fromBase64(bytes(record)), address};
+        return {.startsApplication = type == u"Application", .lead = std::nullopt};
+    return {.startsApplication = false,
+            .lead = Lead{QByteArray::fromBase64(bytes(record)), address}};
 }
 
 std::optional<Lead> leadInForkOf(const QByteArray &path) {
@@ -138,28 +150,23 @@ std::optional<QByteArray> desktopEntryAt(const QByteArray &path) {
 }
 
 std::optional<Lead> leadIn(const QByteArray &path) {
-    std::optional<Lead> lead;
-    if (path.endsWith(kAliasFileSuffix))
-        if (const auto bytes = desktopEntryAt(path))
-            lead = leadInDesktopEntry(DesktopEntry(*bytes));
-    return lead ? lead : leadInFork(path);
+    return stopAt(path).lead;
 }
 
 std::optional<AliasTarget> followLead(const Lead &lead, bool resolveAliasChains, Effort &effort,
                                       OSStatus *status) {
-    AliasTarget target;
-    std::optional<Lead> next = lead;
+    FSRef at;
+    Stop stop = {.mode = 0, .info = {}, .lead = lead};
     for (int steps = 0; steps < kMostSteps; ++steps) {
-        *status = next ? follow(*next, &target.item, effort)
-                       : referTo(target.item.path, LastLink::Follow, effort, &target.item);
+        *status = stop.lead ? follow(*stop.lead, &at, effort)
+                            : referTo(at.path, LastLink::Follow, effort, &at);
         if (*status != noErr)
             return std::nullopt;
-        const QByteArray &path = target.item.path;
-        next = resolveAliasChains ? leadIn(path) : std::nullopt;
-        if (!next && !(resolveAliasChains && isLink(path))) {
-            target.isFolder = isFolder(path);
-            return target;
-        }
+        if (!resolveAliasChains)
+            return AliasTarget{at, isFolder(at.path), 0, {}};
+        stop = stopAt(at.path);
+        if (!stop.lead && !S_ISLNK(stop.mode))
+            return AliasTarget{at, S_ISDIR(stop.mode), stop.mode, stop.info};
     }
     *status = errFSAliasLoop;
     return std::nullopt;

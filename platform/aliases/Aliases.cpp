@@ -22,6 +22,31 @@ OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target, const std::atomi
     return resolveAlias(alias, target, effort);
 }
 
+struct ListedAliases::Looks {
+    MountSnapshot mounts;
+};
+
+ListedAliases::ListedAliases(TimeAllowance &allowance)
+    : allowance_(allowance), looks_(std::make_unique<Looks>()) {}
+
+ListedAliases::~ListedAliases() = default;
+
+OSStatus ListedAliases::resolve(const QByteArray &path, QByteArray *target) {
+    const TimeAllowance::Use use(allowance_);
+    if (!use.isGranted())
+        return fileBoundsErr;
+    Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &allowance_}, looks_->mounts,
+                  Patience::None);
+    effort.ownMount = mountAt(path);
+    constexpr bool kResolvingChains = true;
+    OSStatus status = fnfErr;
+    const auto lead = leadIn(path);
+    const auto found = lead ? followLead(*lead, kResolvingChains, effort, &status) : std::nullopt;
+    if (found)
+        *target = found->item.path;
+    return status;
+}
+
 OSStatus resolveAlias(const QByteArray &alias, FSRef *target, Effort &effort) {
     const auto record = AliasRecord::parse(alias);
     if (!record)

@@ -4,9 +4,11 @@
 
 #include <MWCore/FSRef.h>
 #include <MWCore/mwcore_export.h>
+#include <MWCore/TimeAllowance.h>
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
 #include <QByteArray>
 
@@ -17,6 +19,9 @@ namespace MWCore {
 
 /// How many names a search looks at before it gives up.
 constexpr int64_t kMostSearchedNames = 4'000'000;
+
+/// How many it looks at where nobody asked for one item: some milliseconds.
+constexpr int64_t kNamesOfAQuickSearch = 4096;
 
 /// Writes down in @p alias what it takes to find the item again.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSNewAlias(const FSRef &target, QByteArray *alias);
@@ -52,5 +57,29 @@ enum class AliasFileForm {
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAliasFile(
     FSRef *ref, bool resolveAliasChains, bool *targetIsFolder, bool *wasAliased,
     const std::atomic<bool> *cancelled = nullptr, int64_t searchedNames = kMostSearchedNames);
+
+/// Resolves the alias files of a listing: together they take no longer than an allowance grants,
+/// and they wait for no file system that is not local, unless the alias file itself lies there.
+/// Belongs to one thread.
+class MWCORE_EXPORT ListedAliases {
+public:
+    /// @p allowance must outlive this object.
+    explicit ListedAliases(TimeAllowance &allowance);
+    ListedAliases(const ListedAliases &) = delete;
+    ListedAliases &operator=(const ListedAliases &) = delete;
+    ~ListedAliases();
+
+    /// Where the alias file at @p path leads in the end, without links on the way. Some
+    /// milliseconds of searching at most: fileBoundsErr where that or the allowance does not
+    /// suffice or it would have to wait. Else as FSResolveAliasFile(), but fnfErr for what is no
+    /// alias file.
+    [[nodiscard]] OSStatus resolve(const QByteArray &path, QByteArray *target);
+
+private:
+    struct Looks;
+
+    TimeAllowance &allowance_;
+    std::unique_ptr<Looks> looks_;
+};
 
 } // namespace MWCore

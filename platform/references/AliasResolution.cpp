@@ -84,10 +84,14 @@ private:
     }
 
     [[nodiscard]] std::optional<FSRef> whateverIsAt(const QByteArray &path) {
-        const Descriptor item = reach_.open(path, LastLink::Keep, &lastError_);
+        const bool isHasty = effort_.patience == Patience::None;
+        QByteArray real;
+        const Descriptor item =
+            reach_.open(path, LastLink::Keep, &lastError_, isHasty ? &real : nullptr);
         OSStatus status = noErr;
         auto identity = item ? identityOf(item.number(), "", &status) : std::nullopt;
-        return identity ? std::optional(FSRef{path, std::move(*identity)}) : std::nullopt;
+        return identity ? std::optional(FSRef{isHasty ? real : path, std::move(*identity)})
+                        : std::nullopt;
     }
 
     [[nodiscard]] std::optional<FSRef> asStored() {

@@ -25,7 +25,8 @@ enum class Replacement {
 /// Which file systems other than local ones a resolution may touch: they can keep it waiting.
 enum class Patience {
     ForRecorded, ///< the one that the item was on
-    None,        ///< none but that of the alias file itself
+    None,        ///< none but that of the alias file itself; paths come without links, which may be
+                 ///< long to follow
 };
 
 /// What all steps to one target share, over a whole chain of alias files.

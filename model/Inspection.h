@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/files/MountSnapshot.h"
+#include "platform/foundation/TimeAllowance.h"
+#include "platform/references/AliasResolution.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace MWCore {
+
+/// What the looks into items share that find their kinds: into what others wrote, who may mean to
+/// stall us. Belongs to one thread.
+struct Inspection {
+    enum class Extent {
+        OneItem, ///< asked for by itself: as long as it takes
+        Listing, ///< all items of a folder: together no longer than the allowance, and no waiting
+    };
+
+    /// Beside what listing the rest takes (docs/decisions/0015).
+    static constexpr TimeAllowance::Limits kForListing = {.fixed = 60'000'000, .share = 40};
+    static constexpr TimeAllowance::Limits kUnlimited = {.fixed = INT64_MAX / 2, .share = 0};
+
+    explicit Inspection(Extent reach)
+        : Inspection(reach, reach == Extent::Listing ? kForListing : kUnlimited) {}
+    Inspection(Extent reach, TimeAllowance::Limits limits) : extent(reach), allowance(limits) {}
+
+    Extent extent;
+    TimeAllowance allowance;
+    MountSnapshot mounts;
+    std::optional<int32_t> ownMount; ///< id of the mount of the items, once one was asked
+};
+
+} // namespace MWCore
