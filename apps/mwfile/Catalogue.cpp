@@ -4,23 +4,31 @@
 
 #include "apps/mwfile/bytes.h"
 #include "apps/mwfile/Failure.h"
+#include "apps/mwfile/LocalItem.h"
 #include "model/MXLabelManager.h"
+#include "platform/metadata/FinderInfoGlance.h"
 
 #include <ctime>
 #include <string_view>
 
 namespace MWCore::mwfile {
 
-Marks marksOf(const MXFileSystemObject &item, Sidecars sidecars) {
-    const QByteArray path = item.cstruct()->complete_path;
+namespace {
+
+constexpr std::string_view kSidecarPrefix = "._";
+
+/// Beside what the library's listing may take.
+constexpr TimeAllowance::Limits kForRows = {.fixed = 20'000'000, .share = 40};
+
+Marks marksFrom(const MXFileSystemObject &item, const FinderInfo &finderInfo) {
     FSCatalogInfo info;
-    // Asked apart, so that the one fails without the other.
-    (void)FSGetCatalogInfoForPath(path, kFSCatInfoNodeFlags | kFSCatInfoCreateDate, &info);
-    (void)readFinderInfo(path, &info.finderInfo, sidecars);
-    Marks marks = {.label = labelNumbered(info.finderInfo.labelNumber()),
-                   .type = info.finderInfo.type,
-                   .creator = info.finderInfo.creator,
-                   .isInvisible = (info.finderInfo.flags & kIsInvisible) != 0,
+    // Asked apart from the Finder information, so that the one fails without the other.
+    (void)FSGetCatalogInfoForPath(item.cstruct()->complete_path,
+                                  kFSCatInfoNodeFlags | kFSCatInfoCreateDate, &info);
+    Marks marks = {.label = labelNumbered(finderInfo.labelNumber()),
+                   .type = finderInfo.type,
+                   .creator = finderInfo.creator,
+                   .isInvisible = (finderInfo.flags & kIsInvisible) != 0,
                    .isLocked = !item.isPackage() && (info.nodeFlags & kFSNodeLockedMask) != 0,
                    .created = std::nullopt};
     if (info.createDate != 0)
@@ -28,12 +36,41 @@ Marks marksOf(const MXFileSystemObject &item, Sidecars sidecars) {
     return marks;
 }
 
-Sidecars sidecarsIn(const MXFileSystemObject &folder) {
-    // They are no folders.
-    for (int32_t index = 0; index < folder.fileCount(); ++index)
-        if (std::string_view(folder.child_fso_at_index(index)->cstruct()->name).starts_with("._"))
-            return Sidecars::MayExist;
-    return Sidecars::Absent;
+} // namespace
+
+Marks marksOf(const MXFileSystemObject &item) {
+    FinderInfo info;
+    (void)readFinderInfo(item.cstruct()->complete_path, &info);
+    return marksFrom(item, info);
+}
+
+RowLooks::RowLooks(const MXFileSystemObject &folder) : allowance_(kForRows), aliases_(allowance_) {
+    // Sidecars are no folders.
+    for (int32_t index = 0; index < folder.fileCount(); ++index) {
+        const std::string_view name = folder.child_fso_at_index(index)->cstruct()->name;
+        if (name.starts_with(kSidecarPrefix))
+            described_.emplace(name.substr(kSidecarPrefix.size()));
+    }
+}
+
+Marks RowLooks::marksOf(const MXFileSystemObject &item) {
+    const bool isDescribed =
+        !described_.empty() && described_.contains(std::string(item.cstruct()->name));
+    FinderInfo info;
+    const bool isWhole = readFinderInfoWithin(allowance_, item.cstruct()->complete_path, &info,
+                                              isDescribed ? Sidecars::MayExist : Sidecars::Absent);
+    Marks marks = marksFrom(item, isWhole ? info : FinderInfo());
+    marks.isWhole = isWhole;
+    return marks;
+}
+
+std::optional<std::string> RowLooks::targetOf(const MXFileSystemObject &item) {
+    QByteArray target;
+    if (!item.isAlias())
+        return linkTarget(item);
+    if (isLost(item) || aliases_.resolve(item.cstruct()->complete_path, &target) != noErr)
+        return std::nullopt;
+    return target.toStdString();
 }
 
 FSRef referenceTo(const std::string &path) {

@@ -3,10 +3,12 @@
 #pragma once
 
 #include "model/MXFileSystemObject.h"
-#include "platform/metadata/MetadataStore.h"
+#include "platform/aliases/Aliases.h"
+#include "platform/foundation/TimeAllowance.h"
 
 #include <optional>
 #include <string>
+#include <unordered_set>
 
 namespace MWCore::mwfile {
 
@@ -18,13 +20,29 @@ struct Marks {
     bool isInvisible = false;
     bool isLocked = false;
     std::optional<int64_t> created; ///< seconds since 1970-01-01 UTC
+    bool isWhole = true; ///< false where label, type, creator and invisibility are not known
 };
 
 /// The item's marks as they are now: what its operations of these names answer, but read at once.
-[[nodiscard]] Marks marksOf(const MXFileSystemObject &item, Sidecars sidecars = Sidecars::MayExist);
+[[nodiscard]] Marks marksOf(const MXFileSystemObject &item);
 
-/// Whether the items in a folder that was listed can have sidecars.
-[[nodiscard]] Sidecars sidecarsIn(const MXFileSystemObject &folder);
+/// What the rows of a listing share: together they take a bounded time to look into what others
+/// wrote in items and beside them.
+class RowLooks {
+public:
+    explicit RowLooks(const MXFileSystemObject &folder);
+
+    [[nodiscard]] Marks marksOf(const MXFileSystemObject &item);
+
+    /// Where a link or alias leads in the end; nothing for anything else, and where it leads
+    /// nowhere or cannot be told in time.
+    [[nodiscard]] std::optional<std::string> targetOf(const MXFileSystemObject &item);
+
+private:
+    TimeAllowance allowance_;
+    ListedAliases aliases_;
+    std::unordered_set<std::string> described_; ///< names of items beside which a sidecar stands
+};
 
 /// The reference to the item at @p path. Throws Failure when there is none.
 [[nodiscard]] FSRef referenceTo(const std::string &path);

@@ -22,8 +22,11 @@ void addMarks(JsonObject &json, const Marks &marks) {
     addTime(json, "dateCreated", marks.created);
     addCode(json, "type", marks.type);
     addCode(json, "creator", marks.creator);
-    json.textOrNull("label", marks.label->description());
-    json.truth("isInvisible", marks.isInvisible);
+    json.textOrNull("label", marks.isWhole ? marks.label->description() : QString());
+    if (marks.isWhole)
+        json.truth("isInvisible", marks.isInvisible);
+    else
+        json.null("isInvisible");
     json.truth("isLocked", marks.isLocked);
 }
 
@@ -66,7 +69,8 @@ const char *kindWord(MXItemKind kind) {
     }
 }
 
-JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks) {
+JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks,
+                    const std::optional<std::string> &target) {
     JsonObject json;
     const int32_t permissions = permissionNumber(item);
     json.textOrNull("name", item.name());
@@ -85,8 +89,11 @@ JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks) {
     addTime(json, "dateModified", item.dateAsTimeT());
     addMarks(json, marks);
     if (isPointer(item)) {
-        json.textOrNull("aliasOrLinkTargetPath",
-                        finalTarget(item) ? item.aliasOrLinkTargetPath() : QString());
+        if (item.isAlias())
+            json.textOrNull("aliasOrLinkTargetPath", target ? target->c_str() : nullptr);
+        else
+            json.textOrNull("aliasOrLinkTargetPath",
+                            target ? item.aliasOrLinkTargetPath() : QString());
         json.text("aliasOrLinkTargetKind", kindWord(item.aliasOrLinkTargetKind()));
     }
     if (item.isApplication())

@@ -8,9 +8,10 @@
 
 namespace MWCore::mwfile {
 
-/// What an item and its marks tell, as JSON members named after its operations. Times are ISO 8601
-/// in UTC, sizes in bytes.
-[[nodiscard]] JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks);
+/// What an item and its marks tell, as JSON members named after its operations; a link or alias
+/// leads to @p target in the end. Times are ISO 8601 in UTC, sizes in bytes.
+[[nodiscard]] JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks,
+                                  const std::optional<std::string> &target);
 
 /// Adds a time, given in seconds since 1970-01-01 UTC, in ISO 8601; null for none, and for a year
 /// that four digits cannot write.

@@ -109,13 +109,15 @@ bool isLost(const MXFileSystemObject &alias) {
     return alias.aliasOrLinkTargetKind() == MXItemKindUnknown;
 }
 
-std::optional<std::string> finalTarget(const MXFileSystemObject &item) {
-    if (item.isAlias() && isLost(item))
-        return std::nullopt;
-    if (item.isAlias())
-        return bytesOf(item.aliasOrLinkTargetPath());
-    const char *const target = item.cstruct()->alias_location;
+std::optional<std::string> linkTarget(const MXFileSystemObject &link) {
+    const char *const target = link.cstruct()->alias_location;
     return target && *target == '/' ? std::optional<std::string>(target) : std::nullopt;
+}
+
+std::optional<std::string> finalTarget(const MXFileSystemObject &item) {
+    if (!item.isAlias())
+        return linkTarget(item);
+    return isLost(item) ? std::nullopt : std::optional(bytesOf(item.aliasOrLinkTargetPath()));
 }
 
 } // namespace MWCore::mwfile

@@ -47,11 +47,15 @@ struct NodeKind {
 /// Whether it is there to lead to another item: a link, also a dead one, or an alias.
 [[nodiscard]] bool isPointer(const MXFileSystemObject &item);
 
-/// Whether the target of an alias is not where it was, so that it would have to be searched for.
+/// Whether it is not known where the target of an alias is: it would have to be searched or waited
+/// for.
 [[nodiscard]] bool isLost(const MXFileSystemObject &alias);
 
-/// The path to which such an item leads in the end; nothing when it leads nowhere or to something
-/// without a path. Does not search.
+/// The path to which a link leads in the end, as the listing saw it; nothing when it leads nowhere
+/// or to something without a path.
+[[nodiscard]] std::optional<std::string> linkTarget(const MXFileSystemObject &link);
+
+/// The same of an alias, too: nothing when it is lost.
 [[nodiscard]] std::optional<std::string> finalTarget(const MXFileSystemObject &item);
 
 } // namespace MWCore::mwfile

@@ -28,19 +28,20 @@ std::string kindRemark(const MXFileSystemObject &item) {
     }
 }
 
-std::string destination(const MXFileSystemObject &item) {
-    if (const auto target = finalTarget(item))
+std::string destination(const MXFileSystemObject &item, const std::optional<std::string> &target) {
+    if (target)
         return DisplayText(*target).text();
     if (item.isAlias())
-        return "moved or deleted";
+        return "not looked for";
     return item.cstruct()->target_type == MFS_TARGET_UNKNOWN ? "nowhere"
                                                              : "something without a path";
 }
 
 } // namespace
 
-std::string arrow(const MXFileSystemObject &item, const Colours &colours) {
-    return isPointer(item) ? colours.quiet("-> " + destination(item)) : "";
+std::string arrow(const MXFileSystemObject &item, const std::optional<std::string> &target,
+                  const Colours &colours) {
+    return isPointer(item) ? colours.quiet("-> " + destination(item, target)) : "";
 }
 
 std::string remarks(const MXFileSystemObject &item, const Marks &marks, const Colours &colours) {
@@ -53,6 +54,8 @@ std::string remarks(const MXFileSystemObject &item, const Marks &marks, const Co
         words.push_back(colours.quiet("locked"));
     if (marks.isInvisible)
         words.push_back(colours.quiet("invisible"));
+    if (!marks.isWhole)
+        words.push_back(colours.quiet("label not looked for"));
     std::string text;
     for (const std::string &word : words)
         text.append(colours.quiet(text.empty() ? "(" : ", ")).append(word);

@@ -28,7 +28,7 @@ std::string kindText(const MXFileSystemObject &item) {
         return "link to nothing";
     const std::string word = kindWord(item.fsoKind());
     if (item.isAlias() && isLost(item))
-        return word + " to something that was moved or deleted";
+        return word + " to something that is not where it was";
     if (isPointer(item))
         return word + " to a " +
                (item.aliasOrLinkTargetKind() == MXItemKindUnknown
@@ -115,7 +115,7 @@ std::string description(const DescribedItem &described, const Colours &colours) 
 
 std::string json(const DescribedItem &described) {
     const MXFileSystemObject &item = *described.object;
-    JsonObject object = itemJson(item, marksOf(item));
+    JsonObject object = itemJson(item, marksOf(item), finalTarget(item));
     object.textOrNull("kindAsString", item.kindAsString());
     object.textOrNull("volumeName", item.volumeName());
     object.textOrNull("versionString", item.versionString());

@@ -126,11 +126,11 @@ std::string cells(const MXFileSystemObject &item, const Columns &columns, const 
 
 /// The row, and behind it what is to be said of the item; below it, at the end of the line, where
 /// a terminal would break it.
-std::string row(const MXFileSystemObject &item, const Marks &marks, const Columns &columns,
+std::string row(const MXFileSystemObject &item, RowLooks &looks, const Columns &columns,
                 const Colours &colours) {
     const std::string text = cells(item, columns, colours);
-    const std::string target = arrow(item, colours);
-    const std::string remark = remarks(item, marks, colours);
+    const std::string target = arrow(item, looks.targetOf(item), colours);
+    const std::string remark = remarks(item, looks.marksOf(item), colours);
     if (target.empty() && remark.empty())
         return text + "\n";
     const std::string note = target + (target.empty() || remark.empty() ? "" : "  ") + remark;
@@ -143,20 +143,20 @@ std::string row(const MXFileSystemObject &item, const Marks &marks, const Column
 void printRows(const MXFileSystemObject &folder) {
     const Columns columns(folder);
     const Colours colours;
-    const Sidecars sidecars = sidecarsIn(folder);
+    RowLooks looks(folder);
     for (const auto &item : folder.visibleItems())
-        print(row(*item, marksOf(*item, sidecars), columns, colours));
+        print(row(*item, looks, columns, colours));
     const int32_t hidden = folder.isFiltered() ? folder.filteredItemCount() : 0;
     if (hidden > 0 && printsToTerminal())
         print(colours.quiet(groupedDigits(hidden) + " hidden; --all shows them") + "\n");
 }
 
 void printJson(const MXFileSystemObject &folder) {
-    const Sidecars sidecars = sidecarsIn(folder);
+    RowLooks looks(folder);
     print("[");
     const char *separator = "\n";
     for (const auto &item : folder.visibleItems()) {
-        print(separator + itemJson(*item, marksOf(*item, sidecars)).finished());
+        print(separator + itemJson(*item, looks.marksOf(*item), looks.targetOf(*item)).finished());
         separator = ",\n";
     }
     print("\n]\n");

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "tests/apps/mwfile/mwfile.h"
+#include "tests/support/MountedFolder.h"
+#include "tests/support/SilentMount.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -114,6 +118,27 @@ TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
                                      std::string(row.name) + "'][0]"),
                   row.facts);
     }
+}
+
+TEST(List, DoesNotWaitForWhereAliasesLead) {
+    const MountedFolder home("tmpfs");
+    if (!home.obstacle().empty())
+        GTEST_SKIP() << home.obstacle();
+    std::filesystem::create_directory(home.at("silent"));
+    std::filesystem::create_directory(home.at("listed"));
+    std::ofstream(home.at("listed/a.desktop"))
+        << "[Desktop Entry]\nType=Link\nURL=file://" << home.at("silent/item") << "\n";
+    const SilentMount silent(home.at("silent"));
+    if (!silent.obstacle().empty())
+        GTEST_SKIP() << silent.obstacle();
+    const ProcessResult text =
+        runProcess({"timeout", "-s", "KILL", "20", MWFILE, "list", home.at("listed")});
+    EXPECT_NE(text.output.find("a.desktop -> not looked for  (alias)\n"), std::string::npos)
+        << text.output;
+    const ProcessResult json =
+        runProcess({"timeout", "-s", "KILL", "20", MWFILE, "list", "--json", home.at("listed")});
+    EXPECT_EQ(readJson(json.output, "d[0]['aliasOrLinkTargetPath'], d[0]['aliasOrLinkTargetKind']"),
+              "(None, 'unknown')");
 }
 
 TEST(List, TellsAPersonHowManyAreHidden) {
