@@ -9,9 +9,7 @@
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
-#include "platform/formats/BigEndian.h"
 #include "platform/formats/DesktopEntry.h"
-#include "platform/formats/ResourceLocation.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/metadata/ForkReader.h"
 #include "platform/metadata/MetadataStore.h"
@@ -28,24 +26,6 @@ namespace MWCore {
 namespace {
 
 constexpr int kMostSteps = 40; // as the kernel follows links
-
-/// The record in the first resource of aliases; nothing where there is none, or one too long to be
-/// a record.
-std::optional<QByteArray> recordInFork(const ForkReader &fork) {
-    constexpr uint64_t kLongestMap = 65536; ///< its offsets have 16 bits
-    const auto areas = forkAreasOf(fork.read(0, ForkAreas::kHeadLength), fork.length());
-    const auto map =
-        areas ? fork.read(areas->map, std::min(areas->mapLength, kLongestMap)) : QByteArray();
-    const auto offset = firstResourceOffset(map, kAliasResource);
-    if (!offset || *offset > areas->dataLength)
-        return std::nullopt;
-    const uint64_t rest = areas->dataLength - *offset;
-    const QByteArray head = fork.read(areas->data + *offset, sizeof(uint32_t));
-    const auto length = numberAt<uint32_t>(head, 0);
-    if (!length || *length > AliasRecord::kLongest || *length + sizeof *length > rest)
-        return std::nullopt;
-    return fork.read(areas->data + *offset + sizeof *length, *length);
-}
 
 /// What one look at an item on the way tells.
 struct Stop {
@@ -136,7 +116,8 @@ EntryContent contentOf(const QByteArray &entry) {
 std::optional<Lead> leadInForkOf(const QByteArray &path) {
     OSStatus status = noErr;
     const auto fork = ForkReader::open(path, &status);
-    const auto record = fork ? recordInFork(*fork) : std::nullopt;
+    const auto record =
+        fork ? fork->firstResource(kAliasResource, AliasRecord::kLongest) : std::nullopt;
     return record ? std::optional(Lead{*record, {}}) : std::nullopt;
 }
 

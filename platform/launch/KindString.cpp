@@ -2,12 +2,13 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
+#include "platform/formats/AliasRecord.h"
 #include "platform/formats/DesktopEntry.h"
-#include "platform/formats/ResourceMap.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
 #include "platform/launch/PackageExtensions.h"
+#include "platform/metadata/ForkReader.h"
 #include "platform/metadata/MetadataStore.h"
 
 #include <algorithm>
@@ -45,22 +46,12 @@ FinderInfo finderInfoOf(const QByteArray &path) {
     return readFinderInfo(path, &info) == noErr ? info : FinderInfo();
 }
 
-/// Whether the item's fork keeps an alias record. A fork too long to look through counts as one
-/// that does.
+/// Whether the item's fork keeps an alias record.
 bool forkKeepsAlias(const QByteArray &path) {
-    constexpr int64_t kLongestFork = 4 << 20; // a record and icons of its own
-    constexpr uint32_t kAlias = 0x616C6973;   // 'alis'
+    constexpr uint32_t kAlias = 0x616C6973; // 'alis'
     OSStatus status = noErr;
-    ForkSize size;
-    if (resourceForkSize(path, &size) != noErr)
-        return false;
-    if (size.logical > kLongestFork)
-        return true;
-    const auto fork = readResourceFork(path, &status);
-    const auto map = fork ? ResourceMap::parse(*fork) : std::nullopt;
-    return map && std::ranges::any_of(map->resources(), [](const Resource &resource) {
-               return resource.type == kAlias;
-           });
+    const auto fork = ForkReader::open(path, &status);
+    return fork && fork->firstResource(kAlias, AliasRecord::kLongest);
 }
 
 /// Whether the desktop entry at @p path leads to an item of this system.

@@ -2,36 +2,25 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/ForkReader.h"
 
-#include "platform/files/RegularFile.h"
-#include "platform/formats/AppleDouble.h"
-#include "platform/metadata/ExtendedAttributes.h"
-#include "platform/metadata/fork_attributes.h"
-#include "platform/metadata/Sidecar.h"
+#include "platform/formats/BigEndian.h"
+#include "platform/formats/ResourceLocation.h"
+#include "platform/metadata/ForkAttributes.h"
 
 #include <algorithm>
 
-#include <sys/stat.h>
-
 namespace MWCore {
-namespace {
-
-constexpr int64_t kLongestTable = 16384; ///< of the entries of a sidecar, bytes
-
-} // namespace
 
 std::optional<ForkReader> ForkReader::open(const QByteArray &path, OSStatus *status) {
     const AttributeNames names(path);
     *status = statusOfNames(path, names);
     if (*status != noErr)
         return std::nullopt;
-    for (const ForkPlace &place : kForkPlaces)
-        if (names.contains(place.name))
-            return ofAttribute(path, place, status);
-    return ofSidecar(path, status);
+    const ForkAttribute *const place = forkAttribute(names);
+    return place ? ofAttribute(path, *place, status) : ofSidecar(path, status);
 }
 
-std::optional<ForkReader> ForkReader::ofAttribute(const QByteArray &path, const ForkPlace &place,
-                                                  OSStatus *status) {
+std::optional<ForkReader> ForkReader::ofAttribute(const QByteArray &path,
+                                                  const ForkAttribute &place, OSStatus *status) {
     ForkReader reader;
     auto value = attribute(path, place.name, status); // whose length the system bounds
     if (value)
@@ -47,36 +36,39 @@ std::optional<ForkReader> ForkReader::ofAttribute(const QByteArray &path, const 
 
 std::optional<ForkReader> ForkReader::ofSidecar(const QByteArray &path, OSStatus *status) {
     ForkReader reader;
-    struct stat item = {};
-    const QByteArray file = sidecarPath(path);
-    reader.sidecar_ = file.isEmpty() ? Descriptor() : openRegularFile(file, Links::Keep, status);
-    if (!reader.sidecar_ || fstat(reader.sidecar_.number(), &item) != 0) {
-        *status = *status == noErr || *status == fnfErr ? resFNotFound : *status;
+    reader.sidecar_ = openSidecarEntry(path, kResourceForkEntry, status);
+    if (*status == noErr && (!reader.sidecar_ || reader.sidecar_->entry.length == 0))
+        *status = resFNotFound;
+    if (*status != noErr)
         return std::nullopt;
-    }
-    const auto head = readAt(reader.sidecar_.number(), 0, kLongestTable, status);
-    if (!head)
-        return std::nullopt;
-    const auto entries = AppleDouble::entriesOf(*head, static_cast<uint64_t>(item.st_size));
-    *status = entries || !AppleDouble::hasMagic(*head) ? resFNotFound : mapReadErr;
-    for (const auto &entry : entries.value_or(std::vector<AppleDouble::Entry>()))
-        if (entry.id == kResourceForkEntry && entry.length > 0) {
-            *status = noErr;
-            reader.begin_ = entry.offset;
-            reader.length_ = entry.length;
-            return reader;
-        }
-    return std::nullopt;
+    reader.length_ = reader.sidecar_->entry.length;
+    return reader;
 }
 
 QByteArray ForkReader::read(uint64_t offset, uint64_t length) const {
-    const uint64_t rest = length_ - std::min(offset, length_);
-    const auto wanted = static_cast<int64_t>(std::min(length, rest));
+    const uint64_t from = std::min(offset, length_);
+    const auto wanted = static_cast<int64_t>(std::min(length, length_ - from));
     if (!sidecar_)
-        return value_.mid(static_cast<qsizetype>(std::min(offset, length_)), wanted);
+        return value_.mid(static_cast<qsizetype>(from), wanted);
     OSStatus status = noErr;
-    return readAt(sidecar_.number(), static_cast<int64_t>(begin_ + offset), wanted, &status)
+    const int64_t begin = sidecar_->entry.offset;
+    return sidecar_->read(begin + static_cast<int64_t>(from), wanted, &status)
         .value_or(QByteArray());
+}
+
+std::optional<QByteArray> ForkReader::firstResource(uint32_t type, uint64_t longest) const {
+    constexpr uint64_t kLongestMap = 65536; // its offsets have 16 bits
+    const auto areas = forkAreasOf(read(0, ForkAreas::kHeadLength), length());
+    const auto map =
+        areas ? read(areas->map, std::min(areas->mapLength, kLongestMap)) : QByteArray();
+    const auto offset = firstResourceOffset(map, type);
+    if (!offset || *offset > areas->dataLength)
+        return std::nullopt;
+    const uint64_t rest = areas->dataLength - *offset;
+    const auto size = numberAt<uint32_t>(read(areas->data + *offset, sizeof(uint32_t)), 0);
+    if (!size || *size > longest || *size + sizeof *size > rest)
+        return std::nullopt;
+    return read(areas->data + *offset + sizeof *size, *size);
 }
 
 } // namespace MWCore

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "core/private/Descriptor.h"
 #include "platform/files/FileStatus.h"
+#include "platform/metadata/Sidecar.h"
 
 #include <cstdint>
 #include <optional>
@@ -12,7 +12,7 @@
 
 namespace MWCore {
 
-struct ForkPlace;
+struct ForkAttribute;
 
 /// Reads parts of an item's resource fork, in whichever place keeps it (see docs/metadata.md), so
 /// that nobody pays for the length of a fork of which little is needed. Belongs to one thread.
@@ -29,15 +29,18 @@ public:
     /// read.
     [[nodiscard]] QByteArray read(uint64_t offset, uint64_t length) const;
 
+    /// The data of the first resource of @p type; nothing where there is none, or one of more than
+    /// @p longest bytes.
+    [[nodiscard]] std::optional<QByteArray> firstResource(uint32_t type, uint64_t longest) const;
+
 private:
     ForkReader() = default;
-    static std::optional<ForkReader> ofAttribute(const QByteArray &path, const ForkPlace &place,
+    static std::optional<ForkReader> ofAttribute(const QByteArray &path, const ForkAttribute &place,
                                                  OSStatus *status);
     static std::optional<ForkReader> ofSidecar(const QByteArray &path, OSStatus *status);
 
-    QByteArray value_;   ///< the whole fork, of an extended attribute
-    Descriptor sidecar_; ///< empty for an attribute
-    uint64_t begin_ = 0; ///< of the fork in the sidecar
+    QByteArray value_; ///< the whole fork, of an extended attribute
+    std::optional<OpenSidecarEntry> sidecar_;
     uint64_t length_ = 0;
 };
 

@@ -29,13 +29,6 @@ std::optional<AppleDouble::Entry> entryIn(QByteArrayView head, int64_t size, App
     return entry == entries->end() ? std::nullopt : std::optional(*entry);
 }
 
-/// @p length bytes from @p offset on, out of the file's @p head where that holds them.
-std::optional<QByteArray> contentAt(int descriptor, const QByteArray &head, int64_t offset,
-                                    int64_t length, OSStatus *status) {
-    return offset + length <= head.size() ? head.sliced(offset, length)
-                                          : readAt(descriptor, offset, length, status);
-}
-
 } // namespace
 
 QByteArray sidecarName(const QByteArray &name) {
@@ -43,14 +36,20 @@ QByteArray sidecarName(const QByteArray &name) {
     return hasNone ? QByteArray() : "._" + name;
 }
 
-std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id, int64_t limit,
-                                         OSStatus *status) {
+std::optional<QByteArray> OpenSidecarEntry::read(int64_t offset, int64_t length,
+                                                 OSStatus *status) const {
+    return offset + length <= head.size() ? head.sliced(offset, length)
+                                          : readAt(file.number(), offset, length, status);
+}
+
+std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path, AppleDoubleId id,
+                                                 OSStatus *status) {
     const PathParts parts(path);
     const QByteArray name = sidecarName(parts.name);
     *status = noErr;
     if (name.isEmpty())
         return std::nullopt;
-    const Descriptor file = openRegularFile(parts.beside(name), Links::Keep, status);
+    Descriptor file = openRegularFile(parts.beside(name), Links::Keep, status);
     struct stat item = {};
     if (file && fstat(file.number(), &item) != 0)
         *status = statusFromErrno(errno);
@@ -60,19 +59,28 @@ std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId i
             *status = noErr;
         return std::nullopt;
     }
-    const auto head = readAt(file.number(), 0, kHeadLength, status);
+    auto head = readAt(file.number(), 0, kHeadLength, status);
     const auto entry = head ? entryIn(*head, item.st_size, id, status) : std::nullopt;
     if (!entry)
         return std::nullopt;
-    const int64_t wanted = std::min<int64_t>(entry->length, limit);
+    return OpenSidecarEntry{std::move(file), *entry, int64_t(item.st_blocks) * 512,
+                            std::move(*head)};
+}
+
+std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id, int64_t limit,
+                                         OSStatus *status) {
+    const auto found = openSidecarEntry(path, id, status);
+    if (!found)
+        return std::nullopt;
+    const int64_t wanted = std::min<int64_t>(found->entry.length, limit);
     if (wanted > kLargestSidecar) {
         *status = fileBoundsErr; // a file with holes is as long as it likes
         return std::nullopt;
     }
-    auto beginning = contentAt(file.number(), *head, entry->offset, wanted, status);
+    auto beginning = found->read(found->entry.offset, wanted, status);
     if (!beginning)
         return std::nullopt;
-    return SidecarEntry{entry->length, int64_t(item.st_blocks) * 512, std::move(*beginning)};
+    return SidecarEntry{found->entry.length, found->allocated, std::move(*beginning)};
 }
 
 } // namespace MWCore

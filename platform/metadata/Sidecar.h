@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "core/private/Descriptor.h"
 #include "platform/files/FileStatus.h"
 #include "platform/formats/AppleDouble.h"
 
@@ -20,12 +21,28 @@ constexpr int64_t kLargestSidecar = 256 << 20;
 /// itself, and "/".
 [[nodiscard]] QByteArray sidecarName(const QByteArray &name);
 
-/// An entry of an item's sidecar, read without the rest. Nothing where there is none, with noErr in
-/// @p status, or on failure: mapReadErr when the sidecar is damaged, fileBoundsErr when more than
-/// 256 MB would have to be read.
+/// An entry of an item's sidecar, found but not read.
+struct OpenSidecarEntry {
+    Descriptor file;
+    AppleDouble::Entry entry;
+    int64_t allocated; ///< space that the whole sidecar takes on the disk, bytes
+    QByteArray head;   ///< the beginning of the file
+
+    /// Up to @p length bytes of the file from @p offset on. Nothing on failure, with the cause in
+    /// @p status.
+    [[nodiscard]] std::optional<QByteArray> read(int64_t offset, int64_t length,
+                                                 OSStatus *status) const;
+};
+
+/// Nothing where there is none, with noErr in @p status, or on failure: mapReadErr when the sidecar
+/// is damaged.
+[[nodiscard]] std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path,
+                                                               AppleDoubleId id, OSStatus *status);
+
+/// The same, read without the rest; fileBoundsErr when more than 256 MB would have to be read.
 struct SidecarEntry {
     uint32_t length;      ///< of the whole content, bytes
-    int64_t allocated;    ///< space that the whole sidecar takes on the disk, bytes
+    int64_t allocated;    ///< as above
     QByteArray beginning; ///< at most as many bytes as asked for
 };
 [[nodiscard]] std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id,
