@@ -29,6 +29,8 @@ enum Tag : uint16_t {
 };
 
 constexpr qsizetype kLongestPath = PATH_MAX - 1;
+static_assert(AliasRecord::kLongest >= 3 * PATH_MAX + PATH_MAX / 2 * sizeof(uint64_t) + 1024,
+              "two paths, a source, the folders of a path, and the small fields");
 
 void appendField(QByteArray &bytes, Tag tag, QByteArrayView content) {
     appendNumber(bytes, static_cast<uint16_t>(tag));

@@ -214,7 +214,7 @@ private:
     }
 
     [[nodiscard]] InodeSearch search(const FileIdentity &wanted) {
-        return InodeSearch(wanted, reach_.mounts(), effort_.budget);
+        return {wanted, reach_.mounts(), effort_.budget};
     }
 
     /// Not where names could not be read: the item may have been among them.

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <utility>
 
 #include <fcntl.h>
 #include <linux/openat2.h>
@@ -49,31 +50,33 @@ QByteArray pathOf(int descriptor) {
 /// touched.
 class Reach::Walk {
 public:
-    Walk(const Reach &reach, SearchBudget &budget, const QByteArray &path, LastLink link)
-        : reach_(reach), budget_(budget), rest_(path), link_(link) {}
+    Walk(const Reach &reach, SearchBudget &budget, QByteArray path, LastLink link)
+        : reach_(reach), budget_(budget), path_(std::move(path)), link_(link) {}
 
     [[nodiscard]] Descriptor run(int *error) {
         *error = 0;
         beginAtTop();
-        while (*error == 0 && !rest_.isEmpty())
+        while (*error == 0 && at_ < path_.size())
             *error = step();
+        if (*error == 0 && path_.endsWith('/'))
+            *error = stay();
         return *error == 0 ? std::move(item_) : Descriptor();
     }
 
     /// The way that was gone, without links.
-    [[nodiscard]] const QByteArray &path() const { return path_; }
+    [[nodiscard]] const QByteArray &realPath() const { return realPath_; }
 
 private:
     void beginAtTop() {
-        path_ = "/";
+        realPath_ = "/";
         item_ = Descriptor(::open("/", O_PATH | O_DIRECTORY | O_CLOEXEC));
     }
 
     [[nodiscard]] QByteArray takeName() {
-        const qsizetype slash = rest_.indexOf('/');
-        const QByteArray name = slash < 0 ? rest_ : rest_.first(slash);
-        rest_ = slash < 0 ? QByteArray() : rest_.sliced(slash + 1);
+        const qsizetype slash = path_.indexOf('/', at_);
+        QByteArray name = path_.sliced(at_, (slash < 0 ? path_.size() : slash) - at_);
         isLast_ = slash < 0;
+        at_ = isLast_ ? path_.size() : slash + 1;
         return name;
     }
 
@@ -81,8 +84,9 @@ private:
     [[nodiscard]] int step() {
         const QByteArray name = takeName();
         if (name.isEmpty() || name == ".")
-            return 0;
-        const QByteArray next = name == ".." ? PathParts(path_).parent : pathIn(path_, name);
+            return stay();
+        const QByteArray next =
+            name == ".." ? PathParts(realPath_).parent : pathIn(realPath_, name);
         if (!budget_.mayStep() || !mayEnter(next))
             return EXDEV;
         constexpr int kFlags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
@@ -100,16 +104,22 @@ private:
         return !reach_.isMountPoint(next) || reach_.isWayOpen(mountsOnWay(next, reach_.mounts()));
     }
 
+    /// As a path with "/" at its end does, in a folder alone.
+    [[nodiscard]] int stay() const {
+        return Descriptor(openat(item_.number(), ".", O_PATH | O_CLOEXEC)) ? 0 : errno;
+    }
+
     [[nodiscard]] int enter(Descriptor found, const QByteArray &next) {
         item_ = std::move(found);
-        path_ = next;
+        realPath_ = next;
         return 0;
     }
 
     [[nodiscard]] int follow(const QByteArray &text) {
         if (++links_ > kMostLinks)
             return ELOOP;
-        rest_ = isLast_ ? text : text + '/' + rest_;
+        path_ = isLast_ ? text : text + '/' + path_.sliced(at_);
+        at_ = 0;
         if (text.startsWith('/'))
             beginAtTop();
         return 0;
@@ -117,10 +127,11 @@ private:
 
     const Reach &reach_;
     SearchBudget &budget_;
-    QByteArray rest_; ///< of the path
+    QByteArray path_;  ///< with the texts of links in their places
+    qsizetype at_ = 0; ///< how far it was followed
     LastLink link_;
     Descriptor item_;
-    QByteArray path_; ///< of the item
+    QByteArray realPath_; ///< of the item
     bool isLast_ = false;
     int links_ = 0;
 };
@@ -181,7 +192,7 @@ Descriptor Reach::open(const QByteArray &path, LastLink link, int *error, QByteA
     Walk walk(*this, budget_, path, link);
     item = walk.run(error);
     if (realPath)
-        *realPath = walk.path();
+        *realPath = walk.realPath();
     return item;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/references/AliasResolution.h"
+#include "platform/references/Reach.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
@@ -151,6 +152,64 @@ TEST(Resolution, TellsAVolumeFromTheNextOneOfItsNumber) {
         << "or nothing is shown";
     EXPECT_EQ(found(record), statusText(fnfErr));
     umount2(ejected.volume().c_str(), MNT_DETACH);
+}
+
+TEST(Reach, LeadsWhereTheKernelDoes) {
+    const MountedFolder mounted("tmpfs");
+    if (!mounted.obstacle().empty())
+        GTEST_SKIP() << mounted.obstacle();
+    const TemporaryFolder folder;
+    fs::create_directories(mounted.at("a/b"));
+    raw::write(mounted.at("a/b/item"), "");
+    (void)folder.folder("here");
+    (void)folder.link("there", mounted.at("a"));
+    (void)folder.link("circle", "circle");
+    fs::create_symlink("../../a/./b//item", mounted.at("a/b/relative"));
+    fs::create_symlink(folder.at("here"), mounted.at("a/back"));
+    const char *const rows[] = {
+        "here",
+        "here/.",
+        "here//../here",
+        "nothing",
+        "nothing/here",
+        "there",
+        "there/",
+        "there/b",
+        "there/b/..",
+        "there/../a/b/item",
+        "there/b/item",
+        "there/b/item/",
+        "there/b/item/x",
+        "there/b/relative",
+        "there/back",
+        "there/back/",
+        "circle",
+        "circle/x",
+        "there/back/../there/b/item",
+    };
+    MountSnapshot mounts;
+    SearchBudget budget({});
+    Reach reach(mounts, budget);
+    for (const char *const row : rows)
+        for (const LastLink link : {LastLink::Keep, LastLink::Follow}) {
+            const std::string path = folder.at(row);
+            const bool keeps = link == LastLink::Keep;
+            struct stat expected = {};
+            struct stat item = {};
+            const int status = (keeps ? lstat : stat)(path.c_str(), &expected);
+            const int expectedError = status == 0 ? 0 : errno;
+            int error = 0;
+            QByteArray real;
+            const Descriptor opened = reach.open(path.c_str(), link, &error, &real);
+            EXPECT_EQ(error, expectedError) << row << keeps;
+            if (!opened || status != 0)
+                continue;
+            EXPECT_EQ(fstat(opened.number(), &item), 0);
+            EXPECT_EQ(item.st_ino, expected.st_ino) << row << keeps;
+            if (!keeps) {
+                EXPECT_EQ(real.toStdString(), fs::canonical(path)) << row;
+            }
+        }
 }
 
 /// "home/inner/deep/item", each folder with 40 other names in it.
