@@ -137,7 +137,7 @@ TEST(LaunchServices, NamesAliasesAndPackages) {
     mark(folder.file("flag alone"), kIsAlias);
     mark(folder.file("icon"), kIsAlias, kIcon);
     mark(folder.file("record alone"), 0, kAlias);
-    mark(folder.file("huge"), kIsAlias, kIcon);
+    mark(folder.file("huge"), kIsAlias, kAlias);
     constexpr int kForkLength = 46; // in the sidecar's table
     std::fstream(folder.at("._huge"), std::ios::in | std::ios::out).seekp(kForkLength) << "\x09";
     std::filesystem::resize_file(folder.at("._huge"), 160 << 20);
