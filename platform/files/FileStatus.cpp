@@ -68,7 +68,7 @@ constexpr TextRow kTextRows[] = {
     {errFSNotAFolder, "not a folder"},
     {errFSOperationNotSupported, "the file system cannot keep that for such an item"},
     {errFSAliasLoop, "its aliases or links lead in a circle"},
-    {foreignLinkErr, "another user may have made a link on the way to it; name the folder itself"},
+    {foreignLinkErr, "a link on the way could be another user's; give the real path"},
 };
 
 } // namespace
