@@ -16,14 +16,16 @@ namespace MWCore {
 
 std::optional<ItemPlace> ItemPlace::find(const QByteArray &path, OSStatus *status) {
     const PathParts parts(path);
-    Descriptor folder = openTrustedFolder(parts.parent, status);
+    const bool isParent = parts.name == "..";
+    Descriptor folder = openTrustedFolder(isParent ? path : parts.parent, status);
     if (!folder)
         return std::nullopt;
     ItemPlace place(std::make_shared<const Descriptor>(std::move(folder)),
-                    parts.name.isEmpty() ? "." : parts.name);
+                    isParent || parts.name.isEmpty() ? "." : parts.name);
     if (faccessat(AT_FDCWD, place.sibling(".").path().constData(), F_OK, 0) != 0) {
-        *status = ioErr;
-        qCWarning(mwcoreLog, "Nothing can be changed without /proc");
+        *status = errno == EACCES ? permErr : ioErr;
+        if (*status == ioErr)
+            qCWarning(mwcoreLog, "Nothing can be changed without /proc");
         return std::nullopt;
     }
     return place;

@@ -21,13 +21,13 @@ class ItemPlace {
 public:
     /// The place of the item at @p path, which need not be there. Links on the way are followed as
     /// openTrustedFolder() says. Nothing on failure, with the cause in @p status: fnfErr when the
-    /// folder is not there, ioErr without /proc.
+    /// folder is not there, permErr when it may not be searched, ioErr without /proc.
     [[nodiscard]] static std::optional<ItemPlace> find(const QByteArray &path, OSStatus *status);
 
     /// An O_PATH descriptor.
     [[nodiscard]] int folder() const { return folder_->number(); }
 
-    /// "." for the root folder.
+    /// "." for the root folder and for one given as "..".
     [[nodiscard]] const QByteArray &name() const { return name_; }
 
     /// A path that leads through the open folder, for system calls that take nothing else. Holds

@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <vector>
 
 #include <QList>
 
@@ -18,6 +19,7 @@
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/vfs.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace MWCore {
@@ -54,18 +56,26 @@ bool isOwnGroup(gid_t group) {
     return !entry.gr_mem[0] || (qstrcmp(entry.gr_mem[0], user.pw_name) == 0 && !entry.gr_mem[1]);
 }
 
-/// Whether nobody else can exchange what is in the folder; in a sticky one everybody can make
-/// names, but only owners can exchange them.
-bool isOnlyOurs(const struct stat &folder) {
-    if (!isOurs(folder.st_uid))
-        return false;
-    if (folder.st_mode & S_ISVTX)
-        return true;
-    const bool groupMayWrite = (folder.st_mode & S_IWGRP) != 0;
-    return !(folder.st_mode & S_IWOTH) && (!groupMayWrite || isOwnGroup(folder.st_gid));
+/// An access control list may let anybody write; the group's bit then stands for all of them.
+bool hasAccessList(const Descriptor &folder) {
+    const QByteArray path = "/proc/self/fd/" + QByteArray::number(folder.number());
+    return getxattr(path.constData(), "system.posix_acl_access", nullptr, 0) >= 0;
 }
 
-/// A path followed name by name.
+/// Whether nobody else can exchange what is in the folder; in a sticky one everybody can make
+/// names, but only owners can exchange them.
+bool isClosedToOthers(const Descriptor &folder, const struct stat &item) {
+    if (!isOurs(item.st_uid))
+        return false;
+    if (item.st_mode & S_ISVTX)
+        return true;
+    const bool groupMayWrite = (item.st_mode & S_IWGRP) != 0;
+    return !(item.st_mode & S_IWOTH) &&
+           (!groupMayWrite || (isOwnGroup(item.st_gid) && !hasAccessList(folder)));
+}
+
+/// A path followed name by name. ".." leads back to the folder that the walk came from, wherever
+/// others may have moved the one that it leaves.
 class Walk {
 public:
     explicit Walk(const QByteArray &path) { prepend(path); }
@@ -74,7 +84,7 @@ public:
         *status = noErr;
         while (*status == noErr && !names_.isEmpty())
             *status = step(names_.takeFirst());
-        return *status == noErr ? std::move(folder_) : Descriptor();
+        return *status == noErr ? std::move(way_.back()) : Descriptor();
     }
 
     /// Whether nobody else could have exchanged anything on the way, or can do so now.
@@ -84,17 +94,25 @@ private:
     /// What a path or a link's text says comes next; a "/" before it means the root folder.
     void prepend(const QByteArray &path) {
         if (path.startsWith('/'))
-            folder_ = Descriptor(open("/", kFolder));
-        else if (!folder_)
-            folder_ = Descriptor(open(".", kFolder));
+            startIn("/");
+        else if (way_.empty())
+            startIn(".");
         QList<QByteArray> names = path.split('/');
         names.removeAll({});
         names_ = names + names_;
     }
 
+    void startIn(const char *path) {
+        way_.clear();
+        way_.emplace_back(open(path, kFolder));
+    }
+
     [[nodiscard]] OSStatus step(const QByteArray &name) {
-        Descriptor next(
-            openat(folder_.number(), name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+        if (name == ".." && way_.size() > 1) {
+            way_.pop_back();
+            return noErr;
+        }
+        Descriptor next(openat(folder(), name.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
         struct stat item = {};
         if (!next || fstat(next.number(), &item) != 0)
             return statusFromErrno(errno);
@@ -107,8 +125,10 @@ private:
     }
 
     void enter(Descriptor folder, const struct stat &item) {
-        isTrusted_ = isTrusted_ && isOnlyOurs(item);
-        folder_ = std::move(folder);
+        isTrusted_ = isTrusted_ && isClosedToOthers(folder, item);
+        if (!names_.contains(".."))
+            way_.clear();
+        way_.push_back(std::move(folder));
     }
 
     [[nodiscard]] OSStatus follow(const Descriptor &link, const QByteArray &name) {
@@ -123,22 +143,27 @@ private:
         if (length < 0)
             return statusFromErrno(errno);
         prepend({text.data(), length});
-        return folder_ ? noErr : statusFromErrno(errno);
+        return way_.back() ? noErr : statusFromErrno(errno);
     }
 
     /// A link in /proc leads to an open item, whatever its text says.
     [[nodiscard]] OSStatus followKernelLink(const QByteArray &name) {
-        Descriptor next(openat(folder_.number(), name.constData(), kFolder));
+        Descriptor next(openat(folder(), name.constData(), kFolder));
         struct stat item = {};
         if (!next || fstat(next.number(), &item) != 0)
             return statusFromErrno(errno);
+        way_.clear(); // ".." is not in /proc
         enter(std::move(next), item);
         return noErr;
     }
 
-    Descriptor folder_;
+    [[nodiscard]] int folder() const { return way_.back().number(); }
+
+    /// The folder that was reached; before it those that a ".." may lead back to. Of a link's own
+    /// ".." the system's parent will do: nobody else moves what is on the way to it.
+    std::vector<Descriptor> way_;
     QList<QByteArray> names_; ///< that are left
-    bool isTrusted_ = true;   ///< nobody else could have exchanged anything on the way so far
+    bool isTrusted_ = true;
     int links_ = 0;
 };
 
@@ -146,7 +171,8 @@ private:
 
 Descriptor openTrustedFolder(const QByteArray &path, OSStatus *status) {
     *status = noErr;
-    if (Descriptor folder(openWithoutLinks(path.constData())); folder)
+    const bool mayClimb = path.contains("..");
+    if (Descriptor folder(mayClimb ? -1 : openWithoutLinks(path.constData())); folder)
         return folder;
     const QByteArray absolute = absolutePath(path);
     return Walk(absolute.isEmpty() ? path : absolute).run(status);

@@ -4,6 +4,7 @@
 
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/TrustedFolder.h"
 #include "platform/references/AliasResolution.h"
 
 #include <fcntl.h>
@@ -13,14 +14,26 @@
 namespace MWCore {
 namespace {
 
+bool isDots(const QByteArray &name) {
+    return name == "." || name == "..";
+}
+
 /// With the folder's own name where @p path ends with "." or "..": metadata is kept beside the
 /// name, and people read it.
 QByteArray named(const QByteArray &path) {
-    const QByteArray name = PathParts(path).name;
-    if (name != "." && name != "..")
+    if (!isDots(PathParts(path).name))
         return path;
     const QByteArray real = withoutLinks(path);
     return real.isEmpty() ? path : real;
+}
+
+/// What is at @p path if nobody else can have led it there; foreignLinkErr in @p status otherwise.
+std::optional<FileIdentity> identityOnTrustedWay(const QByteArray &path, OSStatus *status) {
+    const PathParts parts(path);
+    const bool isFolder = path.endsWith('/') || isDots(parts.name);
+    const Descriptor folder = openTrustedFolder(isFolder ? path : parts.parent, status);
+    return folder ? identityOf(folder.number(), isFolder ? "." : parts.name.constData(), status)
+                  : std::nullopt;
 }
 
 /// On FUSE even inode numbers may go with the kernel's cache; there the place decides.
@@ -42,9 +55,14 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
     if (path.isEmpty())
         return bdNamErr;
     OSStatus status = noErr;
-    const QByteArray from = named(absolutePath(path));
-    if (auto identity = identityOf(AT_FDCWD, from.constData(), &status))
-        *ref = {from, std::move(*identity)};
+    const QByteArray given = absolutePath(path);
+    const QByteArray from = named(given);
+    auto identity = identityOnTrustedWay(given, &status);
+    const bool isBehindForeignLink = status == foreignLinkErr;
+    if (isBehindForeignLink)
+        identity = identityOf(AT_FDCWD, from.constData(), &status);
+    if (identity)
+        *ref = {from, std::move(*identity), isBehindForeignLink};
     return status;
 }
 

@@ -16,6 +16,10 @@ struct FSRef {
     QByteArray path; ///< absolute, in file-system representation
     FileIdentity identity;
 
+    /// Whether somebody else may have led the path here by a link. Such an item can be examined;
+    /// changing it is refused (foreignLinkErr), wherever it is by now.
+    bool isBehindForeignLink = false;
+
     friend bool operator==(const FSRef &, const FSRef &) = default;
 };
 

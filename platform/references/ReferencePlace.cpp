@@ -30,18 +30,24 @@ bool holds(const ItemPlace &place, const FSRef &ref, OSStatus *status) {
     return isIt;
 }
 
+/// Where the item of @p ref is. A search for it must not lead from another's link to where the
+/// link led once.
+OSStatus pathToChange(const FSRef &ref, QByteArray *path) {
+    return ref.isBehindForeignLink ? foreignLinkErr : currentPath(ref, path);
+}
+
 } // namespace
 
 std::optional<ItemPlace> placeOf(const FSRef &ref, OSStatus *status) {
     QByteArray path;
-    *status = currentPath(ref, &path);
+    *status = pathToChange(ref, &path);
     const auto place = *status == noErr ? ItemPlace::find(path, status) : std::nullopt;
     return place && holds(*place, ref, status) ? place : std::nullopt;
 }
 
 std::optional<ItemPlace> placeIn(const FSRef &folder, const QByteArray &name, OSStatus *status) {
     QByteArray path;
-    *status = currentPath(folder, &path);
+    *status = pathToChange(folder, &path);
     const auto place =
         *status == noErr ? ItemPlace::find(pathIn(path, name), status) : std::nullopt;
     return place && holds(place->sibling("."), folder, status) ? place : std::nullopt;

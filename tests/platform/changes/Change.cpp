@@ -171,3 +171,12 @@ bool hasWholeFork(const std::string &path) {
     constexpr uint32_t kText = 0x53545220; // 'STR '
     return fork && fork->getResource(kText, 128) == "hello";
 }
+
+QByteArray listForUser4() {
+    return samples::hex("02000000"
+                        "01000600ffffffff"
+                        "0200060004000000"
+                        "04000600ffffffff"
+                        "10000600ffffffff"
+                        "20000000ffffffff");
+}

@@ -7,6 +7,8 @@
 #include <span>
 #include <string>
 
+#include <QByteArray>
+
 /// An operation of the library that changes an item, or makes one.
 struct Change {
     const char *what;
@@ -33,3 +35,7 @@ void unlock(const std::string &path);
 
 /// The fork of the item is whole: as makeItem() made it, perhaps with other resources.
 bool hasWholeFork(const std::string &path);
+
+/// An access control list in the kernel's form: user::rw- user:4:rw- group::rw- mask::rw-
+/// other::---
+QByteArray listForUser4();

@@ -71,40 +71,45 @@ struct Trap {
     std::string dir, link, item;
 };
 
+/// How the folder is when the change begins, until an attacker exchanges it.
+enum class First { Folder, Link };
+
 TEST(AttackedChanges, NeverReachAnotherFolder) {
     if (geteuid() != 0)
         GTEST_SKIP() << "takes two users";
-    for (const Change &change : allChanges()) {
-        constexpr int kBefore = 0; // the folder is a link from the start
-        bool isOver = false;
-        for (int moment = kBefore; !isOver; ++moment) {
-            SCOPED_TRACE(std::string(change.what) + ", at call " + std::to_string(moment));
-            const Trap trap(change);
-            const auto before = stateOf(trap.folder.at("ours"));
-            int calls = 0;
-            OSStatus status = noErr;
-            if (moment == kBefore)
-                trap.spring();
-            {
-                const SystemCalls hostile([&](const std::string & /*call*/) {
-                    if (++calls == moment)
-                        trap.spring();
-                    return 0;
-                });
-                status = change.make(trap.item);
+    for (const Change &change : allChanges())
+        for (const First first : {First::Folder, First::Link}) {
+            bool isOver = false;
+            for (int moment = 1; !isOver; ++moment) {
+                SCOPED_TRACE(std::string(change.what) +
+                             (first == First::Link ? " by the link" : "") + ", at call " +
+                             std::to_string(moment));
+                const Trap trap(change);
+                const auto before = stateOf(trap.folder.at("ours"));
+                int calls = 0;
+                OSStatus status = noErr;
+                if (first == First::Link)
+                    trap.spring();
+                {
+                    const SystemCalls hostile([&](const std::string & /*call*/) {
+                        if (++calls == moment)
+                            trap.spring();
+                        return 0;
+                    });
+                    status = change.make(trap.item);
+                }
+                isOver = moment > calls;
+                EXPECT_EQ(stateOf(trap.folder.at("ours")), before);
+                if (isOver && first == First::Link) {
+                    EXPECT_NE(status, noErr);
+                }
+                if (isOver && first == First::Folder) {
+                    EXPECT_TRUE(status == noErr && change.isMade(trap.item));
+                }
+                if (::testing::Test::HasFailure())
+                    return;
             }
-            isOver = moment > calls;
-            EXPECT_EQ(stateOf(trap.folder.at("ours")), before);
-            if (moment == kBefore) {
-                EXPECT_NE(status, noErr);
-            }
-            if (isOver) {
-                EXPECT_TRUE(status == noErr && change.isMade(trap.item));
-            }
-            if (::testing::Test::HasFailure())
-                return;
         }
-    }
 }
 
 TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
@@ -113,30 +118,41 @@ TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
     const struct {
         const char *what;
         mode_t folderMode;
-        uid_t folderOwner, linkOwner;
+        uid_t folderOwner;
+        gid_t folderGroup;
+        uid_t linkOwner;
+        bool hasList;
         bool isFollowed;
     } rows[] = {
-        {"a link of ours in a folder of ours", 0755, 0, 0, true},
-        {"in one where everybody makes names", 01777, 0, 0, true},
-        {"another's link there", 01777, 0, kSomebody, false},
-        {"in one where everybody exchanges names", 0777, 0, 0, false},
-        {"in another's folder", 0755, kSomebody, 0, false},
-        {"in a folder of a group", 0775, 0, 0, false},
+        {"a link of ours in a folder of ours", 0755, 0, kSomebody, 0, false, true},
+        {"in one where everybody makes names", 01777, 0, kSomebody, 0, false, true},
+        {"another's link there", 01777, 0, kSomebody, kSomebody, false, false},
+        {"in one where everybody exchanges names", 0777, 0, kSomebody, 0, false, false},
+        {"in another's folder", 0755, kSomebody, kSomebody, 0, false, false},
+        {"in a folder of a group", 0775, 0, kSomebody, 0, false, false},
+        {"in a folder of our own group", 0775, 0, 0, 0, false, true},
+        {"in one whose list may let others write", 0775, 0, 0, 0, true, false},
     };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.what);
-        const TemporaryFolder folder;
-        const std::string item = folder.folder("real") + "/item";
-        raw::write(item, "");
-        const std::string dir = folder.folder("dir");
-        ASSERT_EQ(symlink("../real", (dir + "/link").c_str()), 0);
-        ASSERT_EQ(lchown((dir + "/link").c_str(), row.linkOwner, 0), 0);
-        ASSERT_EQ(chown(dir.c_str(), row.folderOwner, kSomebody), 0);
-        ASSERT_EQ(chmod(dir.c_str(), row.folderMode), 0);
-        const Change &label = allChanges().front();
-        EXPECT_EQ(label.make(dir + "/link/item"), row.isFollowed ? noErr : foreignLinkErr);
-        EXPECT_EQ(label.isMade(item), row.isFollowed);
-    }
+    for (const auto &row : rows)
+        for (const char *const path : {"/link/item", "/link/../real/item", "/link/."}) {
+            SCOPED_TRACE(std::string(row.what) + path);
+            const TemporaryFolder folder;
+            const std::string real = folder.folder("real");
+            const bool isFolder = path == std::string("/link/.");
+            const std::string item = isFolder ? real : real + "/item";
+            raw::write(real + "/item", "");
+            const std::string dir = folder.folder("dir");
+            ASSERT_EQ(symlink("../real", (dir + "/link").c_str()), 0);
+            ASSERT_EQ(lchown((dir + "/link").c_str(), row.linkOwner, 0), 0);
+            ASSERT_EQ(chown(dir.c_str(), row.folderOwner, row.folderGroup), 0);
+            if (row.hasList) {
+                ASSERT_TRUE(raw::setAttribute(dir, "system.posix_acl_access", listForUser4()));
+            }
+            ASSERT_EQ(chmod(dir.c_str(), row.folderMode), 0);
+            const Change &label = allChanges().front();
+            EXPECT_EQ(label.make(dir + path), row.isFollowed ? noErr : foreignLinkErr);
+            EXPECT_EQ(label.isMade(item), row.isFollowed);
+        }
 }
 
 /// Makes @p change once for each of its system calls, which @p happens at that call; then @p seen

@@ -119,13 +119,7 @@ int asUser(const User &user, const std::function<int()> &work) {
 TEST(SecondWriters, OfAGroupKeepWhoMayReadAndWrite) {
     if (geteuid() != 0)
         GTEST_SKIP() << "takes several users";
-    const QByteArray list = samples::hex( // user::rw- user:4:rw- group::rw- mask::rw- other::---
-        "02000000"
-        "01000600ffffffff"
-        "0200060004000000"
-        "04000600ffffffff"
-        "10000600ffffffff"
-        "20000000ffffffff");
+    const QByteArray list = listForUser4();
     const struct {
         const char *what;
         User writer;
