@@ -3,7 +3,6 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/FileUrl.h"
-#include "platform/files/EmptyFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/ReplacedFile.h"
 #include "platform/formats/DesktopEntry.h"
@@ -56,22 +55,6 @@ bool isLeftOver(const AppleDouble &sidecar) {
            (info.size() >= FinderInfo::kLength && FinderInfo::fromBytes(info) == aliasInfo());
 }
 
-/// Makes the sidecar of an alias that is still to come, or removes it for no @p fork.
-OSStatus writeAliasSidecar(const ItemPlace &place, const QByteArray &fork) {
-    return changeMetadata(place, [&fork](MetadataChange &change) -> std::optional<OSStatus> {
-        OSStatus status = noErr;
-        AppleDouble *const sidecar = change.sidecar(&status);
-        if (!sidecar)
-            return status;
-        if (!isLeftOver(*sidecar))
-            return dupFNErr;
-        const FinderInfo info = fork.isEmpty() ? FinderInfo() : aliasInfo();
-        sidecar->overwrite(kFinderInfoEntry, info.toBytes());
-        sidecar->replace(kResourceForkEntry, fork);
-        return noErr;
-    });
-}
-
 /// All of it or nothing: an empty file without its metadata would lead nowhere and be in the way.
 /// So the metadata comes first, and all at once.
 OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
@@ -80,12 +63,21 @@ OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
     const auto fork = map.toBytes();
     if (!fork)
         return fileBoundsErr;
-    if (const OSStatus status = writeAliasSidecar(place, *fork); status != noErr)
-        return status;
-    const OSStatus made = makeEmptyFile(place);
-    if (made != noErr)
-        (void)writeAliasSidecar(place, {});
-    return made;
+    return changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
+        struct stat item = {};
+        if (place.examine(&item) == noErr)
+            return dupFNErr;
+        OSStatus status = noErr;
+        AppleDouble *const sidecar = change.sidecar(&status);
+        if (!sidecar)
+            return status;
+        if (!isLeftOver(*sidecar))
+            return dupFNErr;
+        sidecar->overwrite(kFinderInfoEntry, aliasInfo().toBytes());
+        sidecar->replace(kResourceForkEntry, *fork);
+        change.makeItem();
+        return noErr;
+    });
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/ResourceFile.h"
 
-#include "platform/files/EmptyFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/formats/ResourceMap.h"
 #include "platform/metadata/MetadataChange.h"
@@ -13,6 +12,8 @@
 #include <algorithm>
 #include <functional>
 #include <vector>
+
+#include <sys/stat.h>
 
 namespace MWCore {
 
@@ -30,6 +31,38 @@ struct ResourceFile::Fork {
     }
 };
 
+namespace {
+
+/// Gives an item that is there a fork.
+OSStatus addEmptyFork(const ItemPlace &place, const QByteArray &empty) {
+    return changeResourceFork(place, [&empty](QByteArrayView fork, OSStatus *refused) {
+        *refused = fork.isEmpty() ? noErr : dupFNErr;
+        return empty;
+    });
+}
+
+/// Makes an empty file with a fork, both or none. A sidecar without an item that keeps no other
+/// fork may be what a killed process left.
+OSStatus makeFileWithFork(const ItemPlace &place, const QByteArray &empty) {
+    return changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
+        struct stat item = {};
+        if (place.examine(&item) == noErr)
+            return dupFNErr;
+        OSStatus status = noErr;
+        AppleDouble *const sidecar = change.sidecar(&status);
+        if (!sidecar)
+            return status;
+        const QByteArrayView fork = sidecar->content(kResourceForkEntry);
+        if (!fork.isEmpty() && fork != empty)
+            return dupFNErr;
+        sidecar->replace(kResourceForkEntry, empty);
+        change.makeItem();
+        return noErr;
+    });
+}
+
+} // namespace
+
 OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *newRef) {
     if (name.isEmpty() || name.contains('/') || name.contains('\0'))
         return bdNamErr;
@@ -37,15 +70,11 @@ OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *new
     const auto place = placeIn(parent, name, &status);
     if (!place)
         return status;
-    const OSStatus made = makeEmptyFile(*place);
-    if (made != noErr && made != dupFNErr)
-        return made;
-    status = changeResourceFork(*place, [](QByteArrayView fork, OSStatus *refused) {
-        *refused = fork.isEmpty() ? noErr : dupFNErr;
-        return ResourceMap().toBytes().value_or(QByteArray());
-    });
-    if (made == noErr && status != noErr && status != dupFNErr) // then somebody uses it already
-        removeEmptyFile(*place);
+    const QByteArray empty = ResourceMap().toBytes().value_or(QByteArray());
+    struct stat item = {};
+    status = makeFileWithFork(*place, empty);
+    if (status == dupFNErr && place->examine(&item) == noErr)
+        status = addEmptyFork(*place, empty);
     QByteArray folder;
     if (status == noErr && newRef)
         status = currentPath(parent, &folder);

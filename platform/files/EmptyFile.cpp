@@ -5,8 +5,6 @@
 #include <cerrno>
 
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace MWCore {
 
@@ -15,12 +13,6 @@ OSStatus makeEmptyFile(const ItemPlace &place) {
     const Descriptor made(openat(place.folder(), place.name().constData(),
                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite));
     return made ? noErr : statusFromErrno(errno);
-}
-
-void removeEmptyFile(const ItemPlace &place) {
-    struct stat item = {};
-    if (place.examine(&item) == noErr && S_ISREG(item.st_mode) && item.st_size == 0)
-        unlinkat(place.folder(), place.name().constData(), 0);
 }
 
 } // namespace MWCore

@@ -10,7 +10,4 @@ namespace MWCore {
 /// away. dupFNErr when something is there, be it a link that leads nowhere.
 [[nodiscard]] OSStatus makeEmptyFile(const ItemPlace &place);
 
-/// Removes a file that was made so, unless somebody has filled or replaced it.
-void removeEmptyFile(const ItemPlace &place);
-
 } // namespace MWCore

@@ -197,7 +197,7 @@ OSStatus ReplacedFile::put() {
     return statusFromErrno(error);
 }
 
-OSStatus ReplacedFile::remove() {
+OSStatus ReplacedFile::remove() const {
     if (unlinkat(place_.folder(), place_.name().constData(), 0) != 0 && errno != ENOENT)
         return statusFromErrno(errno);
     return noErr;

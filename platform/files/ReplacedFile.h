@@ -55,7 +55,7 @@ public:
     [[nodiscard]] OSStatus put();
 
     /// Removes the file; none is success.
-    [[nodiscard]] OSStatus remove();
+    [[nodiscard]] OSStatus remove() const;
 
     /// Makes what put() or remove() did survive a loss of power.
     void syncFolder() const;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/MetadataChange.h"
 
+#include "platform/files/EmptyFile.h"
 #include "platform/metadata/ExtendedAttributes.h"
 #include "platform/metadata/Sidecar.h"
 
@@ -97,6 +98,8 @@ std::optional<OSStatus> MetadataChange::commit(std::optional<FolderTurn> &turn) 
     OSStatus status = setAttributes();
     if (status == noErr)
         status = putSidecar();
+    if (status == noErr && makesItem_)
+        status = putItem();
     if (isConflict(status) || (status == noErr && !stands()))
         return std::nullopt;
     return status;
@@ -108,6 +111,9 @@ void MetadataChange::sync() const {
 }
 
 bool MetadataChange::isCurrent() const {
+    struct stat item = {};
+    if (makesItem_ && item_.examine(&item) == noErr)
+        return false;
     return (!file_ || file_->isCurrent()) &&
            std::ranges::all_of(attributes_, [this](const Attribute &attribute) {
                return hasValue(path(), attribute.name, attribute.before);
@@ -147,6 +153,14 @@ OSStatus MetadataChange::putSidecar() {
     if (status != noErr)
         restoreAttributes(attributes_.size());
     return status;
+}
+
+/// Within the turn, so that nobody takes the sidecar for one that a killed process left.
+OSStatus MetadataChange::putItem() const {
+    const OSStatus made = makeEmptyFile(item_);
+    if (made != noErr && file_)
+        (void)file_->remove();
+    return made;
 }
 
 /// Whether no other program has written over the attributes meanwhile.

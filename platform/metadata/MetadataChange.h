@@ -36,6 +36,10 @@ public:
     /// @p status, when what is there must not be overwritten.
     [[nodiscard]] AppleDouble *sidecar(OSStatus *status);
 
+    /// Plans to make the item, an empty file, which must not be there yet, together with what is
+    /// kept of it.
+    void makeItem() { makesItem_ = true; }
+
     /// Writes everything or, as far as the system lets it, nothing, and sees whether it stands; in
     /// @p turn, which is taken if it is not held yet. Nothing when somebody else changed what the
     /// plan was made from.
@@ -56,6 +60,7 @@ private:
     [[nodiscard]] OSStatus setAttributes();
     void restoreAttributes(std::size_t count);
     [[nodiscard]] OSStatus putSidecar();
+    [[nodiscard]] OSStatus putItem() const;
     [[nodiscard]] bool stands() const;
 
     ItemPlace item_;
@@ -63,6 +68,7 @@ private:
     std::optional<ReplacedFile> file_;
     QByteArray oldSidecar_; ///< as read
     std::optional<AppleDouble> sidecar_;
+    bool makesItem_ = false;
 };
 
 /// noErr for a plain file or a folder, which alone can have attributes and sidecars of their own;

@@ -36,7 +36,9 @@ bool isThere(const QByteArray &path, bool createFileIfNecessary) {
         return false;
     OSStatus status = noErr;
     const auto place = ItemPlace::find(path, &status);
-    return place && makeEmptyFile(*place) == noErr;
+    if (place)
+        status = makeEmptyFile(*place);
+    return status == noErr || (status == dupFNErr && stat(path.constData(), &item) == 0);
 }
 
 } // namespace
