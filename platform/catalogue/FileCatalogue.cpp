@@ -73,8 +73,10 @@ int setImmutable(int item, bool locked, int *flags) {
 }
 
 OSStatus setLocked(const ItemPlace &place, bool locked) {
-    OSStatus status = noErr;
     const FolderTurn turn(place); // all attributes are written at once
+    OSStatus status = turn.status();
+    if (status != noErr)
+        return status;
     const Descriptor item = openFileOrFolderAt(place.folder(), place.name(), &status);
     int flags = 0;
     return item ? statusFromErrno(setImmutable(item.number(), locked, &flags)) : status;

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/FolderTurn.h"
 
+#include "platform/files/RegularFile.h"
+
 #include <cerrno>
 #include <chrono>
 #include <thread>
@@ -10,10 +12,16 @@
 
 namespace MWCore {
 
-FolderTurn::FolderTurn(const ItemPlace &place) : folder_(place.openFolder()) {
+FolderTurn::FolderTurn(const ItemPlace &place) : locked_(place.openFolder()) {
     using namespace std::chrono_literals;
+    if (!locked_)
+        status_ = statusFromErrno(errno);
+    if (status_ == permErr)
+        locked_ = openFileOrFolderAt(place.folder(), place.name(), &status_);
+    if (status_ != tmfoErr && status_ != memFullErr)
+        status_ = noErr;
     const auto end = std::chrono::steady_clock::now() + 2s;
-    while (folder_ && flock(folder_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK &&
+    while (locked_ && flock(locked_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK &&
            std::chrono::steady_clock::now() < end)
         std::this_thread::sleep_for(500us);
 }

@@ -11,13 +11,18 @@ namespace MWCore {
 /// goes. Meant for the few system calls between the last look at what is there and the change.
 /// Anybody who may read the folder can keep it locked; so after two seconds the turn is taken
 /// without the lock, and only the look before the change and the one after it protect others'
-/// changes. The same where a folder cannot be locked at all.
+/// changes. The same where nothing can be locked at all. In a folder whose names this process may
+/// not read the item is locked instead: among writers of whom some may read them, that is no turn.
 class FolderTurn {
 public:
     explicit FolderTurn(const ItemPlace &place);
 
+    /// tmfoErr or memFullErr when the turn could not be taken for want of descriptors or memory.
+    [[nodiscard]] OSStatus status() const { return status_; }
+
 private:
-    Descriptor folder_; ///< locked while it is open
+    Descriptor locked_; ///< while it is open
+    OSStatus status_ = noErr;
 };
 
 } // namespace MWCore

@@ -93,6 +93,8 @@ std::optional<OSStatus> MetadataChange::commit(std::optional<FolderTurn> &turn) 
         return status;
     if (!turn)
         turn.emplace(item_);
+    if (turn->status() != noErr)
+        return turn->status();
     if (!isCurrent())
         return std::nullopt;
     OSStatus status = setAttributes();

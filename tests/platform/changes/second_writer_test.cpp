@@ -108,6 +108,23 @@ TEST(SecondWriters, OfANewItemTellWhoWasFirst) {
     }
 }
 
+TEST(SecondWriters, LoseNothingForWantOfDescriptors) {
+    bool isOver = false;
+    for (int moment = 1; !isOver; ++moment) {
+        const TemporaryFolder folder;
+        const std::string item = folder.file(kItemName);
+        bool hasTurn = false;
+        int calls = 0;
+        const SystemCalls failing([&](const std::string &call) {
+            hasTurn = hasTurn || call == "flock";
+            return ++calls == moment ? EMFILE : 0;
+        });
+        const OSStatus status = changeNamed("label").make(item);
+        EXPECT_TRUE(status != noErr || hasTurn) << "at call " << moment;
+        isOver = moment > calls;
+    }
+}
+
 /// A user of a test, by numbers that every Debian system has.
 struct User {
     uid_t user;
@@ -176,6 +193,28 @@ TEST(SecondWriters, OfAGroupKeepWhoMayReadAndWrite) {
                   row.hasList ? std::optional(list) : std::nullopt);
         EXPECT_EQ(raw::content(sidecar) == content, !row.isWritten);
     }
+}
+
+TEST(SecondWriters, TakeTurnsInAFolderThatTheyMayNotRead) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes several users";
+    const TemporaryFolder folder;
+    const std::string item = folder.file(kItemName);
+    fs::permissions(folder.path(), fs::perms(0333));
+    ASSERT_EQ(chown(item.c_str(), kBin.user, kBin.group), 0);
+    EXPECT_EQ(asUser(kBin,
+                     [&] {
+                         bool mustWait = false;
+                         const SystemCalls watching([&](const std::string &call) {
+                             const int other = open(item.c_str(), O_RDONLY);
+                             if (call == "lsetxattr")
+                                 mustWait = flock(other, LOCK_EX | LOCK_NB) != 0;
+                             close(other);
+                             return 0;
+                         });
+                         return changeNamed("label").make(item) == noErr && mustWait ? 0 : 1;
+                     }),
+              0);
 }
 
 TEST(SecondWriters, AreNotKeptFromWritingByANameOrALock) {
