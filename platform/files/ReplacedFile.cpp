@@ -37,20 +37,23 @@ auto versionOf(const struct stat &item) {
                       item.st_mtim.tv_nsec, item.st_ctim.tv_sec, item.st_ctim.tv_nsec);
 }
 
-/// Whether nobody else has the open file locked, and locks it. Where locks cannot be had, as on
-/// some network file systems, it counts as free.
-bool isFree(int descriptor) {
-    return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+bool leadsTo(const ItemPlace &place, const Descriptor &file) {
+    struct stat named = {};
+    struct stat open = {};
+    return place.examine(&named) == noErr && fstat(file.number(), &open) == 0 &&
+           named.st_dev == open.st_dev && named.st_ino == open.st_ino;
 }
 
-/// Removes this user's temporary file that no writer has locked.
+/// Removes this user's temporary file that no writer has locked; none where locks cannot be had,
+/// as on some network file systems: a writer may still need it.
 void removeStale(const ItemPlace &place) {
     struct stat item = {};
     OSStatus status = place.examine(&item);
     if (status != noErr || !S_ISREG(item.st_mode) || item.st_uid != geteuid())
         return;
     const Descriptor stale = openRegularFileAt(place.folder(), place.name(), Links::Keep, &status);
-    if (stale && isFree(stale.number()))
+    const bool isStale = stale && flock(stale.number(), LOCK_EX | LOCK_NB) == 0;
+    if (isStale && leadsTo(place, stale))
         unlinkat(place.folder(), place.name().constData(), 0);
 }
 
@@ -129,15 +132,24 @@ template <typename Make> int ReplacedFile::underTemporaryName(const Make &make) 
 int ReplacedFile::makeTemporary(mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
     int error = temporary_ ? 0 : errno;
-    if (needsName(error))
-        error = underTemporaryName([this, mode](const char *name) {
-            temporary_ = Descriptor(openat(
-                place_.folder(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-            return temporary_ ? 0 : errno;
-        });
     if (error == 0)
-        (void)isFree(temporary_.number()); // so that nobody takes it for a stale one
+        (void)flock(temporary_.number(), LOCK_EX | LOCK_NB); // for the name that it gets later
+    if (needsName(error))
+        error =
+            underTemporaryName([this, mode](const char *name) { return makeNamed(name, mode); });
     return error;
+}
+
+/// 0 or an `errno` value: EEXIST also when another writer took the new file for a stale one before
+/// it was locked, and removes it; which happens to the usual name alone.
+int ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
+    temporary_ = Descriptor(openat(place_.folder(), name.constData(),
+                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+    if (!temporary_)
+        return errno;
+    const bool isTaken = flock(temporary_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    const bool isUsual = name == usualTemporaryName(place_.name());
+    return isUsual && (isTaken || !leadsTo(place_.sibling(name), temporary_)) ? EEXIST : 0;
 }
 
 /// Gives the temporary file what the file that it replaces has. 0 or an `errno` value.

@@ -68,6 +68,7 @@ private:
 
     [[nodiscard]] OSStatus openOld();
     [[nodiscard]] int makeTemporary(mode_t mode);
+    [[nodiscard]] int makeNamed(const QByteArray &name, mode_t mode);
     template <typename Make> [[nodiscard]] int underTemporaryName(const Make &make);
     [[nodiscard]] int linkTemporary(const char *name) const;
     [[nodiscard]] int dress(const Access &fresh) const;

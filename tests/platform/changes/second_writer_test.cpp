@@ -108,6 +108,31 @@ TEST(SecondWriters, OfANewItemTellWhoWasFirst) {
     }
 }
 
+/// Another writer, with its file where ours is expected, when ours is about to be locked.
+TEST(SecondWriters, DoNotGiveEachOthersTemporaryFileTheName) {
+    const Change &resource = changeNamed("resource");
+    const TemporaryFolder folder;
+    const std::string item = folder.at(kItemName);
+    makeItem(item, resource.item);
+    bool isTaken = false;
+    {
+        const SystemCalls other([&](const std::string &call) {
+            if (call == "openat without a name")
+                return EOPNOTSUPP;
+            for (const auto &entry : fs::directory_iterator(folder.path()))
+                if (!isTaken && call == "flock" &&
+                    entry.path().filename().string().starts_with(".mwcore")) {
+                    isTaken = true;
+                    fs::remove(entry.path());
+                    raw::write(entry.path(), "half of another sidecar");
+                }
+            return 0;
+        });
+        EXPECT_EQ(resource.make(item), noErr);
+    }
+    EXPECT_TRUE(isTaken && resource.isMade(item) && hasWholeFork(item));
+}
+
 TEST(SecondWriters, LoseNothingForWantOfDescriptors) {
     bool isOver = false;
     for (int moment = 1; !isOver; ++moment) {
