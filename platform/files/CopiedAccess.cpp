@@ -22,20 +22,13 @@
 namespace MWCore {
 namespace {
 
-constexpr const char *kAccessList = "system.posix_acl_access";
 constexpr std::size_t kLongest = 65536; // what the kernel lists, and keeps of each, at most
 constexpr unsigned kReadAndWrite = 6;
 
-/// What the access control list of a file says (acl(5)); the form is the kernel's, little-endian.
+/// What an access control list says (acl(5)); the form is the kernel's, little-endian.
 class AccessList {
 public:
-    explicit AccessList(int descriptor) : entries_(512, '\0') {
-        const ssize_t length = descriptor < 0
-                                   ? -1
-                                   : fgetxattr(descriptor, kAccessList, entries_.data(),
-                                               static_cast<std::size_t>(entries_.size()));
-        entries_.truncate(std::max<ssize_t>(length, 0));
-    }
+    explicit AccessList(QByteArray entries) : entries_(std::move(entries)) {}
 
     enum Tag : uint16_t { User = 0x02, Group = 0x04 };
 
@@ -74,8 +67,8 @@ struct Lost {
 };
 
 /// Whether nobody whom @p wanted lets read or write loses that.
-bool keepsEverybody(const Access &wanted, int from, Lost lost) {
-    const AccessList list(from);
+bool keepsEverybody(const Access &wanted, Lost lost) {
+    const AccessList list(wanted.list.value_or(QByteArray()));
     const unsigned mask = wanted.mode >> 3;
     const unsigned others = wanted.mode & kReadAndWrite;
     const unsigned group =
@@ -95,7 +88,7 @@ bool isForbidden(int error) {
     return error == EPERM || error == EINVAL;
 }
 
-int giveAway(int descriptor, const Access &wanted, int from) {
+int giveAway(int descriptor, const Access &wanted) {
     struct stat now = {};
     if (fstat(descriptor, &now) != 0)
         return errno;
@@ -109,29 +102,67 @@ int giveAway(int descriptor, const Access &wanted, int from) {
     if (!isForbidden(errno))
         return errno;
     lost.group = lost.group && fchown(descriptor, static_cast<uid_t>(-1), wanted.group) != 0;
-    return keepsEverybody(wanted, from, lost) ? 0 : EPERM;
+    return keepsEverybody(wanted, lost) ? 0 : EPERM;
 }
 
-/// As far as the file system and the process's rights allow; the access control list in any case.
+/// A new file may have one of its folder's.
+int setList(int descriptor, const std::optional<QByteArray> &list) {
+    if (!list)
+        return 0;
+    const int result = list->isEmpty() ? fremovexattr(descriptor, kAccessList)
+                                       : fsetxattr(descriptor, kAccessList, list->constData(),
+                                                   std::size_t(list->size()), 0);
+    return result == 0 || (list->isEmpty() && errno == ENODATA) ? 0 : errno;
+}
+
+/// Whether what kept an attribute from being copied is that this process may not write it.
+bool isOthers(int error) {
+    return error == EACCES || error == EOPNOTSUPP || isForbidden(error);
+}
+
+} // namespace
+
+std::optional<Access> accessOf(int descriptor) {
+    struct stat now = {};
+    if (fstat(descriptor, &now) != 0)
+        return std::nullopt;
+    Access access = {now.st_mode & ACCESSPERMS, now.st_uid, now.st_gid, QByteArray(kLongest, '\0')};
+    const ssize_t length = fgetxattr(descriptor, kAccessList, access.list->data(), kLongest);
+    if (length < 0 && errno != ENODATA && errno != EOPNOTSUPP)
+        return std::nullopt;
+    if (length < 0 && errno == EOPNOTSUPP)
+        access.list.reset();
+    else
+        access.list->truncate(std::max<ssize_t>(length, 0));
+    return access;
+}
+
+int setAccess(int descriptor, const Access &wanted) {
+    if (const int error = giveAway(descriptor, wanted))
+        return error;
+    if (const int error = setList(descriptor, wanted.list))
+        return error;
+    struct stat now = {};
+    if (fstat(descriptor, &now) != 0)
+        return errno;
+    const bool isRight = (now.st_mode & ACCESSPERMS) == wanted.mode; // a list changes it
+    return isRight || fchmod(descriptor, wanted.mode) == 0 ? 0 : errno;
+}
+
 int copyAttributes(int from, int to) {
     const auto names = std::make_unique<char[]>(kLongest);
     const auto value = std::make_unique<char[]>(kLongest);
     const ssize_t length = flistxattr(from, names.get(), kLongest);
     for (const char *name = names.get(); name < names.get() + length; name += strlen(name) + 1) {
+        if (strcmp(name, kAccessList) == 0)
+            continue;
         const ssize_t size = fgetxattr(from, name, value.get(), kLongest);
         const bool isCopied =
             size >= 0 && fsetxattr(to, name, value.get(), static_cast<std::size_t>(size), 0) == 0;
-        if (!isCopied && strcmp(name, kAccessList) == 0)
+        if (!isCopied && errno != ENODATA && !isOthers(errno))
             return errno;
     }
     return 0;
-}
-
-} // namespace
-
-int copyAccess(int descriptor, const Access &wanted, int from) {
-    const int error = giveAway(descriptor, wanted, from);
-    return error == 0 && from >= 0 ? copyAttributes(from, descriptor) : error;
 }
 
 } // namespace MWCore

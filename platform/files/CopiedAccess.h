@@ -2,6 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <optional>
+
+#include <QByteArray>
+
 #include <sys/types.h>
 
 namespace MWCore {
@@ -12,12 +16,24 @@ struct Access {
     // -1: as a new file has them.
     uid_t owner;
     gid_t group;
+
+    /// The access control list as the attribute of that name has it, empty for none; absent where
+    /// there are no such lists, and for what a new file has.
+    std::optional<QByteArray> list = std::nullopt;
 };
 
-/// Gives the open file @p descriptor owner and group of @p wanted as far as the process may give
-/// files away, and the access control list and other extended attributes of the open file @p from
-/// (-1 for none). 0 or an `errno` value: EPERM where owner or group cannot be kept and somebody
-/// who may read or write by @p wanted could not any more. The mode is left to the caller.
-[[nodiscard]] int copyAccess(int descriptor, const Access &wanted, int from);
+constexpr const char *kAccessList = "system.posix_acl_access";
+
+/// Who may read and write the open file @p descriptor. Nothing on failure, with the cause in
+/// `errno`.
+[[nodiscard]] std::optional<Access> accessOf(int descriptor);
+
+/// Lets the same people read and write the open file @p descriptor as @p wanted says, as far as the
+/// process may give files away. 0 or an `errno` value: EPERM where owner or group cannot be kept
+/// and somebody who may read or write by @p wanted could not any more.
+[[nodiscard]] int setAccess(int descriptor, const Access &wanted);
+
+/// Copies all other extended attributes that the process may write. 0 or an `errno` value.
+[[nodiscard]] int copyAttributes(int from, int to);
 
 } // namespace MWCore

@@ -154,15 +154,20 @@ int ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
 
 /// Gives the temporary file what the file that it replaces has. 0 or an `errno` value.
 int ReplacedFile::dress(const Access &fresh) const {
-    if (!old_)
-        return copyAccess(temporary_.number(), fresh, -1);
-    const Access access = {oldStatus_.st_mode & ACCESSPERMS, oldStatus_.st_uid, oldStatus_.st_gid};
-    if (const int error = copyAccess(temporary_.number(), access, old_.number()))
-        return error;
-    struct stat now = {};
-    if (fstat(temporary_.number(), &now) == 0 && (now.st_mode & ACCESSPERMS) == access.mode)
-        return 0; // file systems without modes let nobody set one
-    return fchmod(temporary_.number(), access.mode) == 0 ? 0 : errno;
+    const auto made = accessOf(temporary_.number());
+    if (!made)
+        return errno;
+    if (!old_) {
+        Access wanted = fresh;
+        wanted.mode = made->mode; // cut by the process's mask
+        return setAccess(temporary_.number(), wanted);
+    }
+    const auto wanted = accessOf(old_.number());
+    if (!wanted)
+        return errno;
+    if (const int error = copyAttributes(old_.number(), temporary_.number()))
+        return error; // first: the owner of a read-only file may not write them any more
+    return setAccess(temporary_.number(), *wanted);
 }
 
 /// 0 or an `errno` value.

@@ -42,11 +42,15 @@ OSStatus accessBeside(const ItemPlace &item, Access *access) {
     struct stat now = {};
     constexpr mode_t kReadAndWrite = 0666;
     constexpr auto kAny = static_cast<uid_t>(-1);
-    const OSStatus status = item.examine(&now);
-    *access = status == fnfErr ? Access{kReadAndWrite, kAny, kAny}
-                               : Access{(now.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR,
-                                        now.st_uid, now.st_gid};
-    return status == fnfErr ? noErr : status;
+    *access = {kReadAndWrite, kAny, kAny};
+    OSStatus status = item.examine(&now);
+    if (status != noErr)
+        return status == fnfErr ? noErr : status;
+    *access = {(now.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR, now.st_uid, now.st_gid,
+               attribute(item.path(), kAccessList, &status)};
+    if (status == resNotFound)
+        access->list.emplace();
+    return status == resNotFound || status == errFSOperationNotSupported ? noErr : status;
 }
 
 } // namespace

@@ -76,6 +76,9 @@ WRAP(int, ioctl, "ioctl", (int descriptor, unsigned long request, void *argument
      (descriptor, request, argument))
 WRAP(int, flock, "flock", (int descriptor, int operation), (descriptor, operation))
 WRAP(int, fchown, "fchown", (int descriptor, uid_t owner, gid_t group), (descriptor, owner, group))
+WRAP(int, fsetxattr, "fsetxattr",
+     (int descriptor, const char *name, const void *value, size_t size, int flags),
+     (descriptor, name, value, size, flags))
 WRAP(ssize_t, write, "write", (int descriptor, const void *bytes, size_t size),
      (descriptor, bytes, size))
 WRAP(int, fsync, "fsync", (int descriptor), (descriptor))

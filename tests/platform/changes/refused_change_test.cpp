@@ -40,8 +40,8 @@ TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
         {"lsetxattr", EDQUOT, dskFulErr}, {"lsetxattr", E2BIG, dskFulErr},
         {"lsetxattr", ENOSPC, dskFulErr}, {"lsetxattr", EPERM, permErr},
         {"lsetxattr", EROFS, wPrErr},     {"lsetxattr", EIO, ioErr},
-        {"write", EDQUOT, dskFulErr},     {"fsync", EIO, ioErr},
-        {"renameat2", EROFS, wPrErr},
+        {"write", EDQUOT, dskFulErr},     {"fsetxattr", ENOSPC, dskFulErr},
+        {"renameat2", EROFS, wPrErr},     {"fsync", EIO, ioErr},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(std::string(row.call) + " " + strerror(row.error));
@@ -49,6 +49,7 @@ TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
         const std::string item = folder.file("item");
         ASSERT_TRUE(raw::setAttribute(item, kBare, samples::finderInfo(kRed)));
         raw::write(folder.at("._item"), samples::sidecar(kRed));
+        ASSERT_TRUE(raw::setAttribute(folder.at("._item"), "user.note", "kept"));
         OSStatus status = noErr;
         {
             const SystemCalls calls(SystemCalls::refusing(row.call, row.error));

@@ -242,6 +242,49 @@ TEST(SecondWriters, TakeTurnsInAFolderThatTheyMayNotRead) {
               0);
 }
 
+TEST(SecondWriters, LetNobodyElseReadASidecar) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes several users";
+    constexpr const char *kOfNewFiles = "system.posix_acl_default";
+    constexpr const char *kOfTheFile = "system.posix_acl_access";
+    QByteArray notForTheGroup = listForUser4();
+    notForTheGroup[22] = 0; // the permissions of group::
+    const struct {
+        const char *what;
+        Change::Item item;
+        QByteArray folderList, itemList;
+        User user;
+        bool mayRead;
+    } rows[] = {
+        {"a private one", Change::Item::WithSidecar, listForUser4(), {}, kSync, false},
+        {"a new one", Change::Item::Plain, listForUser4(), {}, kSync, false},
+        {"of an item of a user", Change::Item::Plain, {}, notForTheGroup, kSync, true},
+        {"and not of the group", Change::Item::Plain, {}, notForTheGroup, kBin, false},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const TemporaryFolder folder;
+        const std::string item = folder.at(kItemName);
+        fs::permissions(folder.path(), fs::perms(0755));
+        makeItem(item, row.item);
+        for (const auto &entry : fs::directory_iterator(folder.path())) {
+            ASSERT_EQ(chown(entry.path().c_str(), 0, kBin.group), 0);
+            fs::permissions(entry, fs::perms(row.user.user == kBin.user ? 0600 : 0640));
+        }
+        if (!row.folderList.isEmpty()) {
+            ASSERT_TRUE(raw::setAttribute(folder.path(), kOfNewFiles, row.folderList));
+        }
+        if (!row.itemList.isEmpty()) {
+            ASSERT_TRUE(raw::setAttribute(item, kOfTheFile, row.itemList));
+        }
+        ASSERT_EQ(writeResourceFork(item.c_str(), "fork"), noErr);
+        EXPECT_EQ(
+            asUser(row.user,
+                   [&] { return access(folder.at(kSidecarName).c_str(), R_OK) == 0 ? 1 : 0; }),
+            row.mayRead ? 1 : 0);
+    }
+}
+
 TEST(SecondWriters, AreNotKeptFromWritingByANameOrALock) {
     const TemporaryFolder folder;
     makeItem(folder.at(kItemName), Change::Item::WithSidecar);
