@@ -57,6 +57,13 @@ void removeStale(const ItemPlace &place) {
         unlinkat(place.folder(), place.name().constData(), 0);
 }
 
+/// Whether names can be added to the folder and not removed or exchanged.
+bool isAppendOnly(const ItemPlace &place) {
+    struct statx folder = {};
+    return statx(place.folder(), ".", AT_NO_AUTOMOUNT, STATX_TYPE, &folder) == 0 &&
+           (folder.stx_attributes & STATX_ATTR_APPEND);
+}
+
 /// Whether an open(2) failed because the file system has no files without a name.
 bool needsName(int error) {
     constexpr int kErrors[] = {EOPNOTSUPP, EISDIR, EINVAL, ENOENT, ENOSYS};
@@ -64,17 +71,35 @@ bool needsName(int error) {
 }
 
 /// 0 or an `errno` value.
-int writeAll(int descriptor, const QByteArray &content) {
-    const FileSizeSignalBlocked noSignal;
-    qsizetype written = 0;
-    while (written < content.size()) {
-        const ssize_t count = write(descriptor, content.constData() + written,
-                                    static_cast<std::size_t>(content.size() - written));
+int writePiece(int descriptor, QByteArrayView piece) {
+    while (!piece.isEmpty()) {
+        const ssize_t count =
+            write(descriptor, piece.data(), static_cast<std::size_t>(piece.size()));
         if (count < 0 && errno != EINTR)
             return errno;
-        written += std::max<ssize_t>(count, 0);
+        piece = piece.sliced(std::max<ssize_t>(count, 0));
     }
     return 0;
+}
+
+bool isZero(QByteArrayView piece) {
+    return std::ranges::all_of(piece, [](char byte) { return byte == 0; });
+}
+
+/// Leaves holes where the content is zero: a file of holes must not fill the disk. 0 or an `errno`
+/// value.
+int writeAll(int descriptor, QByteArrayView content) {
+    constexpr qsizetype kPiece = 1 << 16;
+    const FileSizeSignalBlocked noSignal;
+    for (qsizetype at = 0; at < content.size(); at += kPiece) {
+        const auto piece = content.sliced(at, std::min(kPiece, content.size() - at));
+        const int error = isZero(piece)
+                              ? (lseek(descriptor, piece.size(), SEEK_CUR) < 0 ? errno : 0)
+                              : writePiece(descriptor, piece);
+        if (error != 0)
+            return error;
+    }
+    return ftruncate(descriptor, content.size()) == 0 ? 0 : errno; // it may end with a hole
 }
 
 } // namespace
@@ -183,6 +208,8 @@ int ReplacedFile::fill(const QByteArray &content, const Access &fresh) {
 }
 
 OSStatus ReplacedFile::prepare(const QByteArray &content, const Access &fresh) {
+    if (old_ && isAppendOnly(place_))
+        return permErr; // a temporary file could get a name there, and never lose it again
     return statusFromErrno(fill(content, fresh));
 }
 

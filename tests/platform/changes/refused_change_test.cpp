@@ -14,6 +14,9 @@
 #include <filesystem>
 
 #include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -29,6 +32,15 @@ OSStatus writeLabel(const std::string &path, int number) {
     EXPECT_EQ(readFinderInfo(path.c_str(), &info), noErr);
     info.setLabelNumber(number);
     return writeFinderInfo(path.c_str(), info);
+}
+
+void setAppendOnly(const std::string &folder, int flag) {
+    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    int flags = 0;
+    ASSERT_EQ(ioctl(descriptor, FS_IOC_GETFLAGS, &flags), 0);
+    flags = (flags & ~FS_APPEND_FL) | flag;
+    ASSERT_EQ(ioctl(descriptor, FS_IOC_SETFLAGS, &flags), 0);
+    close(descriptor);
 }
 
 TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
@@ -90,6 +102,31 @@ TEST(RefusedWrites, OfWhatAFileSystemDoesNotKnowDoNotKeepAFileAway) {
         EXPECT_EQ(raw::content(folder.at("file")), content);
     }
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(RefusedWrites, LeaveNothingWhereNamesCannotBeRemoved) {
+    if (geteuid() != 0)
+        GTEST_SKIP() << "takes the superuser";
+    const TemporaryFolder folder;
+    const std::string item = folder.file("item");
+    raw::write(folder.at("._item"), samples::sidecar(0));
+    setAppendOnly(folder.path(), FS_APPEND_FL);
+    EXPECT_EQ(writeResourceFork(item.c_str(), "fork"), permErr);
+    setAppendOnly(folder.path(), 0);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(RefusedWrites, AreNotProvokedByHoles) {
+    const TemporaryFolder folder;
+    const std::string item = folder.file("item");
+    constexpr qsizetype kLength = 8 << 20;
+    const QByteArray fork = QByteArray(kLength, '\0') + "data" + QByteArray(kLength, '\0');
+    ASSERT_EQ(writeResourceFork(item.c_str(), fork), noErr);
+    OSStatus status = noErr;
+    EXPECT_EQ(readResourceFork(item.c_str(), &status), fork);
+    struct stat sidecar = {};
+    ASSERT_EQ(stat(folder.at("._item").c_str(), &sidecar), 0);
+    EXPECT_LT(sidecar.st_blocks * 512, kLength);
 }
 
 } // namespace
