@@ -7,6 +7,8 @@
 #include "platform/files/ReplacedFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/formats/ResourceMap.h"
+#include "platform/metadata/conventions.h"
+#include "platform/metadata/ExtendedAttributes.h"
 #include "platform/metadata/MetadataChange.h"
 #include "platform/references/AliasResolution.h"
 
@@ -55,6 +57,17 @@ bool isLeftOver(const AppleDouble &sidecar) {
            (info.size() >= FinderInfo::kLength && FinderInfo::fromBytes(info) == aliasInfo());
 }
 
+/// Says in an attribute of the item, too, that it is an alias: that is where a listing looks first.
+/// Where there are none the sidecar has to do.
+void markItem(const ItemPlace &place) {
+    (void)changeMetadata(place, [](MetadataChange &change) {
+        const Convention &plain = conventions().front();
+        if (!AttributeNames(change.path()).contains(plain.attribute))
+            change.set(plain.attribute, std::nullopt, plain.rewritten({}, aliasInfo()));
+        return std::optional(noErr);
+    });
+}
+
 /// All of it or nothing: an empty file without its metadata would lead nowhere and be in the way.
 /// So the metadata comes first, and all at once.
 OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
@@ -63,21 +76,25 @@ OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
     const auto fork = map.toBytes();
     if (!fork)
         return fileBoundsErr;
-    return changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
-        struct stat item = {};
-        if (place.examine(&item) == noErr)
-            return dupFNErr;
-        OSStatus status = noErr;
-        AppleDouble *const sidecar = change.sidecar(&status);
-        if (!sidecar)
-            return status;
-        if (!isLeftOver(*sidecar))
-            return dupFNErr;
-        sidecar->overwrite(kFinderInfoEntry, aliasInfo().toBytes());
-        sidecar->replace(kResourceForkEntry, *fork);
-        change.makeItem();
-        return noErr;
-    });
+    const OSStatus made =
+        changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
+            struct stat item = {};
+            if (place.examine(&item) == noErr)
+                return dupFNErr;
+            OSStatus status = noErr;
+            AppleDouble *const sidecar = change.sidecar(&status);
+            if (!sidecar)
+                return status;
+            if (!isLeftOver(*sidecar))
+                return dupFNErr;
+            sidecar->overwrite(kFinderInfoEntry, aliasInfo().toBytes());
+            sidecar->replace(kResourceForkEntry, *fork);
+            change.makeItem();
+            return noErr;
+        });
+    if (made == noErr)
+        markItem(place);
+    return made;
 }
 
 } // namespace
