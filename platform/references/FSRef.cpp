@@ -42,11 +42,15 @@ bool isOnFuse(const QByteArray &path) {
     return statfs(path.constData(), &system) == 0 && system.f_type == FUSE_SUPER_MAGIC;
 }
 
-bool isUnchanged(const FSRef &ref) {
-    OSStatus status = noErr;
-    const auto identity = identityOf(AT_FDCWD, ref.path.constData(), &status);
-    return identity && (isSameItem(*identity, ref.identity) ||
-                        (identity->device == ref.identity.device && isOnFuse(ref.path)));
+bool isReferredTo(const FileIdentity &identity, const FSRef &ref) {
+    return isSameItem(identity, ref.identity) ||
+           (identity.device == ref.identity.device && isOnFuse(ref.path));
+}
+
+/// Whether an item that could not be examined may be somewhere else: not when the system itself is
+/// short of something, or fails.
+bool mayHaveMoved(OSStatus status) {
+    return status != tmfoErr && status != memFullErr && status != ioErr;
 }
 
 } // namespace
@@ -73,11 +77,14 @@ OSStatus currentPath(const FSRef &ref, QByteArray *path) {
 }
 
 OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path) {
-    if (isUnchanged(ref)) {
+    OSStatus status = noErr;
+    const auto identity = identityOf(AT_FDCWD, ref.path.constData(), &status);
+    if (identity && isReferredTo(*identity, ref)) {
         *path = ref.path;
         return noErr;
     }
-    OSStatus status = noErr;
+    if (!identity && !mayHaveMoved(status))
+        return status;
     if (const auto found = locate(recordOf(ref), Replacement::IsAnother, effort, &status))
         *path = found->path;
     return status;
