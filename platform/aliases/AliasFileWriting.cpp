@@ -76,22 +76,10 @@ OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
     const auto fork = map.toBytes();
     if (!fork)
         return fileBoundsErr;
-    const OSStatus made =
-        changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
-            struct stat item = {};
-            if (place.examine(&item) == noErr)
-                return dupFNErr;
-            OSStatus status = noErr;
-            AppleDouble *const sidecar = change.sidecar(&status);
-            if (!sidecar)
-                return status;
-            if (!isLeftOver(*sidecar))
-                return dupFNErr;
-            sidecar->overwrite(kFinderInfoEntry, aliasInfo().toBytes());
-            sidecar->replace(kResourceForkEntry, *fork);
-            change.makeItem();
-            return noErr;
-        });
+    const OSStatus made = makeItemWithSidecar(place, isLeftOver, [&fork](AppleDouble &sidecar) {
+        sidecar.overwrite(kFinderInfoEntry, aliasInfo().toBytes());
+        sidecar.replace(kResourceForkEntry, *fork);
+    });
     if (made == noErr)
         markItem(place);
     return made;

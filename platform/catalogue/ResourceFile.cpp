@@ -41,23 +41,13 @@ OSStatus addEmptyFork(const ItemPlace &place, const QByteArray &empty) {
     });
 }
 
-/// Makes an empty file with a fork, both or none. A sidecar without an item that keeps no other
-/// fork may be what a killed process left.
 OSStatus makeFileWithFork(const ItemPlace &place, const QByteArray &empty) {
-    return changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
-        struct stat item = {};
-        if (place.examine(&item) == noErr)
-            return dupFNErr;
-        OSStatus status = noErr;
-        AppleDouble *const sidecar = change.sidecar(&status);
-        if (!sidecar)
-            return status;
-        const QByteArrayView fork = sidecar->content(kResourceForkEntry);
-        if (!fork.isEmpty() && fork != empty)
-            return dupFNErr;
-        sidecar->replace(kResourceForkEntry, empty);
-        change.makeItem();
-        return noErr;
+    const auto keepsNoOtherFork = [&empty](const AppleDouble &sidecar) {
+        const QByteArrayView fork = sidecar.content(kResourceForkEntry);
+        return fork.isEmpty() || fork == empty;
+    };
+    return makeItemWithSidecar(place, keepsNoOtherFork, [&empty](AppleDouble &sidecar) {
+        sidecar.replace(kResourceForkEntry, empty);
     });
 }
 

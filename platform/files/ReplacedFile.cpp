@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ReplacedFile.h"
 
-#include "platform/foundation/FileSizeSignal.h"
 #include "platform/files/RegularFile.h"
+#include "platform/foundation/FileSizeSignal.h"
 
 #include <algorithm>
 #include <cerrno>

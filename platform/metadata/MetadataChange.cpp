@@ -204,4 +204,23 @@ OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan) {
     return fBsyErr;
 }
 
+OSStatus makeItemWithSidecar(const ItemPlace &place,
+                             const std::function<bool(const AppleDouble &)> &isLeftOver,
+                             const std::function<void(AppleDouble &)> &fill) {
+    return changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {
+        struct stat item = {};
+        if (place.examine(&item) == noErr)
+            return dupFNErr;
+        OSStatus status = noErr;
+        AppleDouble *const sidecar = change.sidecar(&status);
+        if (!sidecar)
+            return status;
+        if (!isLeftOver(*sidecar))
+            return dupFNErr;
+        fill(*sidecar);
+        change.makeItem();
+        return noErr;
+    });
+}
+
 } // namespace MWCore

@@ -82,6 +82,14 @@ using MetadataPlan = std::function<std::optional<OSStatus>(MetadataChange &)>;
 /// fBsyErr after ten seconds of that.
 [[nodiscard]] OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan);
 
+/// Makes an empty file and its sidecar, as @p fill fills it, both or neither. A sidecar without an
+/// item may be what a killed process left; it is taken over if @p isLeftOver says so. dupFNErr when
+/// something is there, or the sidecar of something else.
+[[nodiscard]] OSStatus
+makeItemWithSidecar(const ItemPlace &place,
+                    const std::function<bool(const AppleDouble &)> &isLeftOver,
+                    const std::function<void(AppleDouble &)> &fill);
+
 // As the operations on a path in MetadataStore.h.
 [[nodiscard]] OSStatus changeFinderInfo(const ItemPlace &item,
                                         const std::function<void(FinderInfo &)> &change);
