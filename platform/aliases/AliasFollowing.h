@@ -24,7 +24,8 @@ struct Lead {
 
 // For callers that know more of the file already.
 
-/// The desktop entry in the plain file at @p path: the first 64 KB. Nothing on failure.
+/// The desktop entry at @p path, where a plain file was just seen: the first 64 KB. Nothing on
+/// failure.
 [[nodiscard]] std::optional<QByteArray> desktopEntryAt(const QByteArray &path);
 
 /// What a desktop entry is.
