@@ -75,6 +75,8 @@ WRAP(int, utimensat, "utimensat",
 WRAP(int, ioctl, "ioctl", (int descriptor, unsigned long request, void *argument),
      (descriptor, request, argument))
 WRAP(int, flock, "flock", (int descriptor, int operation), (descriptor, operation))
+WRAP(int, nanosleep, "nanosleep", (const struct timespec *time, struct timespec *left),
+     (time, left))
 WRAP(int, fchown, "fchown", (int descriptor, uid_t owner, gid_t group), (descriptor, owner, group))
 WRAP(int, fsetxattr, "fsetxattr",
      (int descriptor, const char *name, const void *value, size_t size, int flags),

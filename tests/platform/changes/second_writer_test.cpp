@@ -150,6 +150,45 @@ TEST(SecondWriters, LoseNothingForWantOfDescriptors) {
     }
 }
 
+TEST(SecondWriters, WaitForOthersThatAreAtWork) {
+    const struct {
+        const char *what;
+        bool areAtWork;
+        int looks; ///< for which the folder is locked
+        bool hasLock;
+    } rows[] = {
+        {"many others", true, 10'000, true},
+        {"more than one can wait for", true, 100'000, false},
+        {"a lock that nobody uses", false, 100'000, false},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.what);
+        const TemporaryFolder folder;
+        const std::string item = folder.file(kItemName);
+        int looks = 0;
+        bool hasLock = false;
+        const SystemCalls busy([&](const std::string &call) {
+            if (call == "nanosleep" && row.areAtWork && looks % 100 == 0) {
+                struct stat before = {};
+                struct stat now = {};
+                stat(folder.path().c_str(), &before);
+                do { // the clock of a folder is coarse
+                    chmod(folder.path().c_str(), 0700);
+                    stat(folder.path().c_str(), &now);
+                } while (now.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
+            }
+            if (call == "nanosleep")
+                return EINVAL; // no time for that
+            if (call != "flock" || ++looks < row.looks)
+                return call == "flock" ? EWOULDBLOCK : 0;
+            hasLock = true;
+            return 0;
+        });
+        EXPECT_EQ(changeNamed("label").make(item), noErr);
+        EXPECT_EQ(hasLock, row.hasLock);
+    }
+}
+
 /// A user of a test, by numbers that every Debian system has.
 struct User {
     uid_t user;
