@@ -8,6 +8,7 @@
 #include "platform/files/ItemPlace.h"
 
 #include <optional>
+#include <utility>
 
 #include <QByteArray>
 
@@ -64,7 +65,7 @@ public:
     [[nodiscard]] OSStatus replace(const QByteArray &content, const Access &fresh);
 
 private:
-    explicit ReplacedFile(const ItemPlace &place) : place_(place) {}
+    explicit ReplacedFile(ItemPlace place) : place_(std::move(place)) {}
 
     [[nodiscard]] OSStatus openOld();
     [[nodiscard]] int makeTemporary(mode_t mode);

@@ -29,7 +29,7 @@ enum Tag : uint16_t {
 };
 
 constexpr qsizetype kLongestPath = PATH_MAX - 1;
-static_assert(AliasRecord::kLongest >= 3 * PATH_MAX + PATH_MAX / 2 * sizeof(uint64_t) + 1024,
+static_assert(AliasRecord::kLongest >= 3UL * PATH_MAX + sizeof(uint64_t) * (PATH_MAX / 2) + 1024,
               "two paths, a source, the folders of a path, and the small fields");
 
 void appendField(QByteArray &bytes, Tag tag, QByteArrayView content) {

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include <QByteArray>
@@ -21,7 +22,7 @@ namespace MWCore {
 /// One attempt at a change: what it was worked out from, and what is to be written.
 class MetadataChange {
 public:
-    explicit MetadataChange(const ItemPlace &item) : item_(item) {}
+    explicit MetadataChange(ItemPlace item) : item_(std::move(item)) {}
 
     /// For system calls that take a path; valid while this lives.
     [[nodiscard]] QByteArray path() const { return item_.path(); }

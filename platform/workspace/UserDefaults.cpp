@@ -45,9 +45,9 @@ QSettings openedSettings() {
     const auto file = fileSystemRepresentation(usual.fileName());
     constexpr const char *kNowhere = "/proc/self/no settings";
     if (geteuid() == 0 && (!file || !isOnlyOurs(*file)))
-        return QSettings(kNowhere, QSettings::IniFormat);
-    return QSettings(QSettings::defaultFormat(), QSettings::UserScope, names.organization,
-                     names.application);
+        return {kNowhere, QSettings::IniFormat};
+    return {QSettings::defaultFormat(), QSettings::UserScope, names.organization,
+            names.application};
 }
 
 /// The key as QSettings can have it: "/" would group keys there, and none may be empty.
