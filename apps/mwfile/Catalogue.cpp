@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view kSidecarPrefix = "._";
 
 /// Beside what the library's listing may take.
-constexpr TimeAllowance::Limits kForRows = {.fixed = 20'000'000, .share = 40};
+constexpr TimeAllowance::Limits kForRows = {.fixed = 35'000'000, .share = 20};
 
 Marks marksFrom(const MXFileSystemObject &item, const FinderInfo &finderInfo) {
     FSCatalogInfo info;
