@@ -4,6 +4,7 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
+#include "tests/platform/aliases/records.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
@@ -19,14 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace MWCore;
-
-QByteArray aliasOf(const std::string &path) {
-    FSRef target;
-    QByteArray alias;
-    EXPECT_EQ(FSPathMakeRef(path.c_str(), &target), noErr);
-    EXPECT_EQ(FSNewAlias(target, &alias), noErr);
-    return alias;
-}
 
 /// A path, or the status.
 std::string resolved(const QByteArray &alias) {
