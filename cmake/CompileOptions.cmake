@@ -21,6 +21,3 @@ endif()
 if(MWCORE_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link) # tells the search which code an input reached
 endif()
-
-# Every file is included by its path from here: "core/mfs.h".
-include_directories(${PROJECT_SOURCE_DIR})

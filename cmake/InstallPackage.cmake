@@ -2,18 +2,6 @@
 # Installation: find_package(MWCore) with the targets MWCore::NAME, and one pkg-config file a library.
 include(CMakePackageConfigHelpers)
 
-# Makes headers of this folder, given by their paths in it, public: they are found as
-# <MWCore/NAME.h>, both installed and by projects that include this one in their build.
-function(mwcore_add_public_headers)
-    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/include/MWCore)
-    foreach(header ${ARGN})
-        cmake_path(GET header FILENAME name)
-        file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header}
-            ${PROJECT_BINARY_DIR}/include/MWCore/${name} SYMBOLIC)
-    endforeach()
-    install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore)
-endfunction()
-
 # Exports TARGET as MWCore::TARGET and writes TARGET.pc, which says DESCRIPTION and asks for the
 # pkg-config packages that REQUIRES names.
 function(mwcore_install_library TARGET DESCRIPTION)

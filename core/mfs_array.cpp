@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_array.h"
 
-#include "core/private/allocation.h"
+#include "core/posix/allocation.h"
 
 #include <cerrno>
 #include <cstring>

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_date.h"
 
-#include "core/private/DateTexts.h"
+#include "core/DateTexts.h"
 
 #include <climits>
 #include <cstdlib>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "core/LinkTargets.h"
 #include "core/mfs_fso.h"
-#include "core/private/errors.h"
-#include "core/private/LinkTargets.h"
-#include "core/private/ReachablePath.h"
-#include "core/private/StatConverter.h"
-#include "core/private/text_views.h"
-#include "core/private/trace.h"
+#include "core/posix/errors.h"
+#include "core/posix/ReachablePath.h"
+#include "core/StatConverter.h"
+#include "core/text_views.h"
+#include "core/trace.h"
 
 #include <cstring>
 

@@ -3,7 +3,7 @@
 #include "core/mfs_fso.h"
 #include "core/mfs_path.h"
 #include "core/mfs_utility.h"
-#include "core/private/trace.h"
+#include "core/trace.h"
 
 using MWCore::trace;
 

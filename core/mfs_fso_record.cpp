@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_fso.h"
-#include "core/private/records.h"
-#include "core/private/text_views.h"
+#include "core/records.h"
+#include "core/text_views.h"
 
 #include <cerrno>
 #include <new>

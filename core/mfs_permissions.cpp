@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_permissions.h"
 
-#include "core/private/allocation.h"
+#include "core/posix/allocation.h"
 
 #include <array>
 #include <cstdio>

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_string.h"
 
-#include "core/private/allocation.h"
-#include "core/private/text_views.h"
+#include "core/posix/allocation.h"
+#include "core/text_views.h"
 
 using MWCore::withoutBackSpaces;
 

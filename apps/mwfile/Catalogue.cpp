@@ -5,7 +5,7 @@
 #include "apps/mwfile/bytes.h"
 #include "apps/mwfile/Failure.h"
 #include "apps/mwfile/LocalItem.h"
-#include "model/MXLabelManager.h"
+#include "model/values/MXLabelManager.h"
 #include "platform/metadata/FinderInfoGlance.h"
 
 #include <ctime>

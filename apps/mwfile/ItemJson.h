@@ -4,7 +4,7 @@
 
 #include "apps/mwfile/Catalogue.h"
 #include "apps/mwfile/JsonObject.h"
-#include "model/MXFileSystemObject.h"
+#include "model/item/MXFileSystemObject.h"
 
 namespace MWCore::mwfile {
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "model/MXFileSystemObject.h"
+#include "model/item/MXFileSystemObject.h"
 
 #include <cstdint>
 #include <initializer_list>

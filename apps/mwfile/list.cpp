@@ -9,7 +9,7 @@
 #include "apps/mwfile/PermissionText.h"
 #include "apps/mwfile/Remarks.h"
 #include "apps/mwfile/SizeText.h"
-#include "model/Regex.h"
+#include "model/text/Regex.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 // usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
 #include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
-#include "model/MXFileSystemObject.h"
+#include "model/item/MXFileSystemObject.h"
 #include "platform/aliases/Aliases.h"
 
 #include <cstdlib>

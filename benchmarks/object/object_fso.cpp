@@ -3,8 +3,8 @@
 // What a browser asks of this library to show a folder: its objects without the hidden ones, sorted
 // by name, with name, date and permissions of each.
 #include "benchmarks/support/contender.h"
-#include "model/MXFileSystemObject.h"
-#include "model/Regex.h"
+#include "model/item/MXFileSystemObject.h"
+#include "model/text/Regex.h"
 #include "platform/foundation/FileSystemText.h"
 
 namespace {

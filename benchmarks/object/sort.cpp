@@ -4,7 +4,7 @@
 
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/turns.h"
-#include "model/MXFileSystemObject.h"
+#include "model/item/MXFileSystemObject.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>

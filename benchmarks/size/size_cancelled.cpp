@@ -3,7 +3,7 @@
 // Measures a folder, then again and again, each time cancelled at another moment. A part is
 // the time from the call that cancels to the return of the one that measures.
 #include "benchmarks/support/contender.h"
-#include "model/MXFileSystemObject.h"
+#include "model/item/MXFileSystemObject.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <chrono>

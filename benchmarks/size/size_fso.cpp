@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // This library: measures a folder and prints how many entries are in it.
-#include "model/MXFileSystemObject.h"
+#include "model/item/MXFileSystemObject.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <cinttypes>

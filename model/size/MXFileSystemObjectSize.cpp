@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/size/MXFileSystemObjectSize.h"
 
-#include "model/size/format_size.h"
+#include "model/text/format_size.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/size/SizeWalk.h"
 
-#include "core/private/ReachablePath.h"
+#include "core/posix/ReachablePath.h"
 #include "model/size/SeenLinks.h"
 #include "model/size/SizeWorker.h"
 #include "platform/files/MountTable.h"

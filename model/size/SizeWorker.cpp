@@ -3,8 +3,8 @@
 #include "model/size/SizeWorker.h"
 
 #include "core/mfs_fso.h"
-#include "core/private/errors.h"
-#include "core/private/ReachablePath.h"
+#include "core/posix/errors.h"
+#include "core/posix/ReachablePath.h"
 #include "model/size/SeenLinks.h"
 #include "platform/files/MountTable.h"
 #include "platform/foundation/FileSystemText.h"

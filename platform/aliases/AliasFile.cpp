@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/AliasFollowing.h"

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/Volumes.h"
 
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ItemIdentity.h"
 
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 
 #include <cerrno>
 

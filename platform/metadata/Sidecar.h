@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/files/FileStatus.h"
 #include "platform/formats/AppleDouble.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // What is written down of an item.
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"

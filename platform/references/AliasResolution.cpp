@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/references/AliasResolution.h"
 
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/InodeSearch.h"

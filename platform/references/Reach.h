@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/files/MountSnapshot.h"
 #include "platform/references/SearchBudget.h"
 

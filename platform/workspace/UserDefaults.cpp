@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/UserDefaults.h"
 
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/files/TrustedFolder.h"
 #include "platform/foundation/FileSizeSignal.h"
 #include "platform/foundation/FileSystemText.h"

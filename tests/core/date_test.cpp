@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/private/DateTexts.h"
+#include "core/DateTexts.h"
 #include "tests/core/wrapped.h"
 #include "tests/support/Process.h"
 #include "tests/support/texts.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/private/StatConverter.h"
+#include "core/StatConverter.h"
 #include "tests/core/wrapped.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/texts.h"

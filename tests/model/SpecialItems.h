@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "model/MXItemKind.h"
+#include "model/values/MXItemKind.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <vector>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/MXAlias.h"
+#include "model/values/MXAlias.h"
 #include "platform/foundation/FileSystemText.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // What a listing makes of items that somebody made to stall it.
-#include "model/ListedKinds.h"
+#include "model/listing/ListedKinds.h"
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/formats/AliasRecord.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/mfs_utility.h"
-#include "model/Regex.h"
+#include "model/text/Regex.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/model/items.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/Insert.h"
+#include "model/text/Insert.h"
 
 #include <gtest/gtest.h>
 

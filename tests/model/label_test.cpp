@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/MXLabelManager.h"
+#include "model/values/MXLabelManager.h"
 #include "platform/workspace/UserDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 

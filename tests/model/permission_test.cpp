@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/MXPermission.h"
+#include "model/values/MXPermission.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/Regex.h"
+#include "model/text/Regex.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/size/format_size.h"
+#include "model/text/format_size.h"
 #include "tests/model/sizes.h"
 #include "tests/model/SpecialItems.h"
 #include "tests/support/LoggedMessages.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/private/Descriptor.h"
+#include "core/posix/Descriptor.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/model/sizes.h"
 #include "tests/model/SpecialItems.h"

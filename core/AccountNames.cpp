@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "core/AccountNames.h"
+
+#include "core/posix/errors.h"
+
+#include <grp.h>
+#include <pwd.h>
+
+namespace MWCore {
+namespace {
+
+constexpr const char *kUnknown = "Unknown";
+
+/// Asks with a buffer that grows until the database's record fits.
+template <typename Entry, typename Lookup>
+Text ask(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
+    for (std::size_t size = 1024;;) {
+        const Text buffer(static_cast<char *>(Malloc(size, label)));
+        if (!buffer)
+            return nullptr;
+        Entry entry;
+        Entry *found = nullptr;
+        const int error = lookup(id, &entry, buffer.get(), size, &found);
+        if (isExhaustion(error)) {
+            errno = error;
+            return nullptr;
+        }
+        if (error == ERANGE)
+            size *= 2;
+        else if (error != EINTR)
+            return copied(found ? found->*nameField : kUnknown, label);
+    }
+}
+
+} // namespace
+
+Text AccountNames::askForUser(id_t id) {
+    return ask<struct passwd>(id, getpwuid_r, &passwd::pw_name, "user name");
+}
+
+Text AccountNames::askForGroup(id_t id) {
+    return ask<struct group>(id, getgrgid_r, &group::gr_name, "group name");
+}
+
+Text AccountNames::name(Names &seen, id_t id, Text (*ask)(id_t)) {
+    if (const Text *const known = seen.find(id))
+        return copied(known->get(), "account name");
+    Text found = ask(id);
+    if (!found)
+        return nullptr;
+    Text result = copied(found.get(), "account name");
+    seen.remember(id, std::move(found));
+    return result;
+}
+
+} // namespace MWCore

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "core/mfs_fso.h"
+#include "core/posix/allocation.h"
+
+#include <optional>
+
+namespace MWCore {
+
+/// What a record is made from. The owned texts go over to the record when it is made.
+struct RecordDraft {
+    int32_t type = MFS_TYPE_OTHER;
+    int32_t location = MFS_LOCATION_LOCAL;
+    int32_t targetType = 0;
+    int32_t permissions = 0;
+    uint16_t mode = 0; ///< without the bits of the type
+    int32_t links = 0;
+    int64_t size = 0;
+    int64_t modificationTime = 0;
+    std::string_view nameOrPath;
+    std::optional<std::string_view> parentPath;
+    Text dateModified;
+    Text owner;
+    Text group;
+    Text aliasLocation;
+};
+
+/// The record of @p draft as mfs_fso_new() describes it; null, with @p draft whole, when memory
+/// runs out.
+[[nodiscard]] mfs_fso *makeRecord(RecordDraft &draft);
+
+struct DestroyTree {
+    void operator()(mfs_fso *record) const { mfs_fso_destroy_tree(record); }
+};
+
+/// A record that owns everything below it.
+using RecordTree = std::unique_ptr<mfs_fso, DestroyTree>;
+
+} // namespace MWCore

@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: MIT
-// SPDX-FileCopyrightText: The MWCore authors
-#include "model/MXURLObject.h"
-
-namespace MWCore {
-
-MXURLObject::~MXURLObject() = default; // here, so that hosts share one type with the library
-
-} // namespace MWCore

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+// What kind of thing an item is, and where links and aliases lead.
+#include "model/item/MXFileSystemObject.h"
+#include "model/listing/Classification.h"
+#include "model/listing/ListedTree.h"
+#include "platform/aliases/Aliases.h"
+#include "platform/files/RegularFile.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/foundation/Log.h"
+#include "platform/launch/Bundle.h"
+#include "platform/launch/LaunchServices.h"
+
+#include <algorithm>
+#include <array>
+#include <climits>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QImageReader>
+
+namespace MWCore {
+namespace {
+
+int32_t recordType(mode_t mode) {
+    return S_ISDIR(mode)   ? MFS_TYPE_DIRECTORY
+           : S_ISREG(mode) ? MFS_TYPE_FILE
+           : S_ISLNK(mode) ? MFS_TYPE_LINK
+                           : MFS_TYPE_OTHER;
+}
+
+/// What stat and lstat tell; nothing when there is nothing at the path, or a link that leads
+/// nowhere.
+std::optional<ItemFacts> factsAt(const QByteArray &path) {
+    struct stat target = {};
+    struct stat item = {};
+    if (stat(path.constData(), &target) != 0 || lstat(path.constData(), &item) != 0)
+        return std::nullopt;
+    constexpr mode_t kAnyExecute = S_IXUSR | S_IXGRP | S_IXOTH;
+    return ItemFacts{.type = recordType(item.st_mode),
+                     .targetType = recordType(target.st_mode),
+                     .isExecutable = (item.st_mode & kAnyExecute) != 0};
+}
+
+/// The text of the link at @p path; empty when it cannot be read.
+QString linkText(const QByteArray &path) {
+    std::array<char, PATH_MAX> text{};
+    const ssize_t length = readlink(path.constData(), text.data(), text.size() - 1);
+    return length < 0 ? QString() : stringWithFileSystemRepresentation(text.data());
+}
+
+QString withoutLastComponent(const QString &path) {
+    const qsizetype slash = path.lastIndexOf(u'/');
+    return slash == 0 ? QStringLiteral("/") : path.left(std::max<qsizetype>(slash, 0));
+}
+
+/// Of "../" at the beginning only the first is folded, and then always with a "/".
+QString linkTarget(const QString &text, const QString &folder) {
+    if (text.startsWith(u'/'))
+        return text;
+    if (text.startsWith(u"../"))
+        return withoutLastComponent(folder) + u'/' + text.sliced(3);
+    const QString rest = text.startsWith(u"./") ? text.sliced(2) : text;
+    return folder == u"/" ? folder + rest : folder + u'/' + rest;
+}
+
+} // namespace
+
+MXItemKind MXFileSystemObject::typeForItemAtPath(const QString &path, MXItemKind *typeWePointTo,
+                                                 bool *isPackaged) {
+    const auto bytes = fileSystemRepresentation(path);
+    const auto facts = bytes ? factsAt(*bytes) : std::nullopt;
+    if (!facts)
+        return MXItemKindUnknown;
+    Inspection inspection(Inspection::Extent::OneItem);
+    const Classification result = classify(*bytes, *facts, inspection);
+    if (isPackaged)
+        *isPackaged = result.isPackaged;
+    if (typeWePointTo && (result.kind == MXItemKindLink || result.kind == MXItemKindAlias))
+        *typeWePointTo = result.targetKind;
+    return result.kind;
+}
+
+void MXFileSystemObject::identify() {
+    bool isPackaged = false;
+    kind_ = typeForItemAtPath(completePath(), &targetKind_, &isPackaged);
+    setApplicationIsPackaged(isPackaged);
+}
+
+/// As identify(), with what a listing just found out.
+void MXFileSystemObject::identifyAs(const Classification &classification) {
+    kind_ = classification.kind;
+    if (kind_ == MXItemKindLink || kind_ == MXItemKindAlias)
+        targetKind_ = classification.targetKind;
+    setApplicationIsPackaged(classification.isPackaged);
+}
+
+bool MXFileSystemObject::isDir() const {
+    return (isLocal() && kind_ == MXItemKindFolder) || mfs_fso_isDir(record_) != 0;
+}
+
+bool MXFileSystemObject::isLink() const {
+    return isLocal() ? kind_ == MXItemKindLink : mfs_fso_isLink(record_) != 0;
+}
+
+bool MXFileSystemObject::isFile() const {
+    return isLocal() ? kind_ == MXItemKindFile : mfs_fso_isFile(record_) != 0;
+}
+
+bool MXFileSystemObject::isPackagedApplication() const {
+    return isApplication() && isApplicationPackaged();
+}
+
+QString MXFileSystemObject::kindAsString() const {
+    return isRemote() ? QStringLiteral("Remote File") : LSCopyKindString(representation());
+}
+
+QString MXFileSystemObject::aliasOrLinkTargetPath() const {
+    if (isAlias())
+        return private_resolveAliasPath(completePath());
+    if (!isLink())
+        return {};
+    if (isLocal())
+        return linkTarget(linkText(representation()), parentPath());
+    QString target = _fso_get_string_for_attribute(MFS_KEY_COMPLETE_ALIAS_PATH);
+    qCWarning(mwcoreLog).noquote() << "Alias points to :" << target;
+    return target;
+}
+
+bool MXFileSystemObject::aliasOrLinkTargetIsInvalid() const {
+    return aliasOrLinkTargetPath().isNull();
+}
+
+bool MXFileSystemObject::isGraphicFile() const {
+    enum : int8_t { NotDecided, Graphic, NotGraphic };
+    if (!isFile())
+        return false;
+    if (detectedTypeGraphic_ == NotDecided) {
+        static const QList<QByteArray> formats = QImageReader::supportedImageFormats();
+        detectedTypeGraphic_ = formats.contains(cString(extension())) ? Graphic : NotGraphic;
+    }
+    return detectedTypeGraphic_ == Graphic;
+}
+
+bool MXFileSystemObject::isCarbonApplication() const {
+    constexpr QByteArrayView kFragmentMark = "Joy!";
+    QByteArray file = isLocal() ? representation() : QByteArray();
+    if (isPackagedApplication()) {
+        const auto bundle = Bundle::open(file);
+        file = bundle ? bundle->executablePath() : QByteArray();
+    }
+    OSStatus status = noErr;
+    const Descriptor open = openRegularFile(file, Links::Follow, &status);
+    const auto start =
+        open ? readAt(open.number(), 0, kFragmentMark.size(), &status) : std::nullopt;
+    return start && *start == kFragmentMark;
+}
+
+QString MXFileSystemObject::private_resolveAliasPath(const QString &path) {
+    constexpr bool kResolvingChains = true;
+    const auto bytes = fileSystemRepresentation(path);
+    FSRef ref;
+    bool isAlias = false;
+    bool targetIsFolder = false;
+    if (!bytes || FSPathMakeRef(*bytes, &ref) != noErr ||
+        FSResolveAliasFile(&ref, kResolvingChains, &targetIsFolder, &isAlias) != noErr || !isAlias)
+        return path;
+    return stringWithFileSystemRepresentation(ref.path);
+}
+
+QString MXFileSystemObject::resolveAliasFromFileAtPath(const QString &path) {
+    return path.isNull() ? QString() : private_resolveAliasPath(path);
+}
+
+} // namespace MWCore

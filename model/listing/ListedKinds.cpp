@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/listing/ListedKinds.h"
+
+namespace MWCore {
+namespace {
+
+constexpr QByteArrayView kSidecarPrefix = "._";
+
+} // namespace
+
+/// What the listing saw of the item, which is all that its record keeps.
+Classification ListedKinds::kindOf(const mfs_fso &child, bool hasSidecar) const {
+    constexpr uint16_t kAnyExecute = 0111;
+    const QByteArrayView path = child.complete_path;
+    return classify(QByteArray::fromRawData(path.data(), path.size()),
+                    {.type = child.type,
+                     .targetType = child.target_type,
+                     .isExecutable = (child.mode & kAnyExecute) != 0,
+                     .hasSidecar = hasSidecar},
+                    inspection_);
+}
+
+void ListedKinds::visit(void *self, const mfs_fso *child, int32_t index) noexcept {
+    auto *const kinds = static_cast<ListedKinds *>(self);
+    if (index == 0)
+        kinds->beginAgain();
+    kinds->add(*child);
+}
+
+/// What was spent so far stays spent.
+void ListedKinds::beginAgain() {
+    files_.clear();
+    subdirectories_.clear();
+    described_.clear();
+}
+
+void ListedKinds::add(const mfs_fso &child) {
+    const QByteArrayView name = child.name;
+    if (name.startsWith(kSidecarPrefix))
+        described_ += name.sliced(kSidecarPrefix.size()).toByteArray();
+    // Which items have a sidecar is known when all names are.
+    (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, false));
+}
+
+Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
+    if (!described_.isEmpty() && inspection_.allowance.isLeft() && described_.contains(child->name))
+        return kindOf(*child, true);
+    const auto place = static_cast<std::size_t>(index);
+    return mfs_fso_isDir(child) ? subdirectories_[place] : files_[place];
+}
+
+} // namespace MWCore

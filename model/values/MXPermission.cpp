@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "model/values/MXPermission.h"
+
+#include "core/posix/allocation.h"
+
+namespace MWCore {
+
+MXPermission::MXPermission(int32_t number) {
+    const std::unique_ptr<mfs_perms, Free> flags(mfs_permissions_octal_to_perms(number));
+    if (flags)
+        perms_ = *flags;
+}
+
+MXPermission::Ptr MXPermission::initWithNumber(int32_t number) {
+    return Ptr(new MXPermission(number));
+}
+
+MXPermission::Ptr MXPermission::initWithString(const QString &text) {
+    return initWithNumber(stringToOctal(text));
+}
+
+MXPermission::Ptr MXPermission::copy() const {
+    Ptr twin = initWithNumber(intValue());
+    if (stickyBit_)
+        twin->toggleStickyBit();
+    if (suidBit_)
+        twin->toggleSuidBit();
+    if (sgidBit_)
+        twin->toggleSgidBit();
+    return twin;
+}
+
+QString MXPermission::octalToString(int32_t number) {
+    const Text text(mfs_permissions_octal_to_string(number));
+    return QString::fromLatin1(text.get());
+}
+
+int32_t MXPermission::stringToOctal(const QString &text) {
+    return mfs_permissions_string_to_octal(text.toLatin1().constData()); // a byte a character
+}
+
+} // namespace MWCore
