@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/files/FileStatus.h"
+#include "platform/foundation/OSStatus.h"
 
 #include <cstring>
 #include <stdexcept>

@@ -4,7 +4,7 @@
 
 #include "MXFSOSizeRecord.h"
 
-#include <MWCore/FileStatus.h>
+#include <MWCore/OSStatus.h>
 
 #include <cstdint>
 #include <functional>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/files/FileIdentity.h"
-#include "platform/files/FileStatus.h"
+#include "platform/foundation/OSStatus.h"
 
 #include <optional>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/posix/Descriptor.h"
-#include "platform/files/FileStatus.h"
+#include "platform/foundation/OSStatus.h"
 
 #include <memory>
 #include <optional>

@@ -4,8 +4,8 @@
 
 #include "core/posix/Descriptor.h"
 #include "platform/files/CopiedAccess.h"
-#include "platform/files/FileStatus.h"
 #include "platform/files/ItemPlace.h"
+#include "platform/foundation/OSStatus.h"
 
 #include <optional>
 #include <utility>

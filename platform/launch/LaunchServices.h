@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include <MWCore/FileStatus.h>
 #include <MWCore/mwcore_export.h>
+#include <MWCore/OSStatus.h>
 
 #include <cstdint>
 

@@ -4,7 +4,7 @@
 
 #include "FinderInfo.h"
 
-#include <MWCore/FileStatus.h>
+#include <MWCore/OSStatus.h>
 
 #include <functional>
 #include <optional>

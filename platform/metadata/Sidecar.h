@@ -3,8 +3,8 @@
 #pragma once
 
 #include "core/posix/Descriptor.h"
-#include "platform/files/FileStatus.h"
 #include "platform/formats/AppleDouble.h"
+#include "platform/foundation/OSStatus.h"
 
 #include <optional>
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <MWCore/FileIdentity.h>
-#include <MWCore/FileStatus.h>
 #include <MWCore/mwcore_export.h>
+#include <MWCore/OSStatus.h>
 
 #include <QByteArray>
 

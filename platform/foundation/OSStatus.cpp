@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/FileStatus.h"
+#include "platform/foundation/OSStatus.h"
 
 #include <algorithm>
 #include <cerrno>
