@@ -45,11 +45,17 @@ endfunction()
 
 # Adds the shared library NAME, exported as MWCore::NAME, with NAME.pc.
 #   DESCRIPTION  one line, for pkg-config
-#   FOLDERS      what it is made of
+#   FOLDERS      what it is made of, from the bottom up; added here unless they were before
 #   LINKS        the libraries that its headers need
 #   REQUIRES     the same as pkg-config packages
 function(mwcore_add_library NAME)
     cmake_parse_arguments(LIBRARY "" "DESCRIPTION" "FOLDERS;LINKS;REQUIRES" ${ARGN})
+    foreach(folder ${LIBRARY_FOLDERS})
+        string(REPLACE "/" "_" target ${folder})
+        if(NOT TARGET ${target})
+            add_subdirectory(${folder})
+        endif()
+    endforeach()
     list(TRANSFORM LIBRARY_FOLDERS REPLACE "/" "_")
     list(TRANSFORM LIBRARY_FOLDERS REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>" OUTPUT_VARIABLE objects)
     add_library(${NAME} SHARED)
