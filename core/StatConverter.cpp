@@ -5,6 +5,7 @@
 #include "core/LinkTargets.h"
 #include "core/mfs_permissions.h"
 #include "core/posix/errors.h"
+#include "core/posix/stat_fields.h"
 #include "core/text_views.h"
 #include "core/trace.h"
 
@@ -29,7 +30,7 @@ int32_t typeOf(const struct stat &item) {
 /// Permission and special bits after links were followed; none of a link that leads nowhere.
 uint16_t followedMode(const struct stat &item, const struct stat *target) {
     const struct stat *const followed = S_ISLNK(item.st_mode) ? target : &item;
-    return static_cast<uint16_t>(followed ? followed->st_mode & 07777 : 0);
+    return static_cast<uint16_t>(followed ? followed->st_mode & kPermissionBits : 0);
 }
 
 /// What a followed link has come to: never a link.

@@ -4,6 +4,7 @@
 
 #include "core/AccountNames.h"
 #include "core/DateTexts.h"
+#include "core/record_tree.h"
 #include "core/records.h"
 
 #include <sys/stat.h>

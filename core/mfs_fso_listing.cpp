@@ -3,6 +3,7 @@
 #include "core/LinkTargets.h"
 #include "core/mfs_fso.h"
 #include "core/posix/errors.h"
+#include "core/posix/FolderStream.h"
 #include "core/posix/ReachablePath.h"
 #include "core/StatConverter.h"
 #include "core/text_views.h"
@@ -10,10 +11,10 @@
 
 #include <cstring>
 
-#include <dirent.h>
 #include <fcntl.h>
 
 using MWCore::Descriptor;
+using MWCore::FolderStream;
 using MWCore::LinkTargets;
 using MWCore::ReachablePath;
 using MWCore::RecordTree;
@@ -26,21 +27,12 @@ namespace {
 /// How often a listing is begun again because an entry was gone by the time it was examined.
 constexpr int kRestarts = 8;
 
-struct CloseFolder {
-    void operator()(DIR *folder) const {
-        const int error = errno;
-        closedir(folder);
-        errno = error;
-    }
-};
-using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
-
 /// Null, with the cause in `errno`, when the folder cannot be opened. Never waits: what is no
 /// folder by now is refused before it is opened.
-OpenFolder openFolder(const ReachablePath &place) {
+FolderStream openFolder(const ReachablePath &place) {
     Descriptor descriptor(
         openat(place.folder(), place.rest(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
-    OpenFolder folder(descriptor ? fdopendir(descriptor.number()) : nullptr);
+    FolderStream folder(descriptor ? fdopendir(descriptor.number()) : nullptr);
     if (folder)
         descriptor.release();
     return folder;
@@ -170,7 +162,7 @@ RecordTree listOnce(const char *path, Visitor visitor, Outcome &outcome) {
     outcome = Outcome::Done;
     if (!mfs_fso_isDir(record.get()) || isDevicePath(path))
         return record;
-    const OpenFolder entries = openFolder(place);
+    const FolderStream entries = openFolder(place);
     outcome = entries ? Listing(record.get(), path, entries.get(), converter, visitor).run()
                       : Outcome::NotOpened;
     if (outcome == Outcome::Vanished || outcome == Outcome::Failed)

@@ -31,11 +31,4 @@ struct RecordDraft {
 /// runs out.
 [[nodiscard]] mfs_fso *makeRecord(RecordDraft &draft);
 
-struct DestroyTree {
-    void operator()(mfs_fso *record) const { mfs_fso_destroy_tree(record); }
-};
-
-/// A record that owns everything below it.
-using RecordTree = std::unique_ptr<mfs_fso, DestroyTree>;
-
 } // namespace MWCore

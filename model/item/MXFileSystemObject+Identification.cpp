@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // What kind of thing an item is, and where links and aliases lead.
+#include "core/posix/stat_fields.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/Classification.h"
 #include "model/listing/ListedTree.h"
 #include "platform/aliases/Aliases.h"
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/RegularFile.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/foundation/Log.h"
@@ -13,10 +15,9 @@
 
 #include <algorithm>
 #include <array>
-#include <climits>
 
+#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <QImageReader>
 
@@ -37,17 +38,15 @@ std::optional<ItemFacts> factsAt(const QByteArray &path) {
     struct stat item = {};
     if (stat(path.constData(), &target) != 0 || lstat(path.constData(), &item) != 0)
         return std::nullopt;
-    constexpr mode_t kAnyExecute = S_IXUSR | S_IXGRP | S_IXOTH;
     return ItemFacts{.type = recordType(item.st_mode),
                      .targetType = recordType(target.st_mode),
-                     .isExecutable = (item.st_mode & kAnyExecute) != 0};
+                     .isExecutable = hasExecuteBit(item.st_mode)};
 }
 
-/// The text of the link at @p path; empty when it cannot be read.
-QString linkText(const QByteArray &path) {
-    std::array<char, PATH_MAX> text{};
-    const ssize_t length = readlink(path.constData(), text.data(), text.size() - 1);
-    return length < 0 ? QString() : stringWithFileSystemRepresentation(text.data());
+/// The text of the link at @p path; empty if it cannot be read.
+QString textOfLink(const QByteArray &path) {
+    const auto text = linkText(AT_FDCWD, path.constData());
+    return text ? stringWithFileSystemRepresentation(*text) : QString();
 }
 
 QString withoutLastComponent(const QString &path) {
@@ -122,7 +121,7 @@ QString MXFileSystemObject::aliasOrLinkTargetPath() const {
     if (!isLink())
         return {};
     if (isLocal())
-        return linkTarget(linkText(representation()), parentPath());
+        return linkTarget(textOfLink(representation()), parentPath());
     QString target = _fso_get_string_for_attribute(MFS_KEY_COMPLETE_ALIAS_PATH);
     qCWarning(mwcoreLog).noquote() << "Alias points to :" << target;
     return target;

@@ -4,6 +4,7 @@
 
 #include "core/mfs_fso.h"
 #include "core/posix/Descriptor.h"
+#include "core/posix/stat_fields.h"
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/AliasFollowing.h"
@@ -34,10 +35,6 @@ MXItemKind targetKindOf(int32_t targetType) {
     default:
         return MXItemKindUnknown;
     }
-}
-
-bool isExecutable(mode_t mode) {
-    return (mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
 }
 
 FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
@@ -104,7 +101,7 @@ bool isApplicationFile(const AliasTarget &target) {
     const QByteArray &path = target.item.path;
     if (target.info.type != 0)
         return target.info.type == kApplicationType;
-    return S_ISREG(target.mode) && mayBeApplication(path, isExecutable(target.mode)) &&
+    return S_ISREG(target.mode) && mayBeApplication(path, hasExecuteBit(target.mode)) &&
            isPlainFileApplication(path);
 }
 

@@ -2,21 +2,18 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/listing/ListedKinds.h"
 
+#include "core/posix/stat_fields.h"
+#include "platform/metadata/Sidecar.h"
+
 namespace MWCore {
-namespace {
-
-constexpr QByteArrayView kSidecarPrefix = "._";
-
-} // namespace
 
 /// What the listing saw of the item, which is all that its record keeps.
 Classification ListedKinds::kindOf(const mfs_fso &child, bool hasSidecar) const {
-    constexpr uint16_t kAnyExecute = 0111;
     const QByteArrayView path = child.complete_path;
     return classify(QByteArray::fromRawData(path.data(), path.size()),
                     {.type = child.type,
                      .targetType = child.target_type,
-                     .isExecutable = (child.mode & kAnyExecute) != 0,
+                     .isExecutable = hasExecuteBit(child.mode),
                      .hasSidecar = hasSidecar},
                     inspection_);
 }
@@ -37,7 +34,7 @@ void ListedKinds::beginAgain() {
 
 void ListedKinds::add(const mfs_fso &child) {
     const QByteArrayView name = child.name;
-    if (name.startsWith(kSidecarPrefix))
+    if (isSidecarName(name))
         described_ += name.sliced(kSidecarPrefix.size()).toByteArray();
     // Which items have a sidecar is known when all names are.
     (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, false));

@@ -5,10 +5,14 @@
 #include "core/mfs_fso.h"
 #include "core/posix/errors.h"
 #include "core/posix/ReachablePath.h"
+#include "core/posix/stat_fields.h"
+#include "core/record_tree.h"
 #include "model/size/SeenLinks.h"
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/MountTable.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/foundation/Log.h"
+#include "platform/metadata/Sidecar.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -26,13 +30,6 @@
 
 namespace MWCore {
 namespace {
-
-constexpr uint64_t kBlockLength = 512;  // of st_blocks, bytes
-constexpr std::size_t kSidecarMark = 2; // length of "._"
-
-bool isSidecarName(const char *name) {
-    return name[0] == '.' && name[1] == '_';
-}
 
 /// openat(2) of a folder that follows no link anywhere on the way; where the system or a sandbox
 /// has no call for that, none at the end.
@@ -207,7 +204,7 @@ void SizeWorker::measureFile(const Task &task, const char *name, const struct st
         return;
     MXFSOSizeRecord own;
     own.dataForkSize = static_cast<uint64_t>(file.st_size);
-    own.physicalDataForkSize = static_cast<uint64_t>(file.st_blocks) * kBlockLength;
+    own.physicalDataForkSize = lengthOfBlocks(static_cast<uint64_t>(file.st_blocks));
     own.resourceForkSize = static_cast<uint64_t>(metadata.fork.logical);
     own.physicalResourceForkSize = static_cast<uint64_t>(metadata.fork.physical);
     if (walk_.countsSidecarForksOnce && task.folder->hasSidecars)
@@ -225,7 +222,7 @@ void SizeWorker::countForkWithSidecar(const Task &task, const char *name, MXFSOS
         own->resourceForkSize = own->physicalResourceForkSize = 0;
     if (!isSidecarName(name))
         return;
-    const ForkSize fork = forkInSidecar(task, name + kSidecarMark);
+    const ForkSize fork = forkInSidecar(task, name + kSidecarPrefix.size());
     if (fork.logical == 0)
         return;
     const uint64_t length = std::min(static_cast<uint64_t>(fork.logical), own->dataForkSize);
@@ -267,9 +264,7 @@ bool SizeWorker::hasObject(const Task &task, const char *name) {
         return false;
     if (!S_ISDIR(target.st_mode) || faccessat(folder, name, X_OK, AT_EACCESS) == 0)
         return true;
-    mfs_fso *const item = mfs_fso_get_local_fso(pathOfEntry(name).constData());
-    mfs_fso_destroy_tree(item);
-    return item != nullptr;
+    return RecordTree(mfs_fso_get_local_fso(pathOfEntry(name).constData())) != nullptr;
 }
 
 /// Waits while descriptors are short, as open() does.
@@ -306,7 +301,7 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
 void SizeWorker::setFolderPath(const Task &task) {
     constexpr qsizetype kLongestEntry = sizeof "/._" + NAME_MAX;
     path_ = isPathLonger(*task.folder, PATH_MAX - kLongestEntry)
-                ? "/proc/self/fd/" + QByteArray::number(task.opened->number())
+                ? pathOfDescriptor(task.opened->number())
                 : pathOf(*task.folder);
     if (!path_.endsWith('/'))
         path_ += '/';

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/FileCatalogue.h"
 
+#include "core/posix/stat_fields.h"
 #include "platform/files/FolderTurn.h"
 #include "platform/files/RegularFile.h"
 #include "platform/metadata/MetadataChange.h"
@@ -46,8 +47,7 @@ OSStatus examine(const QByteArray &path, uint32_t whichInfo, FSCatalogInfo *info
     info->volume = static_cast<FSVolumeRefNum>(item.stx_mnt_id);
     info->contentModDate = dateFrom(item.stx_mtime);
     info->dataLogicalSize = item.stx_size;
-    constexpr uint64_t kBlockLength = 512;
-    info->dataPhysicalSize = item.stx_blocks * kBlockLength;
+    info->dataPhysicalSize = lengthOfBlocks(item.stx_blocks);
     const bool hasBirth = item.stx_mask & STATX_BTIME;
     info->createDate = hasBirth ? dateFrom(item.stx_btime) : 0;
     return hasBirth || !(whichInfo & kFSCatInfoCreateDate) ? noErr : errFSOperationNotSupported;

@@ -3,6 +3,7 @@
 #include "platform/catalogue/Volumes.h"
 
 #include "core/posix/Descriptor.h"
+#include "core/posix/FolderStream.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
@@ -49,7 +50,7 @@ QByteArray labelFromDevices(const Mount &mount) {
     struct stat device = {};
     if (!mount.source.startsWith('/') || stat(mount.source.constData(), &device) != 0)
         return {};
-    const std::unique_ptr<DIR, int (*)(DIR *)> labels(opendir("/dev/disk/by-label"), &closedir);
+    const FolderStream labels(opendir("/dev/disk/by-label"));
     while (const dirent *const entry = labels ? readdir(labels.get()) : nullptr) {
         struct stat labelled = {};
         if (fstatat(dirfd(labels.get()), entry->d_name, &labelled, 0) == 0 &&

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ItemPlace.h"
 
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/TrustedFolder.h"
 #include "platform/foundation/Log.h"
@@ -32,7 +33,7 @@ std::optional<ItemPlace> ItemPlace::find(const QByteArray &path, OSStatus *statu
 }
 
 QByteArray ItemPlace::path() const {
-    return "/proc/self/fd/" + QByteArray::number(folder()) + '/' + name_;
+    return pathOfDescriptor(folder()) + '/' + name_;
 }
 
 ItemPlace ItemPlace::sibling(const QByteArray &name) const {

@@ -2,8 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/RegularFile.h"
 
+#include "platform/files/DescriptorPath.h"
+
 #include <cerrno>
-#include <cstdio>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,20 +12,12 @@
 namespace MWCore {
 namespace {
 
-/// The text by which an open descriptor can be opened once more, with other rights.
-struct DescriptorPath {
-    explicit DescriptorPath(int number) {
-        std::snprintf(text, sizeof text, "/proc/self/fd/%d", number);
-    }
-    char text[32];
-};
-
 /// Opens the item that @p found and @p item tell of. Without /proc by its name, if that still leads
 /// to the same item.
 Descriptor reopened(const Descriptor &found, const struct stat &item, int folder,
                     const QByteArray &path, int keep) {
     constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-    Descriptor opened(open(DescriptorPath(found.number()).text, kFlags));
+    Descriptor opened(open(pathOfDescriptor(found.number()).constData(), kFlags));
     if (opened || errno != ENOENT)
         return opened;
     struct stat now = {};

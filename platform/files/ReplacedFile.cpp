@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ReplacedFile.h"
 
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/RegularFile.h"
 #include "platform/foundation/FileSizeSignal.h"
 
@@ -215,7 +216,7 @@ OSStatus ReplacedFile::prepare(const QByteArray &content, const Access &fresh) {
 
 /// 0 or an `errno` value.
 int ReplacedFile::linkTemporary(const char *name) const {
-    const QByteArray file = "/proc/self/fd/" + QByteArray::number(temporary_.number());
+    const QByteArray file = pathOfDescriptor(temporary_.number());
     const int result = linkat(AT_FDCWD, file.constData(), place_.folder(), name, AT_SYMLINK_FOLLOW);
     return result == 0 ? 0 : errno;
 }

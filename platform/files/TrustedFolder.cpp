@@ -2,11 +2,11 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/TrustedFolder.h"
 
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
 
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <vector>
 
 #include <QList>
@@ -58,7 +58,7 @@ bool isOwnGroup(gid_t group) {
 
 /// An access control list may let anybody write; the group's bit then stands for all of them.
 bool hasAccessList(const Descriptor &folder) {
-    const QByteArray path = "/proc/self/fd/" + QByteArray::number(folder.number());
+    const QByteArray path = pathOfDescriptor(folder.number());
     return getxattr(path.constData(), "system.posix_acl_access", nullptr, 0) >= 0;
 }
 
@@ -138,11 +138,10 @@ private:
         struct statfs system = {};
         if (fstatfs(link.number(), &system) == 0 && system.f_type == PROC_SUPER_MAGIC)
             return followKernelLink(name);
-        std::array<char, PATH_MAX> text{};
-        const ssize_t length = readlinkat(link.number(), "", text.data(), text.size());
-        if (length < 0)
+        const auto text = linkText(link.number(), "");
+        if (!text)
             return statusFromErrno(errno);
-        prepend({text.data(), length});
+        prepend(*text);
         return way_.back() ? noErr : statusFromErrno(errno);
     }
 

@@ -2,23 +2,14 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/launch/ApplicationFolder.h"
 
+#include "core/posix/FolderStream.h"
 #include "platform/files/PathParts.h"
 
-#include <memory>
-
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace MWCore {
-namespace {
-
-struct CloseFolder {
-    void operator()(DIR *folder) const { closedir(folder); }
-};
-
-} // namespace
 
 bool isPlainFile(const QByteArray &path) {
     struct stat item = {};
@@ -32,7 +23,7 @@ QByteArray appRunPath(const QByteArray &folder) {
 std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
     if (!isPlainFile(appRunPath(folder)))
         return std::nullopt;
-    const std::unique_ptr<DIR, CloseFolder> listing(opendir(folder.constData()));
+    const FolderStream listing(opendir(folder.constData()));
     if (!listing)
         return std::nullopt;
     QByteArray first;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/Sidecar.h"
 
+#include "core/posix/stat_fields.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 
@@ -32,8 +33,8 @@ std::optional<AppleDouble::Entry> entryIn(QByteArrayView head, int64_t size, App
 } // namespace
 
 QByteArray sidecarName(const QByteArray &name) {
-    const bool hasNone = name.isEmpty() || name == "." || name == ".." || name.startsWith("._");
-    return hasNone ? QByteArray() : "._" + name;
+    const bool hasNone = name.isEmpty() || name == "." || name == ".." || isSidecarName(name);
+    return hasNone ? QByteArray() : kSidecarPrefix.toByteArray() + name;
 }
 
 std::optional<QByteArray> OpenSidecarEntry::read(int64_t offset, int64_t length,
@@ -63,8 +64,8 @@ std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path, AppleDo
     const auto entry = head ? entryIn(*head, item.st_size, id, status) : std::nullopt;
     if (!entry)
         return std::nullopt;
-    return OpenSidecarEntry{std::move(file), *entry, int64_t(item.st_blocks) * 512,
-                            std::move(*head)};
+    return OpenSidecarEntry{std::move(file), *entry,
+                            int64_t(lengthOfBlocks(uint64_t(item.st_blocks))), std::move(*head)};
 }
 
 std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id, int64_t limit,

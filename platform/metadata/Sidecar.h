@@ -17,6 +17,11 @@ namespace MWCore {
 /// In bytes; a fork is never meant to be so large.
 constexpr int64_t kLargestSidecar = 256 << 20;
 
+inline constexpr QByteArrayView kSidecarPrefix = "._";
+[[nodiscard]] inline bool isSidecarName(QByteArrayView name) {
+    return name.startsWith(kSidecarPrefix);
+}
+
 /// The name of the sidecar of an item @p name; empty for an item that can have none: a sidecar
 /// itself, and "/".
 [[nodiscard]] QByteArray sidecarName(const QByteArray &name);

@@ -3,6 +3,7 @@
 #include "platform/references/AliasResolution.h"
 
 #include "core/posix/Descriptor.h"
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/InodeSearch.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -125,20 +125,12 @@ private:
             const Descriptor folder(
                 open(mount->mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
             const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
-            const QByteArray path = item ? pathOf(item.number()) : QByteArray();
-            auto found = path.startsWith('/') ? ifWanted(path) : std::nullopt;
+            const QByteArray path = item ? realPathOfDescriptor(item.number()) : QByteArray();
+            auto found = path.isEmpty() ? std::nullopt : ifWanted(path);
             if (found || isDead_)
                 return found;
         }
         return std::nullopt;
-    }
-
-    /// Of an open item, as the kernel knows it; anything where it does not.
-    [[nodiscard]] static QByteArray pathOf(int descriptor) {
-        char buffer[PATH_MAX];
-        const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
-        const ssize_t length = readlink(link.constData(), buffer, sizeof buffer);
-        return {buffer, std::max<ssize_t>(length, 0)};
     }
 
     [[nodiscard]] Descriptor openedByHandle(int folder) {

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/references/Reach.h"
 
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/FileSystemTypes.h"
 #include "platform/files/PathParts.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <utility>
 
 #include <fcntl.h>
@@ -34,14 +34,6 @@ Descriptor openOnOneMount(int folder, const QByteArray &path, LastLink link) {
     if (opened < 0 && errno == EPERM)
         errno = ENOSYS;
     return Descriptor(static_cast<int>(opened));
-}
-
-/// Of an open item, as the kernel knows it; empty where it does not.
-QByteArray pathOf(int descriptor) {
-    char buffer[PATH_MAX];
-    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
-    const ssize_t length = readlink(link.constData(), buffer, sizeof buffer);
-    return length > 0 && buffer[0] == '/' ? QByteArray(buffer, length) : QByteArray();
 }
 
 } // namespace
@@ -95,9 +87,8 @@ private:
             return errno;
         if (isLast_ && link_ == LastLink::Keep)
             return enter(std::move(found), next);
-        char text[PATH_MAX];
-        const ssize_t length = readlinkat(found.number(), "", text, sizeof text);
-        return length < 0 ? enter(std::move(found), next) : follow({text, length});
+        const auto target = linkText(found.number(), "");
+        return target ? follow(*target) : enter(std::move(found), next);
     }
 
     [[nodiscard]] bool mayEnter(const QByteArray &next) const {
@@ -182,7 +173,7 @@ Descriptor Reach::open(const QByteArray &path, LastLink link, int *error, QByteA
     } else {
         item = openWithin(path, link, error);
     }
-    const QByteArray known = item && realPath ? pathOf(item.number()) : QByteArray();
+    const QByteArray known = item && realPath ? realPathOfDescriptor(item.number()) : QByteArray();
     const bool isUnknown = item && realPath && known.isEmpty();
     if (*error != EXDEV && *error != ENOSYS && !isUnknown) {
         if (realPath)

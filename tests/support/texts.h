@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/mfs.h"
+#include "core/record_tree.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -25,10 +26,7 @@ inline char *fresh(const char *text) {
     return text ? strdup(text) : nullptr;
 }
 
-struct DestroyTree {
-    void operator()(mfs_fso *record) const { mfs_fso_destroy_tree(record); }
-};
-using Tree = std::unique_ptr<mfs_fso, DestroyTree>;
+using Tree = MWCore::RecordTree;
 
 /// What the library traces while this lives.
 class Trace {

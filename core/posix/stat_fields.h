@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <cstdint>
+
+#include <sys/stat.h>
+
+/// The fields of `struct stat` and `struct statx`, as inode(7) describes them.
+namespace MWCore {
+
+/// Permissions with the set-user-ID, set-group-ID and sticky bits.
+inline constexpr mode_t kPermissionBits = 07777;
+
+/// Whether the owner, the group or others may execute the file.
+[[nodiscard]] constexpr bool hasExecuteBit(mode_t mode) {
+    return (mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
+}
+
+/// The space that a number of blocks takes, in bytes: they are of 512 bytes on every file system.
+[[nodiscard]] constexpr uint64_t lengthOfBlocks(uint64_t count) {
+    return count * 512;
+}
+
+} // namespace MWCore

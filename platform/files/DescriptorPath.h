@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <optional>
+
+#include <QByteArray>
+
+/// Paths that lead to open descriptors, and the texts of links. Any thread.
+namespace MWCore {
+
+/// A path that leads to what @p descriptor is open on, for calls that take no descriptor (proc(5)).
+[[nodiscard]] QByteArray pathOfDescriptor(int descriptor);
+
+/// The path of what @p descriptor is open on, as the kernel reports it; empty for what has none.
+[[nodiscard]] QByteArray realPathOfDescriptor(int descriptor);
+
+/// The text of the link @p name in @p folder, or of the link that @p folder itself is open on if
+/// @p name is "". Returns nullopt and sets `errno` if it cannot be read or is no link.
+[[nodiscard]] std::optional<QByteArray> linkText(int folder, const char *name);
+
+} // namespace MWCore
