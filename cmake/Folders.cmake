@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The house: folders as targets, each of which sees the headers of the folders below it and no
+# Folders as targets, each of which sees the headers of the folders below it and no
 # others, and the libraries that are made of them.
 
 # Adds the folder PATH (from the top), with the CMakeLists.txt in it: an object library named after
