@@ -8,8 +8,8 @@
 
 namespace MWCore {
 
-/// While this lives, a write beyond the limit for the size of files (setrlimit(2)) fails with
-/// EFBIG in this thread instead of ending the process. Leaves `errno` alone.
+/// Blocks SIGXFSZ in this thread for its lifetime, so that a write beyond the file size limit
+/// (setrlimit(2)) fails with EFBIG instead of ending the process. Preserves `errno`.
 class FileSizeSignalBlocked {
 public:
     FileSizeSignalBlocked() {
@@ -22,7 +22,7 @@ public:
     ~FileSizeSignalBlocked() {
         const int error = errno;
         constexpr timespec kNow = {};
-        if (!sigismember(&before_, SIGXFSZ)) { // else it is the host's
+        if (!sigismember(&before_, SIGXFSZ)) { // otherwise the host had blocked it
             sigtimedwait(&signal_, nullptr, &kNow);
             pthread_sigmask(SIG_SETMASK, &before_, nullptr);
         }

@@ -9,7 +9,7 @@
 namespace MWCore {
 namespace {
 
-/// The lone surrogate U+DCNN carries the byte 0xNN, which is never an ASCII one.
+/// The lone surrogate U+DCNN carries the byte 0xNN, which is never ASCII.
 constexpr char16_t kByteCarrier = 0xDC00;
 
 bool carriesByte(char16_t unit) {

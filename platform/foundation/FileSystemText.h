@@ -10,21 +10,22 @@
 #include <QByteArrayView>
 #include <QString>
 
-/// Paths and names are bytes to the system and QString to people. The two functions below are the
-/// only way between them: UTF-8 in which every invalid byte 0xNN is carried as the lone surrogate
-/// U+DCNN, so that every name survives the round trip and can be opened. Any thread.
+/// Conversion between paths and names as bytes, which the system uses, and as QString. The bytes
+/// are decoded as UTF-8, and every invalid byte 0xNN becomes the lone surrogate U+DCNN, so that
+/// every name survives the round trip and can be opened. Nothing else converts paths or names. Any
+/// thread.
 namespace MWCore {
 
-/// The text of a name or path as the system gave it. Null for null.
+/// The text of a name or path that came from the system. Null if @p representation is null.
 [[nodiscard]] MWCORE_EXPORT QString
 stringWithFileSystemRepresentation(QByteArrayView representation);
 
-/// The bytes to hand to the system. Nothing for a text that no name can have: one that contains
-/// U+0000, or half of a surrogate pair that carries no byte.
+/// The bytes to pass to the system. nullopt if @p text cannot be a name or path: it contains
+/// U+0000, or an unpaired surrogate that carries no byte.
 [[nodiscard]] MWCORE_EXPORT std::optional<QByteArray> fileSystemRepresentation(const QString &text);
 
-/// The bytes of any text as C has them: up to its first U+0000, and what carries no byte as UTF-8
-/// can best say it.
+/// Any text as the bytes of a C string, up to its first U+0000. A text without a file-system
+/// representation is converted by QString::toUtf8().
 [[nodiscard]] MWCORE_EXPORT QByteArray cString(const QString &text);
 
 } // namespace MWCore

@@ -8,7 +8,7 @@
 
 namespace MWCore {
 
-/// The one category that this library logs to, "mwcore", at warning level.
+/// The logging category of this library, "mwcore". Everything is logged at warning level.
 MWCORE_EXPORT const QLoggingCategory &mwcoreLog();
 
 } // namespace MWCore

@@ -10,7 +10,7 @@
 namespace MWCore {
 namespace {
 
-/// Null for the standard handler.
+/// Null while the standard handler is the current one.
 constinit std::atomic<MXAssertionHandler *> chosenHandler = nullptr;
 
 } // namespace

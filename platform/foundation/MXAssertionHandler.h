@@ -8,40 +8,39 @@
 
 namespace MWCore {
 
-/// Hears of every assertion that does not hold. This class is the standard handler: it throws. A
-/// host that would rather go on derives from it, returns, and makes an object of it the current
-/// one.
+/// Handles every failed assertion. This class is the standard handler, which throws. A host that
+/// wants to continue derives a handler that returns, and sets it as the current one.
 class MWCORE_EXPORT MXAssertionHandler {
 public:
     MXAssertionHandler() = default;
     MXAssertionHandler(const MXAssertionHandler &) = delete;
     MXAssertionHandler &operator=(const MXAssertionHandler &) = delete;
 
-    /// A handler that goes while it is the current one makes room for the standard handler.
+    /// Restores the standard handler if this is the current one.
     virtual ~MXAssertionHandler();
 
-    /// The one handler of the process, never null. Any thread.
+    /// The handler for the whole process, never null. Any thread.
     [[nodiscard]] static MXAssertionHandler *currentHandler();
 
-    /// Makes @p handler, which stays the caller's, the current one; null restores the standard
-    /// handler. Any thread, as long as no other thread may be reporting to the one that then goes.
+    /// Makes @p handler the current one; null restores the standard handler. The caller keeps
+    /// ownership and may destroy the previous handler once no other thread can be calling it. Any
+    /// thread.
     static void setCurrentHandler(MXAssertionHandler *handler);
 
-    /// Called on the thread where the assertion failed, with the place in the source. When this
-    /// returns, the failed operation ends with its own failure value. The standard handler logs the
-    /// failure and throws MXException NSInternalInconsistencyException with @p description as the
-    /// reason.
+    /// Called on the thread where the assertion failed, with its source location. If this returns,
+    /// the failed operation returns its own failure value. The standard handler logs the failure
+    /// and throws MXException NSInternalInconsistencyException with @p description as the reason.
     virtual void handleFailureInFunction(const QString &function, const QString &file,
                                          int lineNumber, const QString &description);
 };
 
-/// Where in the source an assertion stands. (Compilers in use lack std::source_location.)
+/// The source location of an assertion. (Some supported compilers lack std::source_location.)
 struct SourcePlace {
     const char *function;
     const char *file;
     int line;
 
-    /// The place of the call; as a default argument, that of the call which leaves it out.
+    /// The location of the call. As a default argument, the location of the call that omits it.
     static constexpr SourcePlace here(const char *function = __builtin_FUNCTION(),
                                       const char *file = __builtin_FILE(),
                                       int line = __builtin_LINE()) {
@@ -49,12 +48,13 @@ struct SourcePlace {
     }
 };
 
-/// Reports a failed assertion at @p place to the current handler. Returns if that does.
+/// Reports a failed assertion at @p place to the current handler. Returns if the handler returns.
 MWCORE_EXPORT void failAssertion(const QString &description,
                                  SourcePlace place = SourcePlace::here());
 
-/// Whether @p satisfied; if not, reports "Invalid parameter not satisfying: " and @p condition, the
-/// text of the condition. The caller returns its failure value for false.
+/// Returns @p satisfied. If it is false, first reports "Invalid parameter not satisfying: "
+/// followed by @p condition, the source text of the condition; the caller then returns its failure
+/// value.
 [[nodiscard]] MWCORE_EXPORT bool assertParameter(bool satisfied, const char *condition,
                                                  SourcePlace place = SourcePlace::here());
 

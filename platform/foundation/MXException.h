@@ -11,23 +11,23 @@
 
 namespace MWCore {
 
-/// The names under which this library throws. A name is equal to its own constant.
+/// The names of the exceptions that this library throws. Each constant holds its own name.
 inline constexpr QLatin1String NSInternalInconsistencyException("NSInternalInconsistencyException");
 inline constexpr QLatin1String NSInvalidArgumentException("NSInvalidArgumentException");
 
-/// A fault of the program: an assertion that does not hold, or an argument that cannot be. Nothing
-/// else is thrown to a host. Copies are cheap and never throw.
+/// A programming error: a failed assertion or an invalid argument. The library throws nothing else
+/// to a host. Copies are cheap and never throw.
 class MWCORE_EXPORT MXException : public std::exception {
 public:
     MXException(const QString &name, const QString &reason);
     MXException(const MXException &) = default;
     MXException &operator=(const MXException &) = default;
-    ~MXException() override; // in the library, so that host and library share one type
+    ~MXException() override; // defined in the library, so that host and library share one type
 
-    /// Tells the kind: one of the constants above.
+    /// The kind of error: one of the constants above.
     [[nodiscard]] const QString &name() const { return name_; }
 
-    /// Tells the case, for a developer; not translated.
+    /// What failed, for a developer; not translated.
     [[nodiscard]] const QString &reason() const { return reason_; }
 
     /// "name: reason" in UTF-8. Lives as long as the exception.

@@ -13,7 +13,7 @@
 
 namespace MWCore {
 
-/// Either a target with a selector or a callback, and what it is to hear of.
+/// Either a target with a selector or a callback, and which notifications it receives.
 struct MXNotificationCenter::Observer {
     Observer(QString wantedName, QObject *wantedObject)
         : name(std::move(wantedName)), object(wantedObject),
@@ -25,27 +25,27 @@ struct MXNotificationCenter::Observer {
     QString name;
     QPointer<QObject> object;
     bool wantsAllObjects;
-    std::atomic<bool> removed = false; // those being told are told from a copy of the list
+    std::atomic<bool> removed = false; // a post iterates over a copy of the list
 
-    /// A callback waits for its Observation, which knows it by its address.
-    [[nodiscard]] bool isForgotten() const {
+    /// Never true for a callback: its Observation removes it.
+    [[nodiscard]] bool isStale() const {
         return !callback && (!target || (!wantsAllObjects && !object));
     }
 
-    [[nodiscard]] bool wants(const MXNotification &notification) const {
+    [[nodiscard]] bool matches(const MXNotification &notification) const {
         return (name.isEmpty() || name == notification.name) &&
                (wantsAllObjects || (object && object == notification.object));
     }
 
-    void tell(const MXNotification &notification) const;
+    void notify(const MXNotification &notification) const;
 };
 
 namespace {
 
-/// How a slot may be declared, the one with most to tell first. moc keeps the spelling of a type.
+/// The parameter lists that a slot may have, in order of preference. moc keeps a type's spelling.
 constexpr const char *kParameters[] = {"(MWCore::MXNotification)", "(MXNotification)", "()"};
 
-/// Looked up at each call: a target that is half destroyed has fewer methods than before.
+/// Looked up at each call, because a partly destroyed target has fewer methods.
 QMetaMethod methodOf(const QObject &target, const QByteArray &selector) {
     const QMetaObject *const type = target.metaObject();
     for (const char *const parameters : kParameters) {
@@ -71,7 +71,7 @@ void invoke(QObject *target, const QByteArray &selector, const MXNotification &n
 
 } // namespace
 
-void MXNotificationCenter::Observer::tell(const MXNotification &notification) const {
+void MXNotificationCenter::Observer::notify(const MXNotification &notification) const {
     if (callback)
         callback(notification);
     else if (target)
@@ -115,7 +115,7 @@ void MXNotificationCenter::postNotificationName(const QString &name, QObject *ob
     const MXNotification notification = {name, object, userInfo};
     for (const auto &observer : observersOf(notification))
         if (!observer->removed)
-            observer->tell(notification);
+            observer->notify(notification);
 }
 
 MXNotificationCenter::Observer *MXNotificationCenter::add(std::shared_ptr<Observer> observer) {
@@ -125,21 +125,22 @@ MXNotificationCenter::Observer *MXNotificationCenter::add(std::shared_ptr<Observ
 
 MXNotificationCenter::Observers
 MXNotificationCenter::observersOf(const MXNotification &notification) {
-    removeIf(&Observer::isForgotten);
+    removeIf(&Observer::isStale);
     Observers found;
     const std::lock_guard lock(mutex_);
     std::ranges::copy_if(observers_, std::back_inserter(found),
-                         [&notification](const auto &each) { return each->wants(notification); });
+                         [&notification](const auto &each) { return each->matches(notification); });
     return found;
 }
 
-void MXNotificationCenter::removeIf(const std::function<bool(const Observer &)> &goes) {
-    Observers gone; // destroyed after the lock: what a callback holds may come back here
+void MXNotificationCenter::removeIf(const std::function<bool(const Observer &)> &condition) {
+    Observers removed; // destroyed after unlocking: a destructor may call the center
     const std::lock_guard lock(mutex_);
-    const auto first = std::stable_partition(observers_.begin(), observers_.end(),
-                                             [&goes](const auto &each) { return !goes(*each); });
+    const auto first =
+        std::stable_partition(observers_.begin(), observers_.end(),
+                              [&condition](const auto &each) { return !condition(*each); });
     std::for_each(first, observers_.end(), [](const auto &each) { each->removed = true; });
-    gone.assign(std::make_move_iterator(first), std::make_move_iterator(observers_.end()));
+    removed.assign(std::make_move_iterator(first), std::make_move_iterator(observers_.end()));
     observers_.erase(first, observers_.end());
 }
 

@@ -18,19 +18,19 @@
 
 namespace MWCore {
 
-/// What observers are told.
+/// What observers receive.
 struct MXNotification {
     QString name;
-    QPointer<QObject> object; ///< whom it is about; null for nobody, or when an observer ended it
+    QPointer<QObject> object; ///< the sender or subject; null if none was given or it was destroyed
     QVariantMap userInfo;
 };
 
-/// Tells those who asked what happened anywhere in the process.
+/// Delivers notifications within the process to the observers that registered for them.
 ///
 /// Observers may be added and removed, and notifications posted, on any thread and from within an
-/// observer. A target is called on the posting thread whatever its own is, so a target that others
-/// post to must not be destroyed on one thread while another one posts. On the posting thread a
-/// target may go at any time: it is forgotten silently.
+/// observer. A target is called on the posting thread, whatever its own thread is, so it must not
+/// be destroyed on one thread while another thread posts to it. On the posting thread a target may
+/// be destroyed at any time; it is then removed.
 class MWCORE_EXPORT MXNotificationCenter {
     struct Observer;
     struct StopObserving {
@@ -40,7 +40,7 @@ class MWCORE_EXPORT MXNotificationCenter {
 public:
     using Callback = std::function<void(const MXNotification &)>;
 
-    /// A callback that is being called; no call begins once this went.
+    /// Registration of a callback. No call begins once it is destroyed.
     using Observation = std::unique_ptr<Observer, StopObserving>;
 
     /// The one center of the process. Never null, never destroyed.
@@ -50,22 +50,24 @@ public:
     MXNotificationCenter &operator=(const MXNotificationCenter &) = delete;
 
     /// Calls the slot or invokable method named @p selector ("changed", without parentheses) of
-    /// @p target, which takes one MXNotification or nothing, for every notification of this
-    /// @p name (empty: all) about this @p object (null: all). A method that is not there is logged
-    /// when it should be called. Adding an observer twice makes two calls.
+    /// @p target, which takes one MXNotification or no argument, for every notification with this
+    /// @p name (empty: any) and @p object (null: any). A missing method is logged when it would be
+    /// called. An observer added twice is called twice.
     void addObserver(QObject *target, const QByteArray &selector, const QString &name = {},
                      QObject *object = nullptr);
 
-    /// As above, for a function. What it throws, the poster gets, and later observers are not told.
+    /// As above, for a function. An exception that it throws reaches the poster, and later
+    /// observers are not called.
     [[nodiscard]] Observation addObserver(Callback callback, const QString &name = {},
                                           QObject *object = nullptr);
 
-    /// Takes back what was added for @p target: of this @p name (empty: any) and this @p object
-    /// (null: any). None of it is called any more, except where a call on another thread has begun.
+    /// Removes the observers added for @p target with this @p name (empty: any) and @p object
+    /// (null: any). They are not called again, except that a call already begun on another thread
+    /// completes.
     void removeObserver(QObject *target, const QString &name = {}, QObject *object = nullptr);
 
-    /// Calls every observer that asked for it, in the order in which they were added, before it
-    /// returns. One removed meanwhile is left out; one added meanwhile hears of later posts only.
+    /// Calls every matching observer, in the order in which they were added, before it returns. An
+    /// observer removed meanwhile is not called; one added meanwhile receives later posts only.
     void postNotificationName(const QString &name, QObject *object = nullptr,
                               const QVariantMap &userInfo = {});
 
@@ -77,7 +79,7 @@ private:
 
     Observer *add(std::shared_ptr<Observer> observer);
     Observers observersOf(const MXNotification &notification);
-    void removeIf(const std::function<bool(const Observer &)> &goes);
+    void removeIf(const std::function<bool(const Observer &)> &condition);
 
     std::mutex mutex_; // never held while foreign code runs
     Observers observers_;

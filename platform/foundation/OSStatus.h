@@ -8,30 +8,30 @@
 
 namespace MWCore {
 
-/// Outcome of an operation of the file, catalogue, metadata, fork and alias seams: 0 is success,
+/// Outcome of an operation on files, the catalogue, metadata, forks or aliases: 0 is success,
 /// everything else is negative. Hosts log and compare the numbers, so they are fixed.
 enum OSStatus : int32_t {
     noErr = 0,
-    dskFulErr = -34,   ///< no space left: the disk, a quota, or what one item may keep
+    dskFulErr = -34,   ///< no space left: on the disk, in a quota, or for one item's attributes
     nsvErr = -35,      ///< no such volume
     ioErr = -36,       ///< the system failed to read or write
-    bdNamErr = -37,    ///< a name that cannot be: too long, empty, or with U+0000
+    bdNamErr = -37,    ///< invalid name: too long, empty, or containing U+0000
     tmfoErr = -42,     ///< too many files are open
-    fnfErr = -43,      ///< nothing there
+    fnfErr = -43,      ///< no such file or folder
     wPrErr = -44,      ///< the file system is read-only
-    fBsyErr = -47,     ///< somebody else is writing it
-    dupFNErr = -48,    ///< there already
-    paramErr = -50,    ///< an argument that makes no sense
+    fBsyErr = -47,     ///< another program is writing it
+    dupFNErr = -48,    ///< already exists
+    paramErr = -50,    ///< invalid argument
     permErr = -54,     ///< not permitted
-    memFullErr = -108, ///< memory ran out
+    memFullErr = -108, ///< out of memory
     userCanceledErr = -128,
     resNotFound = -192,    ///< no such resource
     resFNotFound = -193,   ///< no resource fork
-    mapReadErr = -199,     ///< what is stored is damaged
+    mapReadErr = -199,     ///< the stored data is damaged
     fileBoundsErr = -1309, ///< too large
     errFSNotAFolder = -1407,
-    errFSOperationNotSupported = -1426, ///< the file system cannot keep this for such an item
-    errFSAliasLoop = -1427,             ///< aliases or links that lead in a circle
+    errFSOperationNotSupported = -1426, ///< the file system cannot store this for such an item
+    errFSAliasLoop = -1427,             ///< a loop of aliases or links
     foreignLinkErr =
         -30001, ///< a link on the way to what is to be changed may be another user's trap
 };
@@ -39,7 +39,7 @@ enum OSStatus : int32_t {
 /// The status for an `errno` value; noErr for 0.
 [[nodiscard]] MWCORE_EXPORT OSStatus statusFromErrno(int error);
 
-/// What went wrong, as a sentence without a full stop: "no space left". Never null.
+/// What went wrong, as a phrase without a full stop: "not permitted". Never null.
 [[nodiscard]] MWCORE_EXPORT const char *statusText(OSStatus status);
 
 } // namespace MWCore

@@ -8,9 +8,9 @@
 
 namespace MWCore {
 
-/// How much processor time may go into side issues: a fixed time, and a share of what everything
-/// else takes from the allowance's making on. It counts the time of the calling thread, not what
-/// that waits for. Belongs to one thread.
+/// A budget of processor time for optional work: a fixed amount, plus a share of the time that
+/// everything else takes from construction on. It counts the processor time of the calling thread,
+/// not its waits. Belongs to one thread.
 class MWCORE_EXPORT TimeAllowance {
 public:
     using Clock = int64_t (*)(); ///< nanoseconds of the calling thread
@@ -22,10 +22,11 @@ public:
 
     explicit TimeAllowance(Limits limits, Clock clock = &threadTime);
 
-    /// Whether any is left. Also asked within a Use, which may be long.
+    /// Whether any time is left. May be called within a Use, to end a long one.
     [[nodiscard]] bool isLeft() const { return isLeftAt(clock_()); }
 
-    /// What happens while it lives is a side issue, if any time is left for one. One at a time.
+    /// Charges the time of its own lifetime to the allowance, if any is left at the start. One at a
+    /// time.
     class Use {
     public:
         explicit Use(TimeAllowance &allowance) : allowance_(allowance) {
@@ -48,7 +49,7 @@ public:
         bool isGranted_;
     };
 
-    /// The processor time that the calling thread took, in nanoseconds.
+    /// The processor time that the calling thread has used, in nanoseconds.
     [[nodiscard]] static int64_t threadTime();
 
 private:

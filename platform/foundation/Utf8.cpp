@@ -7,12 +7,12 @@
 namespace MWCore {
 namespace {
 
-/// How characters of one length are written (RFC 3629, section 3).
+/// The encoding of the characters of one length (RFC 3629, section 3).
 struct Length {
-    unsigned char mask; ///< the bits of the first byte that tell the length
-    unsigned char lead; ///< and what they are
+    unsigned char mask; ///< the bits of the first byte that encode the length
+    unsigned char lead; ///< the value of those bits
     std::size_t bytes;
-    char32_t smallest; ///< below it the form is overlong
+    char32_t smallest; ///< of a form that is not overlong
 };
 constexpr Length kLengths[] = {
     {0x80, 0x00, 1, 0x0},
