@@ -12,20 +12,20 @@ namespace {
 constexpr uint32_t kMagic = 0x4D57414C; // "MWAL"
 constexpr uint16_t kVersion = 1;
 
-/// Fields follow the header as tag, length and content, in any order; tags that are not known are
-/// passed over, so that later versions may add some.
+/// Fields follow the header as tag, length and content, in any order. Unknown tags are skipped, so
+/// that later versions can add some.
 enum Tag : uint16_t {
     kPath = 1,
-    kRealPath = 2, ///< left out when it is the path
+    kRealPath = 2, ///< omitted if equal to kPath
     kDevice = 3,
     kInode = 4,
-    kBirthTime = 5, ///< left out when it is not known
-    kHandle = 6,    ///< type, then the bytes; left out when there is none
+    kBirthTime = 5, ///< omitted if unknown
+    kHandle = 6,    ///< type, then the bytes; omitted if there is none
     kFileSystem = 7,
     kMountPointLength = 8,
     kAncestors = 9,
-    kFileSystemType = 10, ///< left out when it is not known, as the next
-    kSource = 11,
+    kFileSystemType = 10, ///< omitted if unknown
+    kSource = 11,         ///< omitted if unknown
 };
 
 constexpr qsizetype kLongestPath = PATH_MAX - 1;

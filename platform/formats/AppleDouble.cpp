@@ -19,7 +19,7 @@ constexpr qsizetype kEntryLength = 12;
 constexpr uint16_t kMostEntries = 64; // RFC 1740 defines 15 ids, and vendors use a handful
 constexpr qsizetype kFinderInfoLength = 32;
 
-// The attribute block that some writers keep behind the Finder information.
+// The attribute block that some writers put after the Finder information.
 constexpr uint32_t kAttributeMagic = 0x41545452; // "ATTR"
 constexpr qsizetype kAttributeBlock = kFinderInfoLength + 2;
 constexpr qsizetype kAttributeTotalSize = 8;
@@ -32,17 +32,17 @@ qsizetype tableEnd(std::size_t count) {
     return kTableOffset + kEntryLength * static_cast<qsizetype>(count);
 }
 
-/// The entries that have a content, in the order of the contents.
-std::vector<Entry> inOrder(std::vector<Entry> entries) {
+/// The entries with content, sorted by offset.
+std::vector<Entry> sortedByOffset(std::vector<Entry> entries) {
     std::erase_if(entries, [](const Entry &entry) { return entry.length == 0; });
     std::ranges::sort(entries, {}, &Entry::offset);
     return entries;
 }
 
-/// Whether no content lies in another, in the header or behind the end.
-bool areApart(const std::vector<Entry> &entries, uint64_t fileSize) {
+/// Whether no content overlaps another or the header, or extends beyond the end of the file.
+bool areDisjoint(const std::vector<Entry> &entries, uint64_t fileSize) {
     auto free = static_cast<uint64_t>(tableEnd(entries.size()));
-    for (const Entry &entry : inOrder(entries)) {
+    for (const Entry &entry : sortedByOffset(entries)) {
         if (entry.offset < free)
             return false;
         free = static_cast<uint64_t>(entry.offset) + entry.length;
@@ -54,14 +54,14 @@ bool isZero(QByteArrayView bytes) {
     return std::ranges::all_of(bytes, [](char byte) { return byte == 0; });
 }
 
-/// How many attributes the content of a Finder information entry keeps.
+/// The number of attributes in the content of a Finder information entry.
 uint16_t attributeCount(QByteArrayView content) {
     if (numberAt<uint32_t>(content, kAttributeBlock) != kAttributeMagic)
         return 0;
     return numberAt<uint16_t>(content, kAttributeBlock + kAttributeCount).value_or(0);
 }
 
-/// Whether the content is zero, but for the header of an attribute block that keeps none.
+/// Whether the content is all zero, except for the header of an attribute block without attributes.
 bool isEmptyFinderInfo(QByteArrayView content) {
     const bool hasBlock = numberAt<uint32_t>(content, kAttributeBlock) == kAttributeMagic;
     if (!hasBlock || attributeCount(content) > 0)
@@ -78,7 +78,7 @@ AppleDouble AppleDouble::fresh() {
     AppleDouble file;
     appendNumber(file.bytes_, kMagic);
     appendNumber(file.bytes_, kVersions[0]);
-    file.bytes_.append("Mac OS X        "); // the filler that readers know
+    file.bytes_.append("Mac OS X        "); // the filler that readers expect
     file.bytes_.resize(kForkOffset, '\0');
     file.entries_ = {{kFinderInfoEntry, kFinderInfoOffset, kFinderInfoLength},
                      {kResourceForkEntry, kForkOffset, 0}};
@@ -101,7 +101,7 @@ std::optional<std::vector<Entry>> AppleDouble::entriesOf(QByteArrayView head, ui
         entries.push_back({qFromBigEndian<uint32_t>(head.data() + at),
                            qFromBigEndian<uint32_t>(head.data() + at + 4),
                            qFromBigEndian<uint32_t>(head.data() + at + 8)});
-    return areApart(entries, fileSize) ? std::optional(entries) : std::nullopt;
+    return areDisjoint(entries, fileSize) ? std::optional(entries) : std::nullopt;
 }
 
 std::optional<AppleDouble> AppleDouble::parse(const QByteArray &bytes) {
@@ -113,7 +113,7 @@ std::optional<AppleDouble> AppleDouble::parse(const QByteArray &bytes) {
     file.entries_ = std::move(*entries);
     const int missing = int(!file.find(kResourceForkEntry)) + int(!file.find(kFinderInfoEntry));
     if (file.entries_.size() + static_cast<std::size_t>(missing) > kMostEntries)
-        return std::nullopt; // what is ours could not be added
+        return std::nullopt; // no room for the entries that we add
     return file;
 }
 
@@ -155,7 +155,7 @@ void AppleDouble::replace(uint32_t id, QByteArrayView content) {
 bool AppleDouble::isVoid() const {
     const QByteArrayView bytes(bytes_);
     qsizetype seen = tableEnd(entries_.size());
-    for (const Entry &entry : inOrder(entries_)) {
+    for (const Entry &entry : sortedByOffset(entries_)) {
         const auto content = bytes.sliced(entry.offset, entry.length);
         const bool isEmpty =
             entry.id == kFinderInfoEntry ? isEmptyFinderInfo(content) : isZero(content);
@@ -178,12 +178,12 @@ void AppleDouble::addEntry(uint32_t id) {
             firstContent = std::min<qsizetype>(firstContent, entry.offset);
     const qsizetype end = tableEnd(entries_.size());
     if (firstContent < end + kEntryLength ||
-        !isZero(QByteArrayView(bytes_).sliced(end, kEntryLength))) // which are somebody's
+        !isZero(QByteArrayView(bytes_).sliced(end, kEntryLength))) // bytes in use
         moveContents(kEntryLength);
     entries_.push_back({id, static_cast<uint32_t>(bytes_.size()), 0});
 }
 
-/// Makes room before all contents, whose places are counted from the start of the file.
+/// Inserts @p distance bytes before all contents and adjusts their offsets.
 void AppleDouble::moveContents(uint32_t distance) {
     bytes_.insert(tableEnd(entries_.size()), QByteArray(distance, '\0'));
     for (Entry &entry : entries_) {

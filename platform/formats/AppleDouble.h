@@ -14,44 +14,47 @@ namespace MWCore {
 /// Entry ids of AppleDouble (RFC 1740, section 5).
 enum AppleDoubleId : uint32_t { kResourceForkEntry = 2, kFinderInfoEntry = 9 };
 
-/// What an AppleDouble file keeps beside a file (RFC 1740), changed entry by entry. Every byte that
-/// is not asked for stays: other entries, attributes behind the Finder information, the filler.
+/// An AppleDouble file (RFC 1740), changed entry by entry. Every other byte is preserved: other
+/// entries, attributes after the Finder information, the filler.
 class AppleDouble {
 public:
-    /// Where an entry's content is, in bytes from the start of the file.
+    /// Where an entry's content is: bytes from the start of the file, and length in bytes.
     struct Entry {
         uint32_t id;
         uint32_t offset;
         uint32_t length;
     };
 
-    /// A file in the form that most programs write: 32 bytes of Finder information, all zero, and
-    /// an empty resource fork.
+    /// A new file in the form that most programs write: 32 zero bytes of Finder information and an
+    /// empty resource fork.
     [[nodiscard]] static AppleDouble fresh();
 
-    /// Nothing when @p bytes are no whole AppleDouble file: an entry lies outside or in another, or
-    /// there are more than 64, those included that changing it could add.
+    /// nullopt if @p bytes are not a complete AppleDouble file: an entry lies outside the file or
+    /// overlaps another, or there are more than 64 entries, including those that a change could
+    /// add.
     [[nodiscard]] static std::optional<AppleDouble> parse(const QByteArray &bytes);
 
-    /// The entries of a file of @p fileSize bytes that begins with @p head, at most 64; nothing as
-    /// above, and when the table of entries is longer than the head. 794 bytes are enough.
+    /// The entries, at most 64, of a file of @p fileSize bytes that starts with @p head. nullopt if
+    /// the file is damaged, as above, or the head does not include the whole table of entries. A
+    /// head of 794 bytes is always enough.
     [[nodiscard]] static std::optional<std::vector<Entry>> entriesOf(QByteArrayView head,
                                                                      uint64_t fileSize);
 
     /// Whether @p head starts with the magic and a known version.
     [[nodiscard]] static bool hasMagic(QByteArrayView head);
 
-    /// The content of the first entry @p id, null when there is none.
+    /// The content of the first entry @p id, null if there is none.
     [[nodiscard]] QByteArrayView content(uint32_t id) const;
 
-    /// Overwrites the beginning of the entry @p id, which is made and lengthened as needed.
+    /// Overwrites the beginning of the entry @p id, which is created and extended as needed.
     void overwrite(uint32_t id, QByteArrayView beginning);
 
-    /// Gives the entry @p id, which is made if needed, new content.
+    /// Replaces the content of the entry @p id, which is created if needed.
     void replace(uint32_t id, QByteArrayView content);
 
-    /// Whether nobody would miss the file: all that it keeps is zero or empty, also before, between
-    /// and behind the contents. The header's filler does not count.
+    /// Whether the file stores nothing: all contents, and the bytes before, between and after them,
+    /// are zero. Ignores the filler in the header and the header of an attribute block without
+    /// attributes.
     [[nodiscard]] bool isVoid() const;
 
     [[nodiscard]] const QByteArray &bytes() const { return bytes_; }

@@ -14,14 +14,14 @@ namespace MWCore {
 namespace {
 
 struct EscapeRow {
-    char letter; ///< what stands behind the backslash
-    char byte;   ///< what both stand for
+    char letter; ///< after the backslash
+    char byte;   ///< that the two represent
 };
 constexpr EscapeRow kEscapeRows[] = {
     {'s', ' '}, {'n', '\n'}, {'t', '\t'}, {'r', '\r'}, {'\\', '\\'},
 };
 
-/// Where the last line of the key is, when there is one.
+/// The last line of the key, if there is one.
 std::optional<DesktopEntryLine> findKey(QByteArrayView bytes, QByteArrayView group,
                                         QByteArrayView key) {
     std::optional<DesktopEntryLine> found;
@@ -36,10 +36,10 @@ QByteArrayView rawValue(QByteArrayView bytes, const DesktopEntryLine &line) {
     return bytes.sliced(line.valueBegin, line.end - line.valueBegin);
 }
 
-/// Undoes the escapes; a backslash before anything else stays.
+/// Resolves the escapes; a backslash before any other character is kept.
 QString unescaped(QByteArrayView raw) {
     QByteArray plain;
-    plain.reserve(raw.size() + 1); // never null: an empty value is there
+    plain.reserve(raw.size() + 1); // makes it non-null even if the value is empty
     for (qsizetype index = 0; index < raw.size(); ++index) {
         const bool isPair = raw[index] == '\\' && index + 1 < raw.size();
         const auto *const row =
@@ -51,7 +51,7 @@ QString unescaped(QByteArrayView raw) {
     return stringWithFileSystemRepresentation(plain);
 }
 
-/// Blanks are escaped only where they would be lost, so that people can read the rest.
+/// Blanks are escaped only where they would be lost, so that the value stays readable.
 QByteArray escaped(const QByteArray &plain) {
     QByteArray raw;
     for (qsizetype index = 0; index < plain.size(); ++index) {
@@ -65,7 +65,7 @@ QByteArray escaped(const QByteArray &plain) {
     return raw;
 }
 
-/// The locales to look for, best first. Without an encoding, which says nothing about the text.
+/// The locales to look for, best match first. The encoding is ignored, as the standard requires.
 std::array<QByteArray, 4> localesFor(QByteArrayView locale) {
     const QByteArray whole = locale.toByteArray();
     const auto before = [](const QByteArray &text, char mark) {
@@ -79,8 +79,8 @@ std::array<QByteArray, 4> localesFor(QByteArrayView locale) {
     return {country + modifier, country, language + modifier, language};
 }
 
-/// The place of the locale that @p key gives @p name, behind the last one for a key without any.
-/// Nothing for another key.
+/// The index in @p locales of the locale of @p key, which is "name[locale]"; one past the last for
+/// @p name alone. nullopt for any other key or locale.
 std::optional<std::size_t> rankOf(QByteArrayView key, QByteArrayView name,
                                   const std::array<QByteArray, 4> &locales) {
     if (key == name)
@@ -95,7 +95,7 @@ std::optional<std::size_t> rankOf(QByteArrayView key, QByteArrayView name,
     return std::nullopt;
 }
 
-/// Whether the text is read back as the group or key that it names.
+/// Whether the text, written as a group or key, would be read back as the same.
 bool canName(QByteArrayView text, const char *forbidden) {
     return !text.isEmpty() && !isBlank(text.front()) && !isBlank(text.back()) &&
            std::ranges::none_of(text, [forbidden](char byte) {
@@ -104,7 +104,7 @@ bool canName(QByteArrayView text, const char *forbidden) {
            });
 }
 
-/// Where a line can be added to the group: behind its last line that holds anything.
+/// The group's last header or key line, after which a line can be added.
 std::optional<DesktopEntryLine> lastLineOf(QByteArrayView bytes, QByteArrayView group) {
     std::optional<DesktopEntryLine> found;
     DesktopEntryLines lines(bytes);
@@ -140,7 +140,7 @@ void DesktopEntry::findValues(QByteArrayView group, std::span<const QByteArrayVi
 std::optional<QString> DesktopEntry::localizedValue(QByteArrayView group, QByteArrayView key,
                                                     QByteArrayView locale) const {
     const auto locales = localesFor(locale);
-    std::size_t best = locales.size(); // the rank of the form without a locale
+    std::size_t best = locales.size(); // the rank of the key without a locale
     std::optional<DesktopEntryLine> found;
     DesktopEntryLines lines(bytes_);
     for (DesktopEntryLine line; lines.next(&line);) {
@@ -161,7 +161,7 @@ QStringList DesktopEntry::list(QByteArrayView group, QByteArrayView key) const {
         return {};
     QStringList items;
     QByteArray item;
-    bool isOpen = false; // the last item needs no ";" behind it
+    bool isOpen = false; // the last item needs no ";" after it
     const QByteArrayView raw = rawValue(bytes_, *line);
     for (qsizetype index = 0; index < raw.size(); ++index) {
         isOpen = raw[index] != ';';
@@ -205,7 +205,7 @@ bool DesktopEntry::setValue(QByteArrayView group, QByteArrayView key, const QStr
         return true;
     }
     const QByteArray lineEnd = bytes_.sliced(before->end, before->next - before->end);
-    const bool isLineEnded = lineEnd.endsWith('\n'); // the file may stop within CR LF
+    const bool isLineEnded = lineEnd.endsWith('\n'); // the file may end between CR and LF
     bytes_.insert(before->next, isLineEnded ? assignment + lineEnd : '\n' + assignment);
     return true;
 }

@@ -15,12 +15,14 @@
 
 namespace MWCore {
 
-/// A file of groups, keys and values in the form of the XDG desktop entry standard, 1.5. It is kept
-/// as its bytes, so that what is not changed stays as it is: comments, blanks around "=", foreign
-/// keys and groups, line ends. Every operation is one pass over the bytes, whatever they hold.
+/// A file of groups, keys and values in the format of the XDG desktop entry standard, 1.5. It is
+/// stored as its bytes, so that everything that is not changed is preserved: comments, blanks
+/// around "=", unknown keys and groups, line ends. Every operation is one pass over the bytes,
+/// however damaged they are.
 ///
-/// Groups and keys are bytes; values are texts in which a byte that is not UTF-8 is carried as by
-/// stringWithFileSystemRepresentation(). Of a key that is there twice, the last one counts.
+/// Groups and keys are bytes; values are texts as made by stringWithFileSystemRepresentation(), so
+/// that invalid UTF-8 is preserved. If a key occurs more than once in a group, its last line
+/// counts.
 class MWCORE_EXPORT DesktopEntry {
 public:
     /// The group that makes a file a desktop entry.
@@ -29,10 +31,10 @@ public:
     DesktopEntry() = default;
     explicit DesktopEntry(QByteArray bytes) : bytes_(std::move(bytes)) {}
 
-    /// The value of the key as it stands, escapes undone. Nothing for a key that is not there.
+    /// The value of the key with its escapes resolved; nullopt if the key is missing.
     [[nodiscard]] std::optional<QString> value(QByteArrayView group, QByteArrayView key) const;
 
-    /// The same of several keys of a group, in one pass.
+    /// The values of several keys of a group, found in one pass.
     template <std::size_t Count>
     [[nodiscard]] std::array<std::optional<QString>, Count>
     values(QByteArrayView group, const std::array<QByteArrayView, Count> &keys) const {
@@ -41,21 +43,22 @@ public:
         return found;
     }
 
-    /// The value for @p locale, "lang_COUNTRY.ENCODING@MODIFIER": the most special of the forms
-    /// that are there, at last the one without a locale.
+    /// The value for @p locale, "lang_COUNTRY.ENCODING@MODIFIER": of the key with the most specific
+    /// matching locale, else of the key without a locale. nullopt if both are missing.
     [[nodiscard]] std::optional<QString>
     localizedValue(QByteArrayView group, QByteArrayView key,
                    QByteArrayView locale = messagesLocale()) const;
 
-    /// The items of a value that ";" separates or ends. Empty for a key that is not there.
+    /// The items of a value, separated or terminated by ";". Empty if the key is missing.
     [[nodiscard]] QStringList list(QByteArrayView group, QByteArrayView key) const;
 
-    /// Nothing for a value other than "true" and "false", too.
+    /// nullopt if the key is missing or its value is neither "true" nor "false".
     [[nodiscard]] std::optional<bool> boolean(QByteArrayView group, QByteArrayView key) const;
 
     /// Replaces the value in its line, or adds a line at the end of the group, or the group at the
-    /// end of the file. False, and nothing changes, for what such a file cannot hold: a group or
-    /// key that would not be read back as one, a text that has no bytes.
+    /// end of the file. Returns false and changes nothing if the file cannot represent it: the
+    /// group or key would not be read back as the same, or @p value has no file-system
+    /// representation.
     [[nodiscard]] bool setValue(QByteArrayView group, QByteArrayView key, const QString &value);
 
     /// Removes every line of the key.
@@ -63,7 +66,7 @@ public:
 
     [[nodiscard]] QByteArray toBytes() const { return bytes_; }
 
-    /// The locale for messages in this process's environment, "" when it names none.
+    /// The locale for messages in this process's environment; empty if it names none.
     [[nodiscard]] static QByteArray messagesLocale();
 
 private:

@@ -5,8 +5,8 @@
 namespace MWCore {
 namespace {
 
-/// The group that a line "[group]" opens. Null, which is no group's name, for a damaged line: what
-/// follows it shall not count as part of the group before.
+/// The group that a line "[group]" opens. Null, which is no group's name, for a damaged line, so
+/// that the lines after it do not count as part of the previous group.
 QByteArrayView groupOf(QByteArrayView content) {
     const qsizetype close = content.indexOf(']');
     return close < 0 ? QByteArrayView() : content.sliced(1, close - 1);

@@ -6,30 +6,30 @@
 
 namespace MWCore {
 
-/// Blanks may stand around what a line of a desktop entry holds.
+/// Blanks may surround a group, key or value in its line.
 [[nodiscard]] constexpr bool isBlank(char byte) {
     return byte == ' ' || byte == '\t';
 }
 
-/// One line of a desktop entry, told by offsets into its bytes.
+/// One line of a desktop entry, as offsets into its bytes.
 struct DesktopEntryLine {
     enum Kind { Other, Group, Key };
 
     Kind kind = Other;
     qsizetype begin = 0;
-    qsizetype valueBegin = 0; ///< of a key
+    qsizetype valueBegin = 0; ///< if kind is Key
     qsizetype end = 0;        ///< before the line end, which is LF or CR LF
     qsizetype next = 0;       ///< where the next line begins
     QByteArrayView group; ///< the group that the line opens or belongs to; null before the first
-    QByteArrayView key;   ///< with "[locale]", where it has one
+    QByteArrayView key;   ///< including its "[locale]", if any
 };
 
-/// Goes through the lines of a desktop entry, which outlives it and does not change meanwhile.
+/// Iterates over the lines of a desktop entry, which must outlive this and not change meanwhile.
 class DesktopEntryLines {
 public:
     explicit DesktopEntryLines(QByteArrayView bytes) : bytes_(bytes) {}
 
-    /// Makes @p line the next one; false behind the last.
+    /// Sets @p line to the next line; false after the last one.
     [[nodiscard]] bool next(DesktopEntryLine *line);
 
 private:

@@ -9,15 +9,15 @@
 
 namespace MWCore {
 
-/// What the property list in @p bytes holds, XML or binary: QString, qlonglong (qulonglong above
-/// its range), double, bool, QDateTime in UTC, QByteArray, QVariantList or QVariantMap. In texts a
-/// byte that is not UTF-8 is carried as by stringWithFileSystemRepresentation().
+/// The value of the property list in @p bytes, XML or binary: QString, qlonglong (qulonglong above
+/// its range), double, bool, QDateTime in UTC, QByteArray, QVariantList or QVariantMap. Texts are
+/// made by stringWithFileSystemRepresentation(), so that invalid UTF-8 is preserved.
 ///
-/// Invalid for what is damaged, nested deeper than kPropertyListDepth, refers to itself or grows
-/// beyond what its size justifies: time and memory are linear in the size of any input.
+/// Invalid if the list is damaged, nested deeper than kPropertyListDepth, refers to itself, or
+/// expands beyond what its size justifies. Time and memory are linear in the size of any input.
 [[nodiscard]] MWCORE_EXPORT QVariant readPropertyList(QByteArrayView bytes);
 
-/// How many containers may stand inside one another. Property lists in use have fewer than 20.
+/// How deep containers may be nested. Property lists in use need fewer than 20 levels.
 inline constexpr int kPropertyListDepth = 128;
 
 } // namespace MWCore

@@ -35,9 +35,9 @@ constexpr uint8_t kTrue = 0x9;
 constexpr uint8_t kCountFollows = 0xF;
 
 constexpr uint64_t kHeaderSize = 8;   // "bplist00"
-constexpr uint64_t kTrailerSize = 32; // 6 unused bytes, two sizes of a byte, three 64-bit numbers
+constexpr uint64_t kTrailerSize = 32; // 6 unused bytes, two 1-byte sizes, three 64-bit numbers
 
-/// How many values a list may hold for each byte of its own, shared ones counted each time.
+/// How many values a list may have per byte of its size. A shared value counts at each reference.
 constexpr uint64_t kValuesPerByte = 8;
 
 /// A big-endian number of at most 8 bytes.
@@ -48,7 +48,7 @@ uint64_t numberOf(QByteArrayView bytes) {
     return number;
 }
 
-/// Only numbers of 8 bytes can be negative; those of 16 are above their range.
+/// Only 8-byte numbers can be negative; 16-byte numbers are for values above their range.
 QVariant integerOf(QByteArrayView bytes) {
     if (bytes.size() <= 8)
         return static_cast<qlonglong>(numberOf(bytes));
@@ -68,7 +68,7 @@ QVariant dateOf(QByteArrayView bytes) {
     constexpr double kReference = 978'307'200; // in Unix time
     constexpr double kFarthest = 1e12;         // 30,000 years
     const double seconds = bytes.size() == 8 ? std::bit_cast<double>(numberOf(bytes)) : kFarthest;
-    if (!(std::abs(seconds) < kFarthest)) // not a number, too
+    if (!(std::abs(seconds) < kFarthest)) // NaN, too
         return {};
     return QDateTime::fromMSecsSinceEpoch(std::llround((seconds + kReference) * 1000), Qt::UTC);
 }
@@ -96,7 +96,8 @@ constexpr ScalarRow kScalarRows[] = {
     {kData, dataOf},       {kAscii, asciiOf}, {kUtf16, utf16Of},
 };
 
-/// Pairs the keys, the first half, with the second. Nothing when a key is no text.
+/// Pairs the keys in the first half with the values in the second. nullopt if a key is not a
+/// string.
 std::optional<QVariantMap> dictionaryOf(const QVariantList &keysAndValues) {
     const qsizetype count = keysAndValues.size() / 2;
     QVariantMap dictionary;
@@ -109,9 +110,9 @@ std::optional<QVariantMap> dictionaryOf(const QVariantList &keysAndValues) {
     return dictionary;
 }
 
-/// Reads a list from its top object down. An object that several others refer to is read once and
-/// shared. Objects of an honest list do not overlap, so that all bytes read together are no more
-/// than the list has.
+/// Reads a list from its top object down. An object with several references is read once and
+/// shared. Objects of a valid list do not overlap, so the bytes read in total are limited to the
+/// size of the list.
 class BinaryReader {
 public:
     explicit BinaryReader(QByteArrayView bytes) : bytes_(bytes) {}
@@ -121,8 +122,8 @@ public:
 private:
     struct Object {
         QVariant value;
-        uint64_t values = 0; ///< in it and below, itself included; 0 while it is being read
-        int height = 0;      ///< containers inside one another, itself included
+        uint64_t values = 0; ///< at any depth, including itself; 0 while it is being read
+        int height = 0;      ///< levels of nested containers, including itself
     };
 
     const Object *objectAt(uint64_t index, int depth);
@@ -135,7 +136,7 @@ private:
     }
 
     QByteArrayView bytes_;
-    uint64_t objectsEnd_ = 0; ///< where the table of the objects' offsets begins
+    uint64_t objectsEnd_ = 0; ///< where the table of object offsets begins
     uint64_t objectCount_ = 0;
     uint8_t offsetSize_ = 0;
     uint8_t referenceSize_ = 0;
@@ -162,13 +163,13 @@ QVariant BinaryReader::read() {
     return top ? top->value : QVariant();
 }
 
-/// Null for an object that is damaged or part of itself.
+/// Null if the object is damaged or contains itself.
 const BinaryReader::Object *BinaryReader::objectAt(uint64_t index, int depth) {
     if (index >= objectCount_)
         return nullptr;
     const uint64_t offset = numberOf(part(objectsEnd_ + index * offsetSize_, offsetSize_));
     const auto [entry, isNew] = objects_.try_emplace(offset);
-    Object &object = entry->second; // stays in its place when others come
+    Object &object = entry->second; // stays valid when others are added
     if (isNew && !readObject(offset, depth, &object))
         return nullptr;
     if (object.values == 0 || depth + object.height > kPropertyListDepth)
@@ -225,7 +226,7 @@ bool BinaryReader::readContainer(uint8_t kind, QByteArrayView references, int de
     return true;
 }
 
-/// How many bytes stand behind an object's marker and count.
+/// The size in bytes of an object's content, after its marker and count.
 std::optional<uint64_t> BinaryReader::takeSize(uint64_t *position, uint8_t kind, uint8_t nibble) {
     if (kind == kBoolean)
         return 0;
@@ -246,7 +247,7 @@ std::optional<uint64_t> BinaryReader::takeSize(uint64_t *position, uint8_t kind,
                       : kind == kArray      ? referenceSize_
                       : kind == kDictionary ? 2 * referenceSize_
                                             : 1;
-    if (count > objectsEnd_) // the product could wrap
+    if (count > objectsEnd_) // otherwise the product could overflow
         return std::nullopt;
     return count * static_cast<uint64_t>(unit);
 }

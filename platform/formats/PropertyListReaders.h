@@ -5,7 +5,7 @@
 #include <QByteArrayView>
 #include <QVariant>
 
-/// One reader a form, with the outcome of readPropertyList().
+/// One reader per format. The results are those of readPropertyList().
 namespace MWCore {
 
 /// A binary property list, version "bplist0".

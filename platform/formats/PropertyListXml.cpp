@@ -66,7 +66,7 @@ constexpr ScalarRow kScalarRows[] = {
     {"real", realOf}, {"date", dateOf},   {"data", dataOf},
 };
 
-/// Reads values from the pieces of a list. Where one fails, the whole list does.
+/// Reads values from the pieces of a list. If one value is damaged, reading the list fails.
 class XmlReader {
 public:
     explicit XmlReader(QByteArrayView bytes) : pieces_(bytes) {}
@@ -107,7 +107,7 @@ QVariant XmlReader::value(const XmlPiece &start, int depth) {
     return content ? row->make(*content) : QVariant();
 }
 
-/// What stands behind the start tag, through the end tag.
+/// Reads from after the start tag through the end tag.
 QVariant XmlReader::array(int depth) {
     QVariantList values;
     XmlPiece piece = nextTag();
@@ -133,7 +133,7 @@ QVariant XmlReader::dictionary(int depth) {
     return piece.name == "dict" ? QVariant(values) : QVariant();
 }
 
-/// The text of the element that @p start begins, which has no elements in it.
+/// The text of the element that @p start opens; nullopt if it contains other elements.
 std::optional<QByteArray> XmlReader::text(const XmlPiece &start) {
     QByteArray content = "";
     if (start.kind == XmlPiece::Empty)
@@ -146,7 +146,7 @@ std::optional<QByteArray> XmlReader::text(const XmlPiece &start) {
     return content;
 }
 
-/// Nothing but blanks may stand between the tags of containers.
+/// The next tag within a container, where only blanks may be between tags.
 XmlPiece XmlReader::nextTag() {
     XmlPiece piece = pieces_.next();
     while (piece.kind == XmlPiece::Text && std::ranges::all_of(piece.text, isXmlBlank))

@@ -7,7 +7,7 @@
 namespace MWCore {
 namespace {
 
-constexpr uint64_t kMapTypeList = 24; ///< where the offset of the list of types is
+constexpr uint64_t kMapTypeList = 24; ///< where the offset of the type list is
 constexpr uint64_t kTypeLength = 8;
 constexpr uint32_t kLargestOffset = 0xFFFFFF; // three bytes
 

@@ -7,12 +7,12 @@
 
 #include <QByteArrayView>
 
-/// Finding one resource of a fork without reading the others. Source of the layout: as ResourceMap.
+/// Finds one resource of a fork without reading the others. Source of the layout: see ResourceMap.
 namespace MWCore {
 
-/// Where the two areas of a fork are, in bytes from its start.
+/// The two areas of a fork: bytes from its start, and lengths in bytes.
 struct ForkAreas {
-    static constexpr qsizetype kHeadLength = 16; ///< of what tells it
+    static constexpr qsizetype kHeadLength = 16; ///< bytes that describe the areas
 
     uint64_t data = 0;
     uint64_t dataLength = 0;
@@ -20,11 +20,12 @@ struct ForkAreas {
     uint64_t mapLength = 0;
 };
 
-/// The areas of a fork of @p length bytes that begins with @p head. Nothing when one lies outside.
+/// The areas of a fork of @p length bytes that starts with @p head. nullopt if the head is too
+/// short or an area lies outside the fork.
 [[nodiscard]] std::optional<ForkAreas> forkAreasOf(QByteArrayView head, uint64_t length);
 
-/// Where the first resource of @p type is in the data area: four bytes that hold its length, then
-/// the content. Nothing when there is none in @p map, the beginning of the map or all of it.
+/// The offset in the data area of the first resource of @p type: four bytes with its length, then
+/// the content. nullopt if @p map, all or the beginning of a map, lists none.
 [[nodiscard]] std::optional<uint32_t> firstResourceOffset(QByteArrayView map, uint32_t type);
 
 } // namespace MWCore

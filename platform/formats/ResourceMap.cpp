@@ -42,14 +42,14 @@ std::vector<Type> byType(const std::vector<Resource> &resources) {
     return types;
 }
 
-/// The three areas of a fork while they are written.
+/// Parts of a fork while it is being written.
 struct Areas {
     QByteArray data;
     QByteArray references;
     QByteArray names;
 };
 
-/// False when an offset would be too large.
+/// False if an offset would be too large.
 bool append(Areas &areas, const Resource &resource) {
     const qsizetype name = areas.names.size();
     if (areas.data.size() > kLargestOffset || (resource.name && name >= kNoName))
@@ -70,8 +70,8 @@ bool append(Areas &areas, const Resource &resource) {
 
 } // namespace
 
-/// Walks through a fork's map. Every place is checked, and what is read in total has to fit into
-/// the areas that it is read from, so that no input grows.
+/// Reads a fork. Every offset is checked, and the total read from each area must not exceed its
+/// size, so that memory is linear in the size of any input.
 class ResourceMap::Reader {
 public:
     explicit Reader(QByteArrayView fork) : fork_(fork) {}
@@ -169,7 +169,7 @@ private:
     QByteArrayView map_;
     uint16_t typeList_ = 0; ///< offset in the map
     uint16_t nameList_ = 0; ///< offset in the map
-    // Bytes so far.
+    // Bytes read so far.
     uint64_t read_ = 0;
     qsizetype references_ = 0;
     qsizetype names_ = 0;
@@ -208,7 +208,7 @@ bool ResourceMap::remove(uint32_t type, int16_t id) {
 std::optional<QByteArray> ResourceMap::toBytes() const {
     constexpr auto kFarthest = std::numeric_limits<uint16_t>::max();
     if (resources_.size() > kFarthest / kReferenceLength)
-        return std::nullopt; // before time is spent on sorting them by type
+        return std::nullopt; // before any time is spent on sorting by type
     const std::vector<Type> types = byType(resources_);
     Areas areas;
     QByteArray typeList;

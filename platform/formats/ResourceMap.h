@@ -24,30 +24,31 @@ struct Resource {
 /// format (header, data area, map with a list of types and one of names).
 class ResourceMap {
 public:
-    /// No bytes are a fork without resources. Nothing when @p fork is damaged: something lies
-    /// outside, or its data is counted more than once.
+    /// An empty @p fork has no resources. nullopt if the fork is damaged: something lies outside
+    /// it, or its resources share bytes.
     [[nodiscard]] static std::optional<ResourceMap> parse(QByteArrayView fork);
 
     [[nodiscard]] const std::vector<Resource> &resources() const { return resources_; }
 
-    /// Null when there is none.
+    /// Null if there is none.
     [[nodiscard]] const Resource *find(uint32_t type, int16_t id) const;
 
-    /// Adds behind the others of its type, in place of one of the same type and id.
+    /// Replaces the resource of the same type and id, or adds this one after the others of its
+    /// type.
     void put(Resource resource);
 
-    /// False when there is none.
+    /// False if there is none.
     [[nodiscard]] bool remove(uint32_t type, int16_t id);
 
-    /// The fork. Nothing when the format cannot hold it: more than 16 MB of data before the last
-    /// resource, or more resources and names than 16-bit offsets reach.
+    /// The bytes of the fork. nullopt if the format cannot represent it: more than 16 MB of data
+    /// before the last resource, or more resources and names than 16-bit offsets reach.
     [[nodiscard]] std::optional<QByteArray> toBytes() const;
 
 private:
     class Reader;
 
     std::vector<Resource> resources_;
-    QByteArray headerReserved_ = QByteArray(112 + 128, '\0'); ///< the system's and the owner's part
+    QByteArray headerReserved_ = QByteArray(112 + 128, '\0'); ///< as the file had them
     uint16_t attributes_ = 0;                                 ///< of the whole map
 };
 

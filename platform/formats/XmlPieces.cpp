@@ -18,7 +18,7 @@ constexpr EntityRow kEntityRows[] = {
     {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''},
 };
 
-/// The bytes for a reference "&name;" or "&#number;". Nothing for one that XML 1.0 does not know.
+/// The bytes for a reference "&name;" or "&#number;". nullopt if XML 1.0 does not define it.
 std::optional<QByteArray> resolved(QByteArrayView name) {
     if (!name.startsWith('#')) {
         const auto *const row = std::ranges::find(kEntityRows, name, &EntityRow::name);
@@ -35,7 +35,7 @@ std::optional<QByteArray> resolved(QByteArrayView name) {
     return QString::fromUcs4(&character, 1).toUtf8();
 }
 
-/// Line ends as XML hands them on.
+/// Line ends normalized as XML 1.0 requires.
 QByteArray withLineFeeds(QByteArrayView text) {
     return text.toByteArray().replace("\r\n", "\n").replace('\r', '\n');
 }
@@ -60,7 +60,8 @@ std::optional<QByteArray> withoutReferences(const QByteArray &text) {
     return plain;
 }
 
-/// Where the tag at the front of @p text ends: its ">", which may stand in an attribute, too.
+/// The index of the ">" that ends the tag at the start of @p text, skipping quoted attribute
+/// values; -1 if there is none.
 qsizetype endOfTag(QByteArrayView text) {
     char quote = 0;
     for (qsizetype index = 0; index < text.size(); ++index) {
@@ -89,7 +90,7 @@ XmlPiece XmlPieces::next() {
             takeThrough("?>");
         else if (!rest_.startsWith("<!"))
             return tag();
-        else if (takeThrough(">").contains('[')) // declarations could make entities
+        else if (takeThrough(">").contains('[')) // declarations could define entities
             rest_ = {};
     }
     return {};
@@ -130,7 +131,7 @@ XmlPiece XmlPieces::tag() {
     return piece.name.isEmpty() ? XmlPiece() : piece;
 }
 
-/// What stands up to @p end, itself included. Without it nothing, and no more of the document.
+/// Takes everything through @p end. If @p end is missing, returns nothing and discards the rest.
 QByteArrayView XmlPieces::takeThrough(QByteArrayView end) {
     const qsizetype at = rest_.indexOf(end);
     const QByteArrayView taken = at < 0 ? QByteArrayView() : rest_.first(at + end.size());

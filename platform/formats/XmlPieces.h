@@ -14,14 +14,14 @@ namespace MWCore {
 struct XmlPiece {
     enum Kind { Start, End, Empty, Text, Damage };
 
-    Kind kind = Damage;  ///< Damage at the end of the document, too
+    Kind kind = Damage;  ///< Damage also marks the end of the document
     QByteArrayView name; ///< of a tag
     QByteArray text;     ///< references and CDATA resolved, line ends as LF
 };
 
-/// Goes through the tags and texts of an XML document in UTF-8 that needs neither attributes nor
-/// entities of its own: comments, instructions and attributes are skipped, a document type that
-/// declares anything is damage. One pass, whatever the document holds.
+/// Iterates over the tags and texts of an XML document in UTF-8. Comments, instructions and
+/// attributes are skipped; a document type with declarations counts as damage, so there are no
+/// entities but the predefined ones. One pass over any document.
 class XmlPieces {
 public:
     explicit XmlPieces(QByteArrayView document) : rest_(document) {}
