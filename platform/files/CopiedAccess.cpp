@@ -22,23 +22,23 @@
 namespace MWCore {
 namespace {
 
-constexpr std::size_t kLongest = 65536; // what the kernel lists, and keeps of each, at most
+constexpr std::size_t kLongest = 65536; // the kernel's limit for the list of names and for a value
 constexpr unsigned kReadAndWrite = 6;
 
-/// What an access control list says (acl(5)); the form is the kernel's, little-endian.
+/// An access control list (acl(5)) in the kernel's little-endian format.
 class AccessList {
 public:
     explicit AccessList(QByteArray entries) : entries_(std::move(entries)) {}
 
     enum Tag : uint16_t { User = 0x02, Group = 0x04 };
 
-    /// The permissions of the first entry; of a user, the one for @p user.
+    /// The permissions of the first entry with @p tag; for User, of the entry for @p user.
     [[nodiscard]] std::optional<unsigned> permissions(Tag tag, uid_t user = 0) const {
         for (qsizetype at = 4; at + 8 <= entries_.size(); at += 8) {
             const char *const entry = entries_.constData() + at;
-            const bool isIt = qFromLittleEndian<uint16_t>(entry) == tag &&
-                              (tag != User || qFromLittleEndian<uint32_t>(entry + 4) == user);
-            if (isIt)
+            const bool isWanted = qFromLittleEndian<uint16_t>(entry) == tag &&
+                                  (tag != User || qFromLittleEndian<uint32_t>(entry + 4) == user);
+            if (isWanted)
                 return qFromLittleEndian<uint16_t>(entry + 2);
         }
         return std::nullopt;
@@ -66,8 +66,8 @@ struct Lost {
     bool group;
 };
 
-/// Whether nobody whom @p wanted lets read or write loses that.
-bool keepsEverybody(const Access &wanted, Lost lost) {
+/// Whether everybody whom @p wanted allows to read or write still can if @p lost is not set.
+bool keepsAllAccess(const Access &wanted, Lost lost) {
     const AccessList list(wanted.list.value_or(QByteArray()));
     const unsigned mask = wanted.mode >> 3;
     const unsigned others = wanted.mode & kReadAndWrite;
@@ -83,12 +83,12 @@ bool keepsEverybody(const Access &wanted, Lost lost) {
     return !lost.group && !(owner & ~group) && isMember(wanted.owner, wanted.group);
 }
 
-/// EINVAL: an account that the process's user namespace does not know.
+/// EINVAL means an account that is unknown in the process's user namespace.
 bool isForbidden(int error) {
     return error == EPERM || error == EINVAL;
 }
 
-int giveAway(int descriptor, const Access &wanted) {
+int setOwner(int descriptor, const Access &wanted) {
     struct stat now = {};
     if (fstat(descriptor, &now) != 0)
         return errno;
@@ -102,10 +102,10 @@ int giveAway(int descriptor, const Access &wanted) {
     if (!isForbidden(errno))
         return errno;
     lost.group = lost.group && fchown(descriptor, static_cast<uid_t>(-1), wanted.group) != 0;
-    return keepsEverybody(wanted, lost) ? 0 : EPERM;
+    return keepsAllAccess(wanted, lost) ? 0 : EPERM;
 }
 
-/// A new file may have one of its folder's.
+/// Removes the list if @p list is empty, because a new file may inherit one from its folder.
 int setList(int descriptor, const std::optional<QByteArray> &list) {
     if (!list)
         return 0;
@@ -115,8 +115,8 @@ int setList(int descriptor, const std::optional<QByteArray> &list) {
     return result == 0 || (list->isEmpty() && errno == ENODATA) ? 0 : errno;
 }
 
-/// Whether what kept an attribute from being copied is that this process may not write it.
-bool isOthers(int error) {
+/// Whether an attribute was not copied because this process may not write it.
+bool isWriteRefused(int error) {
     return error == EACCES || error == EOPNOTSUPP || isForbidden(error);
 }
 
@@ -138,14 +138,14 @@ std::optional<Access> accessOf(int descriptor) {
 }
 
 int setAccess(int descriptor, const Access &wanted) {
-    if (const int error = giveAway(descriptor, wanted))
+    if (const int error = setOwner(descriptor, wanted))
         return error;
     if (const int error = setList(descriptor, wanted.list))
         return error;
     struct stat now = {};
     if (fstat(descriptor, &now) != 0)
         return errno;
-    const bool isRight = (now.st_mode & ACCESSPERMS) == wanted.mode; // a list changes it
+    const bool isRight = (now.st_mode & ACCESSPERMS) == wanted.mode; // setting a list changes it
     return isRight || fchmod(descriptor, wanted.mode) == 0 ? 0 : errno;
 }
 
@@ -159,7 +159,7 @@ int copyAttributes(int from, int to) {
         const ssize_t size = fgetxattr(from, name, value.get(), kLongest);
         const bool isCopied =
             size >= 0 && fsetxattr(to, name, value.get(), static_cast<std::size_t>(size), 0) == 0;
-        if (!isCopied && errno != ENODATA && !isOthers(errno))
+        if (!isCopied && errno != ENODATA && !isWriteRefused(errno))
             return errno;
     }
     return 0;

@@ -10,30 +10,30 @@
 
 namespace MWCore {
 
-/// Who may read and write a file that takes the place of another, or stands beside another.
+/// Who may read and write a file.
 struct Access {
     mode_t mode; ///< the nine permission bits
-    // -1: as a new file has them.
+    // -1 leaves what a new file has.
     uid_t owner;
     gid_t group;
 
-    /// The access control list as the attribute of that name has it, empty for none; absent where
-    /// there are no such lists, and for what a new file has.
+    /// The value of the attribute kAccessList; empty if there is none. nullopt if the file system
+    /// does not support lists, or to leave what a new file has.
     std::optional<QByteArray> list = std::nullopt;
 };
 
 constexpr const char *kAccessList = "system.posix_acl_access";
 
-/// Who may read and write the open file @p descriptor. Nothing on failure, with the cause in
-/// `errno`.
+/// Who may read and write the open file @p descriptor. Returns nullopt and sets `errno` on failure.
 [[nodiscard]] std::optional<Access> accessOf(int descriptor);
 
-/// Lets the same people read and write the open file @p descriptor as @p wanted says, as far as the
-/// process may give files away. 0 or an `errno` value: EPERM where owner or group cannot be kept
-/// and somebody who may read or write by @p wanted could not any more.
+/// Sets who may read and write the open file @p descriptor. Owner or group may stay as they are if
+/// this process may not change them and everybody whom @p wanted allows to read or write still can.
+/// Returns 0 or an `errno` value: EPERM if somebody would lose access.
 [[nodiscard]] int setAccess(int descriptor, const Access &wanted);
 
-/// Copies all other extended attributes that the process may write. 0 or an `errno` value.
+/// Copies all extended attributes but kAccessList from one open file to another, except those that
+/// this process may not write. Returns 0 or an `errno` value.
 [[nodiscard]] int copyAttributes(int from, int to);
 
 } // namespace MWCore

@@ -6,8 +6,8 @@
 
 namespace MWCore {
 
-/// Makes an empty file, which everybody may read and write but for what the process's mask takes
-/// away. dupFNErr when something is there, be it a link that leads nowhere.
+/// Creates an empty file with mode 0666 minus the process's umask. dupFNErr if anything is there,
+/// even a dangling link.
 [[nodiscard]] OSStatus makeEmptyFile(const ItemPlace &place);
 
 } // namespace MWCore

@@ -9,18 +9,17 @@
 
 namespace MWCore {
 
-/// What stays the same of an item while its names change. Valid on one volume; device numbers may
-/// differ from one start of the system to the next.
+/// What identifies an item on its volume, whatever its name. The device number may change when the
+/// system restarts.
 struct FileIdentity {
-    uint64_t device = 0; ///< as st_dev
+    uint64_t device = 0; ///< st_dev
     uint64_t inode = 0;
 
-    /// When the item was made, in nanoseconds since 1970-01-01 UTC; nothing where the file system
-    /// does not keep it.
+    /// When the item was created, in nanoseconds since 1970-01-01 UTC; nullopt if the file system
+    /// does not record it.
     std::optional<int64_t> birthTime;
 
-    /// The kernel's own name of the item (name_to_handle_at(2)); empty where the file system gives
-    /// none.
+    /// The kernel's handle of the item (name_to_handle_at(2)); empty if the file system has none.
     int32_t handleType = 0;
     QByteArray handle;
 

@@ -4,14 +4,14 @@
 
 #include <QByteArrayView>
 
-/// What the type of a file system, as the table of mounts names it, says about it. Any thread.
+/// Properties of a file system that follow from its type in the mount table. Any thread.
 namespace MWCore {
 
-/// Whether the kernel alone answers for a file system of this type. Any other may ask a server or a
-/// program, which can keep it waiting for ever. False for a type that is not known.
+/// Whether the kernel alone serves file systems of this type. Any other type may depend on a server
+/// or a program, so a call may block for ever. False for an unknown type.
 [[nodiscard]] bool isLocalFileSystem(QByteArrayView type);
 
-/// Whether a program of a user's answers for it, under a name that it chose itself.
+/// Whether a user-space program serves file systems of this type. The program chooses the subtype.
 [[nodiscard]] bool isFuse(QByteArrayView type);
 
 } // namespace MWCore

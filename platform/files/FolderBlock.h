@@ -10,8 +10,8 @@
 
 namespace MWCore {
 
-/// Names of an open folder, many at a time, read with the kernel's own call: a DIR would be
-/// allocated for each folder. Any thread, one at a time.
+/// A block of entries of an open folder, read with getdents64(2), which saves allocating a DIR for
+/// each folder. Any thread, one at a time.
 class FolderBlock {
 public:
     FolderBlock();
@@ -19,11 +19,11 @@ public:
     enum class Outcome {
         AllRead,
         MoreLeft,
-        Failed, ///< for the reason in `errno`; what was read before is in the block
+        Failed, ///< with `errno` set; the block holds the entries read before
     };
 
-    /// Replaces the entries by those that come next in the folder of descriptor @p folder. Threads
-    /// that fill blocks of their own from one descriptor share the folder's entries.
+    /// Replaces the entries with the next ones of the open folder @p folder. If several threads
+    /// fill their own blocks from one descriptor, each entry goes to one of them.
     [[nodiscard]] Outcome fill(int folder);
 
     /// The entries other than "." and "..".

@@ -24,16 +24,17 @@ FolderTurn::FolderTurn(const ItemPlace &place) : locked_(place.openFolder()) {
         wait(place.folder());
 }
 
-/// Counts its looks, half a millisecond apart, rather than the time: on a machine that is too busy
-/// to look, others are too busy to finish.
+/// Counts checks, half a millisecond apart, instead of measuring time: on a machine that is too
+/// busy to run this loop, the other writers are too busy to finish.
 void FolderTurn::wait(int folder) const {
     using namespace std::chrono_literals;
-    constexpr int kQuietLooks = 4'000;
-    constexpr int kMostLooks = 20'000;
+    constexpr int kQuietChecks = 4'000;
+    constexpr int kMostChecks = 20'000;
     struct stat before = {};
     struct stat now = {};
     int quiet = 0;
-    for (int looks = 0; isHeld() && quiet < kQuietLooks && looks < kMostLooks; ++looks) {
+    for (int checks = 0; isHeldElsewhere() && quiet < kQuietChecks && checks < kMostChecks;
+         ++checks) {
         std::this_thread::sleep_for(500us);
         const bool isQuiet =
             fstat(folder, &now) != 0 || (now.st_ctim.tv_sec == before.st_ctim.tv_sec &&
@@ -43,8 +44,8 @@ void FolderTurn::wait(int folder) const {
     }
 }
 
-/// Whether somebody else has the lock; takes it otherwise.
-bool FolderTurn::isHeld() const {
+/// Takes the lock, or returns true if somebody else holds it.
+bool FolderTurn::isHeldElsewhere() const {
     return flock(locked_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 

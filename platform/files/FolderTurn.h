@@ -7,25 +7,25 @@
 
 namespace MWCore {
 
-/// A turn among the processes and threads that change metadata in one folder, until this object
-/// goes. Meant for the few system calls between the last look at what is there and the change.
-/// Anybody who may read the folder can keep it locked; so when nothing in it has changed for two
-/// seconds, or after ten seconds at most, the turn is taken without the lock, and only the look
-/// before the change and the one after it protect others' changes. The same where nothing can be
-/// locked at all. In a folder whose names this process may not read the item is locked instead:
-/// among writers of whom some may read them, that is no turn.
+/// A lock on a folder, held for this object's lifetime, among processes and threads that change
+/// metadata in it. Hold it only for the few system calls from the last check to the change. Anybody
+/// who may read the folder can keep it locked, so the constructor stops waiting once nothing in the
+/// folder has changed for two seconds, or after ten seconds at most. The caller then goes on
+/// without the lock, as it does where nothing can be locked at all, and only the checks before and
+/// after the change protect other writers' changes. If this process may not read the folder, the
+/// item is locked instead, which does not exclude writers that lock the folder.
 class FolderTurn {
 public:
     explicit FolderTurn(const ItemPlace &place);
 
-    /// tmfoErr or memFullErr when the turn could not be taken for want of descriptors or memory.
+    /// tmfoErr or memFullErr if descriptors or memory ran out, else noErr.
     [[nodiscard]] OSStatus status() const { return status_; }
 
 private:
     void wait(int folder) const;
-    [[nodiscard]] bool isHeld() const;
+    [[nodiscard]] bool isHeldElsewhere() const;
 
-    Descriptor locked_; ///< while it is open
+    Descriptor locked_; ///< locked while it is open
     OSStatus status_ = noErr;
 };
 

@@ -17,26 +17,26 @@ namespace {
 
 constexpr int32_t kFuseOrXfsHandle = 0x81; ///< both use the kernel's FILEID_INO64_GEN
 
-/// What an identity may not rely on, by the kind of file system (statfs(2)).
-enum class Lasting { All, AllButHandle, AllButBirth };
+/// The parts of an identity that stay the same, by type of file system (statfs(2)).
+enum class StableParts { All, AllButHandle, AllButBirth };
 
-/// An empty path means the item @p folder itself.
-Lasting lastingOn(int folder, const char *path) {
+/// An empty path means the open item @p folder.
+StableParts stablePartsOn(int folder, const char *path) {
     const Descriptor item(*path ? openat(folder, path, O_PATH | O_NOFOLLOW | O_CLOEXEC) : -1);
     struct statfs system = {};
     if (fstatfs(*path ? item.number() : folder, &system) != 0)
-        return Lasting::All;
+        return StableParts::All;
     switch (system.f_type) {
-    case FUSE_SUPER_MAGIC: // handles are forgotten with the cache
-        return Lasting::AllButHandle;
-    case OVERLAYFS_SUPER_MAGIC: // the first write copies the item and makes it younger
-        return Lasting::AllButBirth;
+    case FUSE_SUPER_MAGIC: // handles expire with the cache
+        return StableParts::AllButHandle;
+    case OVERLAYFS_SUPER_MAGIC: // the first write copies the item, which changes its birth time
+        return StableParts::AllButBirth;
     default:
-        return Lasting::All;
+        return StableParts::All;
     }
 }
 
-/// Without a handle where there is none; that is no failure.
+/// Leaves the handle empty if the file system has none; that is not a failure.
 void addHandle(int folder, const char *path, FileIdentity &identity) {
     union {
         file_handle header;
@@ -67,13 +67,14 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
     if (item.stx_mask & STATX_BTIME)
         identity.birthTime = item.stx_btime.tv_sec * kNanoseconds + item.stx_btime.tv_nsec;
     addHandle(folder, path, identity);
-    // Such file systems are on virtual devices or give such handles; elsewhere a call is saved.
-    const Lasting lasting = item.stx_dev_major == 0 || identity.handleType == kFuseOrXfsHandle
-                                ? lastingOn(folder, path)
-                                : Lasting::All;
-    if (lasting == Lasting::AllButHandle)
+    // Only file systems on virtual devices or with such handles are concerned; others save the
+    // call.
+    const StableParts stable = item.stx_dev_major == 0 || identity.handleType == kFuseOrXfsHandle
+                                   ? stablePartsOn(folder, path)
+                                   : StableParts::All;
+    if (stable == StableParts::AllButHandle)
         identity.handle.clear();
-    if (lasting == Lasting::AllButBirth)
+    if (stable == StableParts::AllButBirth)
         identity.birthTime.reset();
     *status = noErr;
     return identity;

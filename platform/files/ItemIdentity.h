@@ -7,21 +7,22 @@
 
 #include <optional>
 
-/// How an item is recognised. Any thread.
+/// How an item is recognised after it was renamed or moved. Any thread.
 namespace MWCore {
 
-/// The identity of the item @p path relative to the open folder @p folder (or AT_FDCWD); of a link
-/// itself. An empty path means the open item @p folder. Nothing on failure, with the cause in
-/// @p status.
+/// The identity of the item at @p path, relative to the open folder @p folder (or AT_FDCWD); a link
+/// is not followed. An empty path means the open item @p folder. nullopt on failure, with the cause
+/// in @p status.
 [[nodiscard]] std::optional<FileIdentity> identityOf(int folder, const char *path,
                                                      OSStatus *status);
 
-/// Whether there is more to it than an inode number, which other items get as well.
+/// Whether the identity has more than an inode number, which later items can get again.
 [[nodiscard]] bool isStrong(const FileIdentity &identity);
 
-/// Whether @p found is the item that @p wanted was. Inode numbers are used again, and some are the
-/// same on every volume: the handle and the time of birth must agree where both have one, and
-/// one of them must, unless neither item has any. Device numbers are not compared.
+/// Whether @p found is the same item as @p wanted. Inode numbers are reused, and some are the same
+/// on every volume. So handles and birth times must agree where both identities have them, and at
+/// least one of the two must be in both, unless neither identity has any. Device numbers are not
+/// compared.
 [[nodiscard]] bool isSameItem(const FileIdentity &found, const FileIdentity &wanted);
 
 } // namespace MWCore

@@ -14,34 +14,35 @@ struct stat;
 
 namespace MWCore {
 
-/// Where an item is, or is to be: its folder, opened once, and its name there. Whoever changes an
-/// item finds its place first and does everything else relative to the open folder, so that it does
-/// not matter what others do to the folders on the way. Copies share the folder. Any thread.
+/// The place of an item that exists or will be created: its folder, opened once, and its name in
+/// it. Code that changes an item finds its place first and does everything else relative to the
+/// open folder, so that later changes to the folders on the path do not matter. Copies share the
+/// folder. Any thread.
 class ItemPlace {
 public:
-    /// The place of the item at @p path, which need not be there. Links on the way are followed as
-    /// openTrustedFolder() says. Nothing on failure, with the cause in @p status: fnfErr when the
-    /// folder is not there, permErr when it may not be searched, ioErr without /proc.
+    /// The place of the item at @p path, which need not exist. Links on the path are followed as by
+    /// openTrustedFolder(). nullopt on failure, with the cause in @p status: fnfErr if the folder
+    /// does not exist, permErr if this process may not search it, ioErr without /proc.
     [[nodiscard]] static std::optional<ItemPlace> find(const QByteArray &path, OSStatus *status);
 
     /// An O_PATH descriptor.
     [[nodiscard]] int folder() const { return folder_->number(); }
 
-    /// "." for the root folder and for one given as "..".
+    /// "." if the path is the root folder or ends in "..".
     [[nodiscard]] const QByteArray &name() const { return name_; }
 
-    /// A path that leads through the open folder, for system calls that take nothing else. Holds
-    /// as long as this place or a copy lives.
+    /// A path through the open folder, for system calls that take only a path. Valid as long as
+    /// this place or a copy exists.
     [[nodiscard]] QByteArray path() const;
 
     /// Another name in the same folder.
     [[nodiscard]] ItemPlace sibling(const QByteArray &name) const;
 
-    /// What is there, of a link the link itself.
+    /// Sets @p item to the status of the item; a link is not followed.
     [[nodiscard]] OSStatus examine(struct stat *item) const;
 
-    /// A descriptor of the folder that can be locked and synced; empty, with the cause in `errno`,
-    /// where its names may not be read.
+    /// A descriptor of the folder that can be locked and synced. Empty, with `errno` set, on
+    /// failure, for example if this process may not read the folder.
     [[nodiscard]] Descriptor openFolder() const;
 
 private:

@@ -8,7 +8,7 @@
 
 namespace MWCore {
 
-/// The table of mounts as it was at the first question. For what takes moments. Belongs to one
+/// The mount table as it was at the first call. For operations that take moments. Belongs to one
 /// thread.
 class MountSnapshot {
 public:

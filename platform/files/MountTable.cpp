@@ -16,7 +16,7 @@
 namespace MWCore {
 namespace {
 
-/// Blanks and the like are written as a backslash and three octal digits.
+/// Resolves escapes: blanks and the like are written as a backslash and three octal digits.
 QByteArray unescaped(const QByteArray &text) {
     QByteArray plain;
     for (qsizetype at = 0; at < text.size(); ++at) {
@@ -50,8 +50,8 @@ std::optional<Mount> parseLine(const QByteArray &line) {
     return mount;
 }
 
-/// The mount that "/" is on, for a process whose root was changed to a folder within it: the system
-/// does not list it then. Nothing when it cannot be told.
+/// The mount of "/". The kernel does not list it for a process whose root was changed to a folder
+/// within that mount. nullopt if it cannot be found.
 std::optional<Mount> rootMount() {
     struct statx root = {};
     if (statx(AT_FDCWD, "/", 0, STATX_MNT_ID, &root) != 0)
@@ -122,7 +122,7 @@ std::vector<const Mount *> mountsOnWay(const QByteArray &path, const std::vector
             return mount != child && mount->id == child->parent;
         });
     };
-    // What is mounted on the root of a mount is met before anything in that.
+    // A mount on the root of another mount comes before the mounts deeper in it.
     std::vector<const Mount *> way;
     for (;;) {
         const Mount *next = nullptr;

@@ -15,7 +15,7 @@ QByteArray absolutePath(const QByteArray &path) {
     const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
     const QByteArray current = folder.get();
     if (!current.startsWith('/'))
-        return {}; // removed, or out of this process's reach
+        return {}; // removed, or outside this process's root
     return pathIn(current, path);
 }
 

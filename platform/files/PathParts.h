@@ -13,13 +13,13 @@ namespace MWCore {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
-/// @p path from the root folder on; empty when that of the current folder cannot be told.
+/// @p path as an absolute path; empty if the path of the current folder is unknown.
 [[nodiscard]] QByteArray absolutePath(const QByteArray &path);
 
-/// The folder and the name in it of an item, in file-system representation.
+/// The parent folder and the name of an item, in file-system representation.
 struct PathParts {
-    /// "/" has the name "" in "/"; a name alone is in the current folder, ".". Slashes at the end
-    /// of @p path mean nothing.
+    /// "/" has the parent "/" and the name ""; a name alone has the parent ".". Slashes at the end
+    /// of @p path are ignored.
     explicit PathParts(const QByteArray &path) {
         qsizetype end = path.size();
         while (end > 1 && path[end - 1] == '/')
@@ -44,7 +44,7 @@ struct PathParts {
     return dot > 0 ? name.first(dot) : name;
 }
 
-/// What stands behind that ".", in small letters; empty for a name without it.
+/// The extension after that ".", in lower case; empty if there is none.
 [[nodiscard]] inline QByteArray lowerExtensionOf(const QByteArray &name) {
     return name.sliced(std::min(name.size(), withoutExtension(name).size() + 1)).toLower();
 }

@@ -12,8 +12,8 @@
 namespace MWCore {
 namespace {
 
-/// Opens the item that @p found and @p item tell of. Without /proc by its name, if that still leads
-/// to the same item.
+/// Opens the item that @p found refers to and @p item describes. Without /proc, opens it by name if
+/// the name still refers to the same item.
 Descriptor reopened(const Descriptor &found, const struct stat &item, int folder,
                     const QByteArray &path, int keep) {
     constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
@@ -25,11 +25,11 @@ Descriptor reopened(const Descriptor &found, const struct stat &item, int folder
     const bool isSame = opened && fstat(opened.number(), &now) == 0 && now.st_dev == item.st_dev &&
                         now.st_ino == item.st_ino;
     if (opened && !isSame)
-        errno = EAGAIN; // replaced just now
+        errno = EAGAIN; // replaced in between
     return isSame ? std::move(opened) : Descriptor();
 }
 
-/// Looks at the item before it is opened, and opens what it looked at: no other can come between.
+/// Examines the item before opening it, and opens exactly the item that it examined.
 Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &path, Links links,
                   OSStatus *status) {
     const int keep = links == Links::Keep ? O_NOFOLLOW : 0;
@@ -46,7 +46,7 @@ Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &p
     Descriptor opened = reopened(found, item, folder, path, keep);
     *status = opened ? noErr : statusFromErrno(errno);
     if (*status == fnfErr)
-        *status = ioErr; // it was there
+        *status = ioErr; // it existed
     return opened;
 }
 

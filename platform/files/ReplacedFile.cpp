@@ -19,8 +19,8 @@
 namespace MWCore {
 namespace {
 
-/// The usual name of the temporary file: one for each file and user, so that what a killed process
-/// left is found again (FNV-1a, 64 bits).
+/// The usual name of the temporary file (FNV-1a, 64 bits). It is the same for each file and user,
+/// so that a file that a killed process left behind is found again.
 QByteArray usualTemporaryName(const QByteArray &name) {
     uint64_t hash = 0xCBF29CE484222325;
     for (const char byte : name + '/' + QByteArray::number(geteuid()))
@@ -28,7 +28,7 @@ QByteArray usualTemporaryName(const QByteArray &name) {
     return ".mwcore-" + QByteArray::number(static_cast<qulonglong>(hash), 16);
 }
 
-/// One that nobody can have taken on purpose.
+/// A name that nobody can have taken on purpose.
 QByteArray randomTemporaryName() {
     return ".mwcore-" + QByteArray::number(QRandomGenerator::system()->generate64(), 16);
 }
@@ -38,15 +38,15 @@ auto versionOf(const struct stat &item) {
                       item.st_mtim.tv_nsec, item.st_ctim.tv_sec, item.st_ctim.tv_nsec);
 }
 
-bool leadsTo(const ItemPlace &place, const Descriptor &file) {
+bool refersTo(const ItemPlace &place, const Descriptor &file) {
     struct stat named = {};
     struct stat open = {};
     return place.examine(&named) == noErr && fstat(file.number(), &open) == 0 &&
            named.st_dev == open.st_dev && named.st_ino == open.st_ino;
 }
 
-/// Removes this user's temporary file that no writer has locked; none where locks cannot be had,
-/// as on some network file systems: a writer may still need it.
+/// Removes this user's temporary file if no writer has locked it. Leaves it where files cannot be
+/// locked, as on some network file systems, because a writer may still need it.
 void removeStale(const ItemPlace &place) {
     struct stat item = {};
     OSStatus status = place.examine(&item);
@@ -54,18 +54,18 @@ void removeStale(const ItemPlace &place) {
         return;
     const Descriptor stale = openRegularFileAt(place.folder(), place.name(), Links::Keep, &status);
     const bool isStale = stale && flock(stale.number(), LOCK_EX | LOCK_NB) == 0;
-    if (isStale && leadsTo(place, stale))
+    if (isStale && refersTo(place, stale))
         unlinkat(place.folder(), place.name().constData(), 0);
 }
 
-/// Whether names can be added to the folder and not removed or exchanged.
+/// Whether names can be added to the folder but not removed or replaced.
 bool isAppendOnly(const ItemPlace &place) {
     struct statx folder = {};
     return statx(place.folder(), ".", AT_NO_AUTOMOUNT, STATX_TYPE, &folder) == 0 &&
            (folder.stx_attributes & STATX_ATTR_APPEND);
 }
 
-/// Whether an open(2) failed because the file system has no files without a name.
+/// Whether open(2) failed because the file system has no unnamed files.
 bool needsName(int error) {
     constexpr int kErrors[] = {EOPNOTSUPP, EISDIR, EINVAL, ENOENT, ENOSYS};
     return std::ranges::find(kErrors, error) != std::end(kErrors);
@@ -87,8 +87,8 @@ bool isZero(QByteArrayView piece) {
     return std::ranges::all_of(piece, [](char byte) { return byte == 0; });
 }
 
-/// Leaves holes where the content is zero: a file of holes must not fill the disk. 0 or an `errno`
-/// value.
+/// Leaves holes where the content is zero, so that a sparse file does not fill the disk. 0 or an
+/// `errno` value.
 int writeAll(int descriptor, QByteArrayView content) {
     constexpr qsizetype kPiece = 1 << 16;
     const FileSizeSignalBlocked noSignal;
@@ -100,7 +100,7 @@ int writeAll(int descriptor, QByteArrayView content) {
         if (error != 0)
             return error;
     }
-    return ftruncate(descriptor, content.size()) == 0 ? 0 : errno; // it may end with a hole
+    return ftruncate(descriptor, content.size()) == 0 ? 0 : errno; // in case it ends with a hole
 }
 
 } // namespace
@@ -117,8 +117,8 @@ ReplacedFile::~ReplacedFile() {
         unlinkat(place_.folder(), temporaryName_.constData(), 0);
 }
 
-/// Only a name that is not there means that there is no file; whatever else goes wrong must not
-/// make anybody begin with an empty one.
+/// Only ENOENT means that there is no file. After any other error the caller must not begin with an
+/// empty file.
 OSStatus ReplacedFile::openOld() {
     if (fstatat(place_.folder(), place_.name().constData(), &oldStatus_, AT_SYMLINK_NOFOLLOW) != 0)
         return errno == ENOENT ? noErr : errno == ESTALE ? ioErr : statusFromErrno(errno);
@@ -126,7 +126,7 @@ OSStatus ReplacedFile::openOld() {
     old_ = openRegularFileAt(place_.folder(), place_.name(), Links::Keep, &status);
     if (old_ && fstat(old_.number(), &oldStatus_) != 0)
         return statusFromErrno(errno);
-    return status == fnfErr ? fBsyErr : status; // it went just now
+    return status == fnfErr ? fBsyErr : status; // removed in between
 }
 
 std::optional<QByteArray> ReplacedFile::content(int64_t limit, OSStatus *status) const {
@@ -140,8 +140,8 @@ bool ReplacedFile::isCurrent() const {
     return old_ && versionOf(now) == versionOf(oldStatus_);
 }
 
-/// Tries @p make, which gives 0 or an `errno` value, with the usual temporary name and, while
-/// another has that, with random ones.
+/// Calls @p make, which returns 0 or an `errno` value, with the usual temporary name and, as long
+/// as the name is taken, with random ones.
 template <typename Make> int ReplacedFile::underTemporaryName(const Make &make) {
     temporaryName_ = usualTemporaryName(place_.name());
     int error = make(temporaryName_.constData());
@@ -159,15 +159,15 @@ int ReplacedFile::makeTemporary(mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
     int error = temporary_ ? 0 : errno;
     if (error == 0)
-        (void)flock(temporary_.number(), LOCK_EX | LOCK_NB); // for the name that it gets later
+        (void)flock(temporary_.number(), LOCK_EX | LOCK_NB); // for when it gets a name
     if (needsName(error))
         error =
             underTemporaryName([this, mode](const char *name) { return makeNamed(name, mode); });
     return error;
 }
 
-/// 0 or an `errno` value: EEXIST also when another writer took the new file for a stale one before
-/// it was locked, and removes it; which happens to the usual name alone.
+/// 0 or an `errno` value. EEXIST also if another writer took the new file for a stale one, before
+/// it was locked, and removes it. Only the usual name can be taken for a stale one.
 int ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), name.constData(),
                                    O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
@@ -175,24 +175,25 @@ int ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
         return errno;
     const bool isTaken = flock(temporary_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     const bool isUsual = name == usualTemporaryName(place_.name());
-    return isUsual && (isTaken || !leadsTo(place_.sibling(name), temporary_)) ? EEXIST : 0;
+    return isUsual && (isTaken || !refersTo(place_.sibling(name), temporary_)) ? EEXIST : 0;
 }
 
-/// Gives the temporary file what the file that it replaces has. 0 or an `errno` value.
-int ReplacedFile::dress(const Access &fresh) const {
+/// Copies attributes and access rights from the existing file to the temporary one; without an
+/// existing file, sets @p fresh. 0 or an `errno` value.
+int ReplacedFile::copyMetadata(const Access &fresh) const {
     const auto made = accessOf(temporary_.number());
     if (!made)
         return errno;
     if (!old_) {
         Access wanted = fresh;
-        wanted.mode = made->mode; // cut by the process's mask
+        wanted.mode = made->mode; // minus the process's umask
         return setAccess(temporary_.number(), wanted);
     }
     const auto wanted = accessOf(old_.number());
     if (!wanted)
         return errno;
     if (const int error = copyAttributes(old_.number(), temporary_.number()))
-        return error; // first: the owner of a read-only file may not write them any more
+        return error; // first, because the owner of a read-only file may not write them
     return setAccess(temporary_.number(), *wanted);
 }
 
@@ -203,14 +204,14 @@ int ReplacedFile::fill(const QByteArray &content, const Access &fresh) {
         return error;
     if (const int error = writeAll(temporary_.number(), content))
         return error;
-    if (const int error = dress(fresh))
+    if (const int error = copyMetadata(fresh))
         return error;
     return fsync(temporary_.number()) == 0 ? 0 : errno;
 }
 
 OSStatus ReplacedFile::prepare(const QByteArray &content, const Access &fresh) {
     if (old_ && isAppendOnly(place_))
-        return permErr; // a temporary file could get a name there, and never lose it again
+        return permErr; // the temporary name could be added there but never removed
     return statusFromErrno(fill(content, fresh));
 }
 
@@ -237,7 +238,7 @@ OSStatus ReplacedFile::put() {
     int error = temporaryName_.isEmpty() ? underTemporaryName(link) : 0;
     if (error == 0)
         error = rename(old_ ? 0 : RENAME_NOREPLACE);
-    if (error == EINVAL && !old_) // not every file system knows the flag
+    if (error == EINVAL && !old_) // not every file system supports the flag
         error = rename(0);
     return statusFromErrno(error);
 }

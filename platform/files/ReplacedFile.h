@@ -16,15 +16,15 @@
 
 namespace MWCore {
 
-/// A small file that is replaced as a whole: its new content is written to a file that nobody else
-/// can open, synced, and only then given the name, so that the old or the new content stands whole
-/// whenever the power or the process goes. Several writers lose nothing if each, in its FolderTurn,
-/// puts its content in place only while isCurrent(), and begins anew otherwise. Belongs to one
-/// thread.
+/// Replaces a small file atomically. The new content is written to a temporary file that nobody
+/// else can open, synced, and only then given the file's name, so that a power failure or crash
+/// leaves either the old or the new content. Concurrent writers lose no changes if each of them,
+/// holding a FolderTurn, calls put() only if isCurrent(), and otherwise begins again. Belongs to
+/// one thread.
 class ReplacedFile {
 public:
-    /// Opens the file at @p place, if there is one. Nothing on failure, with the cause in
-    /// @p status: errFSOperationNotSupported when what is there is no plain file.
+    /// Opens the file at @p place, if there is one. nullopt on failure, with the cause in
+    /// @p status: errFSOperationNotSupported if the item there is not a regular file.
     [[nodiscard]] static std::optional<ReplacedFile> begin(const ItemPlace &place,
                                                            OSStatus *status);
 
@@ -34,34 +34,34 @@ public:
     ReplacedFile &operator=(ReplacedFile &&) = delete;
     ~ReplacedFile();
 
-    /// Whether there is a file that would be replaced.
+    /// Whether begin() found a file.
     [[nodiscard]] bool isThere() const { return bool(old_); }
 
-    /// What is in it. Nothing on failure, with the cause in @p status: fileBoundsErr for more than
-    /// @p limit bytes.
+    /// The content of that file. nullopt on failure, with the cause in @p status: fileBoundsErr if
+    /// it is longer than @p limit bytes.
     [[nodiscard]] std::optional<QByteArray> content(int64_t limit, OSStatus *status) const;
 
-    /// Whether the name still leads to the file that begin() found, unchanged, or still to none.
+    /// Whether the name still refers to the file that begin() found, unchanged, or to no file if it
+    /// found none.
     [[nodiscard]] bool isCurrent() const;
 
-    /// Writes @p content beside the file, for the next put(), with mode, extended attributes, owner
-    /// and group of the file that is there; @p fresh says these where there is none, and its mode
-    /// is cut by the process's mask. permErr when owner or group cannot be kept and somebody would
-    /// lose access by that. The file stays as it is.
+    /// Writes @p content to the temporary file, for the next put(), with the mode, extended
+    /// attributes, owner and group of the existing file. Without one, these are @p fresh, with the
+    /// process's umask applied to the mode. permErr if owner or group cannot be kept and somebody
+    /// would lose access. The existing file does not change.
     [[nodiscard]] OSStatus prepare(const QByteArray &content, const Access &fresh);
 
-    /// Gives the prepared content the name. Where there was no file, never in the place of one that
-    /// came since: dupFNErr; file systems that cannot promise that (some on the network) replace
-    /// it.
+    /// Gives the prepared content the file's name. If begin() found no file and one exists by now,
+    /// returns dupFNErr; some network file systems cannot do that and replace it.
     [[nodiscard]] OSStatus put();
 
-    /// Removes the file; none is success.
+    /// Removes the file; succeeds if there is none.
     [[nodiscard]] OSStatus remove() const;
 
-    /// Makes what put() or remove() did survive a loss of power.
+    /// Syncs the folder, so that put() or remove() survives a power failure.
     void syncFolder() const;
 
-    /// prepare(), put() and syncFolder(): for a file that nobody else writes, or a new one.
+    /// prepare(), put() and syncFolder(), for a new file or one that nobody else writes.
     [[nodiscard]] OSStatus replace(const QByteArray &content, const Access &fresh);
 
 private:
@@ -72,15 +72,15 @@ private:
     [[nodiscard]] int makeNamed(const QByteArray &name, mode_t mode);
     template <typename Make> [[nodiscard]] int underTemporaryName(const Make &make);
     [[nodiscard]] int linkTemporary(const char *name) const;
-    [[nodiscard]] int dress(const Access &fresh) const;
+    [[nodiscard]] int copyMetadata(const Access &fresh) const;
     [[nodiscard]] int fill(const QByteArray &content, const Access &fresh);
     [[nodiscard]] int rename(unsigned flags);
 
     ItemPlace place_;
-    Descriptor old_; ///< the file that is replaced; empty when there is none
+    Descriptor old_; ///< the existing file; empty if there is none
     struct stat oldStatus_ {};
     Descriptor temporary_;     ///< locked
-    QByteArray temporaryName_; ///< empty while it has none
+    QByteArray temporaryName_; ///< empty while it has no name
 };
 
 } // namespace MWCore

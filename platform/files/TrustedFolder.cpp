@@ -27,8 +27,8 @@ namespace {
 
 constexpr int kFolder = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
-/// The folder at @p path if no link is on the way, by one call; -1 also where the system or a
-/// sandbox does not know the call.
+/// Opens the folder at @p path in one call. -1 on failure, which includes a link on the path and a
+/// kernel or sandbox that does not support the call.
 int openWithoutLinks(const char *path) {
     open_how how = {};
     how.flags = kFolder;
@@ -40,8 +40,8 @@ bool isOurs(uid_t owner) {
     return owner == 0 || owner == geteuid();
 }
 
-/// Whether @p group is the one that has this process's user as its only member, under the same
-/// name: distributions give each user such a group, and let it write by default.
+/// Whether @p group is the private group of this process's user: it has the same name and no other
+/// member. Distributions give each user such a group and let it write by default.
 bool isOwnGroup(gid_t group) {
     std::array<char, 4096> userTexts{};
     std::array<char, 4096> groupTexts{};
@@ -56,14 +56,14 @@ bool isOwnGroup(gid_t group) {
     return !entry.gr_mem[0] || (qstrcmp(entry.gr_mem[0], user.pw_name) == 0 && !entry.gr_mem[1]);
 }
 
-/// An access control list may let anybody write; the group's bit then stands for all of them.
+/// An access control list may let anybody write; the group's write bit then covers all of them.
 bool hasAccessList(const Descriptor &folder) {
     const QByteArray path = pathOfDescriptor(folder.number());
     return getxattr(path.constData(), "system.posix_acl_access", nullptr, 0) >= 0;
 }
 
-/// Whether nobody else can exchange what is in the folder; in a sticky one everybody can make
-/// names, but only owners can exchange them.
+/// Whether nobody else can replace items in the folder. In a sticky folder everybody can add items,
+/// but only owners can replace them.
 bool isClosedToOthers(const Descriptor &folder, const struct stat &item) {
     if (!isOurs(item.st_uid))
         return false;
@@ -74,8 +74,8 @@ bool isClosedToOthers(const Descriptor &folder, const struct stat &item) {
            (!groupMayWrite || (isOwnGroup(item.st_gid) && !hasAccessList(folder)));
 }
 
-/// A path followed name by name. ".." leads back to the folder that the walk came from, wherever
-/// others may have moved the one that it leaves.
+/// Follows a path name by name. ".." returns to the folder that the walk came from, even if others
+/// have moved the folder that it leaves.
 class Walk {
 public:
     explicit Walk(const QByteArray &path) { prepend(path); }
@@ -87,11 +87,12 @@ public:
         return *status == noErr ? std::move(way_.back()) : Descriptor();
     }
 
-    /// Whether nobody else could have exchanged anything on the way, or can do so now.
+    /// Whether nobody else can replace, or could have replaced, anything on the path.
     [[nodiscard]] bool isTrusted() const { return isTrusted_; }
 
 private:
-    /// What a path or a link's text says comes next; a "/" before it means the root folder.
+    /// Puts the names of a path or a link's target before the remaining ones. A leading "/"
+    /// restarts at the root folder.
     void prepend(const QByteArray &path) {
         if (path.startsWith('/'))
             startIn("/");
@@ -132,7 +133,7 @@ private:
     }
 
     [[nodiscard]] OSStatus follow(const Descriptor &link, const QByteArray &name) {
-        constexpr int kMostLinks = 40; // as the kernel
+        constexpr int kMostLinks = 40; // as in the kernel
         if (++links_ > kMostLinks)
             return errFSAliasLoop;
         struct statfs system = {};
@@ -145,23 +146,24 @@ private:
         return way_.back() ? noErr : statusFromErrno(errno);
     }
 
-    /// A link in /proc leads to an open item, whatever its text says.
+    /// A link in /proc refers to an open item, whatever its text says.
     [[nodiscard]] OSStatus followKernelLink(const QByteArray &name) {
         Descriptor next(openat(folder(), name.constData(), kFolder));
         struct stat item = {};
         if (!next || fstat(next.number(), &item) != 0)
             return statusFromErrno(errno);
-        way_.clear(); // ".." is not in /proc
+        way_.clear(); // a later ".." does not return to /proc
         enter(std::move(next), item);
         return noErr;
     }
 
     [[nodiscard]] int folder() const { return way_.back().number(); }
 
-    /// The folder that was reached; before it those that a ".." may lead back to. Of a link's own
-    /// ".." the system's parent will do: nobody else moves what is on the way to it.
+    /// The current folder, after those to which a later ".." may return. For ".." in a link's
+    /// target, the kernel's parent folder is safe: nobody else can move a folder on the path to a
+    /// trusted link.
     std::vector<Descriptor> way_;
-    QList<QByteArray> names_; ///< that are left
+    QList<QByteArray> names_; ///< not followed yet
     bool isTrusted_ = true;
     int links_ = 0;
 };
