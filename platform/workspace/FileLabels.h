@@ -8,9 +8,9 @@
 #include <QList>
 #include <QStringList>
 
-/// The eight labels by label number; the first, number 0, means none. A user may give label N
-/// another name or colour in the host's settings: `MXLabelNameN` is any text, `MXLabelColorN` a
-/// colour as "#rrggbb". What is empty or no colour there counts as not set. Any thread.
+/// The eight labels by label number; the first, number 0, means none. A user can override the name
+/// and colour of label N in the host's settings: `MXLabelNameN` is any text, `MXLabelColorN` a
+/// colour as "#rrggbb". An empty name or an invalid colour counts as not set. Any thread.
 namespace MWCore {
 
 [[nodiscard]] MWCORE_EXPORT QStringList fileLabels();

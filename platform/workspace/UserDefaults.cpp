@@ -21,7 +21,7 @@
 namespace MWCore {
 namespace {
 
-/// What QSettings finds the file by.
+/// The names by which QSettings finds the file.
 struct HostNames {
     QString organization;
     QString application;
@@ -36,8 +36,8 @@ HostNames hostNames() {
                                   : HostNames{organization, application};
 }
 
-/// QSettings follows links and writes where they lead. Where others can make some, as in a home
-/// folder that is not the superuser's own, the superuser has no settings.
+/// QSettings follows links when it writes. Where others can create links, as in a home folder that
+/// is not the superuser's own, the superuser has no settings.
 QSettings openedSettings() {
     const HostNames names = hostNames();
     const QSettings usual(QSettings::defaultFormat(), QSettings::UserScope, names.organization,
@@ -50,7 +50,7 @@ QSettings openedSettings() {
             names.application};
 }
 
-/// The key as QSettings can have it: "/" would group keys there, and none may be empty.
+/// The key in a form that QSettings can store: it groups keys by "/" and takes no empty key.
 QString settingsKey(const QString &key) {
     if (key.isEmpty())
         return QStringLiteral("%");
@@ -60,7 +60,7 @@ QString settingsKey(const QString &key) {
     return escaped;
 }
 
-/// Half a surrogate pair would not survive the file, but the byte that it carries does.
+/// An unpaired surrogate would be lost in the file; the byte that it carries is not.
 QVariant storable(const QVariant &value) {
     if (value.typeId() != QMetaType::QString || value.toString().isValidUtf16())
         return value;
@@ -68,7 +68,7 @@ QVariant storable(const QVariant &value) {
     return bytes ? QVariant(*bytes) : value;
 }
 
-/// The deepest folder on the way to @p file that is there.
+/// The deepest existing folder on the path of @p file.
 QString existingFolderOf(const QString &file) {
     QFileInfo folder(QFileInfo(file).path());
     while (!folder.exists() && !folder.isRoot())
@@ -130,13 +130,13 @@ QByteArray UserDefaults::bytes(const QString &key, const QByteArray &byDefault) 
     return converted(value(key), byDefault);
 }
 
-/// Whether the file's disk takes a file with the changes. QSettings would not notice if it did not,
-/// and put what it could write in the place of all settings.
+/// Whether the disk has room for a file with the changes. QSettings would not notice if it had
+/// none, and would replace all settings with what it could write.
 bool UserDefaults::hasRoom() const {
     QByteArray changed;
     QDataStream stream(&changed, QIODevice::WriteOnly);
     stream << changes_;
-    constexpr qint64 kLongestEscape = 6; // bytes a character
+    constexpr qint64 kLongestEscape = 6; // bytes per character
     constexpr qint64 kMore = 65536;
     const qint64 length = QFileInfo(settings_.fileName()).size() + changed.size() * kLongestEscape;
     const auto folder = fileSystemRepresentation(existingFolderOf(settings_.fileName()));
