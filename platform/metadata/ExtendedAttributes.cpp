@@ -23,7 +23,7 @@ constexpr long kListXattrAt =
 #if defined(SYS_listxattrat)
     SYS_listxattrat;
 #elif defined(__alpha__) || defined(__mips__)
-    -1; // no call: these number theirs in their own way
+    -1; // no call: these number their calls differently
 #else
     465;
 #endif
@@ -49,7 +49,7 @@ AttributeNames::AttributeNames(int folder, const char *name, const QByteArray &p
         if (canListAt.load(std::memory_order_relaxed)) {
             const long length =
                 syscall(kListXattrAt, folder, name, AT_SYMLINK_NOFOLLOW, names, size);
-            if (length >= 0 || (errno != ENOSYS && errno != EPERM)) // EPERM: a sandbox's "unknown"
+            if (length >= 0 || (errno != ENOSYS && errno != EPERM)) // EPERM: blocked by a sandbox
                 return length;
             canListAt.store(false, std::memory_order_relaxed);
         }
@@ -58,7 +58,7 @@ AttributeNames::AttributeNames(int folder, const char *name, const QByteArray &p
 }
 
 template <typename List> void AttributeNames::read(List list) {
-    constexpr qsizetype kLongest = 65536; // what the kernel lists at most
+    constexpr qsizetype kLongest = 65536; // the kernel's limit, bytes
     ssize_t length = 0;
     while ((length = list(names_.data(), static_cast<std::size_t>(names_.size()))) < 0 &&
            errno == ERANGE && names_.size() < kLongest)

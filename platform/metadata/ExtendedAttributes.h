@@ -9,56 +9,56 @@
 #include <QByteArray>
 #include <QVarLengthArray>
 
-/// Extended attributes of an item itself, never of what a link leads to (xattr(7)). Any thread.
+/// Extended attributes (xattr(7)) of an item itself, never of a link's target. Any thread.
 namespace MWCore {
 
-/// The names of all extended attributes of an item, found with one call where they take less than
+/// The names of all extended attributes of an item, listed with one call if they take no more than
 /// a kilobyte.
 class AttributeNames {
 public:
     explicit AttributeNames(const QByteArray &path);
 
-    /// Of the entry @p name of the open folder @p folder, which @p path leads to as well: kernels
-    /// before 6.13 know no other way.
+    /// Those of the entry @p name of the open folder @p folder. @p path must lead to the same
+    /// entry; kernels before 6.13 need it.
     AttributeNames(int folder, const char *name, const QByteArray &path);
 
-    /// noErr; errFSOperationNotSupported where the file system has none; else why they could not
-    /// be listed.
+    /// noErr; errFSOperationNotSupported if the file system has no extended attributes; else why
+    /// they could not be listed.
     [[nodiscard]] OSStatus status() const { return status_; }
     [[nodiscard]] bool contains(const char *name) const;
 
 private:
     template <typename List> void read(List list);
 
-    QVarLengthArray<char, 1024> names_; ///< one after the other, each with a NUL
+    QVarLengthArray<char, 1024> names_; ///< each ends with a NUL
     OSStatus status_ = noErr;
 };
 
-/// noErr where metadata of an item can be looked for: its attributes were listed, or its file
-/// system has none and the item is there. Else why not.
+/// noErr if an item's metadata can be searched: its attributes were listed, or its file system has
+/// none and the item exists. Otherwise the cause of the failure.
 [[nodiscard]] OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names);
 
-/// What the kernel keeps of an attribute at most, in bytes.
+/// The kernel's limit for the value of an attribute, in bytes.
 constexpr qsizetype kLongestAttribute = 65536;
 
-/// Nothing on failure, with the cause in @p status: resNotFound when there is none of the name,
-/// fileBoundsErr for one of more than @p longest bytes.
+/// The value of an attribute. nullopt on failure, with the cause in @p status: resNotFound if there
+/// is no such attribute, fileBoundsErr if the value is longer than @p longest bytes.
 [[nodiscard]] std::optional<QByteArray> attribute(const QByteArray &path, const char *name,
                                                   OSStatus *status,
                                                   qsizetype longest = kLongestAttribute);
 
-/// The length of an attribute in bytes; negative when there is none.
+/// The length of an attribute's value in bytes; negative on failure.
 [[nodiscard]] int64_t attributeLength(const QByteArray &path, const char *name);
 
-/// What an attribute must be like before it is set.
+/// Whether an attribute must exist before it is set.
 enum class Before { Absent, Present };
 
-/// Sets the whole value at once; the old one stays on failure: dupFNErr when there is one and none
-/// is expected, resNotFound when there is none.
+/// Sets the value atomically; on failure the old value remains. dupFNErr if the attribute exists
+/// but should not, resNotFound if it should exist but does not.
 [[nodiscard]] OSStatus setAttribute(const QByteArray &path, const char *name,
                                     const QByteArray &value, Before before);
 
-/// resNotFound when there is none of the name.
+/// resNotFound if there is no such attribute.
 [[nodiscard]] OSStatus removeAttribute(const QByteArray &path, const char *name);
 
 } // namespace MWCore

@@ -23,8 +23,8 @@ enum FinderFlags : uint16_t {
     kIsAlias = 0x8000,
 };
 
-/// What a desktop keeps of a file or folder beside its contents: 32 bytes, big-endian where they
-/// are stored. Of a folder the first eight bytes are not type and creator but a window's place.
+/// What a desktop stores about a file or folder: 32 bytes, big-endian where they are stored. For a
+/// folder, the first eight bytes are the bounds of its window instead of type and creator.
 struct MWCORE_EXPORT FinderInfo {
     static constexpr qsizetype kLength = 32;
 
@@ -46,7 +46,7 @@ struct MWCORE_EXPORT FinderInfo {
 
     void setFlag(FinderFlags flag, bool on);
 
-    /// @p bytes are at least 32; those behind them mean nothing.
+    /// @p bytes must be at least 32 bytes; any after them are ignored.
     [[nodiscard]] static FinderInfo fromBytes(QByteArrayView bytes);
     [[nodiscard]] QByteArray toBytes() const;
 };

@@ -6,8 +6,8 @@
 namespace MWCore {
 namespace {
 
-/// What a place is to say. Only what differs between what was read and what is written changes
-/// there: another program may have left more in it.
+/// The information to write to @p place. Only the fields that differ between @p read and @p written
+/// change, because another program may have stored more in the place.
 FinderInfo changedIn(const FinderInfoPlace &place, const FinderInfo &read,
                      const FinderInfo &written) {
     if (place.info.isNone())
@@ -25,13 +25,14 @@ FinderInfo changedIn(const FinderInfoPlace &place, const FinderInfo &read,
     take(&FinderInfo::extended);
     unsigned changed = read.flags ^ written.flags;
     if (changed & kColor)
-        changed |= kColor; // a number of three bits: some of them alone are another label
+        changed |= kColor; // the three bits of the label number change together
     info.flags = static_cast<uint16_t>((info.flags & ~changed) | (written.flags & changed));
     return info;
 }
 
-/// Whether @p sidecar says what was read of it before it was opened to be changed.
-bool says(const AppleDouble &sidecar, const FinderInfo &info) {
+/// Whether @p sidecar still holds the information that was read before it was opened for the
+/// change.
+bool holds(const AppleDouble &sidecar, const FinderInfo &info) {
     const QByteArrayView content = sidecar.content(kFinderInfoEntry);
     return content.size() < FinderInfo::kLength ? info.isNone()
                                                 : FinderInfo::fromBytes(content) == info;
@@ -43,13 +44,13 @@ std::optional<OSStatus> planSidecar(MetadataChange &change, const FinderInfo &be
     AppleDouble *const sidecar = change.sidecar(&status);
     if (!sidecar)
         return status;
-    if (!says(*sidecar, before))
+    if (!holds(*sidecar, before))
         return std::nullopt;
     sidecar->overwrite(kFinderInfoEntry, after.toBytes());
     return noErr;
 }
 
-/// Plans that @p place says @p info.
+/// Plans to write @p info to @p place.
 std::optional<OSStatus> planPlace(MetadataChange &change, const FinderInfoPlace &place,
                                   const FinderInfo &info) {
     if (!place.convention)
@@ -60,7 +61,7 @@ std::optional<OSStatus> planPlace(MetadataChange &change, const FinderInfoPlace 
     return noErr;
 }
 
-/// Where information goes of an item that has none yet.
+/// Where to write the information of an item that has none yet.
 enum class NewPlace { Attribute, Sidecar };
 
 std::optional<OSStatus> planNew(MetadataChange &change, const AttributeNames &names,
@@ -69,14 +70,14 @@ std::optional<OSStatus> planNew(MetadataChange &change, const AttributeNames &na
     if (const OSStatus status = statusOfKind(change.item()); status != noErr)
         return status;
     if (names.contains(convention.attribute))
-        return mapReadErr; // of another form, and not ours to throw away
+        return mapReadErr; // unknown format, which must not be overwritten
     if (place == NewPlace::Sidecar)
         return planSidecar(change, {}, info);
     change.set(convention.attribute, std::nullopt, convention.rewritten({}, info));
     return noErr;
 }
 
-/// What each place is to say, worked out from what the first that counts says now.
+/// The information to write to a place, given what the place that counts holds now.
 using Wanted = std::function<FinderInfo(const FinderInfoPlace &place, const FinderInfo &read)>;
 
 std::optional<OSStatus> planAll(MetadataChange &change, const Wanted &wantedIn, NewPlace newPlace) {
@@ -89,7 +90,7 @@ std::optional<OSStatus> planAll(MetadataChange &change, const Wanted &wantedIn, 
         const FinderInfo info = wantedIn({nullptr, {}, {}}, {});
         return info.isNone() ? std::optional(noErr) : planNew(change, names, info, newPlace);
     }
-    const FinderInfoPlace *const chosen = firstThatSays(places);
+    const FinderInfoPlace *const chosen = firstWithInfo(places);
     const FinderInfo read = chosen ? chosen->info : FinderInfo();
     std::optional<OSStatus> outcome = noErr;
     for (const FinderInfoPlace &place : places)

@@ -14,7 +14,7 @@
 namespace MWCore {
 namespace {
 
-/// The value of 32 bytes; all zero for anything else.
+/// The attribute's value; all zero if it is not 32 bytes long.
 FinderInfo plainInfo(const QByteArray &path, const char *name) {
     std::array<char, FinderInfo::kLength> value{};
     const ssize_t length = lgetxattr(path.constData(), name, value.data(), value.size());
@@ -25,7 +25,7 @@ FinderInfo plainInfo(const QByteArray &path, const char *name) {
 } // namespace
 
 FinderInfoGlance glanceAtFinderInfo(const QByteArray &path) {
-    char names[1024]; // a longer list is not gone through here
+    char names[1024]; // a longer list is not searched
     const ssize_t length = llistxattr(path.constData(), names, sizeof names);
     if (length <= 0)
         return {{}, length == 0 || errno != ERANGE};

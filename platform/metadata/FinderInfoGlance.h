@@ -9,18 +9,20 @@
 
 #include <QByteArray>
 
-/// Finder information for listings, which somebody else may have made long on purpose. Any thread.
+/// Finder information at limited cost, for listing items that somebody may have made slow to read
+/// on purpose. Any thread.
 namespace MWCore {
 
-/// What two system calls tell, whatever an item keeps.
+/// What two system calls can find.
 struct FinderInfoGlance {
-    FinderInfo info;     ///< of the plain extended attribute alone
-    bool isWhole = true; ///< no other extended attribute keeps any
+    FinderInfo info;     ///< from `user.com.apple.FinderInfo` alone
+    bool isWhole = true; ///< no other extended attribute may hold any
 };
 [[nodiscard]] MWCORE_EXPORT FinderInfoGlance glanceAtFinderInfo(const QByteArray &path);
 
-/// As readFinderInfo(), where a glance does not tell all and @p allowance grants more; else what
-/// the glance tells. Whether @p info is all there is; what cannot be read counts as nothing.
+/// Like readFinderInfo() if the glance or @p sidecars leaves more to be found and @p allowance has
+/// time left; else @p info is what the glance found. Returns whether @p info is complete; what
+/// cannot be read counts as empty.
 [[nodiscard]] MWCORE_EXPORT bool readFinderInfoWithin(TimeAllowance &allowance,
                                                       const QByteArray &path, FinderInfo *info,
                                                       Sidecars sidecars);

@@ -18,7 +18,7 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
         OSStatus status = noErr;
         const auto value = attribute(path, convention.attribute, &status, convention.longest);
         if (status == fileBoundsErr)
-            continue; // somebody else's
+            continue; // not of this convention
         failure = failure == noErr ? status : failure;
         if (const auto info = value ? convention.read(*value) : std::nullopt)
             places.append({&convention, *value, *info});
@@ -31,7 +31,7 @@ OSStatus addSidecar(const QByteArray &path, FinderInfoPlaces &places) {
     const auto entry = sidecarEntry(path, kFinderInfoEntry, FinderInfo::kLength, &status);
     if (!entry || entry->beginning.size() < FinderInfo::kLength)
         return status;
-    // Every sidecar has the 32 bytes, also one that is there for a fork alone.
+    // Every sidecar has the 32 bytes, even one that holds only a fork.
     const FinderInfo info = FinderInfo::fromBytes(entry->beginning);
     if (!info.isNone())
         places.append({nullptr, {}, info});
@@ -49,7 +49,7 @@ OSStatus findFinderInfoPlaces(const QByteArray &path, const AttributeNames &name
     return !places.isEmpty() ? noErr : attributes != noErr ? attributes : sidecar;
 }
 
-const FinderInfoPlace *firstThatSays(const FinderInfoPlaces &places) {
+const FinderInfoPlace *firstWithInfo(const FinderInfoPlaces &places) {
     const auto *const place =
         std::ranges::find_if_not(places, &FinderInfo::isNone, &FinderInfoPlace::info);
     return place == places.end() ? nullptr : &*place;

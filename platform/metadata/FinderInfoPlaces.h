@@ -11,7 +11,7 @@
 
 namespace MWCore {
 
-/// A place that keeps Finder information of an item.
+/// A place that holds Finder information of an item.
 struct FinderInfoPlace {
     const Convention *convention; ///< null for the sidecar
     QByteArray value;             ///< of the extended attribute
@@ -23,12 +23,12 @@ struct FinderInfoPlace {
 };
 using FinderInfoPlaces = QVarLengthArray<FinderInfoPlace, 4>;
 
-/// Finds the places in the order in which they count. What cannot be read is no place; it is a
-/// failure only where there is no other. Any thread.
+/// Finds the places in order of precedence. A place that cannot be read is left out; that is a
+/// failure only if there is no other. Any thread.
 [[nodiscard]] OSStatus findFinderInfoPlaces(const QByteArray &path, const AttributeNames &names,
                                             Sidecars sidecars, FinderInfoPlaces &places);
 
-/// The first place that says anything, or null.
-[[nodiscard]] const FinderInfoPlace *firstThatSays(const FinderInfoPlaces &places);
+/// The first place whose information is not all zero, or null.
+[[nodiscard]] const FinderInfoPlace *firstWithInfo(const FinderInfoPlaces &places);
 
 } // namespace MWCore

@@ -11,7 +11,7 @@ void reportDisagreement(const QByteArray &path, const FinderInfoPlaces &places,
                         const FinderInfoPlace &chosen) {
     for (const FinderInfoPlace &place : places)
         if (!place.info.isNone() && place.info != chosen.info)
-            qCWarning(mwcoreLog).nospace() // a quoted path: names can hold line ends and worse
+            qCWarning(mwcoreLog).nospace() // quotes the path: names can contain line ends
                 << "Finder information of " << stringWithFileSystemRepresentation(path) << " in "
                 << chosen.name() << " and in " << place.name() << " differs; the first counts";
 }
@@ -21,7 +21,7 @@ void reportDisagreement(const QByteArray &path, const FinderInfoPlaces &places,
 OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info, Sidecars sidecars) {
     FinderInfoPlaces places;
     const OSStatus status = findFinderInfoPlaces(path, AttributeNames(path), sidecars, places);
-    const FinderInfoPlace *const chosen = firstThatSays(places);
+    const FinderInfoPlace *const chosen = firstWithInfo(places);
     *info = chosen ? chosen->info : FinderInfo();
     if (places.size() > 1 && chosen)
         reportDisagreement(path, places, *chosen);

@@ -8,17 +8,17 @@
 
 namespace MWCore {
 
-/// An extended attribute that keeps resource forks.
+/// An extended attribute that holds a resource fork.
 struct ForkAttribute {
     const char *name;
-    qsizetype trailing; ///< zeros behind the fork, bytes
+    qsizetype trailing; ///< zero bytes after the fork
 };
 inline constexpr ForkAttribute kForkAttributes[] = {{"user.com.apple.ResourceFork", 0},
                                                     {"user.org.netatalk.ResourceFork", 0},
                                                     {"user.DosStream.AFP_Resource:$DATA", 1},
                                                     {"user.AFP_Resource", 1}};
 
-/// The first of @p names that keeps a fork, or null.
+/// The first fork attribute among @p names, or null.
 inline const ForkAttribute *forkAttribute(const AttributeNames &names) {
     const auto *const found = std::ranges::find_if(
         kForkAttributes, [&names](const char *name) { return names.contains(name); },

@@ -8,7 +8,7 @@
 namespace MWCore {
 namespace {
 
-/// Plans to remove the fork from wherever else it is: it would come to light there.
+/// Plans to remove the fork from every place; otherwise a reader would find another copy.
 OSStatus planRemovals(MetadataChange &change, const AttributeNames &names) {
     OSStatus status = noErr;
     for (const ForkAttribute &place : kForkAttributes) {

@@ -22,7 +22,7 @@ std::optional<ForkReader> ForkReader::open(const QByteArray &path, OSStatus *sta
 std::optional<ForkReader> ForkReader::ofAttribute(const QByteArray &path,
                                                   const ForkAttribute &place, OSStatus *status) {
     ForkReader reader;
-    auto value = attribute(path, place.name, status); // whose length the system bounds
+    auto value = attribute(path, place.name, status); // the kernel limits its length
     if (value)
         value->chop(place.trailing);
     if (value && value->isEmpty())

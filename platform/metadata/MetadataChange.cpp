@@ -15,15 +15,15 @@
 namespace MWCore {
 namespace {
 
-/// Whether an attribute has the value, or is absent for none. One that may be written and not read
-/// counts as if it had.
+/// Whether an attribute has the value @p expected; nullopt means that it does not exist. An
+/// attribute that cannot be read counts as having it.
 bool hasValue(const QByteArray &path, const char *name, const std::optional<QByteArray> &expected) {
     OSStatus status = noErr;
     const auto value = attribute(path, name, &status);
     return value == expected || (status != noErr && status != resNotFound);
 }
 
-/// resNotFound and dupFNErr mean that another writer was there just now.
+/// resNotFound and dupFNErr mean that another writer changed the attribute in between.
 OSStatus replaceValue(const QByteArray &path, const char *name,
                       const std::optional<QByteArray> &before,
                       const std::optional<QByteArray> &after) {
@@ -36,8 +36,8 @@ bool isConflict(OSStatus status) {
     return status == resNotFound || status == dupFNErr;
 }
 
-/// A new sidecar belongs to the owner of its item, may be read and written as the item, and is no
-/// program. Without an item it is as any new file.
+/// A new sidecar gets the owner, group and access rights of its item, without execute permissions.
+/// Without an item it gets those of any new file.
 OSStatus accessBeside(const ItemPlace &item, Access *access) {
     struct stat now = {};
     constexpr mode_t kReadAndWrite = 0666;
@@ -81,12 +81,12 @@ AppleDouble *MetadataChange::sidecar(OSStatus *status) {
     return sidecar_ ? &*sidecar_ : nullptr;
 }
 
-/// Everything that takes time; nobody sees it.
+/// Does the slow work, whose result nobody else can see yet.
 OSStatus MetadataChange::prepareSidecar() {
     if (!sidecar_ || sidecar_->isVoid() || sidecar_->bytes() == oldSidecar_)
         return noErr;
     if (sidecar_->bytes().size() > kLargestSidecar)
-        return fileBoundsErr; // nobody could read or change it again
+        return fileBoundsErr; // nobody could read or change it afterwards
     Access fresh = {};
     const OSStatus status = accessBeside(item_, &fresh);
     return status == noErr ? file_->prepare(sidecar_->bytes(), fresh) : status;
@@ -106,7 +106,7 @@ std::optional<OSStatus> MetadataChange::commit(std::optional<FolderTurn> &turn) 
         status = putSidecar();
     if (status == noErr && makesItem_)
         status = putItem();
-    if (isConflict(status) || (status == noErr && !stands()))
+    if (isConflict(status) || (status == noErr && !hasNewValues()))
         return std::nullopt;
     return status;
 }
@@ -141,7 +141,7 @@ OSStatus MetadataChange::setAttributes() {
     return noErr;
 }
 
-/// Of the first @p count.
+/// Restores the first @p count attributes.
 void MetadataChange::restoreAttributes(std::size_t count) {
     for (const Attribute &attribute : std::span(attributes_).first(count))
         if (attribute.before != attribute.after)
@@ -161,7 +161,8 @@ OSStatus MetadataChange::putSidecar() {
     return status;
 }
 
-/// Within the turn, so that nobody takes the sidecar for one that a killed process left.
+/// Called while the folder is locked, so that nobody takes the sidecar for one that a killed
+/// process left behind.
 OSStatus MetadataChange::putItem() const {
     const OSStatus made = makeEmptyFile(item_);
     if (made != noErr && file_)
@@ -169,8 +170,8 @@ OSStatus MetadataChange::putItem() const {
     return made;
 }
 
-/// Whether no other program has written over the attributes meanwhile.
-bool MetadataChange::stands() const {
+/// Whether no other program has overwritten the attributes meanwhile.
+bool MetadataChange::hasNewValues() const {
     return std::ranges::all_of(attributes_, [this](const Attribute &attribute) {
         return hasValue(path(), attribute.name, attribute.after);
     });
@@ -186,7 +187,7 @@ OSStatus statusOfKind(const ItemPlace &item) {
 OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan) {
     using namespace std::chrono_literals;
     const auto end = std::chrono::steady_clock::now() + 10s;
-    constexpr int kQuickAttempts = 3; // in which others may be faster
+    constexpr int kQuickAttempts = 3; // that lock the folder only to write
     for (int attempt = 0; std::chrono::steady_clock::now() < end; ++attempt) {
         std::optional<FolderTurn> turn;
         if (attempt >= kQuickAttempts)

@@ -15,38 +15,39 @@
 
 #include <QByteArray>
 
-/// Changes of what is kept of an item, in its extended attributes and its sidecar, so that of two
-/// writers neither loses what the other wrote. Any thread.
+/// Changes to an item's metadata, in its extended attributes and its sidecar, in which concurrent
+/// writers do not lose each other's changes. Any thread.
 namespace MWCore {
 
-/// One attempt at a change: what it was worked out from, and what is to be written.
+/// One attempt at a change: the values that it is based on, and those to be written.
 class MetadataChange {
 public:
     explicit MetadataChange(ItemPlace item) : item_(std::move(item)) {}
 
-    /// For system calls that take a path; valid while this lives.
+    /// For system calls that take a path; valid while this object exists.
     [[nodiscard]] QByteArray path() const { return item_.path(); }
     [[nodiscard]] const ItemPlace &item() const { return item_; }
 
-    /// Plans to set an extended attribute whose value was read as @p before (absent for nothing) to
-    /// @p after, or to remove it for nothing.
+    /// Plans to change an extended attribute from @p before, the value that was read, to @p after.
+    /// nullopt means that the attribute does not exist.
     void set(const char *attribute, std::optional<QByteArray> before,
              std::optional<QByteArray> after);
 
-    /// The sidecar, to be changed; a fresh one where there is none. Null, with the cause in
-    /// @p status, when what is there must not be overwritten.
+    /// The sidecar, to be modified; a new one if there is none. Null on failure, with the cause in
+    /// @p status, which includes a file that must not be overwritten.
     [[nodiscard]] AppleDouble *sidecar(OSStatus *status);
 
-    /// Plans to make the item, an empty file, which must not be there yet, together with what is
-    /// kept of it.
+    /// Plans to create the item, an empty file, together with its metadata. The item must not exist
+    /// yet.
     void makeItem() { makesItem_ = true; }
 
-    /// Writes everything or, as far as the system lets it, nothing, and sees whether it stands; in
+    /// Writes everything or, as far as the system lets it, nothing, and sees whether it
+    /// hasNewValues; in
     /// @p turn, which is taken if it is not held yet. Nothing when somebody else changed what the
     /// plan was made from.
     [[nodiscard]] std::optional<OSStatus> commit(std::optional<FolderTurn> &turn);
 
-    /// Makes what was written survive a loss of power; when the turn is over.
+    /// Makes the change survive a power failure. To be called after the turn.
     void sync() const;
 
 private:
@@ -62,7 +63,7 @@ private:
     void restoreAttributes(std::size_t count);
     [[nodiscard]] OSStatus putSidecar();
     [[nodiscard]] OSStatus putItem() const;
-    [[nodiscard]] bool stands() const;
+    [[nodiscard]] bool hasNewValues() const;
 
     ItemPlace item_;
     std::vector<Attribute> attributes_;
@@ -72,31 +73,31 @@ private:
     bool makesItem_ = false;
 };
 
-/// noErr for a plain file or a folder, which alone can have attributes and sidecars of their own;
-/// errFSOperationNotSupported for anything else.
+/// noErr for a regular file or a folder; errFSOperationNotSupported for anything else, which can
+/// have no attributes or sidecar of its own.
 [[nodiscard]] OSStatus statusOfKind(const ItemPlace &item);
 
-/// Plans a change. Nothing when what was read does not fit together.
+/// Plans a change. nullopt if another writer made the values read inconsistent.
 using MetadataPlan = std::function<std::optional<OSStatus>(MetadataChange &)>;
 
-/// Makes the change that @p plan plans; from the start again whenever another writer came between.
-/// fBsyErr after ten seconds of that.
+/// Plans and writes a change, and begins again whenever another writer interferes. fBsyErr after
+/// ten seconds of that.
 [[nodiscard]] OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan);
 
-/// Makes an empty file and its sidecar, as @p fill fills it, both or neither. A sidecar without an
-/// item may be what a killed process left; it is taken over if @p isLeftOver says so. dupFNErr when
-/// something is there, or the sidecar of something else.
+/// Creates an empty file and its sidecar, filled by @p fill; both or neither. A sidecar without an
+/// item may be left over from a killed process; it is reused if @p isLeftOver returns true.
+/// dupFNErr if the item exists, or a sidecar that is not left over.
 [[nodiscard]] OSStatus
 makeItemWithSidecar(const ItemPlace &place,
                     const std::function<bool(const AppleDouble &)> &isLeftOver,
                     const std::function<void(AppleDouble &)> &fill);
 
-// As the operations on a path in MetadataStore.h.
+// Like the operations on a path in MetadataStore.h.
 [[nodiscard]] OSStatus changeFinderInfo(const ItemPlace &item,
                                         const std::function<void(FinderInfo &)> &change);
 
-/// What becomes of a resource fork; no bytes mean that there is none. It may refuse, with the cause
-/// in @p status.
+/// Returns the new content of a resource fork; no bytes mean that there is no fork. To refuse, sets
+/// @p status to the cause.
 using ForkChange = std::function<QByteArray(QByteArrayView fork, OSStatus *status)>;
 [[nodiscard]] OSStatus changeResourceFork(const ItemPlace &item, const ForkChange &change);
 

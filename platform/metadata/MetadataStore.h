@@ -11,65 +11,65 @@
 
 #include <QByteArray>
 
-/// Finder information and resource forks, wherever programs on this system keep them: three
-/// extended attributes and sidecar files (see docs/metadata.md). The item itself is never opened,
-/// a link never followed; its data, times (except the change time) and mode stay. Paths are in
-/// file-system representation. What changes something follows links on the way to the item only
-/// where no other user could have made them: foreignLinkErr. Any thread.
+/// Finder information and resource forks, wherever programs on this system store them: in extended
+/// attributes and sidecar files (docs/metadata.md). The item itself is never opened, and a link is
+/// never followed; its data, mode and times (except the change time) are preserved. Paths are in
+/// file-system representation. A function that changes something returns foreignLinkErr if another
+/// user could have made a link on the path to the item. Any thread.
 namespace MWCore {
 
-/// What is known of the folder that an item is in.
+/// Whether the folder of an item can contain sidecars.
 enum class Sidecars {
     MayExist,
-    Absent, ///< no name in it begins with "._"
+    Absent, ///< no name in the folder begins with "._"
 };
 
-/// Whether extended attributes keep Finder information or a fork of the entry @p name of the open
-/// folder @p folder, which @p path leads to as well. They never do of other than plain files and
-/// folders. One llistxattr, or listxattrat where the kernel has it. Also true when they could not
-/// be listed for another reason than that the file system has none.
+/// Whether extended attributes may hold Finder information or a fork for the entry @p name of the
+/// open folder @p folder, to which @p path leads as well. Only regular files and folders can have
+/// such attributes. Costs one llistxattr, or listxattrat where the kernel has it. Also true if the
+/// attributes could not be listed, unless the file system has none.
 [[nodiscard]] MWCORE_EXPORT bool mayHaveMetadataAttributes(int folder, const char *name,
                                                            const QByteArray &path);
 
-/// Reads an item's Finder information into @p info, all zero when nothing is kept of it. Where two
-/// places disagree the first in the order of docs/metadata.md counts and one line is logged.
-/// One llistxattr, and one failed open unless @p sidecars says Absent, for an item without.
+/// Reads an item's Finder information into @p info; all zero if there is none. If two places
+/// disagree, the first in the order of docs/metadata.md counts, and the other is logged. For an
+/// item without, costs one llistxattr and, unless @p sidecars is Absent, one failed open.
 [[nodiscard]] MWCORE_EXPORT OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info,
                                                     Sidecars sidecars = Sidecars::MayExist);
 
-/// Lets @p change change an item's Finder information as it is at that moment, and writes what
-/// differs to every place that keeps some of the item; other things that a place says there stay.
-/// Where none does it goes to the extended attribute `user.com.apple.FinderInfo`, else, where the
-/// file system has no extended attributes, to a sidecar. What others write meanwhile is not lost:
-/// @p change, which must not throw, is called again with what they wrote. On failure the old
-/// information stands. For a link, fifo, socket or device: errFSOperationNotSupported, unless a
-/// sidecar keeps some already.
+/// Calls @p change with an item's current Finder information and writes the changed fields to every
+/// place that holds some; the other fields of each place are preserved. If no place holds any, it
+/// is written to the extended attribute `user.com.apple.FinderInfo` or, if the file system has no
+/// extended attributes, to a sidecar. Changes that others write meanwhile are not lost: @p change,
+/// which must not throw, is called again with what they wrote. On failure the old information
+/// remains. errFSOperationNotSupported for a link, fifo, socket or device, unless a sidecar already
+/// holds some.
 [[nodiscard]] MWCORE_EXPORT OSStatus
 changeFinderInfo(const QByteArray &path, const std::function<void(FinderInfo &)> &change);
 
-/// The same with all of @p info, whatever somebody else wrote since it was read.
+/// The same with all fields of @p info, even those that others have changed since it was read.
 [[nodiscard]] MWCORE_EXPORT OSStatus writeFinderInfo(const QByteArray &path,
                                                      const FinderInfo &info);
 
-/// Removes it from every place, also what only one of them says. What else is kept there stays.
+/// Removes an item's Finder information from every place. Other data in those places is preserved.
 [[nodiscard]] MWCORE_EXPORT OSStatus removeFinderInfo(const QByteArray &path);
 
-/// Lengths of an item's resource fork in bytes; both 0 without one.
+/// Lengths of an item's resource fork in bytes; both 0 if it has none.
 struct ForkSize {
     int64_t logical = 0;
-    int64_t physical = 0; ///< what it takes on the disk
+    int64_t physical = 0; ///< space taken on the disk
 };
 [[nodiscard]] MWCORE_EXPORT OSStatus resourceForkSize(const QByteArray &path, ForkSize *size,
                                                       Sidecars sidecars = Sidecars::MayExist);
 
-/// The whole resource fork. Nothing on failure, with the cause in @p status: resFNotFound without
-/// one.
+/// The whole resource fork. nullopt on failure, with the cause in @p status: resFNotFound if there
+/// is none.
 [[nodiscard]] MWCORE_EXPORT std::optional<QByteArray> readResourceFork(const QByteArray &path,
                                                                        OSStatus *status);
 
-/// Writes the fork to the extended attribute that keeps one already, else to the sidecar. No bytes
-/// remove it. On failure the old fork stands. For what is neither a plain file nor a folder:
-/// errFSOperationNotSupported; fileBoundsErr when the sidecar would have more than 256 MB.
+/// Writes the fork to the extended attribute that already holds one, else to the sidecar. An empty
+/// @p fork removes it. On failure the old fork remains. errFSOperationNotSupported unless the item
+/// is a regular file or a folder; fileBoundsErr if the sidecar would be larger than 256 MB.
 [[nodiscard]] MWCORE_EXPORT OSStatus writeResourceFork(const QByteArray &path,
                                                        const QByteArray &fork);
 

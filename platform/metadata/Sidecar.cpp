@@ -16,7 +16,8 @@ namespace {
 
 constexpr int64_t kHeadLength = 1024; ///< holds the longest table, and most of what is read
 
-/// The entry @p id of the open file; nothing with noErr when it has none or is no sidecar at all.
+/// The entry @p id of a file that starts with @p head. nullopt with @p status unchanged if it has
+/// none or is not a sidecar.
 std::optional<AppleDouble::Entry> entryIn(QByteArrayView head, int64_t size, AppleDoubleId id,
                                           OSStatus *status) {
     if (!AppleDouble::hasMagic(head))
@@ -55,7 +56,8 @@ std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path, AppleDo
     if (file && fstat(file.number(), &item) != 0)
         *status = statusFromErrno(errno);
     if (!file || *status != noErr) {
-        // A name too long for a sidecar has none, nor has what is no plain file.
+        // An item has no sidecar if the sidecar's name is too long or is not that of a regular
+        // file.
         if (*status == fnfErr || *status == bdNamErr || *status == errFSOperationNotSupported)
             *status = noErr;
         return std::nullopt;
@@ -75,7 +77,7 @@ std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId i
         return std::nullopt;
     const int64_t wanted = std::min<int64_t>(found->entry.length, limit);
     if (wanted > kLargestSidecar) {
-        *status = fileBoundsErr; // a file with holes is as long as it likes
+        *status = fileBoundsErr; // a sparse file can have any length
         return std::nullopt;
     }
     auto beginning = found->read(found->entry.offset, wanted, status);

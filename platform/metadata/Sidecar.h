@@ -10,11 +10,11 @@
 
 #include <QByteArray>
 
-/// The file "._name" beside an item that keeps what the file system cannot (RFC 1740). A file of
-/// that name that is nothing of the kind is left alone. Any thread.
+/// The AppleDouble file "._name" beside an item, for metadata that the file system cannot store
+/// (RFC 1740). A file of that name in another format is ignored. Any thread.
 namespace MWCore {
 
-/// In bytes; a fork is never meant to be so large.
+/// In bytes; more than any real fork needs.
 constexpr int64_t kLargestSidecar = 256 << 20;
 
 inline constexpr QByteArrayView kSidecarPrefix = "._";
@@ -23,32 +23,33 @@ inline constexpr QByteArrayView kSidecarPrefix = "._";
 }
 
 /// The name of the sidecar of an item @p name; empty for an item that can have none: a sidecar
-/// itself, and "/".
+/// itself, ".", ".." and "/".
 [[nodiscard]] QByteArray sidecarName(const QByteArray &name);
 
 /// An entry of an item's sidecar, found but not read.
 struct OpenSidecarEntry {
     Descriptor file;
     AppleDouble::Entry entry;
-    int64_t allocated; ///< space that the whole sidecar takes on the disk, bytes
+    int64_t allocated; ///< bytes that the whole sidecar takes on the disk
     QByteArray head;   ///< the beginning of the file
 
-    /// Up to @p length bytes of the file from @p offset on. Nothing on failure, with the cause in
+    /// Up to @p length bytes of the file from @p offset on. nullopt on failure, with the cause in
     /// @p status.
     [[nodiscard]] std::optional<QByteArray> read(int64_t offset, int64_t length,
                                                  OSStatus *status) const;
 };
 
-/// Nothing where there is none, with noErr in @p status, or on failure: mapReadErr when the sidecar
-/// is damaged.
+/// Finds the entry @p id of an item's sidecar. nullopt with noErr in @p status if there is none,
+/// and nullopt on failure, with the cause in @p status: mapReadErr if the sidecar is damaged.
 [[nodiscard]] std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path,
                                                                AppleDoubleId id, OSStatus *status);
 
-/// The same, read without the rest; fileBoundsErr when more than 256 MB would have to be read.
+/// Like OpenSidecarEntry, with up to @p limit bytes read. fileBoundsErr if more than 256 MB would
+/// have to be read.
 struct SidecarEntry {
     uint32_t length;      ///< of the whole content, bytes
-    int64_t allocated;    ///< as above
-    QByteArray beginning; ///< at most as many bytes as asked for
+    int64_t allocated;    ///< bytes that the whole sidecar takes on the disk
+    QByteArray beginning; ///< at most @p limit bytes
 };
 [[nodiscard]] std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id,
                                                        int64_t limit, OSStatus *status);

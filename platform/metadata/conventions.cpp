@@ -10,7 +10,7 @@
 namespace MWCore {
 namespace {
 
-/// The 32 bytes alone, as several independent tools keep them.
+/// The 32 bytes alone, as several independent tools store them.
 namespace Bare {
 
 std::optional<FinderInfo> read(const QByteArray &value) {
@@ -24,10 +24,10 @@ QByteArray rewritten(const QByteArray & /*value*/, const FinderInfo &info) {
 
 } // namespace Bare
 
-/// An AppleDouble record without a file, as Netatalk keeps it.
+/// An AppleDouble file in an attribute, as Netatalk stores it.
 namespace Record {
 
-constexpr qsizetype kLongest = 4096; ///< ten times what its writers keep
+constexpr qsizetype kLongest = 4096; ///< ten times what its writers store
 std::optional<FinderInfo> read(const QByteArray &value) {
     const auto record = AppleDouble::parse(value);
     const QByteArrayView content = record ? record->content(kFinderInfoEntry) : QByteArrayView();
@@ -43,7 +43,7 @@ QByteArray rewritten(const QByteArray &value, const FinderInfo &info) {
 
 } // namespace Record
 
-/// The AFP information of 60 bytes, as Samba's vfs_fruit keeps it in a stream; some versions store
+/// The AFP information of 60 bytes, as Samba's vfs_fruit stores it in a stream; some versions store
 /// one byte more.
 namespace Stream {
 
@@ -53,13 +53,13 @@ constexpr qsizetype kLengths[] = {60, 61};
 constexpr qsizetype kFinderInfoOffset = 16;
 
 std::optional<FinderInfo> read(const QByteArray &value) {
-    const bool isOne =
+    const bool isAfpInfo =
         std::ranges::find(kLengths, value.size()) != std::end(kLengths) &&
         value.startsWith(kMagic) &&
         std::ranges::find(kVersions, numberAt<uint32_t>(value, 4)) != std::end(kVersions);
-    return isOne ? std::optional(
-                       FinderInfo::fromBytes(QByteArrayView(value).sliced(kFinderInfoOffset)))
-                 : std::nullopt;
+    return isAfpInfo ? std::optional(
+                           FinderInfo::fromBytes(QByteArrayView(value).sliced(kFinderInfoOffset)))
+                     : std::nullopt;
 }
 
 QByteArray rewritten(const QByteArray &value, const FinderInfo &info) {

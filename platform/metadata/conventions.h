@@ -11,20 +11,20 @@
 
 namespace MWCore {
 
-/// How one family of programs keeps Finder information in an extended attribute.
+/// How one family of programs stores Finder information in an extended attribute.
 struct Convention {
     const char *attribute;
-    qsizetype longest; ///< value of the convention's form, bytes
+    qsizetype longest; ///< value in this format, bytes
 
-    /// Nothing when the value is not of the convention's form.
+    /// nullopt if the value is not in this format.
     std::optional<FinderInfo> (*read)(const QByteArray &value);
 
-    /// A value that was read, with other information and every other byte as it was; empty when
-    /// the attribute is to go.
+    /// @p value with new information and all its other bytes preserved; empty if the attribute is
+    /// to be removed.
     QByteArray (*rewritten)(const QByteArray &value, const FinderInfo &info);
 };
 
-/// In the order in which they count. The first is the one that new information is written to.
+/// In order of precedence. New information is written in the first.
 [[nodiscard]] std::span<const Convention> conventions();
 
 } // namespace MWCore
