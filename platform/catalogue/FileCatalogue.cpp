@@ -34,7 +34,7 @@ UTCDateTime dateFrom(const statx_timestamp &time) {
     return utcDateTimeFrom({time.tv_sec, static_cast<long>(time.tv_nsec)});
 }
 
-/// Everything that one statx tells.
+/// Fills all fields that one statx(2) provides.
 OSStatus examine(const QByteArray &path, uint32_t whichInfo, FSCatalogInfo *info) {
     struct statx item = {};
     constexpr unsigned kMask =
@@ -61,7 +61,7 @@ OSStatus readForkSizes(const QByteArray &path, FSCatalogInfo *info) {
     return status;
 }
 
-/// The attributes of an open item, with or without the immutable one; 0 or an `errno` value.
+/// Sets or clears the immutable attribute of an open item. 0 or an `errno` value.
 int setImmutable(int item, bool locked, int *flags) {
     if (ioctl(item, FS_IOC_GETFLAGS, flags) != 0)
         return errno;
@@ -73,7 +73,7 @@ int setImmutable(int item, bool locked, int *flags) {
 }
 
 OSStatus setLocked(const ItemPlace &place, bool locked) {
-    const FolderTurn turn(place); // all attributes are written at once
+    const FolderTurn turn(place); // all flags are read and written together
     OSStatus status = turn.status();
     if (status != noErr)
         return status;
@@ -120,7 +120,7 @@ UTCDateTime utcDateTimeFrom(const timespec &time) {
 timespec timeFrom(UTCDateTime date) {
     timespec time = {};
     time.tv_sec = static_cast<time_t>(date / kFractions) - kSecondsFrom1904To1970;
-    // Rounded up, so that the way back leads to the same date.
+    // Rounded up, so that converting back gives the same date.
     time.tv_nsec = static_cast<long>(
         (static_cast<int64_t>(date % kFractions) * kNanoseconds + kFractions - 1) / kFractions);
     return time;

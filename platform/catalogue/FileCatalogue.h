@@ -19,7 +19,7 @@ namespace MWCore {
 /// A point in time: 65536ths of a second since 1904-01-01 00:00:00 GMT.
 using UTCDateTime = uint64_t;
 
-/// What the catalogue is asked for, or told; combined with |.
+/// The fields to read or set; combined with |.
 enum FSCatalogInfoBitmap : uint32_t {
     kFSCatInfoNone = 0,
     kFSCatInfoNodeFlags = 0x2,
@@ -43,39 +43,40 @@ struct FSCatalogInfo {
     UTCDateTime createDate = 0;
     UTCDateTime contentModDate = 0;
     FinderInfo finderInfo;
-    // Bytes. Of a folder the system's own: what its list of names takes.
+    // In bytes. For a folder, the size of its list of names in the file system.
     uint64_t dataLogicalSize = 0;
     uint64_t dataPhysicalSize = 0;
     uint64_t rsrcLogicalSize = 0;
     uint64_t rsrcPhysicalSize = 0;
 };
 
-/// Fills the fields of @p info that @p whichInfo asks for, of a link its own. Never opens the item.
-/// errFSOperationNotSupported for the date of creation where the file system does not keep it;
-/// other fields are filled then. Any thread.
+/// Fills the fields of @p info that @p whichInfo asks for. A link is not followed, and the item is
+/// never opened. errFSOperationNotSupported if the creation date is asked for and the file system
+/// does not record it; the other fields are filled in any case. Any thread.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
                                                       FSCatalogInfo *info);
 
-/// The same for what is at @p path now: fewer calls than a reference takes. fnfErr when nothing is
-/// there.
+/// The same for the item at @p path now, with fewer system calls than a reference takes. fnfErr if
+/// nothing is there.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfoForPath(const QByteArray &path,
                                                              uint32_t whichInfo,
                                                              FSCatalogInfo *info);
 
-/// Changes what @p whichInfo names: the locked flag (which takes the superuser's rights), the date
-/// of modification, the Finder information; errFSOperationNotSupported for anything else. All of
-/// the Finder information is set, whatever others wrote since it was read: FSChangeFinderInfo()
-/// changes a part. Never through a link that another user may have made: foreignLinkErr. Any
-/// thread.
+/// Sets the fields that @p whichInfo names: the locked flag (which needs the superuser's rights),
+/// the modification date and the Finder information; errFSOperationNotSupported for any other. The
+/// Finder information is replaced as a whole, even if others have changed it since it was read;
+/// FSChangeFinderInfo() changes a part of it. foreignLinkErr if another user could have made a link
+/// on the path to the item. Any thread.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
                                                       const FSCatalogInfo &info);
 
-/// Lets @p change, which must not throw, change an item's Finder information as it is at that
-/// moment; again if others write it meanwhile, so that no change is lost. Any thread.
+/// Calls @p change, which must not throw, with an item's current Finder information and writes the
+/// result. Begins again if others write it meanwhile, so that no change is lost. Any thread.
 [[nodiscard]] MWCORE_EXPORT OSStatus
 FSChangeFinderInfo(const FSRef &ref, const std::function<void(FinderInfo &)> &change);
 
-/// Exact to 1/65536 s; times before 1904 are 0, those that are too late the last there is.
+/// Exact to 1/65536 s. Times before 1904 become 0; times that are too late become the latest
+/// UTCDateTime.
 [[nodiscard]] MWCORE_EXPORT UTCDateTime utcDateTimeFrom(const timespec &time);
 [[nodiscard]] MWCORE_EXPORT timespec timeFrom(UTCDateTime date);
 

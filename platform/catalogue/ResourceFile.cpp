@@ -23,7 +23,7 @@ struct ResourceFile::Fork {
     FSRef item;
     ForkPermission permission;
     ResourceMap map;
-    std::vector<Edit> edits; ///< that close() makes to the fork as it is then
+    std::vector<Edit> edits; ///< applied by close() to the fork as it is then
 
     void edit(Edit edit) {
         edit(map);
@@ -33,7 +33,7 @@ struct ResourceFile::Fork {
 
 namespace {
 
-/// Gives an item that is there a fork.
+/// Gives an existing item an empty fork.
 OSStatus addEmptyFork(const ItemPlace &place, const QByteArray &empty) {
     return changeResourceFork(place, [&empty](QByteArrayView fork, OSStatus *refused) {
         *refused = fork.isEmpty() ? noErr : dupFNErr;
@@ -42,11 +42,11 @@ OSStatus addEmptyFork(const ItemPlace &place, const QByteArray &empty) {
 }
 
 OSStatus makeFileWithFork(const ItemPlace &place, const QByteArray &empty) {
-    const auto keepsNoOtherFork = [&empty](const AppleDouble &sidecar) {
+    const auto hasNoOtherFork = [&empty](const AppleDouble &sidecar) {
         const QByteArrayView fork = sidecar.content(kResourceForkEntry);
         return fork.isEmpty() || fork == empty;
     };
-    return makeItemWithSidecar(place, keepsNoOtherFork, [&empty](AppleDouble &sidecar) {
+    return makeItemWithSidecar(place, hasNoOtherFork, [&empty](AppleDouble &sidecar) {
         sidecar.replace(kResourceForkEntry, empty);
     });
 }
@@ -133,7 +133,8 @@ OSStatus ResourceFile::close() {
     return status;
 }
 
-/// @p fork with the edits made to it: others may have added resources since it was opened.
+/// @p fork with the edits applied. It is read again, because others may have added resources since
+/// it was opened.
 QByteArray ResourceFile::edited(QByteArrayView fork, OSStatus *status) const {
     auto map = ResourceMap::parse(fork);
     if (!map) {

@@ -24,7 +24,7 @@
 namespace MWCore {
 namespace {
 
-/// The label as the file system itself tells it; empty where it has none or does not tell.
+/// The label that the file system itself reports; empty if it reports none.
 QByteArray labelFromFileSystem(const Mount &mount) {
     const Descriptor folder(open(mount.mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     char label[FSLABEL_MAX + 1] = {};
@@ -33,7 +33,7 @@ QByteArray labelFromFileSystem(const Mount &mount) {
     return label;
 }
 
-/// udev writes what is not allowed in a name as \xNN.
+/// Resolves udev's escapes: \xNN for each byte that is not allowed in a name.
 QByteArray unescapedLabel(const QByteArray &name) {
     QByteArray label;
     for (qsizetype at = 0; at < name.size(); ++at) {
@@ -45,7 +45,7 @@ QByteArray unescapedLabel(const QByteArray &name) {
     return label;
 }
 
-/// The label under which udev knows the device that is mounted.
+/// The label under which udev lists the mounted device.
 QByteArray labelFromDevices(const Mount &mount) {
     struct stat device = {};
     if (!mount.source.startsWith('/') || stat(mount.source.constData(), &device) != 0)

@@ -14,7 +14,7 @@ namespace MWCore {
 /// Number of a mounted file system: its mount id (proc_pid_mountinfo(5)).
 using FSVolumeRefNum = int32_t;
 
-/// What FSGetVolumeInfo() is asked for.
+/// The fields that FSGetVolumeInfo() is to fill.
 enum FSVolumeInfoBitmap : uint32_t {
     kFSVolInfoNone = 0,
     kFSVolInfoFileCount = 0x10,
@@ -24,14 +24,14 @@ enum FSVolumeInfoBitmap : uint32_t {
 
 struct FSVolumeInfo {
     uint64_t fileCount = 0;   ///< used inodes: files, folders and everything else
-    uint64_t folderCount = 0; ///< 0; no file system here counts its folders
+    uint64_t folderCount = 0; ///< always 0: no Linux file system counts its folders
     uint64_t totalBytes = 0;
-    uint64_t freeBytes = 0; ///< what an ordinary user may still fill
+    uint64_t freeBytes = 0; ///< space left for ordinary users
 };
 
 /// Fills the fields of @p info (may be null) that @p whichInfo asks for and @p volumeName (may be
 /// null): the file system's label, else the last component of the mount point, else, for "/", the
-/// host's name. nsvErr when nothing is mounted under that number. Any thread.
+/// host's name. nsvErr if there is no such mount. Any thread.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSGetVolumeInfo(FSVolumeRefNum volume, uint32_t whichInfo,
                                                      FSVolumeInfo *info, QString *volumeName);
 
