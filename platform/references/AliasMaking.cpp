@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What is written down of an item.
+// Makes alias records.
 #include "core/posix/Descriptor.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
@@ -21,7 +21,7 @@
 namespace MWCore {
 namespace {
 
-/// @p path without links in its folders; as it is where that cannot be told.
+/// @p path with the links in its folders resolved; unchanged if they cannot be resolved.
 QByteArray realPathOf(const QByteArray &path) {
     const PathParts parts(path);
     const QByteArray folder = withoutLinks(parts.parent);
@@ -31,7 +31,7 @@ QByteArray realPathOf(const QByteArray &path) {
     return real.size() < PATH_MAX ? real : path;
 }
 
-/// The file system that the item itself is on, without opening it; 0 when it does not tell.
+/// The id of the file system that the item itself is on, without opening it; 0 if it has none.
 uint64_t fileSystemOf(const QByteArray &path) {
     const Descriptor item(open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
     struct statfs system = {};
@@ -57,7 +57,7 @@ std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
     return inodes;
 }
 
-/// Also what the table of mounts says of where @p folder is.
+/// Adds the file system of @p folder: its id and what the mount table says about it.
 void addFileSystem(const QByteArray &folder, AliasRecord &record) {
     record.fileSystem = fileSystemOf(folder);
     const std::vector<Mount> mounts = mountTable();
@@ -69,7 +69,7 @@ void addFileSystem(const QByteArray &folder, AliasRecord &record) {
     record.source = mount->source;
 }
 
-/// The deepest folder above the item that is there.
+/// The deepest existing folder above the item.
 QByteArray folderAbove(const QByteArray &path, struct stat *item) {
     QByteArray folder = PathParts(path).parent;
     while (folder.size() > 1 && lstat(folder.constData(), item) != 0)
@@ -103,8 +103,8 @@ AliasRecord recordOf(const FSRef &ref) {
     record.path = ref.path;
     record.realPath = realPathOf(ref.path);
     record.identity = ref.identity;
-    // The item may be gone from there, but what is left of the way is on the same file system:
-    // device numbers stay as long as that is mounted.
+    // The item may be gone, but the deepest existing folder above it is on the same file system if
+    // the device number is the same: it does not change while the file system is mounted.
     struct stat item = {};
     const QByteArray folder = folderAbove(record.realPath, &item);
     if (stat(folder.constData(), &item) == 0 && item.st_dev == ref.identity.device)

@@ -23,7 +23,7 @@
 namespace MWCore {
 namespace {
 
-/// @p inside, with or without "/" before it, below @p folder.
+/// The path of @p inside, with or without a leading "/", below @p folder.
 QByteArray below(const QByteArray &folder, const QByteArray &inside) {
     const QByteArray rest = inside.startsWith('/') ? inside.sliced(1) : inside;
     return rest.isEmpty() ? folder : pathIn(folder, rest);
@@ -33,18 +33,18 @@ Descriptor openFolderAt(int folder, const char *name) {
     return Descriptor(openat(folder, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// For reading its names; the folder itself may be open for less.
+/// Opens the folder for reading its names; @p folder may be an O_PATH descriptor.
 Descriptor openNamesOf(const Descriptor &folder) {
     return Descriptor(openat(folder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
-/// A folder that is open, and where it is.
+/// An open folder and its path.
 struct OpenFolder {
     Descriptor folder;
     QByteArray path; ///< without links
 };
 
-/// What is found out step by step; a step gives an item, or nothing and lets the next one try.
+/// One search, step by step. A step returns the item, or nullopt to let the next step try.
 class Resolution {
 public:
     Resolution(const AliasRecord &record, Replacement replacement, Effort &effort)
@@ -70,14 +70,14 @@ public:
     [[nodiscard]] OSStatus status() const {
         if (effort_.budget.status() != noErr)
             return effort_.budget.status();
-        // What was not touched may be there: a listing does not tell.
+        // The item may be on a file system that was not touched.
         if (storedError_ == EXDEV && effort_.patience == Patience::None)
             return fileBoundsErr;
         return storedError_ == EACCES && !isDead_ ? permErr : fnfErr;
     }
 
 private:
-    /// The item at @p path if it is the wanted one.
+    /// The item at @p path if it is the one wanted.
     [[nodiscard]] std::optional<FSRef> ifWanted(const QByteArray &path) {
         auto item = whateverIsAt(path);
         return item && isSameItem(item->identity, record_.identity) ? item : std::nullopt;
@@ -100,14 +100,15 @@ private:
         return stored_ && isSameItem(stored_->identity, record_.identity) ? stored_ : std::nullopt;
     }
 
-    /// Where the item's file system is mounted, its usual place first; none where it is not.
+    /// Where the item's file system is mounted, the mount at the stored path first; empty if it is
+    /// not mounted.
     [[nodiscard]] const std::vector<const Mount *> &places() {
         if (!places_)
             places_ = mountsOfRecorded(record_, reach_);
         return *places_;
     }
 
-    /// The same place on the same file system, which is mounted elsewhere now.
+    /// The same path on the item's file system, which may be mounted elsewhere now.
     [[nodiscard]] std::optional<FSRef> onMovedVolume() {
         const QList<QByteArray> names = namesBelowMountPoint(record_);
         for (const Mount *const mount : places())
@@ -116,8 +117,8 @@ private:
         return std::nullopt;
     }
 
-    /// Asks the kernel, which answers the superuser alone. It may know the item and not its name,
-    /// or a name that one mount shows and another does not.
+    /// Asks the kernel, which answers only the superuser. The kernel may find the item but not its
+    /// path, or a path that only one of the mounts contains.
     [[nodiscard]] std::optional<FSRef> byHandle() {
         if (record_.identity.handle.isEmpty())
             return std::nullopt;
@@ -151,7 +152,7 @@ private:
         return item;
     }
 
-    /// The names in the item's folder, which itself is followed through renames.
+    /// Searches the item's folder, which is found even if it was renamed.
     [[nodiscard]] std::optional<FSRef> amongSiblings() {
         if (isDead_ || places().empty())
             return std::nullopt;
@@ -163,8 +164,8 @@ private:
         return name ? ifWanted(pathIn(parent->path, *name)) : std::nullopt;
     }
 
-    /// The stored parent folder, where each folder on the way from the mount point on is looked for
-    /// under its old name and, failing that, by its inode number among its siblings.
+    /// Opens the stored parent folder. Each folder on the path from the mount point is searched by
+    /// its old name and, failing that, by its inode number among its siblings.
     [[nodiscard]] std::optional<OpenFolder> currentParent(const Mount &mount) {
         const QList<QByteArray> names = namesBelowMountPoint(record_);
         const QByteArray place = record_.realPath.first(record_.mountPointLength);
@@ -183,7 +184,7 @@ private:
         return at.folder ? std::optional(std::move(at)) : std::nullopt;
     }
 
-    /// Nothing mounted there is touched.
+    /// Does not touch what is mounted there.
     [[nodiscard]] OpenFolder namedChild(const OpenFolder &parent, const QByteArray &name) const {
         QByteArray path = pathIn(parent.path, name);
         if (reach_.isMountPoint(path))
@@ -209,7 +210,7 @@ private:
         return {wanted, reach_.mounts(), effort_.budget};
     }
 
-    /// Not where names could not be read: the item may have been among them.
+    /// Does not apply if some names could not be read, because the item may be among them.
     [[nodiscard]] std::optional<FSRef> inPlace() {
         return replacement_ == Replacement::IsTheItem && effort_.budget.status() == noErr
                    ? stored_
@@ -228,15 +229,14 @@ private:
         return found ? ifWanted(*found) : std::nullopt;
     }
 
-    /// The home folder, where the item was in it; else, or if that is less, the whole volume,
-    /// wherever it is mounted now.
+    /// The home folder if the item was in it and it is on @p mount; otherwise the whole mount.
     [[nodiscard]] QByteArray searchedFolder(const Mount &mount) {
         const QByteArray home = homeFolder();
         const bool wasInHome = !home.isEmpty() && isAtOrBelow(record_.realPath, home);
         return wasInHome && mountOf(home, reach_.mounts()) == &mount ? home : mount.mountPoint;
     }
 
-    /// Without links. Empty where it cannot be told.
+    /// Without links; empty if it cannot be found.
     [[nodiscard]] QByteArray homeFolder() {
         const char *const given = std::getenv("HOME");
         char texts[4096];
@@ -257,11 +257,11 @@ private:
     Replacement replacement_;
     Effort &effort_;
     Reach reach_;
-    std::optional<std::vector<const Mount *>> places_; ///< once it was asked for
-    std::optional<FSRef> stored_;                      ///< what is at the stored path
-    int storedError_ = 0;                              ///< `errno` value of a failure to look there
+    std::optional<std::vector<const Mount *>> places_; ///< found on first use
+    std::optional<FSRef> stored_;                      ///< the item at the stored path
+    int storedError_ = 0;                              ///< `errno` value from opening it
     int lastError_ = 0;
-    bool isDead_ = false; ///< the kernel says that the item exists no more
+    bool isDead_ = false; ///< the kernel reports that the item no longer exists
 };
 
 } // namespace

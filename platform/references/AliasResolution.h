@@ -13,23 +13,23 @@
 
 namespace MWCore {
 
-/// @p path without any links; empty, with the cause in `errno`, where that cannot be told.
+/// @p path with all links resolved. Returns an empty path and sets `errno` on failure.
 [[nodiscard]] QByteArray withoutLinks(const QByteArray &path);
 
-/// What another item at the stored path means.
+/// What to do with another item at the stored path.
 enum class Replacement {
-    IsTheItem, ///< programs save by putting a new file in the old one's place
+    IsTheItem, ///< programs save by replacing the old file with a new one
     IsAnother,
 };
 
-/// Which file systems other than local ones a resolution may touch: they can keep it waiting.
+/// Which file systems that are not local, and so may block, a resolution may touch.
 enum class Patience {
     ForRecorded, ///< the one that the item was on
-    None,        ///< none but that of the alias file itself; paths come without links, which may be
-                 ///< long to follow
+    None, ///< only the one of the alias file itself; resolved paths have no links, which may be
+          ///< slow to follow
 };
 
-/// What all steps to one target share, over a whole chain of alias files.
+/// What all steps of one resolution share, even along a chain of alias files.
 struct Effort {
     explicit Effort(SearchLimits limits, MountSnapshot &snapshot,
                     Patience shown = Patience::ForRecorded)
@@ -41,28 +41,27 @@ struct Effort {
     std::optional<int32_t> ownMount; ///< id of the mount that the alias file itself is on
 };
 
-/// What is written down of the item at @p path, an absolute path, so that it can be found again.
-/// Nothing on failure, with the cause in @p status.
+/// The alias record of the item at @p path, which is absolute. nullopt on failure, with the cause
+/// in @p status.
 [[nodiscard]] std::optional<AliasRecord> aliasRecordOf(const QByteArray &path, OSStatus *status);
 
-/// The same of a reference whose item need no longer be where it was.
+/// The same for a reference, whose item need no longer be at its path.
 [[nodiscard]] AliasRecord recordOf(const FSRef &ref);
 
-/// Where the item of @p record is now. Tried in this order: the stored path; the same place where
-/// its file system is mounted now; the file handle, where the kernel permits it; the folders of the
-/// stored path, followed through renames, and the names in the last of them; the stored path
-/// whatever is there, as @p replacement says; everything below the home folder or the mount point.
-/// Where its file system is not mounted nothing is searched. Nothing on failure, with the cause in
-/// @p status: permErr when the folder that it was in may not be entered, that of the budget when
-/// the search was cut off.
+/// Finds the item of @p record. Tries, in this order: the stored path; the same path where its file
+/// system is mounted now; the file handle, if the kernel permits it; the names in the stored parent
+/// folder, which is found even if folders on its path were renamed; any item at the stored path, if
+/// @p replacement allows it; everything below the home folder or the mount point. Searches nothing
+/// if its file system is not mounted. nullopt on failure, with the cause in @p status: permErr if
+/// the item's folder may not be entered, the status of the budget if the search was cut short.
 [[nodiscard]] std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
                                           Effort &effort, OSStatus *status);
 
-/// The same by itself.
+/// The same with limits of its own.
 [[nodiscard]] std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
                                           const SearchLimits &limits, OSStatus *status);
 
-/// As FSRefMakePath(), for a path of any length.
+/// Like FSRefMakePath(), for a path of any length.
 [[nodiscard]] OSStatus currentPath(const FSRef &ref, QByteArray *path);
 [[nodiscard]] OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path);
 

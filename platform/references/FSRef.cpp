@@ -18,8 +18,8 @@ bool isDots(const QByteArray &name) {
     return name == "." || name == "..";
 }
 
-/// With the folder's own name where @p path ends with "." or "..": metadata is kept beside the
-/// name, and people read it.
+/// Replaces a "." or ".." at the end of @p path by the folder's own name, which sidecars and people
+/// need.
 QByteArray named(const QByteArray &path) {
     if (!isDots(PathParts(path).name))
         return path;
@@ -27,8 +27,9 @@ QByteArray named(const QByteArray &path) {
     return real.isEmpty() ? path : real;
 }
 
-/// What is at @p path if nobody else can have led it there; foreignLinkErr in @p status otherwise.
-std::optional<FileIdentity> identityOnTrustedWay(const QByteArray &path, OSStatus *status) {
+/// The identity of the item at @p path; foreignLinkErr in @p status if another user could have made
+/// a link on the path.
+std::optional<FileIdentity> identityOnTrustedPath(const QByteArray &path, OSStatus *status) {
     const PathParts parts(path);
     const bool isFolder = path.endsWith('/') || isDots(parts.name);
     const Descriptor folder = openTrustedFolder(isFolder ? path : parts.parent, status);
@@ -36,7 +37,7 @@ std::optional<FileIdentity> identityOnTrustedWay(const QByteArray &path, OSStatu
                   : std::nullopt;
 }
 
-/// On FUSE even inode numbers may go with the kernel's cache; there the place decides.
+/// On FUSE even inode numbers can change when the kernel drops its cache; there the path decides.
 bool isOnFuse(const QByteArray &path) {
     struct statfs system = {};
     return statfs(path.constData(), &system) == 0 && system.f_type == FUSE_SUPER_MAGIC;
@@ -47,8 +48,8 @@ bool isReferredTo(const FileIdentity &identity, const FSRef &ref) {
            (identity.device == ref.identity.device && isOnFuse(ref.path));
 }
 
-/// Whether an item that could not be examined may be somewhere else: not when the system itself is
-/// short of something, or fails.
+/// Whether an item that could not be examined may be somewhere else. Not if the system ran out of a
+/// resource or failed to read.
 bool mayHaveMoved(OSStatus status) {
     return status != tmfoErr && status != memFullErr && status != ioErr;
 }
@@ -61,7 +62,7 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
     OSStatus status = noErr;
     const QByteArray given = absolutePath(path);
     const QByteArray from = named(given);
-    auto identity = identityOnTrustedWay(given, &status);
+    auto identity = identityOnTrustedPath(given, &status);
     const bool isBehindForeignLink = status == foreignLinkErr;
     if (isBehindForeignLink)
         identity = identityOf(AT_FDCWD, from.constData(), &status);

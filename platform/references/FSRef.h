@@ -10,29 +10,29 @@
 
 namespace MWCore {
 
-/// A reference to an existing item: where it was and what it is. A plain value that holds nothing
-/// open; of a link it means the link itself.
+/// A reference to an existing item: its path and identity. A plain value that keeps nothing open.
+/// It can refer to a link itself.
 struct FSRef {
     QByteArray path; ///< absolute, in file-system representation
     FileIdentity identity;
 
-    /// Whether somebody else may have led the path here by a link. Such an item can be examined;
-    /// changing it is refused (foreignLinkErr), wherever it is by now.
+    /// Whether another user could have made a link on the path. Such an item can be examined, but
+    /// changing it is refused (foreignLinkErr), even after it has moved.
     bool isBehindForeignLink = false;
 
     friend bool operator==(const FSRef &, const FSRef &) = default;
 };
 
-/// The longest path that FSRefMakePath() gives, in bytes.
+/// The longest path that FSRefMakePath() returns, in bytes.
 constexpr qsizetype kLongestReferencePath = 1024;
 
-/// Refers to the item at @p path; a relative path begins in the current folder. fnfErr when
-/// nothing is there, bdNamErr for an empty path.
+/// Makes @p ref refer to the item at @p path; a relative path starts in the current folder. fnfErr
+/// if nothing is there, bdNamErr if the path is empty.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref);
 
-/// Where the item is now. One that was renamed or moved meanwhile is found again as that of an
-/// alias is, but one put in its place is another item (on FUSE, which may forget inode numbers, it
-/// counts as the same): fnfErr when the item is gone, fileBoundsErr when its path is too long.
+/// The current path of the item. An item that was renamed or moved is found as by an alias. A new
+/// item at the same path does not count as the item, except on FUSE, where inode numbers can
+/// change. fnfErr if the item is gone, fileBoundsErr if its path is too long.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSRefMakePath(const FSRef &ref, QByteArray *path);
 
 } // namespace MWCore

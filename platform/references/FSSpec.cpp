@@ -17,7 +17,7 @@
 namespace MWCore {
 namespace {
 
-/// At most 63 bytes, without cutting a character in two.
+/// At most 63 bytes, in whole characters.
 qsizetype shownLength(const QByteArray &name) {
     constexpr qsizetype kLongest = 63;
     qsizetype length = std::min(name.size(), kLongest);
@@ -27,7 +27,7 @@ qsizetype shownLength(const QByteArray &name) {
     return length;
 }
 
-/// Whether there is something at @p path, or an empty file now.
+/// Whether an item exists at @p path, or an empty file was created there.
 bool isThere(const QByteArray &path, bool createFileIfNecessary) {
     struct stat item = {};
     if (stat(path.constData(), &item) == 0)

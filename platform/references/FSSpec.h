@@ -12,28 +12,28 @@
 
 namespace MWCore {
 
-/// The short description of an item that older interfaces exchange, 70 bytes. It names an item for
-/// people and logs; it is not enough to find one.
+/// The short description of an item, 70 bytes, that older interfaces exchange. It names an item for
+/// people and logs but is not enough to find it.
 struct __attribute__((packed)) MWCORE_EXPORT FSSpec {
-    int16_t vRefNum = 0;      ///< number of the volume, its lower 16 bits
-    int32_t parID = 0;        ///< inode number of the folder, its lower 32 bits
+    int16_t vRefNum = 0;      ///< lower 16 bits of the volume's number
+    int32_t parID = 0;        ///< lower 32 bits of the folder's inode number
     unsigned char name[64]{}; ///< length, then at most 63 bytes of the name, in whole characters
 
-    /// Describes the item at @p path, which is made as an empty file if nothing is there and
-    /// @p createFileIfNecessary says so. False, with @p fsSpec as it was, when there is none or it
-    /// cannot be described.
+    /// Describes the item at @p path. If nothing is there and @p createFileIfNecessary is true,
+    /// creates an empty file first. Returns false and leaves @p fsSpec unchanged if there is no
+    /// item or it cannot be described.
     [[nodiscard]] static bool getFSSpec(const QString &path, FSSpec *fsSpec,
                                         bool createFileIfNecessary);
 };
 static_assert(sizeof(FSSpec) == 70);
 
-/// Describes the item. On failure @p fsSpec is as it was.
+/// Describes the item. On failure @p fsSpec is unchanged.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSMakeSpec(const FSRef &ref, FSSpec *fsSpec);
 
 namespace CarbonFSRefCreation {
 
-/// Refers to the item at @p path, made as above. False, with @p fsRef as it was, when there is
-/// none.
+/// Makes @p fsRef refer to the item at @p path, creating it as above. Returns false and leaves
+/// @p fsRef unchanged if there is no item.
 [[nodiscard]] MWCORE_EXPORT bool getFSRef(const QString &path, FSRef *fsRef,
                                           bool createFileIfNecessary);
 

@@ -17,13 +17,13 @@
 namespace MWCore {
 namespace {
 
-constexpr int kDeepest = 200; ///< each level holds one open folder
+constexpr int kDeepest = 200; ///< levels; each keeps one folder open
 
 Descriptor openFolder(int parent, const char *path) {
     return Descriptor(openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// Whether an entry is a folder; asked of the item only where the file system does not say.
+/// Whether an entry is a folder. Examines the item only if the file system does not report types.
 bool isFolder(int parent, const dirent64 &entry) {
     struct stat item = {};
     if (entry.d_type != DT_UNKNOWN)
@@ -33,7 +33,7 @@ bool isFolder(int parent, const dirent64 &entry) {
 
 } // namespace
 
-/// Names one after the other, each with a NUL.
+/// Names, each ended by a NUL.
 struct InodeSearch::Names {
     QByteArray bytes;
 };
@@ -64,7 +64,7 @@ void InodeSearch::stayOnMountOf(int folder, const QByteArray &path) {
             mountPoints_.push_back(mount.mountPoint);
 }
 
-/// Names of what is mounted directly in the folder.
+/// The names of the mount points directly in the folder.
 QList<QByteArray> InodeSearch::mountPointsIn(const QByteArray &path) const {
     QList<QByteArray> names;
     for (const QByteArray &mountPoint : mountPoints_)
@@ -83,7 +83,7 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
             budget_.countName();
             if (!untouched.isEmpty() && untouched.contains(QByteArrayView(entry.d_name)))
                 continue;
-            if (entry.d_ino == wanted_.inode && isIt(folder, entry)) {
+            if (entry.d_ino == wanted_.inode && isWanted(folder, entry)) {
                 found_ = entry.d_name;
                 foundIn_ = path;
                 return true;
@@ -92,9 +92,9 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
                 subfolders->bytes.append(entry.d_name,
                                          static_cast<qsizetype>(std::strlen(entry.d_name)) + 1);
         }
-        // A folder that was removed meanwhile has no more names; anything else leaves some unseen.
+        // A folder removed meanwhile has no more names; after any other error some may be missing.
         if (outcome == FolderBlock::Outcome::Failed && error != ENOENT)
-            budget_.leaveOut(statusFromErrno(error));
+            budget_.markIncomplete(statusFromErrno(error));
     }
     return false;
 }
@@ -105,7 +105,7 @@ bool InodeSearch::descend(int folder, const QByteArray &path, int depth) {
         return true;
     if (depth == kDeepest) {
         if (!subfolders.bytes.isEmpty())
-            budget_.leaveOut(fileBoundsErr);
+            budget_.markIncomplete(fileBoundsErr);
         return false;
     }
     const char *const end = subfolders.bytes.constData() + subfolders.bytes.size();
@@ -120,8 +120,8 @@ bool InodeSearch::descend(int folder, const QByteArray &path, int depth) {
     return false;
 }
 
-/// What was mounted there meanwhile is asked for nothing but its mount's number.
-bool InodeSearch::isIt(int folder, const dirent64 &entry) const {
+/// Reads nothing but the mount id of an item on which something was mounted meanwhile.
+bool InodeSearch::isWanted(int folder, const dirent64 &entry) const {
     if (mountIdOf(folder, entry.d_name) != mount_)
         return false;
     if (match_ == Match::FolderByNumber)

@@ -15,23 +15,23 @@
 
 namespace MWCore {
 
-/// Looks for an item by its inode number, which a folder tells with each name: only names that
-/// carry the number are examined. Links are not followed and other mounts not touched: the names of
-/// their mount points are known from the table. Folders of more than 200 levels are left out. Any
-/// thread, one search an object.
+/// Searches for an item by its inode number, which a folder lists with each name, so that only
+/// items with that number are examined. Links are not followed. Other mounts are not touched: their
+/// mount points are known from the mount table. Folders more than 200 levels deep are left out. Any
+/// thread, one search per object.
 class InodeSearch {
 public:
     /// @p wanted, @p mounts and @p budget must outlive this object.
     InodeSearch(const FileIdentity &wanted, const std::vector<Mount> &mounts, SearchBudget &budget);
 
-    /// The item's name directly in the open folder @p folder, which is the one at @p path (without
-    /// links).
+    /// The item's name in the open folder @p folder, whose path without links is @p path. nullopt
+    /// if the item is not directly in that folder.
     [[nodiscard]] std::optional<QByteArray> inFolder(int folder, const QByteArray &path);
 
-    /// The same of a folder, of which nothing but the inode number is known.
+    /// The same for a folder of which only the inode number is known.
     [[nodiscard]] std::optional<QByteArray> subfolderOf(int folder, const QByteArray &path);
 
-    /// The path of the item anywhere below it.
+    /// The path of the item at any depth below @p folder; nullopt if it is not found.
     [[nodiscard]] std::optional<QByteArray> below(int folder, const QByteArray &path);
 
 private:
@@ -40,19 +40,19 @@ private:
 
     [[nodiscard]] bool scan(int folder, const QByteArray &path, Names *subfolders);
     [[nodiscard]] bool descend(int folder, const QByteArray &path, int depth);
-    [[nodiscard]] bool isIt(int folder, const dirent64 &entry) const;
+    [[nodiscard]] bool isWanted(int folder, const dirent64 &entry) const;
     void stayOnMountOf(int folder, const QByteArray &path);
     [[nodiscard]] QList<QByteArray> mountPointsIn(const QByteArray &path) const;
 
     const FileIdentity &wanted_;
     const std::vector<Mount> &mounts_;
     SearchBudget &budget_;
-    FolderBlock block_; ///< of one folder at a time
+    FolderBlock block_; ///< reused for every folder
     Match match_ = Match::WholeIdentity;
-    uint64_t mount_ = 0;            ///< that is searched: its mount id
-    QList<QByteArray> mountPoints_; ///< paths below the folder that is searched
-    QByteArray found_;              ///< name
-    QByteArray foundIn_;            ///< path of the folder
+    uint64_t mount_ = 0;            ///< id of the mount that is searched
+    QList<QByteArray> mountPoints_; ///< of other mounts below the searched folder
+    QByteArray found_;              ///< the item's name
+    QByteArray foundIn_;            ///< the path of its folder
 };
 
 } // namespace MWCore

@@ -18,14 +18,14 @@
 namespace MWCore {
 namespace {
 
-constexpr int kMostLinks = 40; // as the kernel follows them
+constexpr int kMostLinks = 40; // as in the kernel
 
 int flagsFor(LastLink link) {
     return O_PATH | O_CLOEXEC | (link == LastLink::Keep ? O_NOFOLLOW : 0);
 }
 
-/// Opens @p path unless the way leads to another mount: EXDEV. ENOSYS where the kernel (before 5.6)
-/// or a sandbox knows no such call.
+/// Opens @p path unless it crosses into another mount: EXDEV. ENOSYS if the kernel (before 5.6) or
+/// a sandbox does not support the call.
 Descriptor openOnOneMount(int folder, const QByteArray &path, LastLink link) {
     open_how how = {};
     how.flags = static_cast<uint64_t>(flagsFor(link));
@@ -38,8 +38,7 @@ Descriptor openOnOneMount(int folder, const QByteArray &path, LastLink link) {
 
 } // namespace
 
-/// Follows a path name by name, so that each is compared with the mount points before it is
-/// touched.
+/// Follows a path name by name and compares each with the mount points before touching it.
 class Reach::Walk {
 public:
     Walk(const Reach &reach, SearchBudget &budget, QByteArray path, LastLink link)
@@ -55,7 +54,7 @@ public:
         return *error == 0 ? std::move(item_) : Descriptor();
     }
 
-    /// The way that was gone, without links.
+    /// The path that was followed, without links.
     [[nodiscard]] const QByteArray &realPath() const { return realPath_; }
 
 private:
@@ -95,7 +94,7 @@ private:
         return !reach_.isMountPoint(next) || reach_.isWayOpen(mountsOnWay(next, reach_.mounts()));
     }
 
-    /// As a path with "/" at its end does, in a folder alone.
+    /// Succeeds only in a folder, like a path that ends in "/".
     [[nodiscard]] int stay() const {
         return Descriptor(openat(item_.number(), ".", O_PATH | O_CLOEXEC)) ? 0 : errno;
     }
@@ -118,8 +117,8 @@ private:
 
     const Reach &reach_;
     SearchBudget &budget_;
-    QByteArray path_;  ///< with the texts of links in their places
-    qsizetype at_ = 0; ///< how far it was followed
+    QByteArray path_;  ///< links are replaced by their targets on the way
+    qsizetype at_ = 0; ///< how far path_ was followed
     LastLink link_;
     Descriptor item_;
     QByteArray realPath_; ///< of the item
@@ -146,7 +145,7 @@ bool Reach::isMountPoint(const QByteArray &path) const {
 }
 
 Descriptor Reach::openWithin(const QByteArray &path, LastLink link, int *error) {
-    // Most items are on the mount of "/": these need no table.
+    // Most items are on the mount of "/" and need no mount table.
     Descriptor item = openOnOneMount(AT_FDCWD, path, link);
     *error = item ? 0 : errno;
     if (*error != EXDEV)

@@ -10,34 +10,35 @@
 
 namespace MWCore {
 
-/// What a link at the end of a path means to Reach::open().
+/// What Reach::open() does with a link at the end of a path.
 enum class LastLink { Keep, Follow };
 
-/// Opens items without ever waiting for a file system that was not asked for: a server or program
-/// that keeps silent would stop whoever so much as looks up a name there. Local file systems may be
-/// touched, others only when they are allowed. What lies where is read in the table of mounts, not
-/// asked of the item. Belongs to one thread.
+/// Opens items without touching file systems that might block. Where a server or program does not
+/// answer, even looking up a name blocks. Local file systems may always be touched, others only if
+/// they are allowed. Where a file system is mounted is read from the mount table, not from the
+/// item. Belongs to one thread.
 class Reach {
 public:
-    /// @p snapshot and @p budget must outlive it.
+    /// @p snapshot and @p budget must outlive this object.
     Reach(MountSnapshot &snapshot, SearchBudget &budget) : snapshot_(snapshot), budget_(budget) {}
 
-    /// The mounts of that id, and every mount when none is a limit any more.
+    /// Allow the mount of that id, or every mount.
     void allow(int32_t mountId) { allowed_.push_back(mountId); }
     void allowAll() { allowsAll_ = true; }
 
     [[nodiscard]] bool mayTouch(const Mount &mount) const;
 
-    /// Whether @p mount can be seen at its mount point and nothing on the way to it is out of
-    /// reach.
+    /// Whether @p mount is visible at its mount point and every mount on the path to it may be
+    /// touched.
     [[nodiscard]] bool reaches(const Mount &mount) const;
 
-    /// Whether something is mounted at @p path, which has no links.
+    /// Whether something is mounted at @p path, which must have no links.
     [[nodiscard]] bool isMountPoint(const QByteArray &path) const;
 
-    /// The item at @p path, an absolute path, opened with O_PATH. An empty descriptor on failure,
-    /// with the cause in @p error: an `errno` value, EXDEV for what is out of reach. Links on the
-    /// way are followed. @p realPath, which may be null, becomes the path without any.
+    /// Opens the item at @p path, which is absolute, with O_PATH. Links on the path are followed.
+    /// Returns an empty descriptor on failure, with the cause in @p error: an `errno` value, EXDEV
+    /// if the path leads to a mount that may not be touched or the budget has stopped. Sets
+    /// @p realPath, which may be null, to the path without links.
     [[nodiscard]] Descriptor open(const QByteArray &path, LastLink link, int *error,
                                   QByteArray *realPath = nullptr);
 

@@ -16,12 +16,12 @@
 namespace MWCore {
 namespace {
 
-/// How many names there are on the way to a path.
+/// The number of names in a path.
 std::size_t depthOf(const QByteArray &path) {
     return path == "/" ? 0 : static_cast<std::size_t>(path.count('/'));
 }
 
-/// f_fsid of the file system that an open item is on; 0 when it does not tell.
+/// f_fsid of the file system that an open item is on; 0 if it has none.
 uint64_t fileSystemOf(int item) {
     struct statfs system = {};
     static_assert(sizeof system.f_fsid == sizeof(uint64_t));
@@ -31,62 +31,62 @@ uint64_t fileSystemOf(int item) {
     return number;
 }
 
-/// Answers for one mount after the other.
+/// Recognises the recorded file system among the mounts.
 class Recognition {
 public:
     Recognition(const AliasRecord &record, const Reach &reach)
         : record_(record), reach_(reach),
           mountPoint_(record.realPath.first(std::max<qsizetype>(record.mountPointLength, 0))) {}
 
-    /// By the table alone.
-    [[nodiscard]] bool isSilentlyIt(const Mount &mount) const {
+    /// Judged by the mount table alone.
+    [[nodiscard]] bool matchesTable(const Mount &mount) const {
         return mount.type == record_.fileSystemType && mount.source == record_.source &&
-               (!isFuse(mount.type) || isAtItsPlace(mount) ||
+               (!isFuse(mount.type) || isAtRecordedPlace(mount) ||
                 mount.device == record_.identity.device);
     }
 
-    [[nodiscard]] bool isIt(const Mount &mount) const {
+    [[nodiscard]] bool matches(const Mount &mount) const {
         if (!isLocalFileSystem(mount.type))
-            return mayKeepSilent() ? isSilentlyIt(mount) && reach_.reaches(mount)
-                                   : mount.type.isEmpty() && isLocallyIt(mount);
+            return mayBlock() ? matchesTable(mount) && reach_.reaches(mount)
+                              : mount.type.isEmpty() && matchesOnDisk(mount);
         const bool isOfType =
             record_.fileSystemType.isEmpty() || mount.type == record_.fileSystemType;
-        return isOfType && isLocallyIt(mount);
+        return isOfType && matchesOnDisk(mount);
     }
 
 private:
-    [[nodiscard]] bool mayKeepSilent() const {
+    [[nodiscard]] bool mayBlock() const {
         return !record_.fileSystemType.isEmpty() && !isLocalFileSystem(record_.fileSystemType);
     }
 
-    [[nodiscard]] bool isAtItsPlace(const Mount &mount) const {
+    [[nodiscard]] bool isAtRecordedPlace(const Mount &mount) const {
         return mount.mountPoint == mountPoint_;
     }
 
-    [[nodiscard]] bool isLocallyIt(const Mount &mount) const {
+    [[nodiscard]] bool matchesOnDisk(const Mount &mount) const {
         if (!reach_.reaches(mount))
             return false;
         const Descriptor top(
             open(mount.mountPoint.constData(), O_PATH | O_NOFOLLOW | O_DIRECTORY | O_CLOEXEC));
-        return top && isOnMount(top.number(), mount) && hasItsId(mount, top) &&
-               (isStrong(record_.identity) || hasItsRoot(top.number()));
+        return top && isOnMount(top.number(), mount) && hasRecordedId(mount, top) &&
+               (isStrong(record_.identity) || hasRecordedRoot(top.number()));
     }
 
-    [[nodiscard]] bool hasItsId(const Mount &mount, const Descriptor &top) const {
+    [[nodiscard]] bool hasRecordedId(const Mount &mount, const Descriptor &top) const {
         const uint64_t number = fileSystemOf(top.number());
         if (number != 0 && number == record_.fileSystem)
             return true;
         if (number != 0 && number != mount.device)
             return mount.type == "btrfs" && record_.fileSystem != 0 &&
                    fileSystemOf(deepestFolder(mount, top).number()) == record_.fileSystem;
-        // No more than a device number, which may be another one after a restart.
-        const bool isFromThere = record_.source.isEmpty() || mount.source == record_.source;
-        return isFromThere &&
-               (isAtItsPlace(mount) || (number == 0 && mount.device == record_.identity.device));
+        // The id is only a device number, which may change when the system restarts.
+        const bool isSameSource = record_.source.isEmpty() || mount.source == record_.source;
+        return isSameSource && (isAtRecordedPlace(mount) ||
+                                (number == 0 && mount.device == record_.identity.device));
     }
 
-    /// Simple file systems take inode numbers, also that of their root, from one counter.
-    [[nodiscard]] bool hasItsRoot(int top) const {
+    /// Simple file systems take inode numbers, including that of their root, from one counter.
+    [[nodiscard]] bool hasRecordedRoot(int top) const {
         struct stat root = {};
         if (fstat(top, &root) != 0)
             return false;
@@ -97,7 +97,7 @@ private:
                (depth < record_.ancestors.size() && record_.ancestors[depth] == root.st_ino);
     }
 
-    /// The deepest folder on the stored way that is there: a subvolume has an id of its own.
+    /// The deepest existing folder on the stored path, because a subvolume has an id of its own.
     [[nodiscard]] Descriptor deepestFolder(const Mount &mount, const Descriptor &top) const {
         constexpr int kFlags = O_PATH | O_NOFOLLOW | O_DIRECTORY | O_CLOEXEC;
         Descriptor deepest(openat(top.number(), ".", kFlags));
@@ -116,20 +116,20 @@ private:
 
     const AliasRecord &record_;
     const Reach &reach_;
-    QByteArray mountPoint_; ///< as it was
+    QByteArray mountPoint_; ///< the recorded one
 };
 
 } // namespace
 
 void allowRecorded(const AliasRecord &record, Reach &reach) {
     const Recognition recognition(record, reach);
-    // An older record does not tell: the item may well be where its path leads now.
+    // An older record has no type: the item may well be where its path leads now.
     if (record.fileSystemType.isEmpty())
         for (const Mount *const mount : mountsOnWay(record.realPath, reach.mounts()))
             reach.allow(mount->id);
     else if (!isLocalFileSystem(record.fileSystemType))
         for (const Mount &mount : reach.mounts())
-            if (recognition.isSilentlyIt(mount))
+            if (recognition.matchesTable(mount))
                 reach.allow(mount.id);
 }
 
@@ -137,10 +137,10 @@ std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record, const Rea
     const Recognition recognition(record, reach);
     std::vector<const Mount *> found;
     const Mount *const usual = mountOf(record.realPath, reach.mounts());
-    if (usual && recognition.isIt(*usual))
+    if (usual && recognition.matches(*usual))
         found.push_back(usual);
     for (const Mount &mount : reach.mounts())
-        if (&mount != usual && recognition.isIt(mount))
+        if (&mount != usual && recognition.matches(mount))
             found.push_back(&mount);
     return found;
 }

@@ -12,19 +12,19 @@
 
 namespace MWCore {
 
-/// Lets @p reach touch the file system that the item of @p record was on, wherever it is mounted:
-/// also a network file system or one of a program, which is recognised by the table of mounts
-/// alone.
+/// Allows @p reach to touch the file system that the item of @p record was on, wherever it is
+/// mounted. A network or FUSE file system is recognised by the mount table alone.
 void allowRecorded(const AliasRecord &record, Reach &reach);
 
-/// Where that file system can be seen now, its usual place first. None when it is not there: a
-/// local file system is asked for its id, and where that is no more than a number which the next
-/// one gets as well, for what only the same one has.
+/// The mounts of that file system that are visible now, the one that holds the recorded path first.
+/// A local file system is recognised by its id; if that is only a device number, also by its source
+/// and place; and if the record has neither birth time nor handle, also by the inode number of its
+/// root.
 [[nodiscard]] std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record,
                                                           const Reach &reach);
 
-/// The names on the way from the recorded mount point to the item. Empty for the mount point
-/// itself, and for a record whose path has no such way.
+/// The names on the path from the recorded mount point to the item. Empty for the mount point
+/// itself, and if the path contains "." or "..".
 [[nodiscard]] QList<QByteArray> namesBelowMountPoint(const AliasRecord &record);
 
 } // namespace MWCore

@@ -12,26 +12,26 @@
 namespace MWCore {
 namespace {
 
-/// On FUSE even inode numbers may go with the kernel's cache; there the place decides.
+/// On FUSE even inode numbers can change when the kernel drops its cache; there the path decides.
 bool isOnFuse(const ItemPlace &place) {
     struct statfs system = {};
     return statfs(place.path().constData(), &system) == 0 && system.f_type == FUSE_SUPER_MAGIC;
 }
 
-/// Whether the item of @p ref is at @p place: between finding a path and opening its folder another
-/// may have come there.
+/// Whether the item of @p ref is at @p place. Another item may have taken the path before its
+/// folder was opened.
 bool holds(const ItemPlace &place, const FSRef &ref, OSStatus *status) {
     const auto found = identityOf(place.folder(), place.name().constData(), status);
     if (!found)
         return false;
-    const bool isIt = isSameItem(*found, ref.identity) ||
-                      (found->device == ref.identity.device && isOnFuse(place));
-    *status = isIt ? noErr : fnfErr;
-    return isIt;
+    const bool isSame = isSameItem(*found, ref.identity) ||
+                        (found->device == ref.identity.device && isOnFuse(place));
+    *status = isSame ? noErr : fnfErr;
+    return isSame;
 }
 
-/// Where the item of @p ref is. A search for it must not lead from another's link to where the
-/// link led once.
+/// The path at which to change the item of @p ref. Refuses an item behind another user's link,
+/// because a search would find the place to which the link once led.
 OSStatus pathToChange(const FSRef &ref, QByteArray *path) {
     return ref.isBehindForeignLink ? foreignLinkErr : currentPath(ref, path);
 }

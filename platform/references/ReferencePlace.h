@@ -9,12 +9,13 @@
 
 namespace MWCore {
 
-/// The place of the item of @p ref, found again if it was moved, to change the item there. Nothing
-/// on failure, with the cause in @p status: fnfErr when another item is there by now.
+/// The place of the item of @p ref, at which the item can be changed. The item is found even if it
+/// was moved. nullopt on failure, with the cause in @p status: fnfErr if another item is at the
+/// place by now.
 [[nodiscard]] std::optional<ItemPlace> placeOf(const FSRef &ref, OSStatus *status);
 
-/// The place of @p name in the folder of @p folder, whether something is there or not; otherwise
-/// as above.
+/// The place of @p name in the folder of @p folder, whether or not an item has that name; otherwise
+/// like placeOf().
 [[nodiscard]] std::optional<ItemPlace> placeIn(const FSRef &folder, const QByteArray &name,
                                                OSStatus *status);
 

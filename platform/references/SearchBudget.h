@@ -12,13 +12,13 @@ namespace MWCore {
 
 /// How far the search for an item may go.
 struct SearchLimits {
-    int64_t entries = 4'000'000;                  ///< names looked at before it gives up
+    int64_t entries = 4'000'000;                  ///< names read before it gives up
     const std::atomic<bool> *cancelled = nullptr; ///< read after every block of names; may be null
-    const TimeAllowance *allowance = nullptr;     ///< the same; null: any time
+    const TimeAllowance *allowance = nullptr;     ///< checked at the same times; null: no limit
 };
 
-/// What is left of the limits, over all steps that lead to one item, and why they ended early. It
-/// is handed from step to step: once it has stopped, no later step may answer.
+/// What is left of the limits of one search, and why the search ended early. All steps of the
+/// search share it: once it has stopped, no later step may return an item.
 class SearchBudget {
 public:
     explicit SearchBudget(SearchLimits limits) : limits_(limits) {}
@@ -41,21 +41,23 @@ public:
 
     void countName() { --limits_.entries; }
 
-    /// Nothing is looked at any more, for the first reason given.
+    /// Stops the search. The first reason given counts.
     void stop(OSStatus status) { stopped_ = stopped_ == noErr ? status : stopped_; }
     [[nodiscard]] bool hasStopped() const { return stopped_ != noErr; }
 
-    /// Something could not be looked at, so that an item that is not found may be there all the
-    /// same.
-    void leaveOut(OSStatus status) { leftOut_ = leftOut_ == noErr ? status : leftOut_; }
+    /// Records that something could not be searched, so that an item that is not found may still
+    /// exist.
+    void markIncomplete(OSStatus status) {
+        incomplete_ = incomplete_ == noErr ? status : incomplete_;
+    }
 
-    /// noErr, or why an item that was not found may be there all the same.
-    [[nodiscard]] OSStatus status() const { return hasStopped() ? stopped_ : leftOut_; }
+    /// noErr, or why an item that was not found may still exist.
+    [[nodiscard]] OSStatus status() const { return hasStopped() ? stopped_ : incomplete_; }
 
 private:
     SearchLimits limits_;
     OSStatus stopped_ = noErr;
-    OSStatus leftOut_ = noErr;
+    OSStatus incomplete_ = noErr;
 };
 
 } // namespace MWCore
