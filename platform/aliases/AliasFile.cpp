@@ -25,34 +25,35 @@
 namespace MWCore {
 namespace {
 
-constexpr int kMostSteps = 40; // as the kernel follows links
+constexpr int kMostSteps = 40; // as for links in the kernel
 
-/// What one look at an item on the way tells.
-struct Stop {
+/// What is known of one item of a chain after examining it once.
+struct ChainItem {
     mode_t mode = 0;
-    FinderInfo info; ///< of a plain file, unless it leads on as a desktop entry
+    FinderInfo info; ///< of a regular file, unless it is an alias as a desktop entry
     std::optional<Lead> lead;
 };
 
-Stop stopAt(const QByteArray &path) {
-    Stop stop;
+ChainItem chainItemAt(const QByteArray &path) {
+    ChainItem current;
     struct stat item = {};
     if (lstat(path.constData(), &item) != 0)
-        return stop;
-    stop.mode = item.st_mode;
-    if (!S_ISREG(stop.mode))
-        return stop;
+        return current;
+    current.mode = item.st_mode;
+    if (!S_ISREG(current.mode))
+        return current;
     if (path.endsWith(kAliasFileSuffix))
         if (const auto entry = desktopEntryAt(path))
-            stop.lead = contentOf(*entry).lead;
-    const bool isFlagged = !stop.lead && readFinderInfo(path, &stop.info) == noErr &&
-                           (stop.info.flags & kIsAlias) != 0;
+            current.lead = contentOf(*entry).lead;
+    const bool isFlagged = !current.lead && readFinderInfo(path, &current.info) == noErr &&
+                           (current.info.flags & kIsAlias) != 0;
     if (isFlagged)
-        stop.lead = leadInForkOf(path);
-    return stop;
+        current.lead = leadInForkOf(path);
+    return current;
 }
 
-/// Where a path or link leads. A listing does not wait for it.
+/// Makes @p target refer to the item at @p path. Fails instead of touching a file system that
+/// @p effort does not allow.
 OSStatus referTo(const QByteArray &path, LastLink link, Effort &effort, FSRef *target) {
     Reach reach(effort.mounts, effort.budget);
     if (effort.patience == Patience::ForRecorded)
@@ -122,8 +123,8 @@ std::optional<Lead> leadInForkOf(const QByteArray &path) {
 }
 
 std::optional<QByteArray> desktopEntryAt(const QByteArray &path) {
-    // What took the file's place since is not waited for. The usual way, which looks through
-    // another descriptor first, takes as long as all the rest.
+    // Nonblocking, because a fifo may have replaced the file. openRegularFile(), which opens
+    // another descriptor first, would take as long as all the rest.
     constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const Descriptor file(open(path.constData(), kFlags));
     struct stat item = {};
@@ -134,23 +135,23 @@ std::optional<QByteArray> desktopEntryAt(const QByteArray &path) {
 }
 
 std::optional<Lead> leadIn(const QByteArray &path) {
-    return stopAt(path).lead;
+    return chainItemAt(path).lead;
 }
 
 std::optional<AliasTarget> followLead(const Lead &lead, bool resolveAliasChains, Effort &effort,
                                       OSStatus *status) {
     FSRef at;
-    Stop stop = {.mode = 0, .info = {}, .lead = lead};
+    ChainItem current = {.mode = 0, .info = {}, .lead = lead};
     for (int steps = 0; steps < kMostSteps; ++steps) {
-        *status = stop.lead ? follow(*stop.lead, &at, effort)
-                            : referTo(at.path, LastLink::Follow, effort, &at);
+        *status = current.lead ? follow(*current.lead, &at, effort)
+                               : referTo(at.path, LastLink::Follow, effort, &at);
         if (*status != noErr)
             return std::nullopt;
         if (!resolveAliasChains)
             return AliasTarget{at, isFolder(at.path), 0, {}};
-        stop = stopAt(at.path);
-        if (!stop.lead && !S_ISLNK(stop.mode))
-            return AliasTarget{at, S_ISDIR(stop.mode), stop.mode, stop.info};
+        current = chainItemAt(at.path);
+        if (!current.lead && !S_ISLNK(current.mode))
+            return AliasTarget{at, S_ISDIR(current.mode), current.mode, current.info};
     }
     *status = errFSAliasLoop;
     return std::nullopt;

@@ -18,12 +18,12 @@ namespace MWCore {
 namespace {
 
 constexpr mode_t kReadAndWrite = 0666;
-constexpr auto kNobody = static_cast<uid_t>(-1); // leaves a new file its owner and group
+constexpr auto kUnchanged = static_cast<uid_t>(-1); // leaves the owner and group of a new file
 
 OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
                            const ItemPlace &place) {
     DesktopEntry entry;
-    // For people; what is not UTF-8 would make the whole entry invalid.
+    // A name for people; invalid UTF-8 would make the whole entry invalid.
     const QByteArray last = PathParts(target).name;
     const QString name = last.isEmpty() ? "/" : QString::fromUtf8(last);
     const bool isWhole =
@@ -38,8 +38,9 @@ OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
     auto file = ReplacedFile::begin(place, &status);
     if (!file)
         return status;
-    return file->isThere() ? dupFNErr
-                           : file->replace(entry.toBytes(), {kReadAndWrite, kNobody, kNobody});
+    return file->isThere()
+               ? dupFNErr
+               : file->replace(entry.toBytes(), {kReadAndWrite, kUnchanged, kUnchanged});
 }
 
 FinderInfo aliasInfo() {
@@ -50,15 +51,15 @@ FinderInfo aliasInfo() {
     return info;
 }
 
-/// Whether a sidecar without an item keeps nothing but an alias, as a killed process may leave it.
+/// Whether a sidecar without an item holds nothing but an alias, as a killed process may leave it.
 bool isLeftOver(const AppleDouble &sidecar) {
     const QByteArrayView info = sidecar.content(kFinderInfoEntry);
     return sidecar.isVoid() ||
            (info.size() >= FinderInfo::kLength && FinderInfo::fromBytes(info) == aliasInfo());
 }
 
-/// Says in an attribute of the item, too, that it is an alias: that is where a listing looks first.
-/// Where there are none the sidecar has to do.
+/// Marks the item as an alias in an extended attribute as well, where a listing looks first. If the
+/// file system has none, the sidecar must do.
 void markItem(const ItemPlace &place) {
     (void)changeMetadata(place, [](MetadataChange &change) {
         const Convention &plain = conventions().front();
@@ -68,8 +69,8 @@ void markItem(const ItemPlace &place) {
     });
 }
 
-/// All of it or nothing: an empty file without its metadata would lead nowhere and be in the way.
-/// So the metadata comes first, and all at once.
+/// Writes all or nothing: an empty file without its metadata would lead nowhere and take the name.
+/// So the metadata is written first, and all at once.
 OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
     ResourceMap map;
     map.put({kAliasResource, 0, std::nullopt, 0, record});

@@ -13,45 +13,46 @@ namespace MWCore {
 
 [[nodiscard]] OSStatus resolveAlias(const QByteArray &alias, FSRef *target, Effort &effort);
 
-/// What an alias file leads to: a record, an address, or both.
+/// What an alias file holds to find its target: a record, a URL, or both.
 struct Lead {
     QByteArray record;
     QByteArray url;
 };
 
-/// Nothing for what is no alias file.
+/// nullopt if @p path is not an alias file.
 [[nodiscard]] std::optional<Lead> leadIn(const QByteArray &path);
 
-// For callers that know more of the file already.
+// For callers that already know more about the file.
 
-/// The desktop entry at @p path, where a plain file was just seen: the first 64 KB. Nothing on
-/// failure.
+/// The first 64 KB of the desktop entry at @p path, where the caller just saw a regular file.
+/// nullopt on failure.
 [[nodiscard]] std::optional<QByteArray> desktopEntryAt(const QByteArray &path);
 
-/// What a desktop entry is.
+/// What a desktop entry opens.
 struct EntryContent {
     bool startsApplication = false;
-    std::optional<Lead> lead; ///< of an alias
+    std::optional<Lead> lead; ///< if it is an alias
 };
 [[nodiscard]] EntryContent contentOf(const QByteArray &entry);
 
-/// Of the file at @p path, which has the alias flag. Nothing without a record.
+/// The lead in the resource fork of the file at @p path, which has the alias flag. nullopt if the
+/// fork has no record.
 [[nodiscard]] std::optional<Lead> leadInForkOf(const QByteArray &path);
 
-/// The id of the mount that the item at @p path is on; nothing where the system does not tell.
+/// The id of the mount that the item at @p path is on; nullopt if it cannot be found.
 [[nodiscard]] std::optional<int32_t> mountAt(const QByteArray &path);
 
-/// What a chain of alias files and links leads to in the end.
+/// The item to which a chain of alias files and links leads.
 struct AliasTarget {
     FSRef item;
-    bool isFolder = false; ///< also of a link to one, where links are not followed
-    // At the end of a whole chain:
+    bool isFolder = false; ///< also for a link to a folder, if the chain is not followed
+    // Filled only if the whole chain was followed:
     mode_t mode = 0;
-    FinderInfo info; ///< of a plain file
+    FinderInfo info; ///< of a regular file
 };
 
-/// Follows @p lead, what the first alias file of the chain holds; with @p resolveAliasChains also
-/// those that come after it. Nothing on failure, with the cause in @p status.
+/// Follows @p lead, the content of the first alias file of a chain; if @p resolveAliasChains is
+/// true, also the alias files and links after it. nullopt on failure, with the cause in @p status.
 [[nodiscard]] std::optional<AliasTarget> followLead(const Lead &lead, bool resolveAliasChains,
                                                     Effort &effort, OSStatus *status);
 

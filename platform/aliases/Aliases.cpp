@@ -22,12 +22,12 @@ OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target, const std::atomi
     return resolveAlias(alias, target, effort);
 }
 
-struct ListedAliases::Looks {
+struct ListedAliases::State {
     MountSnapshot mounts;
 };
 
 ListedAliases::ListedAliases(TimeAllowance &allowance)
-    : allowance_(allowance), looks_(std::make_unique<Looks>()) {}
+    : allowance_(allowance), state_(std::make_unique<State>()) {}
 
 ListedAliases::~ListedAliases() = default;
 
@@ -35,7 +35,7 @@ OSStatus ListedAliases::resolve(const QByteArray &path, QByteArray *target) {
     const TimeAllowance::Use use(allowance_);
     if (!use.isGranted())
         return fileBoundsErr;
-    Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &allowance_}, looks_->mounts,
+    Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &allowance_}, state_->mounts,
                   Patience::None);
     effort.ownMount = mountAt(path);
     constexpr bool kResolvingChains = true;

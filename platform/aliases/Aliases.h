@@ -12,23 +12,23 @@
 
 #include <QByteArray>
 
-/// Alias records, which find an item again that was renamed or moved, and alias files, which hold
-/// one. Any thread; a search through folders may take seconds and stops soon after
-/// @p cancelled, which may be null, becomes true, with userCanceledErr.
+/// Alias records, by which an item is found after it was renamed or moved, and alias files, which
+/// contain a record. Any thread. A search through folders may take seconds; it stops with
+/// userCanceledErr soon after @p cancelled, which may be null, becomes true.
 namespace MWCore {
 
-/// How many names a search looks at before it gives up.
+/// How many names a search reads before it gives up.
 constexpr int64_t kMostSearchedNames = 4'000'000;
 
-/// How many it looks at where nobody asked for one item: some milliseconds.
+/// The same for an item in a listing, which takes some milliseconds.
 constexpr int64_t kNamesOfAQuickSearch = 4096;
 
-/// Writes down in @p alias what it takes to find the item again.
+/// Sets @p alias to a record by which the item can be found again.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSNewAlias(const FSRef &target, QByteArray *alias);
 
-/// Where the item of the record @p alias is now; something else put in its place counts as it.
-/// mapReadErr for bytes that are no record of this library, fnfErr when the item is gone,
-/// fileBoundsErr when more than @p searchedNames would have to be searched.
+/// Makes @p target refer to the item of the record @p alias. A new item at the same path counts as
+/// the item. mapReadErr if @p alias is not a record of this library, fnfErr if the item is gone,
+/// fileBoundsErr if more than @p searchedNames names would have to be read.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
                                                     const std::atomic<bool> *cancelled = nullptr,
                                                     int64_t searchedNames = kMostSearchedNames);
@@ -39,28 +39,28 @@ enum class AliasFileForm {
     Finder,       ///< an empty file with the alias flag and an 'alis' resource
 };
 
-/// Writes an alias file for @p target at @p path, where nothing may be: dupFNErr. A desktop entry
-/// has a name that ends with ".desktop": bdNamErr.
+/// Creates an alias file for @p target at @p path. dupFNErr if anything is there, bdNamErr if the
+/// name of a desktop entry does not end with ".desktop".
 [[nodiscard]] MWCORE_EXPORT OSStatus FSCreateAliasFile(const FSRef &target, const QByteArray &path,
                                                        AliasFileForm form);
 
-/// The record that the alias file at @p path holds, as FSResolveAlias() takes it; empty for a
-/// desktop entry with nothing but a URL, and for what is no alias file.
+/// The record in the alias file at @p path, for FSResolveAlias(). Empty if the file is a desktop
+/// entry with only a URL, or not an alias file.
 [[nodiscard]] MWCORE_EXPORT QByteArray aliasRecordInFile(const QByteArray &path);
 
-/// If @p ref is an alias file, makes it refer to what the file leads to; with
-/// @p resolveAliasChains to the end of a chain of alias files and links. @p wasAliased and
-/// @p targetIsFolder tell of it. A file that is none of these is a success that changes nothing.
-/// fnfErr when the target is gone, fileBoundsErr as above, errFSOperationNotSupported for an
-/// address that is not local, and errFSAliasLoop after more than 40 steps; @p ref is unchanged
-/// then.
+/// If @p ref is an alias file, makes it refer to the file's target; if @p resolveAliasChains is
+/// true, to the end of a chain of alias files and links. Sets @p wasAliased to whether @p ref was
+/// an alias file, and @p targetIsFolder to whether it now refers to a folder. Any other item is
+/// left unchanged, with noErr. On failure @p ref is unchanged: fnfErr if the target is gone,
+/// fileBoundsErr as above, errFSOperationNotSupported if the URL is not local, errFSAliasLoop after
+/// more than 40 steps.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAliasFile(
     FSRef *ref, bool resolveAliasChains, bool *targetIsFolder, bool *wasAliased,
     const std::atomic<bool> *cancelled = nullptr, int64_t searchedNames = kMostSearchedNames);
 
-/// Resolves the alias files of a listing: together they take no longer than an allowance grants,
-/// and they wait for no file system that is not local, unless the alias file itself lies there.
-/// Belongs to one thread.
+/// Resolves the alias files of a listing. Together they take no longer than an allowance grants,
+/// and they touch no file system that is not local, unless the alias file itself is on it. Belongs
+/// to one thread.
 class MWCORE_EXPORT ListedAliases {
 public:
     /// @p allowance must outlive this object.
@@ -69,17 +69,17 @@ public:
     ListedAliases &operator=(const ListedAliases &) = delete;
     ~ListedAliases();
 
-    /// Where the alias file at @p path leads in the end, without links on the way. Some
-    /// milliseconds of searching at most: fileBoundsErr where that or the allowance does not
-    /// suffice or it would have to wait. Else as FSResolveAliasFile(), but fnfErr for what is no
-    /// alias file.
+    /// Sets @p target to the path, without links, of the item to which the alias file at @p path
+    /// leads in the end. Searches for some milliseconds at most: fileBoundsErr if that or the
+    /// allowance does not suffice, or a file system that may block would have to be touched. fnfErr
+    /// if @p path is not an alias file. Other failures are those of FSResolveAliasFile().
     [[nodiscard]] OSStatus resolve(const QByteArray &path, QByteArray *target);
 
 private:
-    struct Looks;
+    struct State;
 
     TimeAllowance &allowance_;
-    std::unique_ptr<Looks> looks_;
+    std::unique_ptr<State> state_;
 };
 
 } // namespace MWCore

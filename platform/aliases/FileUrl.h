@@ -6,14 +6,16 @@
 
 #include <QByteArray>
 
-/// Addresses of local items (RFC 8089), byte for byte: no name is lost to an encoding. Any thread.
+/// URLs of local items (RFC 8089). They keep every byte of a path, whatever its encoding. Any
+/// thread.
 namespace MWCore {
 
-/// "file:///..." for an absolute path; everything but unreserved characters and "/" is %NN.
+/// "file:///..." for an absolute path; every byte but unreserved characters and "/" is written as
+/// %NN.
 [[nodiscard]] QByteArray fileUrl(const QByteArray &path);
 
-/// The path in a "file:" URL. Nothing for another kind of address, one of another host, and a path
-/// that no item can have.
+/// The path in a "file:" URL. nullopt for another scheme, another host, or a path that no item can
+/// have.
 [[nodiscard]] std::optional<QByteArray> pathOfFileUrl(const QByteArray &url);
 
 } // namespace MWCore
