@@ -12,7 +12,7 @@
 namespace MWCore {
 namespace {
 
-constexpr int64_t kDescriptionLimit = 1'000'000; // bytes; those in use have some 10,000
+constexpr int64_t kDescriptionLimit = 1'000'000; // bytes; real ones have some 10,000
 
 struct LayoutRow {
     const char *list;             ///< the property list in the bundle
@@ -27,7 +27,7 @@ struct KeyRow {
     const char *entryKey;
     const char *listKey;
 };
-/// Of two rows for the same key the first one that has a value counts.
+/// If two rows have the same listKey, the first one with a value counts.
 constexpr KeyRow kKeyRows[] = {
     {"Name", "CFBundleName"},
     {"Icon", "CFBundleIconFile"},

@@ -12,12 +12,12 @@
 
 namespace MWCore {
 
-/// A folder that describes itself by an information dictionary: the property list
-/// `Contents/Info.plist` or `Info.plist`, or the desktop entry of an AppDir. A snapshot. Paths in
-/// file-system representation. Any thread.
+/// A snapshot of a folder with an information dictionary: the property list `Contents/Info.plist`
+/// or `Info.plist`, or the desktop entry of an AppDir. Paths are in file-system representation. Any
+/// thread.
 class MWCORE_EXPORT Bundle {
 public:
-    /// Nothing for a folder without any of them, or in which none can be read.
+    /// nullopt if the folder has none of them or none can be read.
     [[nodiscard]] static std::optional<Bundle> open(const QByteArray &path);
 
     /// The folder, without "/" at the end.
@@ -26,16 +26,16 @@ public:
     /// Whether it is an application: `X.app` with `Contents/Info.plist`, or an AppDir.
     [[nodiscard]] bool isApplication() const { return isApplication_; }
 
-    /// What the property list says. What a desktop entry says stands under the same keys, in the
-    /// language of the user.
+    /// The content of the property list. A desktop entry's values are stored under the same keys,
+    /// in the user's language.
     [[nodiscard]] QVariantMap infoDictionary() const { return infoDictionary_; }
 
-    /// Invalid for a key that is not there.
+    /// Invalid if the key is missing.
     [[nodiscard]] QVariant value(const QString &key) const { return infoDictionary_.value(key); }
 
-    /// The file to start: the one that `CFBundleExecutable` names, else the one named like the
-    /// folder without its extension, where the bundle keeps executables; `AppRun` in an AppDir.
-    /// Empty when it is no file, or named by more than a name.
+    /// The file to start, in the bundle's folder of executables: the one that `CFBundleExecutable`
+    /// names, else the one named like the bundle without its extension. `AppRun` in an AppDir.
+    /// Empty if `CFBundleExecutable` is not a plain name, or the file is not a regular file.
     [[nodiscard]] QByteArray executablePath() const;
 
 private:

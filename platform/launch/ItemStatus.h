@@ -8,14 +8,14 @@
 
 namespace MWCore {
 
-/// What one look at an item tells.
+/// What one statx(2) finds out about an item.
 struct ItemStatus {
     mode_t mode = 0;
-    bool isMountPoint = false; ///< for a folder: a file system begins here
-    int error = 0;             ///< errno value of a failure
+    bool isMountPoint = false; ///< a folder where a file system is mounted
+    int error = 0;             ///< `errno` value on failure, else 0
 };
 
-/// Looks at the item itself, not at what it links to.
+/// Examines the item itself, not a link's target.
 [[nodiscard]] ItemStatus itemStatus(const QByteArray &path);
 
 } // namespace MWCore

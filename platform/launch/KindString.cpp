@@ -33,9 +33,9 @@ QString commentOf(const char *mimeType) {
     return QMimeDatabase().mimeTypeForName(QLatin1String(mimeType)).comment();
 }
 
-/// What the file begins with; nothing when it cannot be read.
+/// The beginning of the file; nullopt if it cannot be read.
 std::optional<QByteArray> startOf(const QByteArray &path) {
-    constexpr int64_t kEnough = 16'384; // the database's magic looks no farther
+    constexpr int64_t kEnough = 16'384; // the database's magic rules look no farther
     OSStatus status = noErr;
     const Descriptor file = openRegularFile(path, Links::Keep, &status);
     return file ? readAt(file.number(), 0, kEnough, &status) : std::nullopt;
@@ -46,15 +46,15 @@ FinderInfo finderInfoOf(const QByteArray &path) {
     return readFinderInfo(path, &info) == noErr ? info : FinderInfo();
 }
 
-/// Whether the item's fork keeps an alias record.
-bool forkKeepsAlias(const QByteArray &path) {
+/// Whether the item's fork contains an alias record.
+bool hasAliasInFork(const QByteArray &path) {
     constexpr uint32_t kAlias = 0x616C6973; // 'alis'
     OSStatus status = noErr;
     const auto fork = ForkReader::open(path, &status);
     return fork && fork->firstResource(kAlias, AliasRecord::kLongest);
 }
 
-/// Whether the desktop entry at @p path leads to an item of this system.
+/// Whether the desktop entry at @p path leads to a local item.
 bool entryLeadsToItem(const QByteArray &path) {
     constexpr int64_t kLongestEntry = 1 << 20;
     OSStatus status = noErr;
@@ -68,11 +68,11 @@ bool entryLeadsToItem(const QByteArray &path) {
 
 bool isAliasFile(const QByteArray &path) {
     return (path.endsWith(".desktop") && entryLeadsToItem(path)) ||
-           ((finderInfoOf(path).flags & kIsAlias) && forkKeepsAlias(path));
+           ((finderInfoOf(path).flags & kIsAlias) && hasAliasInFork(path));
 }
 
-/// Never the database's own look at the file: it would open it by a name that may have no bytes in
-/// the local encoding.
+/// Does not let the database open the file: the local encoding may not be able to represent its
+/// name.
 QString kindOfPlainFile(const QByteArray &path) {
     const QMimeDatabase database;
     const QString name = stringWithFileSystemRepresentation(PathParts(path).name);
@@ -86,8 +86,8 @@ QString kindOfPlainFile(const QByteArray &path) {
     return byName.isEmpty() ? commentOf("application/octet-stream") : byName.front().comment();
 }
 
-/// What the name says of a document that is a folder; the database means plain files by the known
-/// extensions of packages.
+/// The kind, by name, of a document that is a folder. The known extensions of packages are left
+/// out, because in the database they stand for regular files.
 QString kindOfPackage(const QByteArray &path) {
     const QByteArray name = PathParts(path).name;
     const auto byName =
@@ -97,7 +97,7 @@ QString kindOfPackage(const QByteArray &path) {
                : QCoreApplication::translate("MWCore", "Package");
 }
 
-/// In the order in which an item's kind is decided.
+/// Checks in the order in which an item's kind is decided.
 QString kindOfFolder(const QByteArray &path) {
     uint32_t flags = 0;
     (void)LSCopyItemInfoForPath(path, finderInfoOf(path).flags, &flags);

@@ -15,10 +15,10 @@
 namespace MWCore {
 namespace {
 
-constexpr int64_t kAppImageStart = 11; ///< bytes that tell an AppImage
+constexpr int64_t kAppImageStart = 11; ///< bytes by which an AppImage is recognised
 
-/// An AppImage says so in the unused bytes of its ELF identification: "AI" and its type.
-/// @p start is so much of the file, or the whole.
+/// An AppImage has "AI" and its type in the unused bytes of its ELF identification. @p start is the
+/// file's first kAppImageStart bytes, or the whole file if it is shorter.
 bool isAppImage(QByteArrayView start) {
     return start.size() == kAppImageStart &&
            start.startsWith("\x7F"
@@ -47,7 +47,7 @@ OSStatus LSCopyItemInfoForPath(const QByteArray &path, uint16_t finderFlags, uin
 }
 
 bool isPlainFileApplication(const QByteArray &path) {
-    constexpr int64_t kEntryStart = 65'536; // the type stands near the top
+    constexpr int64_t kEntryStart = 65'536; // the type is near the top
     const bool isEntry = path.endsWith(".desktop");
     OSStatus status = noErr;
     const Descriptor file = openRegularFile(path, Links::Keep, &status);

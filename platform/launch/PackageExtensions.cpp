@@ -12,7 +12,7 @@
 namespace MWCore {
 namespace {
 
-/// Extensions of folders that are shown as one thing.
+/// Extensions of folders that are shown as a single item.
 constexpr QByteArrayView kPackageExtensions[] = {
     "app",          // application
     "appex",        // extension of an application

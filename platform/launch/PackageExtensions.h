@@ -6,7 +6,7 @@
 
 namespace MWCore {
 
-/// Whether a folder of this name is shown as one thing; case does not count. Any thread.
+/// Whether a folder of this name is shown as a single item, ignoring case. Any thread.
 [[nodiscard]] bool hasPackageExtension(const QByteArray &name);
 
 } // namespace MWCore
