@@ -41,10 +41,9 @@ public:
     /// yet.
     void makeItem() { makesItem_ = true; }
 
-    /// Writes everything or, as far as the system lets it, nothing, and sees whether it
-    /// hasNewValues; in
-    /// @p turn, which is taken if it is not held yet. Nothing when somebody else changed what the
-    /// plan was made from.
+    /// Writes everything or, as far as the system allows, nothing, and checks that it was not
+    /// overwritten. Takes @p turn if it is not held yet. nullopt if another writer changed the
+    /// values that the plan is based on or the ones written.
     [[nodiscard]] std::optional<OSStatus> commit(std::optional<FolderTurn> &turn);
 
     /// Makes the change survive a power failure. To be called after the turn.
