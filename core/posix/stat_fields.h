@@ -17,6 +17,11 @@ inline constexpr mode_t kPermissionBits = 07777;
     return (mode & (S_IXUSR | S_IXGRP | S_IXOTH)) != 0;
 }
 
+/// Whether both are of one file that exists: another one can get its numbers once it is removed.
+[[nodiscard]] inline bool isSameFile(const struct stat &one, const struct stat &other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
 /// The space that a number of blocks takes, in bytes: they are of 512 bytes on every file system.
 [[nodiscard]] constexpr uint64_t lengthOfBlocks(uint64_t count) {
     return count * 512;

@@ -5,8 +5,8 @@
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/ListedTree.h"
 #include "platform/aliases/FileUrl.h"
-#include "platform/files/CurrentUser.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/UserAccount.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>

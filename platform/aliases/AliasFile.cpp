@@ -61,8 +61,8 @@ OSStatus referTo(const QByteArray &path, LastLink link, Effort &effort, FSRef *t
     else if (effort.ownMount)
         reach.allow(*effort.ownMount);
     const QByteArray name = PathParts(path).name;
-    const bool needsName = effort.patience == Patience::None || link == LastLink::Follow ||
-                           name == "." || name == "..";
+    const bool needsName =
+        effort.patience == Patience::None || link == LastLink::Follow || isDots(name);
     int error = 0;
     QByteArray real;
     const Descriptor item = reach.open(path, link, &error, needsName ? &real : nullptr);

@@ -2,8 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/CopiedAccess.h"
 
+#include "platform/files/UserAccount.h"
+
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -14,7 +15,6 @@
 #include <QtEndian>
 
 #include <grp.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -49,14 +49,12 @@ private:
 };
 
 bool isMember(uid_t user, gid_t group) {
-    std::array<char, 4096> texts{};
-    passwd entry = {};
-    passwd *found = nullptr;
-    if (getpwuid_r(user, &entry, texts.data(), texts.size(), &found) != 0 || !found)
+    const auto account = accountOf(user);
+    if (!account)
         return false;
     std::vector<gid_t> groups(1024);
     int count = static_cast<int>(groups.size());
-    getgrouplist(found->pw_name, found->pw_gid, groups.data(), &count);
+    getgrouplist(account->name.constData(), account->group, groups.data(), &count);
     groups.resize(static_cast<std::size_t>(std::min<int>(count, int(groups.size()))));
     return std::ranges::find(groups, group) != groups.end();
 }

@@ -95,4 +95,12 @@ bool isSameItem(const FileIdentity &found, const FileIdentity &wanted) {
     return hasHandles || hasBirths || (!isStrong(found) && !isStrong(wanted));
 }
 
+bool isSameItemAt(const QByteArray &path, const FileIdentity &found, const FileIdentity &wanted) {
+    if (isSameItem(found, wanted))
+        return true;
+    struct statfs system = {};
+    return found.device == wanted.device && statfs(path.constData(), &system) == 0 &&
+           system.f_type == FUSE_SUPER_MAGIC;
+}
+
 } // namespace MWCore

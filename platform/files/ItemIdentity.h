@@ -25,4 +25,10 @@ namespace MWCore {
 /// compared.
 [[nodiscard]] bool isSameItem(const FileIdentity &found, const FileIdentity &wanted);
 
+/// Whether @p found, which was read at @p path, is the item that @p wanted was read from at the
+/// same path. On FUSE even inode numbers can change when the kernel drops its cache; there the path
+/// decides.
+[[nodiscard]] bool isSameItemAt(const QByteArray &path, const FileIdentity &found,
+                                const FileIdentity &wanted);
+
 } // namespace MWCore

@@ -13,6 +13,16 @@ namespace MWCore {
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
+/// Whether @p name is that of a folder itself or of its parent in its own list.
+[[nodiscard]] inline bool isDots(QByteArrayView name) {
+    return name == "." || name == "..";
+}
+
+/// The number of names in an absolute path.
+[[nodiscard]] inline std::size_t nameCount(const QByteArray &path) {
+    return path == "/" ? 0 : static_cast<std::size_t>(path.count('/'));
+}
+
 /// @p path as an absolute path; empty if the path of the current folder is unknown.
 [[nodiscard]] QByteArray absolutePath(const QByteArray &path);
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/RegularFile.h"
 
+#include "core/posix/stat_fields.h"
 #include "platform/files/DescriptorPath.h"
 
 #include <cerrno>
@@ -22,8 +23,7 @@ Descriptor reopened(const Descriptor &found, const struct stat &item, int folder
         return opened;
     struct stat now = {};
     opened = Descriptor(openat(folder, path.constData(), kFlags | keep));
-    const bool isSame = opened && fstat(opened.number(), &now) == 0 && now.st_dev == item.st_dev &&
-                        now.st_ino == item.st_ino;
+    const bool isSame = opened && fstat(opened.number(), &now) == 0 && isSameFile(now, item);
     if (opened && !isSame)
         errno = EAGAIN; // replaced in between
     return isSame ? std::move(opened) : Descriptor();

@@ -2,8 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ReplacedFile.h"
 
+#include "core/posix/stat_fields.h"
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/RegularFile.h"
+#include "platform/foundation/bytes.h"
 #include "platform/foundation/FileSizeSignal.h"
 
 #include <algorithm>
@@ -42,7 +44,7 @@ bool refersTo(const ItemPlace &place, const Descriptor &file) {
     struct stat named = {};
     struct stat open = {};
     return place.examine(&named) == noErr && fstat(file.number(), &open) == 0 &&
-           named.st_dev == open.st_dev && named.st_ino == open.st_ino;
+           isSameFile(named, open);
 }
 
 /// Removes this user's temporary file if no writer has locked it. Leaves it where files cannot be
@@ -81,10 +83,6 @@ int writePiece(int descriptor, QByteArrayView piece) {
         piece = piece.sliced(std::max<ssize_t>(count, 0));
     }
     return 0;
-}
-
-bool isZero(QByteArrayView piece) {
-    return std::ranges::all_of(piece, [](char byte) { return byte == 0; });
 }
 
 /// Leaves holes where the content is zero, so that a sparse file does not fill the disk. 0 or an

@@ -4,6 +4,7 @@
 
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/UserAccount.h"
 
 #include <array>
 #include <cerrno>
@@ -15,7 +16,6 @@
 #include <grp.h>
 #include <linux/magic.h>
 #include <linux/openat2.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/vfs.h>
@@ -43,17 +43,14 @@ bool isOurs(uid_t owner) {
 /// Whether @p group is the private group of this process's user: it has the same name and no other
 /// member. Distributions give each user such a group and let it write by default.
 bool isOwnGroup(gid_t group) {
-    std::array<char, 4096> userTexts{};
-    std::array<char, 4096> groupTexts{};
-    passwd user = {};
+    std::array<char, 4096> texts{};
     struct group entry = {};
-    passwd *foundUser = nullptr;
-    struct group *foundGroup = nullptr;
-    getpwuid_r(geteuid(), &user, userTexts.data(), userTexts.size(), &foundUser);
-    getgrgid_r(group, &entry, groupTexts.data(), groupTexts.size(), &foundGroup);
-    if (!foundUser || !foundGroup || qstrcmp(user.pw_name, entry.gr_name) != 0)
+    struct group *found = nullptr;
+    getgrgid_r(group, &entry, texts.data(), texts.size(), &found);
+    const auto user = accountOf(geteuid());
+    if (!user || !found || user->name != entry.gr_name)
         return false;
-    return !entry.gr_mem[0] || (qstrcmp(entry.gr_mem[0], user.pw_name) == 0 && !entry.gr_mem[1]);
+    return !entry.gr_mem[0] || (user->name == entry.gr_mem[0] && !entry.gr_mem[1]);
 }
 
 /// An access control list may let anybody write; the group's write bit then covers all of them.

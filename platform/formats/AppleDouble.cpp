@@ -3,6 +3,7 @@
 #include "platform/formats/AppleDouble.h"
 
 #include "platform/formats/BigEndian.h"
+#include "platform/foundation/bytes.h"
 
 #include <algorithm>
 
@@ -48,10 +49,6 @@ bool areDisjoint(const std::vector<Entry> &entries, uint64_t fileSize) {
         free = static_cast<uint64_t>(entry.offset) + entry.length;
     }
     return free <= fileSize;
-}
-
-bool isZero(QByteArrayView bytes) {
-    return std::ranges::all_of(bytes, [](char byte) { return byte == 0; });
 }
 
 /// The number of attributes in the content of a Finder information entry.

@@ -101,7 +101,7 @@ QByteArray Bundle::executablePath() const {
     const QByteArray name = named.isValid()
                                 ? fileSystemRepresentation(named.toString()).value_or(QByteArray())
                                 : withoutExtension(PathParts(path_).name);
-    const bool isName = !name.isEmpty() && !name.contains('/') && name != "." && name != "..";
+    const bool isName = !name.isEmpty() && !name.contains('/') && !isDots(name);
     const QByteArray executable = executableFolder_ + '/' + name;
     return isName && isPlainFile(executable) ? executable : QByteArray();
 }

@@ -34,7 +34,7 @@ std::optional<AppleDouble::Entry> entryIn(QByteArrayView head, int64_t size, App
 } // namespace
 
 QByteArray sidecarName(const QByteArray &name) {
-    const bool hasNone = name.isEmpty() || name == "." || name == ".." || isSidecarName(name);
+    const bool hasNone = name.isEmpty() || isDots(name) || isSidecarName(name);
     return hasNone ? QByteArray() : kSidecarPrefix.toByteArray() + name;
 }
 

@@ -25,7 +25,7 @@ namespace {
 QByteArray realPathOf(const QByteArray &path) {
     const PathParts parts(path);
     const QByteArray folder = withoutLinks(parts.parent);
-    if (folder.isEmpty() || parts.name.isEmpty() || parts.name == "." || parts.name == "..")
+    if (folder.isEmpty() || parts.name.isEmpty() || isDots(parts.name))
         return path;
     const QByteArray real = pathIn(folder, parts.name);
     return real.size() < PATH_MAX ? real : path;

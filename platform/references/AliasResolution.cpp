@@ -6,6 +6,7 @@
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/UserAccount.h"
 #include "platform/references/InodeSearch.h"
 #include "platform/references/Reach.h"
 #include "platform/references/RecordedFileSystem.h"
@@ -16,7 +17,6 @@
 #include <cstring>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -169,7 +169,7 @@ private:
     [[nodiscard]] std::optional<OpenFolder> currentParent(const Mount &mount) {
         const QList<QByteArray> names = namesBelowMountPoint(record_);
         const QByteArray place = record_.realPath.first(record_.mountPointLength);
-        const auto top = place == "/" ? 0 : static_cast<std::size_t>(place.count('/'));
+        const std::size_t top = nameCount(place);
         OpenFolder at = {openFolderAt(AT_FDCWD, mount.mountPoint.constData()), mount.mountPoint};
         if (names.isEmpty())
             return std::nullopt;
@@ -239,12 +239,9 @@ private:
     /// Without links; empty if it cannot be found.
     [[nodiscard]] QByteArray homeFolder() {
         const char *const given = std::getenv("HOME");
-        char texts[4096];
-        passwd entry = {};
-        passwd *user = nullptr;
-        if (!given || *given != '/')
-            getpwuid_r(getuid(), &entry, texts, sizeof texts, &user);
-        const QByteArray home = user ? user->pw_dir : given;
+        QByteArray home = given;
+        if (!home.startsWith('/'))
+            home = accountOf(getuid()).value_or(UserAccount()).homeFolder;
         QByteArray real;
         int error = 0;
         const Descriptor opened = home.startsWith('/')

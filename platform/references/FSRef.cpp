@@ -8,15 +8,9 @@
 #include "platform/references/AliasResolution.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
-#include <sys/vfs.h>
 
 namespace MWCore {
 namespace {
-
-bool isDots(const QByteArray &name) {
-    return name == "." || name == "..";
-}
 
 /// Replaces a "." or ".." at the end of @p path by the folder's own name, which sidecars and people
 /// need.
@@ -35,17 +29,6 @@ std::optional<FileIdentity> identityOnTrustedPath(const QByteArray &path, OSStat
     const Descriptor folder = openTrustedFolder(isFolder ? path : parts.parent, status);
     return folder ? identityOf(folder.number(), isFolder ? "." : parts.name.constData(), status)
                   : std::nullopt;
-}
-
-/// On FUSE even inode numbers can change when the kernel drops its cache; there the path decides.
-bool isOnFuse(const QByteArray &path) {
-    struct statfs system = {};
-    return statfs(path.constData(), &system) == 0 && system.f_type == FUSE_SUPER_MAGIC;
-}
-
-bool isReferredTo(const FileIdentity &identity, const FSRef &ref) {
-    return isSameItem(identity, ref.identity) ||
-           (identity.device == ref.identity.device && isOnFuse(ref.path));
 }
 
 /// Whether an item that could not be examined may be somewhere else. Not if the system ran out of a
@@ -80,7 +63,7 @@ OSStatus currentPath(const FSRef &ref, QByteArray *path) {
 OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path) {
     OSStatus status = noErr;
     const auto identity = identityOf(AT_FDCWD, ref.path.constData(), &status);
-    if (identity && isReferredTo(*identity, ref)) {
+    if (identity && isSameItemAt(ref.path, *identity, ref.identity)) {
         *path = ref.path;
         return noErr;
     }

@@ -16,11 +16,6 @@
 namespace MWCore {
 namespace {
 
-/// The number of names in a path.
-std::size_t depthOf(const QByteArray &path) {
-    return path == "/" ? 0 : static_cast<std::size_t>(path.count('/'));
-}
-
 /// f_fsid of the file system that an open item is on; 0 if it has none.
 uint64_t fileSystemOf(int item) {
     struct statfs system = {};
@@ -90,7 +85,7 @@ private:
         struct stat root = {};
         if (fstat(top, &root) != 0)
             return false;
-        const std::size_t depth = depthOf(mountPoint_);
+        const std::size_t depth = nameCount(mountPoint_);
         if (record_.realPath == mountPoint_)
             return root.st_ino == record_.identity.inode;
         return record_.ancestors.empty() ||
@@ -148,7 +143,7 @@ std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record, const Rea
 QList<QByteArray> namesBelowMountPoint(const AliasRecord &record) {
     QList<QByteArray> names = record.realPath.sliced(record.mountPointLength).split('/');
     names.removeAll({});
-    const bool isWay = !names.contains(".") && !names.contains("..");
+    const bool isWay = std::ranges::none_of(names, isDots);
     return isWay ? names : QList<QByteArray>();
 }
 

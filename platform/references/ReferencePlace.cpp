@@ -6,17 +6,8 @@
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
 
-#include <linux/magic.h>
-#include <sys/vfs.h>
-
 namespace MWCore {
 namespace {
-
-/// On FUSE even inode numbers can change when the kernel drops its cache; there the path decides.
-bool isOnFuse(const ItemPlace &place) {
-    struct statfs system = {};
-    return statfs(place.path().constData(), &system) == 0 && system.f_type == FUSE_SUPER_MAGIC;
-}
 
 /// Whether the item of @p ref is at @p place. Another item may have taken the path before its
 /// folder was opened.
@@ -24,8 +15,7 @@ bool holds(const ItemPlace &place, const FSRef &ref, OSStatus *status) {
     const auto found = identityOf(place.folder(), place.name().constData(), status);
     if (!found)
         return false;
-    const bool isSame = isSameItem(*found, ref.identity) ||
-                        (found->device == ref.identity.device && isOnFuse(place));
+    const bool isSame = isSameItemAt(place.path(), *found, ref.identity);
     *status = isSame ? noErr : fnfErr;
     return isSame;
 }

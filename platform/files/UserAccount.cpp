@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/CurrentUser.h"
+#include "platform/files/UserAccount.h"
 
 #include "platform/foundation/FileSystemText.h"
 
@@ -11,22 +11,21 @@
 #include <unistd.h>
 
 namespace MWCore {
-namespace {
 
-QString nameOf(uid_t user) {
+std::optional<UserAccount> accountOf(uid_t user) {
     std::vector<char> texts(1024);
     passwd entry = {};
     passwd *found = nullptr;
     while (getpwuid_r(user, &entry, texts.data(), texts.size(), &found) == ERANGE)
         texts.resize(texts.size() * 2);
-    return stringWithFileSystemRepresentation(found ? found->pw_name : nullptr);
+    if (!found)
+        return std::nullopt;
+    return UserAccount{entry.pw_name, entry.pw_gid, entry.pw_dir};
 }
 
-} // namespace
-
 QString currentUserName() {
-    static const QString name = nameOf(getuid());
-    return name;
+    static const auto account = accountOf(getuid());
+    return account ? stringWithFileSystemRepresentation(account->name) : QString();
 }
 
 } // namespace MWCore
