@@ -12,9 +12,9 @@ namespace {
 
 constexpr const char *kUnknown = "Unknown";
 
-/// Asks with a buffer that grows until the database's record fits.
+/// Retries with a larger buffer until the database record fits.
 template <typename Entry, typename Lookup>
-Text ask(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
+Text lookUpName(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
     for (std::size_t size = 1024;;) {
         const Text buffer(static_cast<char *>(Malloc(size, label)));
         if (!buffer)
@@ -35,22 +35,22 @@ Text ask(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
 
 } // namespace
 
-Text AccountNames::askForUser(id_t id) {
-    return ask<struct passwd>(id, getpwuid_r, &passwd::pw_name, "user name");
+Text AccountNames::lookUpUser(id_t id) {
+    return lookUpName<struct passwd>(id, getpwuid_r, &passwd::pw_name, "user name");
 }
 
-Text AccountNames::askForGroup(id_t id) {
-    return ask<struct group>(id, getgrgid_r, &group::gr_name, "group name");
+Text AccountNames::lookUpGroup(id_t id) {
+    return lookUpName<struct group>(id, getgrgid_r, &group::gr_name, "group name");
 }
 
-Text AccountNames::name(Names &seen, id_t id, Text (*ask)(id_t)) {
-    if (const Text *const known = seen.find(id))
-        return copied(known->get(), "account name");
-    Text found = ask(id);
+Text AccountNames::name(Names &cache, id_t id, Text (*lookUp)(id_t)) {
+    if (const Text *const cached = cache.find(id))
+        return copied(cached->get(), "account name");
+    Text found = lookUp(id);
     if (!found)
         return nullptr;
     Text result = copied(found.get(), "account name");
-    seen.remember(id, std::move(found));
+    cache.remember(id, std::move(found));
     return result;
 }
 

@@ -8,20 +8,20 @@
 
 namespace MWCore {
 
-/// Names of users and groups from the system's databases, each id asked for once.
+/// User and group names from the system's databases. Each id is looked up once.
 class AccountNames {
 public:
-    /// A fresh copy of the name, "Unknown" where there is none. Null, with the cause in `errno`,
-    /// when memory or descriptors run out: then nobody knows whether there is one.
-    [[nodiscard]] Text user(uid_t id) { return name(users_, id, askForUser); }
-    [[nodiscard]] Text group(gid_t id) { return name(groups_, id, askForGroup); }
+    /// A copy of the name, or of "Unknown" if the id has none. Returns null and sets `errno` if
+    /// memory or descriptors run out, since the id may have a name then.
+    [[nodiscard]] Text user(uid_t id) { return name(users_, id, lookUpUser); }
+    [[nodiscard]] Text group(gid_t id) { return name(groups_, id, lookUpGroup); }
 
 private:
     using Names = SeenTable<Text>;
 
-    static Text askForUser(id_t id);
-    static Text askForGroup(id_t id);
-    static Text name(Names &seen, id_t id, Text (*ask)(id_t));
+    static Text lookUpUser(id_t id);
+    static Text lookUpGroup(id_t id);
+    static Text name(Names &cache, id_t id, Text (*lookUp)(id_t));
 
     Names users_;
     Names groups_;

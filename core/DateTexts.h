@@ -8,27 +8,27 @@
 
 namespace MWCore {
 
-/// Makes the texts of mfs_date_string_from_time_t() for many items, each day's part once. "Now" is
-/// the time of creation.
+/// Formats many times as mfs_date_string_from_time_t() does, and formats the part before the time
+/// of day once per day. "Today" is the day on which this object was made.
 class DateTexts {
 public:
     DateTexts();
 
-    /// The text for @p seconds since 1970-01-01 UTC; null when memory runs out.
+    /// The text for @p seconds since 1970-01-01 00:00:00 UTC; null if memory runs out.
     [[nodiscard]] Text textFor(int64_t seconds);
 
 private:
-    /// A local day that runs from 00:00:00 to 23:59:59 without a change of the clock.
+    /// A local day from 00:00:00 to 23:59:59 on which the clock is not changed.
     struct Day {
-        int64_t first = 0;    ///< seconds since 1970-01-01 UTC at midnight
-        char prefix[56] = {}; ///< everything before the time of day
+        int64_t first = 0;    ///< midnight, in seconds since 1970-01-01 00:00:00 UTC
+        char prefix[56] = {}; ///< the text before the time of day
     };
 
-    [[nodiscard]] const Day *seenDay(int64_t seconds) const;
-    void rememberDay(int64_t seconds, const std::tm &fields);
+    [[nodiscard]] const Day *cachedDay(int64_t seconds) const;
+    void cacheDay(int64_t seconds, const std::tm &fields);
 
     std::tm now_{};
-    /// By number of the day in UTC, twice: the local days that hold its start and its end.
+    /// UTC day n has two keys: 2n for the local day at its start, 2n + 1 for the one at its end.
     SeenTable<Day> days_;
 };
 

@@ -14,9 +14,8 @@ namespace {
 
 constexpr const char *kLabel = "link target";
 
-/// The path under which the kernel knows what @p path leads to; asked through a descriptor, so that
-/// the length of @p path does not matter.
-Text pathInKernel(const char *path) {
+/// resolvedPath() from the kernel's name of an open descriptor, which @p path of any length allows.
+Text pathOfDescriptor(const char *path) {
     const ReachablePath place(path);
     if (!place)
         return nullptr;
@@ -25,11 +24,11 @@ Text pathInKernel(const char *path) {
         return nullptr;
     char entry[32];
     std::snprintf(entry, sizeof entry, "/proc/self/fd/%d", item.number());
-    char known[PATH_MAX];
-    const ssize_t length = readlink(entry, known, sizeof known);
-    if (length <= 0 || known[0] != '/')
+    char resolved[PATH_MAX];
+    const ssize_t length = readlink(entry, resolved, sizeof resolved);
+    if (length <= 0 || resolved[0] != '/')
         return nullptr;
-    return copied({known, static_cast<std::size_t>(length)}, kLabel);
+    return copied({resolved, static_cast<std::size_t>(length)}, kLabel);
 }
 
 } // namespace
@@ -37,20 +36,20 @@ Text pathInKernel(const char *path) {
 Text resolvedPath(const char *path) {
     Text resolved(realpath(path, nullptr));
     if (!resolved && errno == ENAMETOOLONG)
-        resolved = pathInKernel(path);
+        resolved = pathOfDescriptor(path);
     return resolved;
 }
 
 Text LinkTargets::resolve(const char *name) {
-    if (Text resolved = neighbour(name))
+    if (Text resolved = resolveToSibling(name))
         return resolved;
     const Text path = joinedPath(path_, name, kLabel);
     return path ? resolvedPath(path.get()) : nullptr;
 }
 
-/// The short way for the usual case, two system calls however deep the folder: the link names an
-/// item of its own folder, and that item is no link itself. Null for any other.
-Text LinkTargets::neighbour(const char *name) {
+/// The fast path for the usual case: the link names an item of its own folder that is not a link
+/// itself. It takes two system calls per link at any depth. Null in all other cases.
+Text LinkTargets::resolveToSibling(const char *name) {
     char target[NAME_MAX + 1];
     const ssize_t length = readlinkat(folder_, name, target, sizeof target);
     if (length <= 0 || length == sizeof target)
@@ -60,8 +59,8 @@ Text LinkTargets::neighbour(const char *name) {
     if (item.find('/') != std::string_view::npos || item == "." || item == "..")
         return nullptr;
     char ignored;
-    const bool isNoLink = readlinkat(folder_, target, &ignored, 1) == -1 && errno == EINVAL;
-    if (!isNoLink)
+    const bool isNotALink = readlinkat(folder_, target, &ignored, 1) == -1 && errno == EINVAL;
+    if (!isNotALink)
         return nullptr;
     if (!realFolder_)
         realFolder_.reset(realpath(path_, nullptr));

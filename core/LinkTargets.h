@@ -6,25 +6,25 @@
 
 namespace MWCore {
 
-/// The absolute path without links of what @p path leads to, as realpath(3) gives it, also for a
-/// path that is too long for it. Null, with the cause in `errno`, when there is none.
+/// The absolute path of the item at @p path with all links resolved, as realpath(3) returns it, but
+/// without its limit on the length of @p path. Returns null and sets `errno` if there is none.
 [[nodiscard]] Text resolvedPath(const char *path);
 
 /// Resolves the links of one folder.
 class LinkTargets {
 public:
-    /// @p folder is the open folder at @p path; both must outlive this object.
+    /// @p folder is the open folder, @p path its path; both must outlive this object.
     LinkTargets(int folder, const char *path) : folder_(folder), path_(path) {}
 
     /// resolvedPath() of the link @p name in the folder.
     [[nodiscard]] Text resolve(const char *name);
 
 private:
-    [[nodiscard]] Text neighbour(const char *name);
+    [[nodiscard]] Text resolveToSibling(const char *name);
 
     int folder_;
     const char *path_;
-    Text realFolder_; ///< `path_` resolved, once it was needed
+    Text realFolder_; ///< `path_` resolved, null until it is needed
 };
 
 } // namespace MWCore

@@ -11,8 +11,8 @@
 
 namespace MWCore {
 
-/// What a listing has already found out, by number: an open-addressing hash table that grows and
-/// never forgets. Where memory runs out it merely remembers less.
+/// A cache from numbers to values: an open-addressing hash table that grows and never evicts. If
+/// memory runs out, it caches less.
 template <typename Value> class SeenTable {
 public:
     SeenTable() = default;
@@ -20,7 +20,7 @@ public:
     SeenTable &operator=(const SeenTable &) = delete;
     ~SeenTable() { release(); }
 
-    /// The value seen for @p key, or null. Valid until the next remember().
+    /// The value cached for @p key, or null. Valid until the next remember().
     [[nodiscard]] const Value *find(int64_t key) const {
         if (!slots_)
             return nullptr;
@@ -28,7 +28,7 @@ public:
         return slot.used ? &slot.value : nullptr;
     }
 
-    /// Keeps @p value for @p key, in place of an earlier one, where there is memory for it.
+    /// Stores @p value for @p key, replacing an earlier one. Does nothing if memory runs out.
     void remember(int64_t key, Value value) {
         if (count_ * 2 < capacity_ || grow())
             put(key, std::move(value));
@@ -42,7 +42,7 @@ private:
     };
 
     [[nodiscard]] Slot &slotFor(int64_t key) const {
-        // Fibonacci hashing: neighbouring numbers land far apart.
+        // Fibonacci hashing: consecutive keys land far apart.
         auto index = static_cast<std::size_t>(
             (static_cast<uint64_t>(key) * 0x9E3779B97F4A7C15U) >> 32 & (capacity_ - 1));
         while (slots_[index].used && slots_[index].key != key)
@@ -84,7 +84,7 @@ private:
         std::free(slots_);
     }
 
-    static constexpr std::size_t kFirstCapacity = 8; ///< a power of two, as every later one
+    static constexpr std::size_t kFirstCapacity = 8; ///< a power of two, as are all later ones
     Slot *slots_ = nullptr;
     std::size_t capacity_ = 0;
     std::size_t count_ = 0;

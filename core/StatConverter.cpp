@@ -27,13 +27,13 @@ int32_t typeOf(const struct stat &item) {
     }
 }
 
-/// Permission and special bits after links were followed; none of a link that leads nowhere.
+/// The permission and special bits, for a link those of its target; 0 for a broken link.
 uint16_t followedMode(const struct stat &item, const struct stat *target) {
     const struct stat *const followed = S_ISLNK(item.st_mode) ? target : &item;
     return static_cast<uint16_t>(followed ? followed->st_mode & kPermissionBits : 0);
 }
 
-/// What a followed link has come to: never a link.
+/// The type of a link's target, which is never a link.
 int32_t targetTypeOf(const struct stat &target) {
     const int32_t type = typeOf(target);
     return type == MFS_TYPE_LINK ? static_cast<int32_t>(MFS_TYPE_OTHER) : type;
@@ -42,7 +42,7 @@ int32_t targetTypeOf(const struct stat &target) {
 } // namespace
 
 RecordTree StatConverter::convert(const struct stat &item, const struct stat *target,
-                                  ItemPlace place) {
+                                  ItemPaths paths) {
     RecordDraft draft;
     draft.type = typeOf(item);
     draft.permissions = mfs_get_perms_from_mode(item.st_mode);
@@ -50,8 +50,8 @@ RecordTree StatConverter::convert(const struct stat &item, const struct stat *ta
     draft.links = static_cast<int32_t>(item.st_nlink);
     draft.size = item.st_size;
     draft.modificationTime = item.st_mtime;
-    draft.nameOrPath = place.name;
-    draft.parentPath = place.parentPath;
+    draft.nameOrPath = paths.name;
+    draft.parentPath = paths.parentPath;
     if (!addTexts(item, draft))
         return nullptr;
     if (draft.type == MFS_TYPE_LINK && !target)
@@ -59,14 +59,14 @@ RecordTree StatConverter::convert(const struct stat &item, const struct stat *ta
     if (draft.type == MFS_TYPE_LINK && target) {
         draft.targetType = targetTypeOf(*target);
         draft.aliasLocation =
-            place.linkTarget ? std::move(place.linkTarget) : copied(kBrokenLink, "alias location");
+            paths.linkTarget ? std::move(paths.linkTarget) : copied(kBrokenLink, "alias location");
         if (!draft.aliasLocation)
             return nullptr;
     }
     return RecordTree(makeRecord(draft));
 }
 
-/// False at the first text that cannot be had, before another call changes `errno`.
+/// Returns false at the first failure, before another call can change `errno`.
 bool StatConverter::addTexts(const struct stat &item, RecordDraft &draft) {
     draft.dateModified = dates_.textFor(item.st_mtime);
     if (!draft.dateModified)

@@ -11,22 +11,20 @@
 
 namespace MWCore {
 
-/// Where an item is; for a link that leads somewhere, also the path of what it leads to.
-struct ItemPlace {
+/// The paths that a record is made with.
+struct ItemPaths {
     std::string_view parentPath;
     std::string_view name;
-    Text linkTarget; ///< null for a link whose target has no path
+    Text linkTarget; ///< the target of a link; null if it has no path, and for other items
 };
 
-/// Turns what one stat call told into a record. Keeps what many items share, so one converter
-/// serves a whole listing.
+/// Converts `stat` results into records. Caches names and dates, so use one for a whole listing.
 class StatConverter {
 public:
-    /// @p target describes what a link leads to; null for a link that leads nowhere, and without
-    /// meaning for anything else. Null, with the cause in `errno`, when memory or descriptors run
-    /// out.
+    /// @p target describes the target of a link and is null for a broken link; it is ignored for
+    /// other items. Returns null and sets `errno` if memory or descriptors run out.
     [[nodiscard]] RecordTree convert(const struct stat &item, const struct stat *target,
-                                     ItemPlace place);
+                                     ItemPaths paths);
 
 private:
     [[nodiscard]] bool addTexts(const struct stat &item, RecordDraft &draft);
@@ -35,9 +33,9 @@ private:
     DateTexts dates_;
 };
 
-/// The record of the item that @p path names, from what the stat calls told (@p target_stat as
-/// above). Null with a trace line for a null @p stat; null, with the cause in `errno`, when memory
-/// runs out.
+/// The record of the item at @p path, from its `stat` result and, for a link, that of its target
+/// (@p target_stat, as above). Returns null with a trace line if @p stat is null; returns null and
+/// sets `errno` if memory or descriptors run out.
 [[nodiscard]] RecordTree _stat_to_fso(const struct stat *stat, const struct stat *target_stat,
                                       const char *path, StatConverter &converter);
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <new>
 
-/// `values` points to room for `capacity` pointers, of which `count` are in use.
+/// `values` has room for `capacity` pointers, of which the first `count` are in use.
 struct mfs_array {
     void **values = nullptr;
     int32_t count = 0;
@@ -17,7 +17,7 @@ struct mfs_array {
 
 namespace {
 
-/// Makes room for at least one more value by doubling; false when it cannot.
+/// Doubles the capacity. Returns false and sets `errno` on failure.
 bool grow(mfs_array &array) {
     constexpr int32_t kFirstCapacity = 4;
     if (array.capacity > INT32_MAX / 2) {

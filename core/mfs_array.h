@@ -9,29 +9,30 @@
 
 MFS_BEGIN_DECLS
 
-/// A growing list of bare pointers. It owns its own storage and never what the pointers lead to.
+/// A growing list of pointers. It owns its storage, but not what the pointers point to.
 typedef struct mfs_array mfs_array;
 
-/// A new empty array, released with mfs_array_free(); null when memory runs out.
+/// A new empty array, to be released with mfs_array_free(); null if memory runs out.
 MFS_EXPORT MFS_MUST_USE mfs_array *mfs_array_new(void);
 
-/// Appends @p value. Returns 1, or 0 when @p array is null, memory runs out or the array would pass
-/// 2^30 values (EOVERFLOW); the array is then unchanged.
+/// Appends @p value and returns 1. Returns 0 and leaves the array unchanged if @p array is null, if
+/// memory runs out, or if the array would exceed 2^30 values (EOVERFLOW).
 MFS_EXPORT MFS_MUST_USE int mfs_array_append(mfs_array *array, void *value);
 
 /// The number of values; 0 for a null array.
 MFS_EXPORT int32_t mfs_array_count(const mfs_array *array);
 
-/// The value at @p index (0-based); null outside the array or for a null array.
+/// The value at @p index (0-based); null if @p index is out of range or @p array is null.
 MFS_EXPORT void *mfs_array_value_at_index(const mfs_array *array, int32_t index);
 
-/// Takes the value at @p index out; the ones behind it move up. Outside the array nothing happens.
+/// Removes the value at @p index and closes the gap. Ignores an index out of range and a null
+/// array.
 MFS_EXPORT void mfs_array_remove_value_at_index(mfs_array *array, int32_t index);
 
-/// Releases the array, not what its values lead to. Null is ignored.
+/// Releases the array, but not what its values point to. Ignores null.
 MFS_EXPORT void mfs_array_free(mfs_array *array);
 
-/// The index of the first value that is the same pointer as @p value, or -1.
+/// The index of the first pointer equal to @p value, or -1.
 MFS_EXPORT int32_t _findIndexInCFArray(const mfs_array *array, const void *value);
 
 MFS_END_DECLS

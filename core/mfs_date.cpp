@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Month of the year (0 = January) from the letters of an English abbreviation.
+/// The month (0 = January), recognised by a few letters of its English abbreviation.
 int monthFrom(const char *name) {
     switch (name[0]) {
     case 'M':
@@ -36,7 +36,7 @@ int monthFrom(const char *name) {
     }
 }
 
-/// Two digits, unchecked; a blank in the first place is no tens digit.
+/// Two digits, not validated; a leading blank counts as 0.
 int dayFrom(const char *digits) {
     const int tens = digits[0] == ' ' ? 0 : digits[0] - '0';
     return tens * 10 + digits[1] - '0';
@@ -66,7 +66,7 @@ int64_t mfs_date_ls_date_to_time_t(const char *text) {
     const std::size_t length = text ? std::strlen(text) : 0;
     if (length <= kHourOrYear)
         return -1;
-    tzset(); // mktime() does so too, and both have to speak of one zone
+    tzset(); // as mktime() does, so that both use the same time zone
     std::tm fields{};
     const std::time_t now = std::time(nullptr);
     if (!localtime_r(&now, &fields))

@@ -9,20 +9,20 @@
 
 MFS_BEGIN_DECLS
 
-/// Times are seconds since 1970-01-01 00:00:00 UTC in 64 bits, whatever the width of the
-/// processor's time_t. Texts use the process's time zone and locale.
+/// Times are 64-bit seconds since 1970-01-01 00:00:00 UTC, whatever the width of the processor's
+/// time_t. Texts use the process's time zone and locale.
 
-/// The time as a fresh text: "Today, 14:05:09", "Yesterday, 09:00:00" or "Tue, Mar 04, 2008,
-/// 17:45:12". Any time on today's date is today, a future one too. Yesterday is today's day of the
-/// month minus one in the same month, so that on the first of a month there is none. A time too far
-/// away for the calendar is given as its number of seconds.
+/// Formats a time as "Today, 14:05:09", "Yesterday, 09:00:00" or "Tue, Mar 04, 2008, 17:45:12". Any
+/// time on today's date is "Today", even a future one. "Yesterday" is always in the current month,
+/// so there is none on the first of a month. A time that the calendar cannot represent is given as
+/// its number of seconds.
 MFS_EXPORT MFS_MUST_USE char *mfs_date_string_from_time_t(int64_t seconds);
 
-/// Reads the date column of a long listing, "Mmm dd hh:mm" or "Mmm dd  yyyy" in English, as local
-/// time. Without a year it is the latest year in which that month is not yet to come. The second is
-/// always 1. Month names are told apart by a few letters only, digits are not validated. Returns -1
-/// when the text is too short, has no number where one is needed, or names no time. @p text is not
-/// changed.
+/// Parses the date column of a long listing, "Mmm dd hh:mm" or "Mmm dd  yyyy" in English, as local
+/// time. Without a year, the date is in the current year, or in the last one if its month is later
+/// than the current month. The second is always 1. Month names are recognised by a few letters, and
+/// digits are not validated. Returns -1 if the text is too short, lacks a required number, or gives
+/// a time that the calendar cannot represent.
 MFS_EXPORT MFS_MUST_USE int64_t mfs_date_ls_date_to_time_t(const char *text);
 
 MFS_END_DECLS

@@ -3,10 +3,10 @@
 #ifndef MFS_EXPORT_H
 #define MFS_EXPORT_H
 
-/// Marks a symbol of the library's interface; everything else is hidden.
+/// Exports a symbol; all others are hidden.
 #define MFS_EXPORT __attribute__((visibility("default")))
 
-/// Marks a result that has to be looked at: it owns memory or tells of a failure.
+/// Marks a result that must not be ignored: it owns memory or reports a failure.
 #define MFS_MUST_USE __attribute__((warn_unused_result))
 
 #ifdef __cplusplus

@@ -24,11 +24,11 @@ using MWCore::trace;
 
 namespace {
 
-/// How often a listing is begun again because an entry was gone by the time it was examined.
+/// How often a listing starts over because an entry vanished before it was examined.
 constexpr int kRestarts = 8;
 
-/// Null, with the cause in `errno`, when the folder cannot be opened. Never waits: what is no
-/// folder by now is refused before it is opened.
+/// Returns null and sets `errno` if the folder cannot be opened. Never blocks: if another kind of
+/// item has replaced the folder, it is rejected before it is opened.
 FolderStream openFolder(const ReachablePath &place) {
     Descriptor descriptor(
         openat(place.folder(), place.rest(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
@@ -38,12 +38,12 @@ FolderStream openFolder(const ReachablePath &place) {
     return folder;
 }
 
-/// Which item a path names when it ends at a link.
-enum class Links { Followed, Described };
+/// What to do with a link at the end of a path.
+enum class FinalLink { Follow, DoNotFollow };
 
-/// The item at @p place; false, traced, with the cause in `errno`, when it cannot be examined.
-bool examine(const ReachablePath &place, Links links, struct stat &item) {
-    const int flags = links == Links::Followed ? 0 : AT_SYMLINK_NOFOLLOW;
+/// Examines the item at @p place. On failure writes trace lines, sets `errno` and returns false.
+bool examine(const ReachablePath &place, FinalLink finalLink, struct stat &item) {
+    const int flags = finalLink == FinalLink::Follow ? 0 : AT_SYMLINK_NOFOLLOW;
     if (place && fstatat(place.folder(), place.rest(), &item, flags) == 0)
         return true;
     trace("\t\tError getting item statistics\n");
@@ -51,31 +51,31 @@ bool examine(const ReachablePath &place, Links links, struct stat &item) {
     return false;
 }
 
-/// Whether @p item, found as @p name in @p folder, is a link to something; @p target then tells
-/// what.
-bool leadsSomewhere(int folder, const char *name, const struct stat &item, struct stat &target) {
+/// Examines the target if @p item, which is @p name in @p folder, is a link; false if there is
+/// none.
+bool examineTarget(int folder, const char *name, const struct stat &item, struct stat &target) {
     return S_ISLNK(item.st_mode) && fstatat(folder, name, &target, 0) == 0;
 }
 
 enum class Outcome {
     Done,
-    NotOpened, ///< the folder itself, for the reason in `errno`
-    Vanished,  ///< an entry was gone by the time it was examined
-    Failed,    ///< for the reason in `errno`
+    NotOpened, ///< the folder could not be opened; `errno` holds the cause
+    Vanished,  ///< an entry vanished before it was examined
+    Failed,    ///< `errno` holds the cause
 };
 
-/// Whether a folder is left unlisted: its path begins with these four characters.
+/// Folders with such a path are not listed. "/devices" counts as one, too.
 bool isDevicePath(const char *path) {
     constexpr std::string_view kDevices = "/dev";
     return std::strncmp(path, kDevices.data(), kDevices.size()) == 0;
 }
 
-/// The folder part of path + "/" + name, for any name in the folder at @p path.
+/// The parent path of the entries in the folder at @p path: without a trailing "/", except for "/".
 std::string_view parentOfEntries(std::string_view path) {
     return path.ends_with('/') ? MWCore::containingFolder(path) : path;
 }
 
-/// Whom a listing tells of each child; nobody for null.
+/// What a listing calls for each child, unless `visit` is null.
 struct Visitor {
     mfs_fso_visitor visit = nullptr;
     void *context = nullptr;
@@ -128,32 +128,32 @@ Outcome Listing::add(const char *name) {
     RecordTree child = describe(name, item);
     if (!child || mfs_fso_add_subitem(folder_, child.get()) != 0)
         return Outcome::Failed;
-    const mfs_fso *const added = child.release(); // the folder's now
+    const mfs_fso *const added = child.release(); // now owned by the folder
     if (visitor_.visit)
         visitor_.visit(visitor_.context, added, count_++);
     return Outcome::Done;
 }
 
-/// Null, with the cause in `errno`, when memory or descriptors run out.
+/// Returns null and sets `errno` if memory or descriptors run out.
 RecordTree Listing::describe(const char *name, const struct stat &item) {
     struct stat target;
-    const bool isLive = leadsSomewhere(dirfd(entries_), name, item, target);
+    const bool hasTarget = examineTarget(dirfd(entries_), name, item, target);
     Text linkTarget;
-    if (isLive) {
+    if (hasTarget) {
         linkTarget = links_.resolve(name);
         if (!linkTarget && MWCore::isExhaustion(errno))
             return nullptr;
     }
-    return converter_.convert(item, isLive ? &target : nullptr,
+    return converter_.convert(item, hasTarget ? &target : nullptr,
                               {parentPath_, name, std::move(linkTarget)});
 }
 
-/// One attempt at a listing: null when an entry vanished or something failed.
+/// One attempt at a listing; null if an entry vanished or something failed.
 RecordTree listOnce(const char *path, Visitor visitor, Outcome &outcome) {
     outcome = Outcome::Failed;
     const ReachablePath place(path);
     struct stat item;
-    if (!examine(place, Links::Followed, item))
+    if (!examine(place, FinalLink::Follow, item))
         return nullptr;
     StatConverter converter;
     RecordTree record = MWCore::_stat_to_fso(&item, nullptr, path, converter);
@@ -185,7 +185,7 @@ mfs_fso *mfs_fso_get_local_fso_visiting(const char *path, mfs_fso_visitor visito
     if (outcome == Outcome::Done)
         errno = errorBefore;
     else if (outcome == Outcome::Vanished)
-        errno = EAGAIN; // not the cause of the last attempt, which would deny the folder
+        errno = EAGAIN; // an entry's ENOENT would say that the folder does not exist
     return record.release();
 }
 
@@ -193,12 +193,12 @@ mfs_fso *mfs_fso_get_local_item(const char *path) {
     const int errorBefore = errno;
     const ReachablePath place(path);
     struct stat item;
-    if (!examine(place, Links::Described, item))
+    if (!examine(place, FinalLink::DoNotFollow, item))
         return nullptr;
     struct stat target;
-    const bool isLive = leadsSomewhere(place.folder(), place.rest(), item, target);
+    const bool hasTarget = examineTarget(place.folder(), place.rest(), item, target);
     StatConverter converter;
-    RecordTree record = MWCore::_stat_to_fso(&item, isLive ? &target : nullptr, path, converter);
+    RecordTree record = MWCore::_stat_to_fso(&item, hasTarget ? &target : nullptr, path, converter);
     if (record)
         errno = errorBefore;
     return record.release();

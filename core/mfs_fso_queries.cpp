@@ -121,7 +121,7 @@ int64_t mfs_fso_get_item_for_key(const mfs_fso *record, int32_t key) {
         return asValue(record->parent);
     case MFS_KEY_EXTENSION:
         return asValue(record->extension);
-    default: // MFS_KEY_URL among them: nothing here fills it
+    default: // includes MFS_KEY_URL, which always gives 0
         return 0;
     }
 }

@@ -28,11 +28,11 @@ struct DerivedTexts {
     Text name;
     Text completePath;
     Text extension;
-    Text trimmedAlias; ///< only when the draft's own has leading blanks
+    Text trimmedAlias; ///< null unless the draft's alias location has leading blanks
     Text completeAlias;
 };
 
-/// False when memory runs out.
+/// Returns false if memory runs out.
 bool deriveName(const RecordDraft &draft, DerivedTexts &texts) {
     const bool isPath = isAbsolute(draft.nameOrPath);
     const auto name = isPath ? MWCore::lastComponent(draft.nameOrPath) : draft.nameOrPath;
@@ -49,7 +49,7 @@ bool deriveName(const RecordDraft &draft, DerivedTexts &texts) {
     return texts.name && (texts.completePath || !parent) && (texts.extension || !extension);
 }
 
-/// False when memory runs out.
+/// Returns false if memory runs out.
 bool deriveAlias(const RecordDraft &draft, DerivedTexts &texts) {
     const std::string_view given = draft.aliasLocation ? draft.aliasLocation.get() : "";
     if (given.empty())
@@ -63,7 +63,7 @@ bool deriveAlias(const RecordDraft &draft, DerivedTexts &texts) {
     return texts.completeAlias && (texts.trimmedAlias || !needsTrim);
 }
 
-/// The alias location that the record keeps; the draft's own text wherever it can.
+/// The record's alias location: the draft's own text unless it had to be trimmed.
 Text takeAlias(RecordDraft &draft, DerivedTexts &texts) {
     Text given = std::move(draft.aliasLocation);
     if (!texts.completeAlias)
@@ -98,8 +98,8 @@ void freeTexts(const mfs_fso &record) {
         std::free(text);
 }
 
-/// The record with its texts and arrays, but not its children.
-void destroyAlone(mfs_fso *record) {
+/// Releases the record with its texts and arrays, but not its children.
+void destroyWithoutChildren(mfs_fso *record) {
     if (!record)
         return;
     freeTexts(*record);
@@ -115,7 +115,7 @@ mfs_fso *takeLast(mfs_array *array) {
     return record;
 }
 
-void takeOut(mfs_array *array, const mfs_fso *record) {
+void removeFrom(mfs_array *array, const mfs_fso *record) {
     mfs_array_remove_value_at_index(array, _findIndexInCFArray(array, record));
 }
 
@@ -165,7 +165,7 @@ mfs_fso *mfs_fso_new(int32_t type, int32_t location, int32_t permissions, char *
     draft.aliasLocation.reset(alias_location);
 
     mfs_fso *const record = MWCore::makeRecord(draft);
-    if (!record) // the texts stay the caller's
+    if (!record) // the caller keeps the texts
         for (Text *const adopted :
              {&draft.dateModified, &draft.owner, &draft.group, &draft.aliasLocation})
             static_cast<void>(adopted->release());
@@ -176,22 +176,22 @@ void mfs_fso_destroy(mfs_fso *record) {
     std::free(record);
 }
 
-/// Walks down by taking the last child out of each folder, so that a tree of any depth needs no
-/// more memory than it has.
+/// Does not recurse: removes the last child of each folder and continues there, so that a tree of
+/// any depth needs no further memory.
 void mfs_fso_destroy_tree(mfs_fso *record) {
     if (!record)
         return;
     if (mfs_fso *const folder = record->parent) {
-        takeOut(folder->files, record);
-        takeOut(folder->subdirectories, record);
+        removeFrom(folder->files, record);
+        removeFrom(folder->subdirectories, record);
         record->parent = nullptr;
     }
     for (mfs_fso *current = record; current;) {
         while (mfs_fso_file_count(current) > 0)
-            destroyAlone(takeLast(current->files));
+            destroyWithoutChildren(takeLast(current->files));
         if (mfs_fso_subdirectory_count(current) == 0) {
             mfs_fso *const parent = current->parent;
-            destroyAlone(current);
+            destroyWithoutChildren(current);
             current = parent;
         } else if (mfs_fso *const folder = takeLast(current->subdirectories)) {
             folder->parent = current;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kRoot = "/";
 
-/// The shared text as the interface hands it out.
+/// The shared text in the type that the interface returns.
 char *sharedRoot() {
     return const_cast<char *>(mfs_path_root);
 }

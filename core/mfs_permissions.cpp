@@ -15,7 +15,7 @@ namespace {
 constexpr int kFlagCount = 9;
 constexpr const char *kTripleTexts[] = {"---", "--x", "-w-", "-wx", "r--", "r-x", "rw-", "rwx"};
 
-/// The rights of owner, group and others: 0 to 7, or kNoDigit where a number has no octal digit.
+/// The rights of owner, group and others: 0 to 7, or kNoDigit for a missing or non-octal digit.
 using Triples = std::array<int, 3>;
 constexpr int kNoDigit = -1;
 
@@ -40,10 +40,10 @@ int32_t numberOf(const Triples &triples) {
     return triples[0] * 100 + triples[1] * 10 + triples[2];
 }
 
-/// The digits of the printed number from the left. A text of two characters has no owner digit.
+/// The digits of the number from the left. A number of two characters has no owner digit.
 Triples triplesOf(int32_t number) {
     const auto octal = [](int32_t digit) { return digit <= 7 ? digit : kNoDigit; };
-    if (number >= 100 && number <= 999) // nearly all; printing takes longer than all the rest
+    if (number >= 100 && number <= 999) // the usual case; snprintf() would dominate its time
         return {octal(number / 100), octal(number / 10 % 10), octal(number % 10)};
     char text[16] = {};
     const int length = std::snprintf(text, sizeof text, "%d", number);
@@ -65,10 +65,10 @@ uint32_t modeOf(const Triples &triples) {
 }
 
 int tripleValue(std::string_view letters) {
-    const auto worth = [letters](char letter, int value) {
+    const auto valueIfPresent = [letters](char letter, int value) {
         return letters.find(letter) == std::string_view::npos ? 0 : value;
     };
-    return worth('r', 4) + worth('w', 2) + worth('x', 1);
+    return valueIfPresent('r', 4) + valueIfPresent('w', 2) + valueIfPresent('x', 1);
 }
 
 } // namespace

@@ -14,7 +14,7 @@ using MWCore::withoutFrontSpaces;
 namespace {
 
 struct SizeUnit {
-    int64_t from;    ///< the smallest count of bytes in the range
+    int64_t from;    ///< the smallest number of bytes in the range
     int64_t divisor; ///< bytes in one unit
     const char *text;
 };

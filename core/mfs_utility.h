@@ -10,15 +10,15 @@
 
 MFS_BEGIN_DECLS
 
-/// The number of blanks (' ' alone) at the start; 0 for null.
+/// The number of leading blanks (' ' only); 0 for null.
 MFS_EXPORT int32_t mfs_utility_front_spaces(const char *text);
 
-/// A fresh copy without the blanks at the start and the blanks, carriage returns and line feeds at
-/// the end. A text of nothing else gives the empty text.
+/// A copy without leading blanks and without trailing blanks, carriage returns and line feeds. A
+/// text of nothing else gives the empty text.
 MFS_EXPORT MFS_MUST_USE char *mfs_utility_despace_string(const char *text);
 
-/// A short size text, fresh. The thresholds and divisors are deliberately unequal, and the number
-/// is truncated, narrowed to 32 bits and followed by a blank and the unit:
+/// A short size text: a number, a blank and a unit. The number is truncated to an integer and
+/// narrowed to 32 bits. The thresholds and divisors are deliberately uneven:
 ///
 /// | bytes                         | divisor       | unit           |
 /// |-------------------------------|---------------|----------------|
@@ -28,9 +28,9 @@ MFS_EXPORT MFS_MUST_USE char *mfs_utility_despace_string(const char *text);
 /// | 1,024,000,000 and more        | 1,024,000,000 | "GB"           |
 MFS_EXPORT MFS_MUST_USE char *mfs_utility_format_size(int64_t bytes);
 
-/// Sends the trace lines of every operation of this library to @p stream, which is not owned;
-/// null silences them. Standard output until changed. Returns the stream so far, which other
-/// threads may still be writing to. Any thread.
+/// Sends the trace lines of the whole library to @p stream, which stays the caller's; null silences
+/// them. The default is standard output. Returns the previous stream, to which other threads may
+/// still be writing. May be called from any thread.
 MFS_EXPORT FILE *mfs_set_trace_stream(FILE *stream);
 
 MFS_END_DECLS

@@ -9,13 +9,13 @@
 
 namespace MWCore {
 
-/// What a record is made from. The owned texts go over to the record when it is made.
+/// The contents of a new record. makeRecord() moves the owned texts into the record.
 struct RecordDraft {
     int32_t type = MFS_TYPE_OTHER;
     int32_t location = MFS_LOCATION_LOCAL;
     int32_t targetType = 0;
     int32_t permissions = 0;
-    uint16_t mode = 0; ///< without the bits of the type
+    uint16_t mode = 0; ///< without the file type bits
     int32_t links = 0;
     int64_t size = 0;
     int64_t modificationTime = 0;
@@ -27,8 +27,8 @@ struct RecordDraft {
     Text aliasLocation;
 };
 
-/// The record of @p draft as mfs_fso_new() describes it; null, with @p draft whole, when memory
-/// runs out.
+/// Makes a record by the rules of mfs_fso_new(). Returns null and leaves @p draft unchanged if
+/// memory runs out.
 [[nodiscard]] mfs_fso *makeRecord(RecordDraft &draft);
 
 } // namespace MWCore

@@ -13,21 +13,22 @@
 namespace MWCore {
 namespace {
 
-/// The chosen stream, or one of two values that no stream has. Ready before any constructor runs.
+/// The current stream, or one of two values that are not the address of any stream. Initialized
+/// before any constructor runs.
 constexpr std::uintptr_t kStandardOutput = 0;
 constexpr std::uintptr_t kNone = 1;
-constinit std::atomic<std::uintptr_t> chosen{kStandardOutput};
+constinit std::atomic<std::uintptr_t> current{kStandardOutput};
 
-FILE *streamOf(std::uintptr_t choice) {
-    if (choice == kStandardOutput)
+FILE *streamOf(std::uintptr_t value) {
+    if (value == kStandardOutput)
         return stdout;
-    return choice == kNone ? nullptr : reinterpret_cast<FILE *>(choice);
+    return value == kNone ? nullptr : reinterpret_cast<FILE *>(value);
 }
 
 } // namespace
 
 void trace(const char *format, ...) {
-    FILE *const stream = streamOf(chosen.load());
+    FILE *const stream = streamOf(current.load());
     if (!stream)
         return;
     const int error = errno;
@@ -42,5 +43,5 @@ void trace(const char *format, ...) {
 
 FILE *mfs_set_trace_stream(FILE *stream) {
     using namespace MWCore;
-    return streamOf(chosen.exchange(stream ? reinterpret_cast<std::uintptr_t>(stream) : kNone));
+    return streamOf(current.exchange(stream ? reinterpret_cast<std::uintptr_t>(stream) : kNone));
 }

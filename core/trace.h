@@ -4,7 +4,7 @@
 
 namespace MWCore {
 
-/// Writes to the trace stream, if there is one. Leaves `errno` alone.
+/// Writes to the trace stream, if one is set. Leaves `errno` unchanged.
 [[gnu::format(printf, 1, 2)]] void trace(const char *format, ...);
 
 } // namespace MWCore

@@ -9,7 +9,7 @@
 
 namespace MWCore {
 
-/// An open file descriptor, closed when it goes; closing leaves `errno` alone.
+/// Owns a file descriptor. Closing it leaves `errno` unchanged.
 class Descriptor {
 public:
     Descriptor() = default;

@@ -27,7 +27,7 @@ ReachablePath::ReachablePath(const char *path, int start, int (*open)(int, const
             rest_ = nullptr;
             return;
         }
-        rest_ = slash + std::strspn(slash, "/"); // or the rest would start at the root folder
+        rest_ = slash + std::strspn(slash, "/"); // a leading "/" would start at the root folder
         if (*rest_ == '\0')
             rest_ = ".";
     }

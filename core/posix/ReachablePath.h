@@ -8,19 +8,20 @@
 
 namespace MWCore {
 
-/// A path of any length in the form that the system's `...at` calls take: the kernel refuses texts
-/// of PATH_MAX bytes and more, so a longer one is approached folder by folder.
+/// A path of any length in the form that the system's `...at` calls take: an open folder and a
+/// short path relative to it. The kernel refuses paths of PATH_MAX bytes and more, so the folders
+/// on a longer path are opened one after the other.
 class ReachablePath {
 public:
-    /// @p path, which is relative to the open folder @p start unless it begins with "/", must
-    /// outlive this object, as must the descriptor.
+    /// @p path is relative to the open folder @p start unless it begins with "/". Both must outlive
+    /// this object.
     explicit ReachablePath(const char *path, int start = AT_FDCWD)
         : ReachablePath(path, start, openat) {}
 
-    /// The same, each folder on the way opened by @p open.
+    /// The same, but opens the folders on the path with @p open.
     ReachablePath(const char *path, int start, int (*open)(int, const char *, int, ...));
 
-    /// False, with the cause in `errno`, when a folder on the way cannot be entered.
+    /// False, with the cause in `errno`, if the path is null or a folder on it cannot be opened.
     explicit operator bool() const { return rest_ != nullptr; }
 
     /// The descriptor that rest() is relative to.
@@ -29,7 +30,7 @@ public:
 
 private:
     int start_;
-    Descriptor folder_; ///< the last one on the way
+    Descriptor folder_; ///< the last folder opened, if any
     const char *rest_;
 };
 

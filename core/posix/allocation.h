@@ -10,8 +10,8 @@
 
 namespace MWCore {
 
-/// Where the core's memory comes from; arrays grow through realloc(). The label says at the call
-/// site what it is for.
+/// Allocates all memory of the core, except that arrays grow through realloc(). @p label names the
+/// purpose at the call site.
 [[nodiscard]] inline void *Malloc(std::size_t size, [[maybe_unused]] const char *label) {
     return std::malloc(size);
 }
@@ -20,10 +20,10 @@ struct Free {
     void operator()(void *block) const { std::free(block); }
 };
 
-/// An owned, NUL-terminated text that a C caller may free; null when memory ran out.
+/// An owned, NUL-terminated text that C code can free; null if memory ran out.
 using Text = std::unique_ptr<char, Free>;
 
-/// The parts one after the other.
+/// Concatenates the parts.
 [[nodiscard]] inline Text joined(std::initializer_list<std::string_view> parts, const char *label) {
     std::size_t length = 0;
     for (const std::string_view part : parts)
@@ -40,7 +40,7 @@ using Text = std::unique_ptr<char, Free>;
     return text;
 }
 
-/// The path of an item in a folder.
+/// Joins a folder's path and an item's name with one "/".
 [[nodiscard]] inline Text joinedPath(std::string_view folder, std::string_view item,
                                      const char *label) {
     return joined({folder, folder.ends_with('/') ? "" : "/", item}, label);

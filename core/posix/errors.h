@@ -6,8 +6,8 @@
 
 namespace MWCore {
 
-/// Whether an `errno` value says that memory or descriptors have run out, which tells nothing about
-/// the item that was asked for.
+/// Whether an `errno` value means that memory or descriptors ran out, which says nothing about the
+/// item that was examined.
 [[nodiscard]] constexpr bool isExhaustion(int error) {
     return error == ENOMEM || error == EMFILE || error == ENFILE;
 }
