@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What it costs to find a file again that was renamed or moved, as root and as somebody else, and
-// what a listing spends on items that were made to stall it.
+// Measures how long aliases take to find a renamed or moved file, as root and without privileges,
+// and how long a listing takes for items that are designed to slow it down.
 // usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
 #include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
@@ -27,16 +27,16 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-/// Without root's rights while it lives, where there are any; the kernel then opens no handles.
-class Nobody {
+/// Drops root's rights, if there are any, during its lifetime; the kernel then opens no handles.
+class Unprivileged {
 public:
-    Nobody() { take(65534); }
-    Nobody(const Nobody &) = delete;
-    Nobody &operator=(const Nobody &) = delete;
-    ~Nobody() { take(0); }
+    Unprivileged() { setUser(65534); }
+    Unprivileged(const Unprivileged &) = delete;
+    Unprivileged &operator=(const Unprivileged &) = delete;
+    ~Unprivileged() { setUser(0); }
 
 private:
-    static void take(uid_t user) {
+    static void setUser(uid_t user) {
         if (getuid() == 0 && seteuid(user) != 0)
             std::abort();
     }
@@ -96,44 +96,44 @@ void compareRename(const fs::path &home, long siblings) {
     fs::rename(folder / "item", folder / "renamed");
     constexpr int kRounds = 31;
     turns::printTable("renamed in its folder",
-                      {{"alias, by anyone",
+                      {{"alias, without privileges",
                         [&] {
-                            const Nobody nobody;
+                            const Unprivileged unprivileged;
                             resolve(alias, folder / "renamed");
                         }},
                        {"readdir and fstatat of the folder", [&] { readAndStat(folder); }},
-                       {"alias, by root", [&] { resolve(alias, folder / "renamed"); }}},
+                       {"alias, as root", [&] { resolve(alias, folder / "renamed"); }}},
                       kRounds);
 }
 
 void compareMove(const fs::path &home, long files) {
-    constexpr long kFilesAFolder = 20;
-    for (long index = 0; index < files / kFilesAFolder; ++index)
+    constexpr long kFilesPerFolder = 20;
+    for (long index = 0; index < files / kFilesPerFolder; ++index)
         makeFiles(home / "tree" / std::to_string(index % 100) / std::to_string(index),
-                  kFilesAFolder);
+                  kFilesPerFolder);
     const fs::path item = home / "item";
-    // Where both come late, whichever way they go.
-    const fs::path far = home / "tree/99/" / std::to_string(files / kFilesAFolder - 1) / "moved";
+    // Both contenders get there late, in whatever order they search.
+    const fs::path far = home / "tree/99/" / std::to_string(files / kFilesPerFolder - 1) / "moved";
     std::ofstream{item};
     const QByteArray alias = aliasOf(item);
     fs::rename(item, far);
     struct stat moved = {};
     stat(far.c_str(), &moved);
     constexpr int kRounds = 9;
-    turns::printTable("moved elsewhere in the home",
-                      {{"alias, by anyone",
+    turns::printTable("moved within the home folder",
+                      {{"alias, without privileges",
                         [&] {
-                            const Nobody nobody;
+                            const Unprivileged unprivileged;
                             resolve(alias, far);
                         }},
                        {"find -inum", [&] { findByInode(home, moved.st_ino); }},
-                       {"alias, by root", [&] { resolve(alias, far); }}},
+                       {"alias, as root", [&] { resolve(alias, far); }}},
                       kRounds);
     fs::remove(far);
-    turns::printTable("deleted: everything in the home is looked at",
-                      {{"alias, by anyone",
+    turns::printTable("deleted: the whole home folder is searched",
+                      {{"alias, without privileges",
                         [&] {
-                            const Nobody nobody;
+                            const Unprivileged unprivileged;
                             FSRef target;
                             if (FSResolveAlias(alias, &target) != fnfErr)
                                 throw std::runtime_error("a deleted file was found");
@@ -142,8 +142,8 @@ void compareMove(const fs::path &home, long files) {
                       kRounds);
 }
 
-/// Each is one more name of a file with @p content where the file system permits that many.
-fs::path madeEntries(const fs::path &folder, long count, const std::string &content) {
+/// Makes hard links to a file with @p content, and a new file whenever one can have no more links.
+fs::path makeEntries(const fs::path &folder, long count, const std::string &content) {
     fs::create_directories(folder);
     fs::path source;
     for (long index = 0; index < count; ++index) {
@@ -157,8 +157,8 @@ fs::path madeEntries(const fs::path &folder, long count, const std::string &cont
     return folder;
 }
 
-/// Of aliases, each of which leads to the next one.
-fs::path madeChains(const fs::path &folder, long count) {
+/// Makes aliases that each lead to the next one, in a circle.
+fs::path makeChains(const fs::path &folder, long count) {
     fs::create_directories(folder);
     for (long index = 0; index < count; ++index)
         std::ofstream(folder / (std::to_string(index) + ".desktop"))
@@ -170,10 +170,10 @@ fs::path madeChains(const fs::path &folder, long count) {
 void compareListings(const fs::path &home, long files) {
     constexpr std::size_t kLongest = 65'536;
     makeFiles(home / "plain", files);
-    const fs::path entries = madeEntries(home / "entries", files, std::string(kLongest, '\n'));
-    const fs::path usual =
-        madeEntries(home / "usual", files / 10, "[Desktop Entry]\nType=Application\nExec=x\n");
-    const fs::path chains = madeChains(home / "chains", files);
+    const fs::path entries = makeEntries(home / "entries", files, std::string(kLongest, '\n'));
+    const fs::path ordinary =
+        makeEntries(home / "ordinary", files / 10, "[Desktop Entry]\nType=Application\nExec=x\n");
+    const fs::path chains = makeChains(home / "chains", files);
     const auto list = [](const fs::path &folder) {
         return [folder] {
             if (!MXFileSystemObject::newFSOForLocalPath(QString::fromStdString(folder.string())))
@@ -185,7 +185,7 @@ void compareListings(const fs::path &home, long files) {
                       {{"plain files", list(home / "plain")},
                        {"desktop entries of 64 KB", list(entries)},
                        {"aliases in a circle", list(chains)},
-                       {"a tenth of them usual desktop entries", list(usual)}},
+                       {"ordinary desktop entries, a tenth as many", list(ordinary)}},
                       kRounds);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// The least that a listing can cost: the folder's entries and one stat of each, nothing kept.
+// The lower bound for a listing: reads the folder and calls stat for each entry, but keeps nothing.
 #include "benchmarks/support/contender.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// GIO's enumerator with the attributes that a record holds, each of them read.
+// GIO's enumerator; reads the attributes that a record holds.
 #include "benchmarks/support/contender.h"
 
 #include <gio/gio.h>
@@ -24,7 +24,7 @@ void read(GFileInfo *info) {
     contender::use(g_file_info_get_attribute_uint64(info, G_FILE_ATTRIBUTE_TIME_MODIFIED));
 }
 
-/// Each answer goes once it is read.
+/// Releases each entry once it is read.
 long list(const char *path) {
     GFile *const folder = g_file_new_for_path(path);
     GFileEnumerator *const enumerator = g_file_enumerate_children(

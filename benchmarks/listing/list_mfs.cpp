@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// This library: every field and text of every record.
+// This library, with every field and text of every record.
 #include "benchmarks/support/contender.h"
 
 #include "core/mfs.h"

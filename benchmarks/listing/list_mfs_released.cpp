@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// This library, every record released again within the time.
+// This library, including the time to release all records.
 #include "benchmarks/support/contender.h"
 #include "core/mfs.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// QDir's list of everything in the folder, with what a record holds read from each entry.
+// QDir's list of the folder; reads from each entry what a record holds.
 #include "benchmarks/support/contender.h"
 
 #include <QDateTime>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What it costs to learn that 100,000 plain files have no Finder information.
+// Measures how long it takes to find out that 100,000 plain files have no Finder information.
 // usage: bench_metadata [FILES]
 #include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
@@ -23,10 +23,10 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-QList<QByteArray> madeFiles(const fs::path &folder, long count) {
+QList<QByteArray> makeFiles(const fs::path &folder, long count) {
     QList<QByteArray> paths;
     for (long index = 0; index < count; ++index) {
-        const fs::path path = folder / ("a file of usual length " + std::to_string(index));
+        const fs::path path = folder / ("name of typical length " + std::to_string(index));
         std::ofstream(path) << "content";
         paths.append(path.c_str());
     }
@@ -35,16 +35,16 @@ QList<QByteArray> madeFiles(const fs::path &folder, long count) {
 
 void check(bool holds) {
     if (!holds)
-        throw std::runtime_error("a file has something that it should not have");
+        throw std::runtime_error("a file has unexpected metadata");
 }
 
-void listBare(const QList<QByteArray> &paths) {
+void listAttributes(const QList<QByteArray> &paths) {
     char names[1024];
     for (const QByteArray &path : paths)
         check(llistxattr(path.constData(), names, sizeof names) == 0);
 }
 
-void listBareAndOpen(const QList<QByteArray> &paths, const QList<QByteArray> &sidecars) {
+void listAttributesAndOpen(const QList<QByteArray> &paths, const QList<QByteArray> &sidecars) {
     char names[1024];
     for (qsizetype index = 0; index < paths.size(); ++index) {
         check(llistxattr(paths[index].constData(), names, sizeof names) == 0);
@@ -52,7 +52,7 @@ void listBareAndOpen(const QList<QByteArray> &paths, const QList<QByteArray> &si
     }
 }
 
-void ask(const QList<QByteArray> &paths, Sidecars sidecars) {
+void readAll(const QList<QByteArray> &paths, Sidecars sidecars) {
     FinderInfo info;
     for (const QByteArray &path : paths)
         check(readFinderInfo(path, &info, sidecars) == noErr && info.isNone());
@@ -63,19 +63,20 @@ void ask(const QList<QByteArray> &paths, Sidecars sidecars) {
 int main(int argumentCount, char **arguments) try {
     const long count = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 100'000;
     const TemporaryFolder folder;
-    const QList<QByteArray> paths = madeFiles(folder.path(), count);
+    const QList<QByteArray> paths = makeFiles(folder.path(), count);
     QList<QByteArray> sidecars;
     for (const QByteArray &path : paths)
         sidecars.append(QByteArray(path).insert(path.lastIndexOf('/') + 1, "._"));
     constexpr int kRounds = 15;
     turns::printTable("Finder information, no sidecar in the folder",
-                      {{"readFinderInfo", [&] { ask(paths, Sidecars::Absent); }},
-                       {"bare llistxattr", [&] { listBare(paths); }}},
+                      {{"readFinderInfo", [&] { readAll(paths, Sidecars::Absent); }},
+                       {"bare llistxattr", [&] { listAttributes(paths); }}},
                       kRounds);
-    turns::printTable("Finder information, sidecars may exist",
-                      {{"readFinderInfo", [&] { ask(paths, Sidecars::MayExist); }},
-                       {"bare llistxattr and open", [&] { listBareAndOpen(paths, sidecars); }}},
-                      kRounds);
+    turns::printTable(
+        "Finder information, sidecars may exist",
+        {{"readFinderInfo", [&] { readAll(paths, Sidecars::MayExist); }},
+         {"bare llistxattr and open", [&] { listAttributesAndOpen(paths, sidecars); }}},
+        kRounds);
     return 0;
 } catch (const std::exception &failure) {
     std::fprintf(stderr, "bench_metadata: %s\n", failure.what());

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What it costs to show a folder through objects, beside peers that read as much: the whole, its
-// parts, and sorting by itself, over folders of growing size.
+// Measures how long it takes to show a folder through objects, compared with programs that read the
+// same: the whole request, its parts, and sorting alone, on folders of increasing size.
 // usage: bench_object [ENTRIES...]
 #include "benchmarks/object/sort.h"
 #include "benchmarks/support/counts.h"
@@ -17,22 +17,22 @@ namespace {
 
 using processes::Run;
 
-/// The places of contenders that are needed by themselves.
+/// The indices of contenders that are needed individually.
 enum : std::size_t { kObjects, kRecords };
 
 std::vector<processes::Contender> contendersIn(const std::filesystem::path &here) {
-    using processes::Report;
+    using processes::MeasuredBy;
     return {
-        {"objects, the whole request", {here / "object_fso"}, Report::OnOutput},
-        {"records alone", {here.parent_path() / "listing" / "list_mfs"}, Report::OnOutput},
-        {"ls -lU", {"ls", "-lU"}, Report::Whole},
-        {"GIO enumerator, nothing kept", {here / "object_gio"}, Report::OnOutput},
-        {"QDir::entryInfoList, sorted", {here / "object_qt"}, Report::OnOutput},
+        {"objects, whole request", {here / "object_fso"}, MeasuredBy::Itself},
+        {"records only", {here.parent_path() / "listing" / "list_mfs"}, MeasuredBy::Itself},
+        {"ls -lU", {"ls", "-lU"}, MeasuredBy::Caller},
+        {"GIO enumerator, nothing kept", {here / "object_gio"}, MeasuredBy::Itself},
+        {"QDir::entryInfoList, sorted", {here / "object_qt"}, MeasuredBy::Itself},
     };
 }
 
-/// The first part of the request is divided in two: making the records is what a contender does
-/// that does nothing else.
+/// Splits the first part of the request in two, with the time of the contender that only lists the
+/// records.
 std::vector<processes::Part> partsOf(const Run &objects, const Run &records) {
     std::vector<processes::Part> parts = objects.parts;
     parts.front() = {"objects made and identified",
@@ -42,7 +42,7 @@ std::vector<processes::Part> partsOf(const Run &objects, const Run &records) {
 }
 
 void printParts(const Run &objects, const Run &records, long entries) {
-    std::printf("\n| parts, %s entries | ms | ns an entry | of the request |\n"
+    std::printf("\n| parts, %s entries | ms | ns per entry | share of the request |\n"
                 "|---|---:|---:|---:|\n",
                 counts::withThousands(entries).c_str());
     for (const processes::Part &part : partsOf(objects, records))
@@ -52,28 +52,29 @@ void printParts(const Run &objects, const Run &records, long entries) {
     std::fflush(stdout);
 }
 
-/// The smallest folder of which the time an entry says something about larger ones: in smaller
-/// ones it is what a call costs before it comes to the entries.
-constexpr long kSettled = 10'000;
+/// The smallest folder whose time per entry can be compared with that of larger ones: in smaller
+/// folders the fixed cost of a call dominates.
+constexpr long kSmallestComparable = 10'000;
 
 struct Measured {
     long entries;
-    double nanosecondsAnEntry;
+    double nanosecondsPerEntry;
 };
 
 void printGrowth(const std::vector<Measured> &sizes) {
     const Measured *first = nullptr;
     for (const Measured &size : sizes) {
-        if (size.entries < kSettled)
+        if (size.entries < kSmallestComparable)
             continue;
         if (!first) {
             first = &size;
-            std::printf("\n| objects, the whole request | ns an entry | beside %s entries |\n"
+            std::printf("\n| objects, whole request | ns per entry | relative to %s entries |\n"
                         "|---|---:|---:|\n",
                         counts::withThousands(size.entries).c_str());
         }
         std::printf("| %s entries | %.0f | %.2f x |\n", counts::withThousands(size.entries).c_str(),
-                    size.nanosecondsAnEntry, size.nanosecondsAnEntry / first->nanosecondsAnEntry);
+                    size.nanosecondsPerEntry,
+                    size.nanosecondsPerEntry / first->nanosecondsPerEntry);
     }
 }
 
@@ -88,7 +89,7 @@ int main(int argumentCount, char **arguments) try {
     for (const long entries : sizes) {
         const SampleFolder folder(entries, SampleFolder::Names::SomeWithADot);
         const std::vector<Run> runs = comparison.medians(folder.path(), entries);
-        processes::printTable("objects take", comparison.contenders(), entries, runs);
+        processes::printTable("objects / this row", comparison.contenders(), entries, runs);
         printParts(runs[kObjects], runs[kRecords], entries);
         compareSorting(folder.path(), entries);
         measured.push_back({entries, runs[kObjects].nanoseconds / static_cast<double>(entries)});

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What a browser asks of this library to show a folder: its objects without the hidden ones, sorted
-// by name, with name, date and permissions of each.
+// What a file browser does with this library to show a folder: it makes the objects, removes hidden
+// ones, sorts by name, and reads name, date and permissions of each.
 #include "benchmarks/support/contender.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/text/Regex.h"
@@ -13,7 +13,7 @@ using namespace MWCore;
 
 MXFileSystemObject::Ptr folder;
 
-void hide() {
+void removeHidden() {
     folder->invalidateFilteredItems();
     const qsizetype count = folder->totalItems();
     for (qsizetype index = 0; index < count; ++index) {
@@ -34,13 +34,13 @@ void readAll() {
     }
 }
 
-long request(const char *path) {
+long showFolder(const char *path) {
     folder = MXFileSystemObject::newFSOForLocalPath(stringWithFileSystemRepresentation(path));
     if (!folder)
         return -1;
     contender::endPart("listed, objects made and identified");
-    hide();
-    contender::endPart("hidden ones found and taken out");
+    removeHidden();
+    contender::endPart("hidden items removed");
     folder->setSortsByAttribute(MXSortAttributeName, MXSortOrderReversed);
     contender::endPart("sorted by name");
     readAll();
@@ -51,9 +51,9 @@ long request(const char *path) {
 } // namespace
 
 int main(int argumentCount, char **arguments) {
-    const int status = contender::run(argumentCount, arguments, request);
+    const int status = contender::run(argumentCount, arguments, showFolder);
     folder.reset();
-    contender::endPart("all released again, beside the request");
+    contender::endPart("release, not part of the request");
     contender::printParts();
     return status;
 }

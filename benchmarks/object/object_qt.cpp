@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// QDir's list of everything in the folder, sorted by name without regard to case, with what a file
-// manager shows read from each entry.
+// QDir's list of the folder, sorted by name without regard to case; reads from each entry what a
+// file manager shows.
 #include "benchmarks/support/contender.h"
 
 #include <QDateTime>

@@ -29,7 +29,7 @@ MXFileSystemObject::Ptr objectOf(const std::filesystem::path &folder) {
     return object;
 }
 
-/// The names in their order in the list, without case.
+/// The case-folded names, in the order of the list.
 Keys keysOf(const MXFileSystemObject &folder) {
     Keys keys;
     for (qsizetype index = 0; index < folder.totalItems(); ++index)
@@ -40,7 +40,7 @@ Keys keysOf(const MXFileSystemObject &folder) {
 void checkSameOrder(const Keys &expected, const Keys &found) {
     if (!std::ranges::equal(expected, found, {}, &Keys::value_type::first,
                             &Keys::value_type::first))
-        throw std::runtime_error("names are sorted otherwise");
+        throw std::runtime_error("names are sorted differently");
 }
 
 } // namespace
@@ -60,7 +60,7 @@ void compareSorting(const std::filesystem::path &folder, long entries) {
                             object.reset();
                             object = objectOf(folder);
                         }},
-                       {"std::stable_sort of ready keys",
+                       {"std::stable_sort of prepared keys",
                         [&] { std::ranges::stable_sort(sorted, {}, &Keys::value_type::first); },
                         [&] { sorted = unsorted; }}},
                       counts::roundsFor(entries));

@@ -4,6 +4,6 @@
 
 #include <filesystem>
 
-/// Prints what sorting the children of @p folder, which has @p entries, by name costs beside
-/// std::stable_sort of keys that are ready. Each round begins in the order of the system.
+/// Prints how long sorting the children of @p folder, which has @p entries, by name takes, compared
+/// with std::stable_sort of prepared keys. Each round starts from the system's order.
 void compareSorting(const std::filesystem::path &folder, long entries);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What it costs to measure a folder, beside peers, with everything in the page cache and with
-// nothing in it; and how soon a measurement ends that is cancelled.
-// usage: bench_size [FOLDERS...]
+// Compares how long this library and similar programs take to measure a folder, with a full and
+// with an empty page cache, and how soon a cancelled measurement ends. usage: bench_size
+// [FOLDERS...]
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/median.h"
 #include "benchmarks/support/processes.h"
@@ -21,24 +21,24 @@
 namespace {
 
 using processes::Contender;
-using processes::Report;
+using processes::MeasuredBy;
 using processes::Run;
 
-/// The places of contenders that are needed by themselves.
+/// The indices of contenders that are needed individually.
 enum : std::size_t { kGdu = 2, kNcdu };
 
 std::vector<Contender> contendersIn(const std::filesystem::path &here) {
     constexpr int kSomeUnreadable = 1;
     return {
-        {"measureSize", {here / "size_fso"}, Report::Whole},
-        {"du -s", {"du", "-s"}, Report::Whole, kSomeUnreadable},
-        {"gdu -np", {"gdu", "-np"}, Report::Whole},
-        {"ncdu -0 -o /dev/null", {"ncdu", "-0", "-o", "/dev/null"}, Report::Whole},
+        {"measureSize", {here / "size_fso"}, MeasuredBy::Caller},
+        {"du -s", {"du", "-s"}, MeasuredBy::Caller, kSomeUnreadable},
+        {"gdu -np", {"gdu", "-np"}, MeasuredBy::Caller},
+        {"ncdu -0 -o /dev/null", {"ncdu", "-0", "-o", "/dev/null"}, MeasuredBy::Caller},
     };
 }
 
-/// Whether the system let go of all that it had read of any file system.
-bool forgetFiles() {
+/// Empties the page cache; false if that is not permitted.
+bool dropPageCache() {
     sync();
     return static_cast<bool>(std::ofstream("/proc/sys/vm/drop_caches") << 3 << std::flush);
 }
@@ -46,12 +46,12 @@ bool forgetFiles() {
 void printTable(const std::string &title, const std::vector<Contender> &contenders,
                 const std::vector<Run> &runs) {
     const std::size_t fastest = runs[kGdu].nanoseconds < runs[kNcdu].nanoseconds ? kGdu : kNcdu;
-    std::printf("\n| %s | ms | ours takes | processor ms | ours takes | peak MiB |\n"
+    std::printf("\n| %s | ms | ours / this row | CPU ms | ours / this row | peak MiB |\n"
                 "|---|---:|---:|---:|---:|---:|\n",
                 title.c_str());
     for (std::size_t index = 0; index < contenders.size(); ++index)
         std::printf("| %s%s | %.0f | %.2f x | %.0f | %.2f x | %.1f |\n", contenders[index].what,
-                    index == fastest ? ", the faster one" : "", runs[index].nanoseconds / 1e6,
+                    index == fastest ? " (faster)" : "", runs[index].nanoseconds / 1e6,
                     runs[0].nanoseconds / runs[index].nanoseconds,
                     runs[index].processorNanoseconds / 1e6,
                     runs[0].processorNanoseconds / runs[index].processorNanoseconds,
@@ -64,7 +64,7 @@ void printCancellations(const std::string &folder, const Run &cancelled) {
     for (const processes::Part &part : cancelled.parts)
         times.push_back(part.nanoseconds / 1e6);
     if (times.empty())
-        return; // it is measured sooner than anybody cancels
+        return; // every measurement ended before it was cancelled
     std::printf("\n| %s | attempts | median ms | worst ms |\n"
                 "|---|---:|---:|---:|\n"
                 "| cancelled | %zu | %.2f | %.2f |\n",
@@ -76,14 +76,14 @@ void compare(const std::filesystem::path &here, const std::string &name,
              const std::string &folder) {
     const std::vector<Contender> contenders = contendersIn(here);
     const Run cancelled =
-        processes::run({"cancelled", {here / "size_cancelled"}, Report::OnOutput}, folder);
+        processes::run({"cancelled", {here / "size_cancelled"}, MeasuredBy::Itself}, folder);
     const std::string title = name + ", " + counts::withThousands(cancelled.entries) + " entries";
     printTable(title + ", warm", contenders, processes::mediansInTurn(contenders, folder, {7}));
-    if (forgetFiles())
+    if (dropPageCache())
         printTable(title + ", cold", contenders,
-                   processes::mediansInTurn(contenders, folder, {3, forgetFiles}));
+                   processes::mediansInTurn(contenders, folder, {3, dropPageCache}));
     else
-        std::printf("\nNo cold figures: the page cache cannot be emptied here.\n");
+        std::printf("\nNo cold figures: only root can empty the page cache.\n");
     printCancellations(name, cancelled);
 }
 
@@ -97,7 +97,7 @@ int main(int argumentCount, char **arguments) try {
         return 0;
     compare(here, "/usr", "/usr");
     const SampleTree tree(100'000, 5);
-    compare(here, "a made tree", tree.path());
+    compare(here, "generated tree", tree.path());
     return 0;
 } catch (const std::exception &failure) {
     std::fprintf(stderr, "bench_size: %s\n", failure.what());

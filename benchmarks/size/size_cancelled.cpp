@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Measures a folder, then again and again, each time cancelled at another moment. A part is
-// the time from the call that cancels to the return of the one that measures.
+// Measures a folder, then measures it many times more and cancels each time at a different moment.
+// A part is the time from the cancelling call to the return of the measurement.
 #include "benchmarks/support/contender.h"
 #include "model/item/MXFileSystemObject.h"
 #include "platform/foundation/FileSystemText.h"
@@ -37,7 +37,7 @@ void cancelAfter(Clock::duration moment, const char *path) {
     const Clock::time_point called = Clock::now();
     folder->cancelFolderSizeCalulation();
     const auto [wasCancelled, returned] = measuring.get();
-    if (wasCancelled) // else it had come to its end
+    if (wasCancelled) // otherwise it had already ended
         contender::parts.push_back({"until it returned", returned - called});
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// This library: measures a folder and prints how many entries are in it.
+// This library: measures a folder and prints its number of entries.
 #include "model/item/MXFileSystemObject.h"
 #include "platform/foundation/FileSystemText.h"
 

@@ -6,8 +6,9 @@
 
 #include <filesystem>
 
-/// A temporary folder of made entries: 5 % folders, 2 % links to a neighbour, the others small
-/// files, with names of 25 characters and dates over the last 400 days. Removed when it goes.
+/// A temporary folder of generated entries: 5 % folders, 2 % links to another entry, small files
+/// otherwise. Names have 25 characters; dates are spread over the last 400 days. Removed by the
+/// destructor.
 class SampleFolder {
 public:
     enum class Names {

@@ -9,16 +9,16 @@
 
 #include <unistd.h>
 
-SampleTree::SampleTree(long folders, int filesAFolder) {
+SampleTree::SampleTree(long folders, int filesPerFolder) {
     for (long folder = 1; folder <= folders; ++folder) {
         const std::filesystem::path path = pathOf(folder);
         std::filesystem::create_directory(path);
-        for (int file = 1; file <= filesAFolder; ++file) {
+        for (int file = 1; file <= filesPerFolder; ++file) {
             std::ofstream content(path / ("photograph-" + std::to_string(file) + ".jpeg"));
             check((content << path.native() << std::flush).good(), path.c_str());
         }
     }
-    sync(); // or the system would write it while somebody is measured
+    sync(); // otherwise the system would write it during a measurement
 }
 
 /// Folder 123 is "1/12/123".

@@ -6,11 +6,12 @@
 
 #include <filesystem>
 
-/// A temporary tree: ten folders in each folder until there are @p folders, the number of digits of
-/// which is its depth, and as many small files in each. Removed when it goes.
+/// A temporary tree. Every folder has up to ten subfolders, until there are @p folders in all; the
+/// depth is the number of digits of @p folders. Each has @p filesPerFolder small files. Removed by
+/// the destructor.
 class SampleTree {
 public:
-    SampleTree(long folders, int filesAFolder);
+    SampleTree(long folders, int filesPerFolder);
 
     [[nodiscard]] const std::filesystem::path &path() const { return top_.path(); }
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-/// An empty folder; removed with all that is in it when it goes.
+/// An empty folder. The destructor removes it with its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder() {

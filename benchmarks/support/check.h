@@ -5,8 +5,8 @@
 #include <cerrno>
 #include <system_error>
 
-/// Throws what `errno` says about @p what unless it was @p done.
-inline void check(bool done, const char *what) {
-    if (!done)
+/// Throws a std::system_error for @p what with the value of `errno` unless the call @p succeeded.
+inline void check(bool succeeded, const char *what) {
+    if (!succeeded)
         throw std::system_error(errno, std::generic_category(), what);
 }

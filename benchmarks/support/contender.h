@@ -8,7 +8,7 @@
 #include <vector>
 
 /// The main function of a contender: times `list(FOLDER)`, which returns the number of entries and
-/// keeps what it made, and prints nanoseconds, entries and the bytes of memory that it took.
+/// keeps its results, and prints nanoseconds, entries and bytes of memory.
 namespace contender {
 
 /// A field of /proc/self/status in kilobytes.
@@ -26,7 +26,7 @@ inline long statusKilobytes(const char *field) {
 
 using Clock = std::chrono::steady_clock;
 
-/// A part of the work and what it took.
+/// A part of the work and its time.
 struct Part {
     const char *what;
     std::chrono::nanoseconds taken;
@@ -35,14 +35,14 @@ struct Part {
 inline Clock::time_point partStart;
 inline std::vector<Part> parts;
 
-/// Whatever was done since the last part ended, or since list() began, was @p what.
+/// Ends the part @p what, which started at the end of the last part or at the start of list().
 inline void endPart(const char *what) {
     const Clock::time_point now = Clock::now();
     parts.push_back({what, now - partStart});
     partStart = Clock::now();
 }
 
-/// Prints nanoseconds and name of each part, a line each, behind what run() prints.
+/// Prints nanoseconds and name of each part, one per line, after the line of run().
 inline void printParts() {
     for (const Part &part : parts)
         std::printf("%lld %s\n", static_cast<long long>(part.taken.count()), part.what);
@@ -61,7 +61,7 @@ template <typename List> int run(int argumentCount, char **arguments, List list)
     return entries < 0 ? 1 : 0;
 }
 
-/// Keeps the compiler from leaving out a read whose value nobody needs.
+/// Keeps the compiler from optimising away a read whose value is not used.
 template <typename Value> void use(const Value &value) {
     asm volatile("" : : "r,m"(value) : "memory");
 }

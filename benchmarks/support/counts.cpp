@@ -7,15 +7,15 @@
 
 namespace counts {
 
-std::vector<long> fromArguments(int argumentCount, char **arguments, std::vector<long> otherwise) {
+std::vector<long> fromArguments(int argumentCount, char **arguments, std::vector<long> defaults) {
     std::vector<long> numbers;
     for (int index = 1; index < argumentCount; ++index) {
         char *end = nullptr;
         numbers.push_back(std::strtol(arguments[index], &end, 10));
         if (*end != '\0' || numbers.back() < 1)
-            throw std::runtime_error(std::string(arguments[index]) + " is no number of entries");
+            throw std::runtime_error(std::string(arguments[index]) + " is not a number of entries");
     }
-    return numbers.empty() ? otherwise : numbers;
+    return numbers.empty() ? defaults : numbers;
 }
 
 std::string withThousands(long number) {

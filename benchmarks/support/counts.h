@@ -5,18 +5,18 @@
 #include <string>
 #include <vector>
 
-/// How many entries the folders of a benchmark have.
+/// The numbers of entries in a benchmark's folders.
 namespace counts {
 
-/// The numbers on the command line, @p otherwise without any. Throws std::runtime_error for what is
-/// no number above 0.
+/// The numbers on the command line, or @p defaults if there are none. Throws std::runtime_error for
+/// an argument that is not a positive number.
 [[nodiscard]] std::vector<long> fromArguments(int argumentCount, char **arguments,
-                                              std::vector<long> otherwise);
+                                              std::vector<long> defaults);
 
 /// 1000000 is "1,000,000".
 [[nodiscard]] std::string withThousands(long number);
 
-/// Rounds enough for a steady median, and few for what takes long anyway.
+/// Enough rounds for a stable median; fewer for large folders, which take long.
 [[nodiscard]] int roundsFor(long entries);
 
 } // namespace counts

@@ -30,7 +30,7 @@ std::string readAll(int descriptor) {
     return text;
 }
 
-/// What a contender printed: one line of figures, then one a part.
+/// Parses what a contender printed: one line of figures, then one line per part.
 std::optional<Run> runFrom(const std::string &printed) {
     std::istringstream lines(printed);
     Run result;
@@ -77,7 +77,7 @@ Run run(const Contender &contender, const std::string &folder) {
         throw std::runtime_error("no pipe");
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    if (contender.report == Report::OnOutput)
+    if (contender.measuredBy == MeasuredBy::Itself)
         posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
     else
         posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
@@ -94,10 +94,10 @@ Run run(const Contender &contender, const std::string &folder) {
     rusage usage{};
     wait4(process, &status, 0, &usage);
     const std::chrono::nanoseconds taken = std::chrono::steady_clock::now() - start;
-    if (!WIFEXITED(status) || WEXITSTATUS(status) > contender.worstStatus)
+    if (!WIFEXITED(status) || WEXITSTATUS(status) > contender.highestStatus)
         throw std::runtime_error(command[0] + " failed");
 
-    std::optional<Run> result = contender.report == Report::OnOutput
+    std::optional<Run> result = contender.measuredBy == MeasuredBy::Itself
                                     ? runFrom(printed)
                                     : Run{.nanoseconds = static_cast<double>(taken.count()),
                                           .bytes = static_cast<double>(usage.ru_maxrss) * 1024};
@@ -119,31 +119,31 @@ std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const s
                 runs[index].push_back(std::move(one));
         }
     std::vector<Run> result;
-    for (const std::vector<Run> &ofOne : runs)
-        result.push_back(medianOf(ofOne));
+    for (const std::vector<Run> &contenderRuns : runs)
+        result.push_back(medianOf(contenderRuns));
     return result;
 }
 
 Comparison::Comparison(std::vector<Contender> contenders) : contenders_(std::move(contenders)) {
     const TemporaryFolder empty;
-    starts_ = mediansInTurn(contenders_, empty.path(), {counts::roundsFor(0)});
+    emptyRuns_ = mediansInTurn(contenders_, empty.path(), {counts::roundsFor(0)});
 }
 
 std::vector<Run> Comparison::medians(const std::string &folder, long entries) const {
     std::vector<Run> runs = mediansInTurn(contenders_, folder, {counts::roundsFor(entries)});
     for (std::size_t index = 0; index < contenders_.size(); ++index)
-        if (contenders_[index].report == Report::Whole) {
-            runs[index].nanoseconds -= starts_[index].nanoseconds;
-            runs[index].bytes -= starts_[index].bytes;
+        if (contenders_[index].measuredBy == MeasuredBy::Caller) {
+            runs[index].nanoseconds -= emptyRuns_[index].nanoseconds;
+            runs[index].bytes -= emptyRuns_[index].bytes;
         }
     return runs;
 }
 
-void printTable(const char *firstTakes, const std::vector<Contender> &contenders, long entries,
+void printTable(const char *ratioHeading, const std::vector<Contender> &contenders, long entries,
                 const std::vector<Run> &runs) {
-    std::printf("\n| %s entries | ms | ns an entry | %s | bytes an entry |\n"
+    std::printf("\n| %s entries | ms | ns per entry | %s | bytes per entry |\n"
                 "|---|---:|---:|---:|---:|\n",
-                counts::withThousands(entries).c_str(), firstTakes);
+                counts::withThousands(entries).c_str(), ratioHeading);
     for (std::size_t index = 0; index < contenders.size(); ++index)
         std::printf("| %s | %.2f | %.0f | %.2f x | %.0f |\n", contenders[index].what,
                     runs[index].nanoseconds / 1e6,

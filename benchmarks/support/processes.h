@@ -6,20 +6,20 @@
 #include <string>
 #include <vector>
 
-/// Contenders that are processes of their own.
+/// Contenders that run as separate processes.
 namespace processes {
 
-/// How a contender tells what it took.
-enum class Report {
-    OnOutput, ///< it measures itself and prints nanoseconds, entries and bytes (contender.h)
-    Whole,    ///< the whole process is measured
+/// Who measures the time and memory of a contender.
+enum class MeasuredBy {
+    Itself, ///< the contender, which prints nanoseconds, entries and bytes (contender.h)
+    Caller, ///< run(), which measures the whole process
 };
 
 struct Contender {
     const char *what;
     std::vector<std::string> command; ///< the folder's path is appended
-    Report report;
-    int worstStatus = 0; ///< that it may exit with: some fail when a single item is unreadable
+    MeasuredBy measuredBy;
+    int highestStatus = 0; ///< accepted exit status: some contenders fail if one item is unreadable
 };
 
 /// A part of a run that a contender measured (contender.h).
@@ -30,45 +30,45 @@ struct Part {
 
 struct Run {
     double nanoseconds = 0;
-    double processorNanoseconds = 0; ///< of the user and the system; always of the whole process
-    double bytes = 0;                ///< of a whole process its peak, and never less than our own
-    long entries = 0;                ///< as the contender counts them; 0 of a whole process
+    double processorNanoseconds = 0; ///< user and system time, always of the whole process
+    double bytes = 0; ///< if MeasuredBy::Caller: the peak, which is at least that of this process
+    long entries = 0; ///< as the contender counts them; 0 if MeasuredBy::Caller
     std::vector<Part> parts;
 };
 
-/// Runs a contender over @p folder. Throws std::runtime_error when it cannot be started or fails.
+/// Runs a contender on @p folder. Throws std::runtime_error if it cannot be started or fails.
 [[nodiscard]] Run run(const Contender &contender, const std::string &folder);
 
-/// How often contenders take turns, one after the other, so that a change of the machine's speed
-/// meets them all. Without preparation one more round, which is not counted, warms up.
+/// How often the contenders take turns, so that a change in the machine's speed affects them all.
+/// Without preparation, an additional first round warms up and is not counted.
 struct Rounds {
     int count;
-    std::function<void()> prepare = {}; ///< done before each run, not measured
+    std::function<void()> prepare = {}; ///< called before each run, not measured
 };
 
-/// The medians over @p folder, one for each contender. Throws as run() does.
+/// The medians on @p folder, one for each contender. Throws as run() does.
 [[nodiscard]] std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders,
                                              const std::string &folder, const Rounds &rounds);
 
-/// Contenders that are to be run over one folder after the other. Throws as run() does.
+/// Runs the same contenders on several folders. Throws as run() does.
 class Comparison {
 public:
     explicit Comparison(std::vector<Contender> contenders);
 
     [[nodiscard]] const std::vector<Contender> &contenders() const { return contenders_; }
 
-    /// The medians over @p folder, which has @p entries, one for each contender; of a whole process
-    /// less what it takes for an empty folder.
+    /// The medians on @p folder, which has @p entries, one for each contender. If
+    /// MeasuredBy::Caller, the contender's figures for an empty folder are subtracted.
     [[nodiscard]] std::vector<Run> medians(const std::string &folder, long entries) const;
 
 private:
     std::vector<Contender> contenders_;
-    std::vector<Run> starts_; ///< over an empty folder
+    std::vector<Run> emptyRuns_; ///< on an empty folder
 };
 
-/// Prints what the contenders took for @p entries, the time of the first, which is called
-/// @p firstTakes, as a ratio of each one's.
-void printTable(const char *firstTakes, const std::vector<Contender> &contenders, long entries,
+/// Prints the contenders' figures for @p entries. The column @p ratioHeading has the first one's
+/// time divided by the row's.
+void printTable(const char *ratioHeading, const std::vector<Contender> &contenders, long entries,
                 const std::vector<Run> &runs);
 
 } // namespace processes

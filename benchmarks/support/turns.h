@@ -9,14 +9,14 @@
 #include <functional>
 #include <vector>
 
-/// Contenders within one process that take turns, so that a change of the machine's speed meets
-/// them all.
+/// Contenders in one process that take turns, so that a change in the machine's speed affects them
+/// all.
 namespace turns {
 
 struct Contender {
     const char *what;
     std::function<void()> work;
-    std::function<void()> prepare = {}; ///< done before each round, not measured
+    std::function<void()> prepare = {}; ///< called before each round, not measured
 };
 
 inline double milliseconds(const std::function<void()> &work) {
@@ -26,7 +26,7 @@ inline double milliseconds(const std::function<void()> &work) {
         .count();
 }
 
-/// Prints the medians of @p rounds, the first contender's time as a ratio of each one's.
+/// Prints the medians of @p rounds, and the first contender's time divided by each one's.
 inline void printTable(const char *title, const std::vector<Contender> &contenders, int rounds) {
     std::vector<std::vector<double>> times(contenders.size());
     for (int round = -1; round < rounds; ++round) // the first warms up
@@ -37,7 +37,7 @@ inline void printTable(const char *title, const std::vector<Contender> &contende
             if (round >= 0)
                 times[index].push_back(time);
         }
-    std::printf("\n| %s | ms | the first takes |\n|---|---:|---:|\n", title);
+    std::printf("\n| %s | ms | first / this row |\n|---|---:|---:|\n", title);
     for (std::size_t index = 0; index < contenders.size(); ++index)
         std::printf("| %s | %.2f | %.2f x |\n", contenders[index].what, median(times[index]),
                     median(times[0]) / median(times[index]));
