@@ -1,18 +1,18 @@
 # SPDX-License-Identifier: MIT
-# Folders as targets, each of which sees the headers of the folders below it and no
-# others, and the libraries that are made of them.
+# The build structure: each folder is a target that can include only its own headers and those of the
+# folders below it. Libraries are made of folders.
 
-# Adds the folder PATH (from the top), with the CMakeLists.txt in it: an object library named after
-# its path (platform_files). Paths of files are relative to the folder.
-#   BELOW      the folders that it is built on; it sees what those see as well
-#   USES       other libraries, which the folders above see too
-#   SOURCES    sources, and the headers that no other folder sees
+# Adds the folder PATH (from the top of the tree) as an object library that is named after its path
+# (platform_files). Called from the folder's CMakeLists.txt; file names are relative to the folder.
+#   BELOW      the folders that it depends on; their dependencies are inherited
+#   USES       other libraries; folders above inherit them
+#   SOURCES    sources and private headers
 #   HEADERS    headers for the folders above, included by their path from the top
-#   INSTALLED  headers for programs too, included as <MWCore/NAME.h>
+#   INSTALLED  public headers, also included as <MWCore/NAME.h>
 function(mwcore_add_folder PATH)
     cmake_parse_arguments(FOLDER "" "" "BELOW;USES;SOURCES;HEADERS;INSTALLED" ${ARGN})
     if(FOLDER_UNPARSED_ARGUMENTS)
-        message(FATAL_ERROR "${PATH}: what is ${FOLDER_UNPARSED_ARGUMENTS}?")
+        message(FATAL_ERROR "${PATH}: unknown arguments ${FOLDER_UNPARSED_ARGUMENTS}")
     endif()
     string(REPLACE "/" "_" target ${PATH})
     list(TRANSFORM FOLDER_BELOW REPLACE "/" "_")
@@ -20,21 +20,21 @@ function(mwcore_add_folder PATH)
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     target_link_libraries(${target} PUBLIC ${FOLDER_BELOW} ${FOLDER_USES})
 
-    # What a folder sees is what is linked here, and nothing else of the tree.
-    set(seen ${PROJECT_BINARY_DIR}/headers/${target})
-    file(REMOVE_RECURSE ${seen})
+    # The compiler finds only the headers that are linked here, and no others of the tree.
+    set(visible ${PROJECT_BINARY_DIR}/headers/${target})
+    file(REMOVE_RECURSE ${visible})
     set(own ${FOLDER_SOURCES})
     list(FILTER own INCLUDE REGEX "\\.h$")
-    mwcore_link_headers(${seen}/own/${PATH} ${own})
-    mwcore_link_headers(${seen}/above/${PATH} ${FOLDER_HEADERS} ${FOLDER_INSTALLED})
-    mwcore_link_headers(${seen}/above/MWCore ${FOLDER_INSTALLED})
-    target_include_directories(${target} PRIVATE ${seen}/own PUBLIC ${seen}/above)
+    mwcore_link_headers(${visible}/own/${PATH} ${own})
+    mwcore_link_headers(${visible}/above/${PATH} ${FOLDER_HEADERS} ${FOLDER_INSTALLED})
+    mwcore_link_headers(${visible}/above/MWCore ${FOLDER_INSTALLED})
+    target_include_directories(${target} PRIVATE ${visible}/own PUBLIC ${visible}/above)
 
     mwcore_link_headers(${PROJECT_BINARY_DIR}/include/MWCore ${FOLDER_INSTALLED})
     install(FILES ${FOLDER_INSTALLED} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/MWCore)
 endfunction()
 
-# Links headers of this folder into another, flat.
+# Makes symbolic links to headers of the current folder in the folder INTO.
 function(mwcore_link_headers INTO)
     file(MAKE_DIRECTORY ${INTO})
     foreach(header ${ARGN})
@@ -44,10 +44,10 @@ function(mwcore_link_headers INTO)
 endfunction()
 
 # Adds the shared library NAME, exported as MWCore::NAME, with NAME.pc.
-#   DESCRIPTION  one line, for pkg-config
-#   FOLDERS      what it is made of, from the bottom up; added here unless they were before
+#   DESCRIPTION  one line for pkg-config
+#   FOLDERS      the folders that it consists of, lowest first; added here if they are not yet
 #   LINKS        the libraries that its headers need
-#   REQUIRES     the same as pkg-config packages
+#   REQUIRES     the same libraries as pkg-config packages
 function(mwcore_add_library NAME)
     cmake_parse_arguments(LIBRARY "" "DESCRIPTION" "FOLDERS;LINKS;REQUIRES" ${ARGN})
     foreach(folder ${LIBRARY_FOLDERS})
@@ -62,10 +62,10 @@ function(mwcore_add_library NAME)
     add_library(MWCore::${NAME} ALIAS ${NAME})
     target_link_libraries(${NAME} PUBLIC ${LIBRARY_LINKS} PRIVATE ${objects})
     target_link_options(${NAME} PRIVATE -Wl,--as-needed)
-    set_target_properties(${NAME} PROPERTIES INSTALL_RPATH $ORIGIN) # they lie beside one another
+    set_target_properties(${NAME} PROPERTIES INSTALL_RPATH $ORIGIN) # installed beside one another
     mwcore_install_library(${NAME} "${LIBRARY_DESCRIPTION}" REQUIRES ${LIBRARY_REQUIRES})
 
-    # For tests of what the library hides.
+    # For tests of functions that the library does not export.
     add_library(${NAME}_inside INTERFACE)
     target_link_libraries(${NAME}_inside INTERFACE ${LIBRARY_LINKS})
     foreach(folder ${LIBRARY_FOLDERS})

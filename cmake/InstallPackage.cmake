@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: MIT
-# Installation: find_package(MWCore) with the targets MWCore::NAME, and one pkg-config file a library.
+# Installation: find_package(MWCore) with targets MWCore::NAME, and one pkg-config file per library.
 include(CMakePackageConfigHelpers)
 
-# Exports TARGET as MWCore::TARGET and writes TARGET.pc, which says DESCRIPTION and asks for the
-# pkg-config packages that REQUIRES names.
+# Exports TARGET as MWCore::TARGET and writes TARGET.pc with the given DESCRIPTION and the required
+# pkg-config packages REQUIRES.
 function(mwcore_install_library TARGET DESCRIPTION)
     cmake_parse_arguments(LIBRARY "" "" "REQUIRES" ${ARGN})
     list(JOIN LIBRARY_REQUIRES " " REQUIRES)
@@ -15,7 +15,7 @@ function(mwcore_install_library TARGET DESCRIPTION)
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     install(TARGETS ${TARGET} EXPORT MWCore LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
     set(LIBRARY ${TARGET})
-    # Relative, so that the installed tree can be moved.
+    # Relative, so that the installation can be moved.
     file(RELATIVE_PATH PREFIX_FROM_PKGCONFIG
         ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
     configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${TARGET}.pc @ONLY)
@@ -23,7 +23,7 @@ function(mwcore_install_library TARGET DESCRIPTION)
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
 
-# Writes the files that find_package(MWCore) reads.
+# Writes and installs the files that find_package(MWCore) reads.
 function(mwcore_install_package)
     set(destination ${CMAKE_INSTALL_LIBDIR}/cmake/MWCore)
     set(built ${PROJECT_BINARY_DIR}/cmake)
