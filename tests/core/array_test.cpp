@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(Array, KeepsBarePointersInOrder) {
+TEST(Array, KeepsPointersInOrder) {
     int values[1000];
     mfs_array *const array = mfs_array_new();
     for (int &value : values)

@@ -1,12 +1,12 @@
 /* SPDX-License-Identifier: MIT */
 /* SPDX-FileCopyrightText: The MWCore authors */
-/* The interface as a C11 program sees it. */
+/* The interface compiled as C11. */
 #include "core/mfs.h"
 
 #include <stddef.h>
 
-/* The record as it is promised: 26 fields in this order with these widths. */
-struct promised {
+/* The guaranteed layout of a record: 26 fields in this order with these widths. */
+struct guaranteed {
     int32_t location, type, target_type;
     char *alias_location, *complete_alias_path, *access_perms;
     uint16_t permissions;
@@ -29,12 +29,12 @@ struct promised {
     F(group) F(links) F(size) F(parent) F(iter_index) F(iter_array_index) F(iter_in_folders)   \
     F(reserved) F(complete_path) F(url) F(files) F(subdirectories) F(object) F(has_object)
 /* clang-format on */
-#define AS_PROMISED(field)                                                                         \
-    _Static_assert(offsetof(mfs_fso, field) == offsetof(struct promised, field), #field);
-FIELDS(AS_PROMISED)
+#define CHECK_OFFSET(field)                                                                        \
+    _Static_assert(offsetof(mfs_fso, field) == offsetof(struct guaranteed, field), #field);
+FIELDS(CHECK_OFFSET)
 _Static_assert(sizeof(mfs_perms) == 4, "nine flags in one word");
 
-/* Lists a folder and walks it; the number of children met, or -1. */
+/* Lists a folder and iterates over its children; returns their number, or -1. */
 int count_by_iteration(const char *path) {
     int count = 0;
     mfs_fso *folder = mfs_fso_get_local_fso(path);

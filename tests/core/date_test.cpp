@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Another time zone while this lives.
+/// Sets another time zone during its lifetime.
 class TimeZone {
 public:
     explicit TimeZone(const char *name) { change(name); }
@@ -27,7 +27,7 @@ private:
     }
 };
 
-/// Local time, as date(1) understands it, in seconds since 1970.
+/// A local time, in any form that date(1) accepts, as seconds since 1970.
 int64_t secondsAt(const std::string &local) {
     return std::stoll(runProcess({"date", "-d", local, "+%s"}).output);
 }
@@ -38,7 +38,7 @@ std::string localText(int64_t seconds) {
     return text;
 }
 
-TEST(Date, TextIsRelativeWithinTheMonthAlone) {
+TEST(Date, TextIsRelativeOnlyWithinTheMonth) {
     const TimeZone zone("Europe/Berlin");
     struct Row {
         const char *now;
@@ -59,36 +59,36 @@ TEST(Date, TextIsRelativeWithinTheMonthAlone) {
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.time);
-        Wrapped wrapped;
+        WrappedLibc wrapped;
         wrapped.now = secondsAt(row.now);
         EXPECT_EQ(taken(mfs_date_string_from_time_t(secondsAt(row.time))), row.text);
     }
 }
 
-/// One listing's texts, of days seen before among others, against date(1).
+/// Compares the texts of one listing, in which many days occur again, with date(1).
 TEST(Date, TextsOfManyDaysAgreeWithDate) {
     for (const char *const name : {"Europe/Berlin", "America/St_Johns", "Asia/Kathmandu",
                                    "Pacific/Apia", "Australia/Lord_Howe", "UTC"}) {
         const TimeZone zone(name);
-        Wrapped wrapped;
+        WrappedLibc wrapped;
         wrapped.now = 4'000'000'000;
         std::vector<int64_t> times;
-        for (int64_t step = 0; step < 3000; ++step) // 2011, in pieces of three hours
+        for (int64_t step = 0; step < 3000; ++step) // 2011, in steps of three hours
             times.push_back(1'293'840'000 + step * 10'800 + step % 7 * 977);
         for (const int64_t time : {-1, 0, -86'400, -86'401, 86'399, -2'000'000'000})
             times.push_back(time);
-        std::string questions;
+        std::string dates;
         for (const int64_t time : times)
-            questions += "@" + std::to_string(time) + "\n";
-        std::istringstream answers(
-            runProcess({"sh", "-c", "printf %s \"$0\" | LC_ALL=C date -f - '+%a, %b %d, %Y, %T'",
-                        questions})
+            dates += "@" + std::to_string(time) + "\n";
+        std::istringstream expectedTexts(
+            runProcess(
+                {"sh", "-c", "printf %s \"$0\" | LC_ALL=C date -f - '+%a, %b %d, %Y, %T'", dates})
                 .output);
 
         MWCore::DateTexts texts;
         for (const int64_t time : times) {
             std::string expected;
-            ASSERT_TRUE(std::getline(answers, expected));
+            ASSERT_TRUE(std::getline(expectedTexts, expected));
             ASSERT_EQ(texts.textFor(time).get(), expected) << name << " " << time;
         }
     }
@@ -101,7 +101,7 @@ TEST(Date, TimesBeyondTheCalendarAreNumbers) {
 
 TEST(Date, ListingDatesAreReadAsLocalTime) {
     const TimeZone zone("America/New_York");
-    Wrapped wrapped;
+    WrappedLibc wrapped;
     wrapped.now = secondsAt("2008-06-15 12:00:00");
     struct Row {
         const char *listing;
@@ -122,17 +122,17 @@ TEST(Date, ListingDatesAreReadAsLocalTime) {
         EXPECT_EQ(localText(mfs_date_ls_date_to_time_t(row.listing)), row.local) << row.listing;
 }
 
-TEST(Date, TheTimeZoneIsReadAnewEachTime) {
+TEST(Date, TheTimeZoneIsReadAtEachCall) {
     const TimeZone zone("UTC");
-    Wrapped wrapped;
+    WrappedLibc wrapped;
     wrapped.now = secondsAt("2008-06-30 22:00:00");
     EXPECT_EQ(mfs_date_ls_date_to_time_t("Jul  1 10:00"), secondsAt("2007-07-01 10:00:01"));
-    setenv("TZ", "Pacific/Kiritimati", 1); // where it is July already
+    setenv("TZ", "Pacific/Kiritimati", 1); // where it is already July
     EXPECT_EQ(mfs_date_ls_date_to_time_t("Jul  1 10:00"), secondsAt("2008-07-01 10:00:01"));
     EXPECT_EQ(taken(mfs_date_string_from_time_t(*wrapped.now)), "Today, 12:00:00");
 }
 
-TEST(Date, WhatIsNoListingDateGivesMinusOne) {
+TEST(Date, AnInvalidListingDateGivesMinusOne) {
     for (const char *const text :
          {"", "Mar", "Mar  4", "Mar  4 ", "Mar  4 1", "Mar  4  year", "Mar  4 xx:yy",
           "Mar  4 12:", "Mar  4  99999999999999999999", "Mar  4  2147483648"})

@@ -27,32 +27,32 @@ TEST(ListingFault, AReadErrorIsNotTheEndOfTheFolder) {
     folder.file("a");
     folder.file("b");
     const auto before = openDescriptors();
-    Wrapped wrapped;
+    WrappedLibc wrapped;
     wrapped.entriesLeft = 2;
     EXPECT_EQ(listed(folder.path()), nullptr);
     EXPECT_EQ(errno, EIO);
     EXPECT_EQ(openDescriptors(), before);
 }
 
-TEST(ListingFault, AVanishedEntryBeginsTheListingAgain) {
+TEST(ListingFault, AVanishedEntryRestartsTheListing) {
     const TemporaryFolder folder;
-    folder.file("here");
-    folder.file("goes");
-    int refusals = 0;
-    Wrapped wrapped;
+    folder.file("stays");
+    folder.file("vanishes");
+    int failures = 0;
+    WrappedLibc wrapped;
     wrapped.statError = [&](const std::string &name) {
-        if (name != "goes" || refusals == 0)
+        if (name != "vanishes" || failures == 0)
             return 0;
-        --refusals;
-        return refusals % 2 == 0 ? ENOENT : ESTALE;
+        --failures;
+        return failures % 2 == 0 ? ENOENT : ESTALE;
     };
-    refusals = 2; // the stat and the one that follows links
+    failures = 2; // the stat that keeps links and the one that follows them
     std::vector<const mfs_fso *> visited;
     const auto visit = [](void *context, const mfs_fso *child, int32_t index) {
         auto &children = *static_cast<std::vector<const mfs_fso *> *>(context);
-        children.resize(static_cast<std::size_t>(index)); // those of the first attempt are gone
+        children.resize(static_cast<std::size_t>(index)); // drops those of the first attempt
         children.push_back(child);
-        errno = EXDEV; // stays between the visitor and itself
+        errno = EXDEV; // must not reach the caller of the listing
     };
     errno = 0;
     const Tree second(mfs_fso_get_local_fso_visiting(folder.path().c_str(), visit, &visited));
@@ -64,19 +64,19 @@ TEST(ListingFault, AVanishedEntryBeginsTheListingAgain) {
         EXPECT_EQ(visited[std::size_t(index)],
                   mfs_fso_get_subitem_at_index(second.get(), index, MFS_FILES));
 
-    refusals = 2 * 8;
+    failures = 2 * 8;
     EXPECT_NE(listed(folder.path()), nullptr) << "the ninth attempt is the last";
-    refusals = 2 * 9;
+    failures = 2 * 9;
     EXPECT_EQ(listed(folder.path()), nullptr);
-    EXPECT_EQ(errno, EAGAIN) << "the folder itself is there";
-    EXPECT_EQ(refusals, 0);
+    EXPECT_EQ(errno, EAGAIN) << "the folder itself exists";
+    EXPECT_EQ(failures, 0);
 }
 
-TEST(ListingFault, AnyOtherRefusalEndsTheListingAtOnce) {
+TEST(ListingFault, AnyOtherErrorEndsTheListingAtOnce) {
     const TemporaryFolder folder;
     folder.file("entry");
     for (const int error : {EACCES, EIO, ENOTCONN}) {
-        Wrapped wrapped;
+        WrappedLibc wrapped;
         wrapped.statError = [error](const std::string &name) {
             return name == "entry" ? error : 0;
         };
@@ -86,8 +86,9 @@ TEST(ListingFault, AnyOtherRefusalEndsTheListingAtOnce) {
     }
 }
 
-/// Lists a folder of every kind with the n-th allocation failing, for each n until none fails.
-void failEachAllocation(MemoryReturns memoryReturns) {
+/// Lists a folder with items of every kind while the n-th allocation fails, for each n until no
+/// listing fails.
+void failEachAllocation(OutOfMemory outOfMemory) {
     const TemporaryFolder folder;
     folder.file("file.txt");
     folder.folder("sub");
@@ -95,13 +96,13 @@ void failEachAllocation(MemoryReturns memoryReturns) {
     folder.link("far", "../..");
     const auto before = openDescriptors();
     int failures = 0;
-    for (long allocations = 0, wholeInARow = 0; wholeInARow < 3; ++allocations) {
+    for (long allocations = 0, successesInARow = 0; successesInARow < 3; ++allocations) {
         ASSERT_LT(allocations, 1000);
         Tree tree;
         {
-            Wrapped wrapped;
+            WrappedLibc wrapped;
             wrapped.allocationsLeft = allocations;
-            wrapped.memoryReturns = memoryReturns;
+            wrapped.outOfMemory = outOfMemory;
             errno = 0;
             tree = listed(folder.path());
         }
@@ -109,10 +110,10 @@ void failEachAllocation(MemoryReturns memoryReturns) {
             EXPECT_EQ(errno, 0);
             EXPECT_EQ(mfs_fso_file_count(tree.get()), 3);
             EXPECT_STRNE(tree->owner, "Unknown");
-            ++wholeInARow;
+            ++successesInARow;
         } else {
             ASSERT_EQ(errno, ENOMEM) << allocations;
-            wholeInARow = 0;
+            successesInARow = 0;
             ++failures;
         }
         ASSERT_EQ(openDescriptors(), before);
@@ -120,22 +121,22 @@ void failEachAllocation(MemoryReturns memoryReturns) {
     EXPECT_GT(failures, 30);
 }
 
-TEST(ListingFault, OutOfMemoryFromAnyMomentOnLeavesNothingBehind) {
-    failEachAllocation(MemoryReturns::Never);
+TEST(ListingFault, PermanentLackOfMemoryLeaksNothing) {
+    failEachAllocation(OutOfMemory::Permanently);
 }
 
-TEST(ListingFault, OneAllocationThatFailsLeavesNothingBehind) {
-    failEachAllocation(MemoryReturns::AtOnce);
+TEST(ListingFault, ASingleFailedAllocationLeaksNothing) {
+    failEachAllocation(OutOfMemory::Once);
 }
 
-TEST(ListingFault, ARecordIsMadeWholeOrNotAtAll) {
+TEST(ListingFault, ARecordIsMadeCompletelyOrNotAtAll) {
     char *const owner = fresh("owner");
     char *const alias = fresh(" alias");
     for (long allocations = 0;; ++allocations) {
         ASSERT_LT(allocations, 100);
         mfs_fso *item = nullptr;
         {
-            Wrapped wrapped;
+            WrappedLibc wrapped;
             wrapped.allocationsLeft = allocations;
             item = mfs_fso_new(MFS_TYPE_DIRECTORY, MFS_LOCATION_LOCAL, 755, nullptr, "/a/b.c",
                                owner, nullptr, 1, 0, alias, "/a");
@@ -150,20 +151,20 @@ TEST(ListingFault, ARecordIsMadeWholeOrNotAtAll) {
     }
 }
 
-TEST(ListingFault, CallsGrowWithTheEntriesAndNotWithTheFacts) {
+TEST(ListingFault, CostsOneStatPerEntryAndOneLookupPerAccount) {
     const TemporaryFolder folder;
     for (int number = 0; number < 50; ++number)
         folder.file("file" + std::to_string(number));
     folder.link("link", "file1");
     folder.link("dangling", "nowhere");
-    Wrapped wrapped;
+    WrappedLibc wrapped;
     EXPECT_NE(listed(folder.path()), nullptr);
     EXPECT_EQ(wrapped.stats, 1 + 52 + 2) << "the folder, each entry, each link followed";
     EXPECT_EQ(wrapped.userLookups, 1);
     EXPECT_EQ(wrapped.groupLookups, 1);
 }
 
-TEST(ListingFault, NamesThatCannotBeLookedUpAreNotUnknown) {
+TEST(ListingFault, AFailedNameLookupDoesNotGiveUnknown) {
     const TemporaryFolder folder;
     folder.file("file");
     struct Row {
@@ -172,7 +173,7 @@ TEST(ListingFault, NamesThatCannotBeLookedUpAreNotUnknown) {
     };
     constexpr Row rows[] = {{ENOMEM, false}, {EMFILE, false}, {ENOENT, true}};
     for (const Row &row : rows) {
-        Wrapped wrapped;
+        WrappedLibc wrapped;
         wrapped.lookupErrors = {ERANGE, ERANGE, EINTR, row.error};
         const Tree tree = listed(folder.path());
         EXPECT_EQ(tree != nullptr, row.isListed);
@@ -180,11 +181,11 @@ TEST(ListingFault, NamesThatCannotBeLookedUpAreNotUnknown) {
             EXPECT_STREQ(tree->owner, "Unknown");
         else
             EXPECT_EQ(errno, row.error);
-        EXPECT_EQ(wrapped.userLookups, 4) << "asked again with more room and after a signal";
+        EXPECT_EQ(wrapped.userLookups, 4) << "retried with a larger buffer and after a signal";
     }
 }
 
-TEST(ListingFault, WhatWasSeenIsFoundAgainAndNothingElse) {
+TEST(ListingFault, SeenTableFindsExactlyItsKeys) {
     MWCore::SeenTable<int64_t> table;
     for (int64_t key = -5000; key < 5000; ++key)
         table.remember(key * 3, key);
@@ -195,7 +196,7 @@ TEST(ListingFault, WhatWasSeenIsFoundAgainAndNothingElse) {
     }
 }
 
-TEST(ListingFault, AStatThatIsMissingIsTraced) {
+TEST(ListingFault, AMissingStatIsTraced) {
     Trace trace;
     MWCore::StatConverter converter;
     EXPECT_EQ(MWCore::_stat_to_fso(nullptr, nullptr, "/some/path", converter), nullptr);
@@ -204,11 +205,11 @@ TEST(ListingFault, AStatThatIsMissingIsTraced) {
 
 TEST(ListingFault, UnknownIdsAreNamedUnknown) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "only root gives files away";
+        GTEST_SKIP() << "only root can give files away";
     const TemporaryFolder folder;
-    constexpr id_t kNobodys = 4'000'000'001;
+    constexpr id_t kUnassigned = 4'000'000'001;
     const std::string path = folder.file("file");
-    ASSERT_EQ(chown(path.c_str(), kNobodys, kNobodys), 0);
+    ASSERT_EQ(chown(path.c_str(), kUnassigned, kUnassigned), 0);
     const Tree item = listed(path);
     EXPECT_STREQ(item->owner, "Unknown");
     EXPECT_STREQ(item->group, "Unknown");

@@ -56,8 +56,8 @@ int targetTypeOf(const std::string &path) {
                                      : 0;
 }
 
-/// Compares a record with what stat and realpath say of the same path.
-void expectAsStatSays(const mfs_fso *item, const std::string &path) {
+/// Compares a record with the results of stat and realpath for the same path.
+void expectAgreesWithStat(const mfs_fso *item, const std::string &path) {
     SCOPED_TRACE(path);
     struct stat now;
     ASSERT_EQ(lstat(path.c_str(), &now), 0);
@@ -100,12 +100,12 @@ TEST(Listing, AgreesWithStatAndRealpathOnRealFolders) {
         ASSERT_NE(folder, nullptr) << path;
         for (const mfs_fso *const child : childrenOf(folder.get())) {
             EXPECT_EQ(child->parent, folder.get());
-            expectAsStatSays(child, path + "/" + child->name);
+            expectAgreesWithStat(child, path + "/" + child->name);
         }
     }
 }
 
-TEST(Listing, HoldsEveryNameOfAFolder) {
+TEST(Listing, ContainsEveryNameOfAFolder) {
     for (const std::string path : {"/", "/usr/bin", "/proc/self"}) {
         const Tree folder = listed(path);
         ASSERT_NE(folder, nullptr) << path;
@@ -155,15 +155,15 @@ TEST(Listing, DescribesEveryKindOfItem) {
 
     const Tree tree = listed(folder.path());
     for (const mfs_fso *const child : childrenOf(tree.get()))
-        expectAsStatSays(child, folder.at(child->name));
-    EXPECT_EQ(mfs_fso_subdirectory_count(tree.get()), 1) << "a link to a folder is no folder";
+        expectAgreesWithStat(child, folder.at(child->name));
+    EXPECT_EQ(mfs_fso_subdirectory_count(tree.get()), 1) << "a link to a folder is not a folder";
     EXPECT_EQ(childNamed(tree, "plain.txt")->permissions, 755);
     EXPECT_LT(childNamed(tree, "huge")->size, 0);
     EXPECT_STREQ(childNamed(tree, "plain.txt")->extension, "txt");
 }
 
-TEST(Listing, ALinkWithoutAPathSaysSo) {
-    // What this descriptor's link in /proc names is no path, yet it leads somewhere.
+TEST(Listing, ALinkWhoseTargetHasNoPathSaysSo) {
+    // This descriptor's link in /proc has a target, but its text is not a path.
     int ends[2];
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
     const Tree folder = listed("/proc/self/fd");
@@ -172,7 +172,7 @@ TEST(Listing, ALinkWithoutAPathSaysSo) {
     EXPECT_EQ(item->target_type, 0);
     EXPECT_STREQ(item->alias_location, "Link is broken. Use the finder to fix");
     EXPECT_STREQ(item->complete_alias_path, "/proc/self/fd/Link is broken. Use the finder to fix");
-    const TemporaryFolder place; // a link to a link, which no path can be
+    const TemporaryFolder place; // a descriptor of a link: the target is a link, which has no path
     const int link = open(place.link("link", "gone").c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
     const Tree again = listed("/proc/self/fd");
     EXPECT_EQ(childNamed(again, std::to_string(link))->target_type, 0);
@@ -181,7 +181,7 @@ TEST(Listing, ALinkWithoutAPathSaysSo) {
     close(ends[1]);
 }
 
-TEST(Listing, PathsKeepTheirShape) {
+TEST(Listing, PathsKeepTheirForm) {
     const TemporaryFolder folder;
     folder.folder("sub");
     folder.file("sub/x");
@@ -205,7 +205,7 @@ TEST(Listing, PathsKeepTheirShape) {
     std::filesystem::current_path(before);
 }
 
-TEST(Listing, TopLevelLinksAreFollowedAndItemsThemselvesAreNot) {
+TEST(Listing, FollowsALinkAtTheEndOfThePathUnlessAskedForTheItem) {
     const TemporaryFolder folder;
     folder.folder("sub");
     folder.file("sub/x");
@@ -225,12 +225,12 @@ TEST(Listing, TopLevelLinksAreFollowedAndItemsThemselvesAreNot) {
     EXPECT_EQ(errno, EDOM);
     for (const std::string &path : {link, dangling, folder.at("sub")}) {
         const Tree item(mfs_fso_get_local_item(path.c_str()));
-        expectAsStatSays(item.get(), path);
+        expectAgreesWithStat(item.get(), path);
         EXPECT_EQ(mfs_array_count(item->files), 0) << "not listed";
     }
 }
 
-TEST(Listing, NamesOfAnyBytesSurvive) {
+TEST(Listing, KeepsNamesOfAnyBytes) {
     const TemporaryFolder folder;
     const std::set<std::string> names = {
         std::string(255, 'n'), "\xff\xfe", "a\nb", "\x1b[31m", " lead", "trail ", "-rf", "\\", "é",
@@ -246,7 +246,7 @@ TEST(Listing, NamesOfAnyBytesSurvive) {
     EXPECT_EQ(found, names);
 }
 
-TEST(Listing, PathsBeyondTheSystemsLimitAreReached) {
+TEST(Listing, ReachesPathsBeyondTheSystemsLimit) {
     const TemporaryFolder folder;
     const std::string step(200, 'd');
     std::string path = folder.path();
@@ -276,7 +276,7 @@ TEST(Listing, PathsBeyondTheSystemsLimitAreReached) {
     EXPECT_EQ(errno, ENAMETOOLONG);
 }
 
-TEST(Listing, WhatCannotBeExaminedIsTracedAndNull) {
+TEST(Listing, AnItemThatCannotBeExaminedIsTracedAndNull) {
     Trace trace;
     const TemporaryFolder folder;
     const std::string file = folder.file("file");
@@ -304,7 +304,7 @@ TEST(Listing, WhatCannotBeExaminedIsTracedAndNull) {
     EXPECT_EQ(trace.take(), "") << "silenced";
 }
 
-TEST(Listing, RightsOfAFolderDecideWhatIsKnown) {
+TEST(Listing, PermissionsOfAFolderLimitItsListing) {
     const TemporaryFolder folder;
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
     for (const char *const name : {"unreadable", "unsearchable", "closed"}) {
@@ -320,11 +320,11 @@ TEST(Listing, RightsOfAFolderDecideWhatIsKnown) {
                   return tree && childrenOf(tree.get()).empty() && errno == EACCES ? 0 : 1;
               }),
               0)
-        << "a folder that cannot be opened comes without children";
+        << "a folder that cannot be opened has no children";
     ASSERT_EQ(
         runAsNobody([&] { return !listed(folder.at("unsearchable")) && errno == EACCES ? 0 : 1; }),
         0)
-        << "one child that cannot be examined is enough";
+        << "a single child that cannot be examined fails the listing";
     ASSERT_EQ(runAsNobody([&] {
                   const Trace quiet;
                   return !listed(folder.at("closed/x")) && errno == EACCES ? 0 : 1;
@@ -339,13 +339,13 @@ TEST(Listing, PathsThatBeginWithDevAreNotListed) {
     EXPECT_TRUE(childrenOf(devices.get()).empty());
     const Tree null = listed("/dev/null");
     EXPECT_EQ(null->type, MFS_TYPE_OTHER);
-    EXPECT_FALSE(childrenOf(listed("//dev").get()).empty()) << "other letters, another path";
+    EXPECT_FALSE(childrenOf(listed("//dev").get()).empty()) << "begins with other characters";
     const TemporaryFolder folder;
     folder.folder("devices");
     folder.file("devices/x");
     EXPECT_EQ(childrenOf(listed(folder.at("devices")).get()).size(), 1U);
     if (geteuid() != 0)
-        GTEST_SKIP() << "only root makes a folder the root";
+        GTEST_SKIP() << "only root can call chroot";
     EXPECT_EQ(runForked([&] {
                   return chroot(folder.path().c_str()) == 0 &&
                                  childrenOf(listed("/devices").get()).empty() &&
@@ -354,10 +354,10 @@ TEST(Listing, PathsThatBeginWithDevAreNotListed) {
                              : 1;
               }),
               0)
-        << "the four letters decide, not the component";
+        << "the four characters decide, not the component";
 }
 
-TEST(Listing, LeavesErrnoAndDescriptorsAsTheyWere) {
+TEST(Listing, LeavesErrnoAndDescriptorsUnchanged) {
     const auto openDescriptors = [] {
         return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
     };
@@ -366,13 +366,13 @@ TEST(Listing, LeavesErrnoAndDescriptorsAsTheyWere) {
     folder.link("dangling", "nowhere");
     errno = EDOM;
     EXPECT_NE(listed(folder.path()), nullptr);
-    EXPECT_EQ(errno, EDOM) << "an empty or partly unresolvable folder is no error";
+    EXPECT_EQ(errno, EDOM) << "a broken link is not an error";
     EXPECT_EQ(openDescriptors(), before);
 }
 
-TEST(Listing, AHundredTreesOfAFullFolderLeaveNothing) {
+TEST(Listing, AHundredListingsLeakNothing) {
     for (int round = 0; round < 100; ++round)
-        ASSERT_NE(listed("/usr/share"), nullptr); // the leak check of the sanitizer run judges
+        ASSERT_NE(listed("/usr/share"), nullptr); // AddressSanitizer detects leaks
 }
 
 } // namespace

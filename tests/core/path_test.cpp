@@ -36,7 +36,7 @@ TEST(Path, SplitsAtTheLastSlash) {
     }
 }
 
-TEST(Path, OnlyTheRootItselfGivesTheSharedText) {
+TEST(Path, OnlyTheRootGivesTheSharedText) {
     EXPECT_EQ(mfs_path_without_last_component("/"), mfs_path_root);
     EXPECT_EQ(mfs_parent_of_path("/"), mfs_path_root);
     for (char *const text :

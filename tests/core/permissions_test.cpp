@@ -24,21 +24,21 @@ TEST(Permissions, NumberIsReadFromTheLeft) {
     struct Row {
         const char *what;
         int32_t number;
-        int mode; ///< and with it the flags
+        int mode;
         const char *text;
     };
     constexpr Row rows[] = {
         {"three digits", 755, 0755, "rwxr-xr-x"},
         {"two digits are group, others", 55, 0055, "---r-xr-x"},
         {"one digit is the owner", 7, 0700, "rwx"},
-        {"nothing", 0, 0, "---"},
+        {"zero", 0, 0, "---"},
         {"four digits: the first three", 4755, 0475, "r--rwxr-x"},
         {"a digit that is not octal", 48, 0040, "---r--"},
-        {"only one that is not octal", 8, 0, ""},
-        {"one in the middle", 787, 0707, "rwxrwx"},
-        {"the sign of two characters", -1, 0001, "-----x"},
-        {"the sign of three characters", -75, 0075, "rwxr-x"},
-        {"the longest", INT32_MIN, 0021, "-w---x"},
+        {"only a digit that is not octal", 8, 0, ""},
+        {"a middle digit that is not octal", 787, 0707, "rwxrwx"},
+        {"a sign and one digit", -1, 0001, "-----x"},
+        {"a sign and two digits", -75, 0075, "rwxr-x"},
+        {"the longest number", INT32_MIN, 0021, "-w---x"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.what);
@@ -47,14 +47,14 @@ TEST(Permissions, NumberIsReadFromTheLeft) {
     }
 }
 
-TEST(Permissions, EveryModeGoesRoundThroughNumberFlagsAndText) {
+TEST(Permissions, EveryModeSurvivesConversionToNumberFlagsAndText) {
     for (uint32_t mode = 0; mode <= 0777; ++mode) {
         const int32_t number = mfs_get_perms_from_mode(mode);
         char octal[8];
         std::snprintf(octal, sizeof octal, "%o", mode);
         ASSERT_EQ(number, std::atoi(octal));
         if (mode < 010)
-            continue; // one digit is read as the owner's
+            continue; // a single digit is the owner's
         ASSERT_EQ(mfs_permissions_octal_to_mode(number), mode);
         const mfs_perms flags = flagsOf(number);
         ASSERT_EQ(mfs_permissions_perms_to_octal(&flags), number);
@@ -65,7 +65,7 @@ TEST(Permissions, EveryModeGoesRoundThroughNumberFlagsAndText) {
     }
 }
 
-TEST(Permissions, FlagsStandFromTheLowestBitUp) {
+TEST(Permissions, FlagsStartAtTheLowestBit) {
     mfs_perms flags{};
     flags.owner_read = 1;
     EXPECT_EQ(wordOf(flags), 1U);
@@ -76,7 +76,7 @@ TEST(Permissions, FlagsStandFromTheLowestBitUp) {
     EXPECT_EQ(mfs_permissions_perms_to_octal(nullptr), 0);
 }
 
-TEST(Permissions, ToggleFlipsOneFlagAndKnowsNine) {
+TEST(Permissions, ToggleFlipsOneOfNineFlags) {
     mfs_perms flags = flagsOf(644);
     mfs_toggle_permission(4, &flags);
     EXPECT_EQ(mfs_permissions_perms_to_octal(&flags), 664);
@@ -88,7 +88,7 @@ TEST(Permissions, ToggleFlipsOneFlagAndKnowsNine) {
     EXPECT_EQ(wordOf(flags), wordOf(flagsOf(644)));
 }
 
-TEST(Permissions, ListingTextCountsLettersAndNeedsTen) {
+TEST(Permissions, ListingTextNeedsTenCharactersAndCountsLetters) {
     struct Row {
         const char *text;
         int32_t number;
@@ -103,7 +103,7 @@ TEST(Permissions, ListingTextCountsLettersAndNeedsTen) {
     EXPECT_EQ(mfs_permissions_string_to_octal(nullptr), -1);
 }
 
-TEST(Permissions, SpecialBitsAreSplitOffEveryMode) {
+TEST(Permissions, SpecialBitsAreSeparatedFromEveryMode) {
     for (uint32_t mode = 0; mode <= 07777; ++mode) {
         unsigned char sticky = 9;
         unsigned char setgid = 9;

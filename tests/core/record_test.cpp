@@ -81,7 +81,7 @@ TEST(Record, AliasIsTrimmedAndMadeAbsoluteInTheGivenParent) {
     }
 }
 
-TEST(Record, AdoptsItsTextsAndFreesNothingButItself) {
+TEST(Record, OwnsItsTextsAndDestroyFreesOnlyTheRecord) {
     char *const texts[] = {fresh("date"), fresh("owner"), fresh("group"), fresh("/target")};
     mfs_fso *const item = mfs_fso_new(MFS_TYPE_LINK, MFS_LOCATION_REMOTE, 777, texts[0], "/x/y.z",
                                       texts[1], texts[2], 1, -1, texts[3], nullptr);
@@ -141,7 +141,7 @@ TEST(Record, OnlyDirectoriesTakeChildren) {
     EXPECT_EQ(trace.take(), "Entering mfs_fso_next_item\nDumb ass programmer detected\n");
 }
 
-TEST(Record, SubitemIndexIncludesTheCount) {
+TEST(Record, SubitemIndexMayEqualTheCount) {
     Trace trace;
     const Tree folder = folderOf(2, 1);
     EXPECT_STREQ(mfs_fso_get_subitem_at_index(folder.get(), 1, 0)->name, "f1");
@@ -155,7 +155,7 @@ TEST(Record, SubitemIndexIncludesTheCount) {
     }
 }
 
-TEST(Record, IterationGoesThroughFilesThenFoldersAfterEachReset) {
+TEST(Record, IterationVisitsFilesThenFoldersAfterEachReset) {
     Trace trace;
     const Tree folder = folderOf(1, 1);
     for (int round = 0; round < 2; ++round) {
@@ -178,7 +178,7 @@ TEST(Record, IterationGoesThroughFilesThenFoldersAfterEachReset) {
                             "There are no items in this directory\n");
 }
 
-TEST(Record, IterationWithoutResetComesToNullBetweenTheArrays) {
+TEST(Record, IterationWithoutResetReturnsNullBetweenTheArrays) {
     Trace trace;
     const Tree folder = folderOf(2, 2);
     std::string names;
@@ -190,7 +190,7 @@ TEST(Record, IterationWithoutResetComesToNullBetweenTheArrays) {
     EXPECT_EQ(trace.take().find("out of range"), std::string::npos);
 }
 
-TEST(Record, TreesOfAnyDepthAndBranchesGoWhole) {
+TEST(Record, DestroysTreesOfAnyDepthAndSingleBranches) {
     Tree top = record(MFS_TYPE_DIRECTORY, "/top", nullptr);
     mfs_fso *deepest = top.get();
     for (int depth = 0; depth < 100'000; ++depth) {

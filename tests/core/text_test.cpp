@@ -27,7 +27,7 @@ TEST(Text, BlanksAreCountedAndTrimmed) {
     EXPECT_EQ(mfs_string_back_spaces(nullptr), 0);
 }
 
-TEST(Text, ExtensionIsWhatFollowsTheLastDotButTheFirstCharacter) {
+TEST(Text, ExtensionFollowsTheLastDotUnlessItIsLeading) {
     struct Row {
         const char *name;
         std::optional<std::string> extension;
@@ -53,11 +53,11 @@ TEST(Text, ExtensionIsWhatFollowsTheLastDotButTheFirstCharacter) {
     EXPECT_EQ(mfs_string_get_extension(nullptr), nullptr);
 }
 
-TEST(Text, ExtensionOfKnownLengthIsCopiedOnlyBehindADot) {
+TEST(Text, ExtensionOfKnownLengthIsCopiedOnlyAfterADot) {
     struct Row {
         const char *name;
         int length;
-        const char *copied; ///< null when nothing is to be written
+        const char *copied; ///< null if nothing must be written
     };
     constexpr Row rows[] = {
         {"photo.jpg \n", 4, "jpg"}, {"photo.jpg", 3, nullptr}, {".profile", 8, "profile"},
@@ -74,7 +74,7 @@ TEST(Text, ExtensionOfKnownLengthIsCopiedOnlyBehindADot) {
     }
 }
 
-TEST(Text, SizeHasUnequalThresholds) {
+TEST(Text, SizeUnitsHaveUnevenThresholds) {
     struct Row {
         int64_t bytes;
         const char *text;

@@ -11,7 +11,7 @@
 #include <pwd.h>
 #include <sys/stat.h>
 
-// The linker sends NAME to __wrap_NAME and __real_NAME to NAME.
+// The linker resolves NAME to __wrap_NAME and __real_NAME to NAME.
 #if __SIZEOF_POINTER__ == 4
 #define REAL_FSTATAT __real___fstatat64_time64
 #define WRAP_FSTATAT __wrap___fstatat64_time64
@@ -26,28 +26,28 @@
 
 namespace {
 
-Wrapped *active = nullptr;
+WrappedLibc *active = nullptr;
 
-/// Whether this allocation is to fail.
-bool outOfMemory() {
+/// Whether the current allocation must fail.
+bool mustFailAllocation() {
     if (!active || active->allocationsLeft < 0)
         return false;
     if (active->allocationsLeft > 0) {
         --active->allocationsLeft;
         return false;
     }
-    if (active->memoryReturns == MemoryReturns::AtOnce)
+    if (active->outOfMemory == OutOfMemory::Once)
         active->allocationsLeft = -1;
     return true;
 }
 
 } // namespace
 
-Wrapped::Wrapped() {
+WrappedLibc::WrappedLibc() {
     active = this;
 }
 
-Wrapped::~Wrapped() {
+WrappedLibc::~WrappedLibc() {
     active = nullptr;
 }
 
@@ -55,7 +55,7 @@ extern "C" {
 
 void *__real_malloc(std::size_t size);
 void *__wrap_malloc(std::size_t size) {
-    if (!outOfMemory())
+    if (!mustFailAllocation())
         return __real_malloc(size);
     errno = ENOMEM;
     return nullptr;
@@ -63,7 +63,7 @@ void *__wrap_malloc(std::size_t size) {
 
 void *__real_realloc(void *block, std::size_t size);
 void *__wrap_realloc(void *block, std::size_t size) {
-    if (!outOfMemory())
+    if (!mustFailAllocation())
         return __real_realloc(block, size);
     errno = ENOMEM;
     return nullptr;

@@ -8,25 +8,26 @@
 #include <string>
 #include <vector>
 
-/// Whether memory that has run out is there again for the next allocation.
-enum class MemoryReturns { Never, AtOnce };
+/// How many allocations fail once memory has run out.
+enum class OutOfMemory { Permanently, Once };
 
-/// What stands between the core and libc in this program. Everything is as libc does it until a
-/// test says otherwise, and again once its Wrapped goes.
-struct Wrapped {
-    Wrapped();
-    Wrapped(const Wrapped &) = delete;
-    Wrapped &operator=(const Wrapped &) = delete;
-    ~Wrapped();
+/// Controls the libc functions that the linker wraps in this program. The fields change their
+/// behaviour; without an object they behave as usual. Only one may exist at a time.
+struct WrappedLibc {
+    WrappedLibc();
+    WrappedLibc(const WrappedLibc &) = delete;
+    WrappedLibc &operator=(const WrappedLibc &) = delete;
+    ~WrappedLibc();
 
-    std::optional<int64_t> now; ///< what time() answers
-    long allocationsLeft = -1;  ///< then memory has run out; negative for never
-    MemoryReturns memoryReturns = MemoryReturns::Never;
-    int entriesLeft = -1; ///< from then on readdir() fails with EIO; negative for never
-    std::function<int(std::string)> statError; ///< errno for a stat of that name, or 0
-    std::vector<int> lookupErrors;             ///< of the first look-ups of users, in order
+    std::optional<int64_t> now; ///< the result of time(), if set
+    long allocationsLeft = -1;  ///< until memory runs out; negative: no limit
+    OutOfMemory outOfMemory = OutOfMemory::Permanently;
+    int entriesLeft = -1; ///< until readdir() fails with EIO; negative: no limit
+    std::function<int(std::string)> statError; ///< the `errno` value for a stat of the name, or 0
+    std::vector<int> lookupErrors;             ///< results of the first user lookups, in order
 
-    int stats = 0; ///< calls so far
+    // Numbers of calls so far.
+    int stats = 0;
     int userLookups = 0;
     int groupLookups = 0;
 };

@@ -7,8 +7,8 @@
 
 using namespace MWCore;
 
-/// Records, the addresses beside them and the table of mounts: what is read once is read again from
-/// what was written of it.
+/// Alias records, file URLs and the mount table: a parsed record or URL that is written and parsed
+/// again must be the same.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     const QByteArray input = inputBytes(data, size);
     if (const auto record = AliasRecord::parse(input)) {

@@ -9,7 +9,7 @@ using namespace MWCore;
 
 namespace {
 
-/// The contents by id, first of each, without the one that is about to change.
+/// The first content of each id, except for @p changing.
 std::map<uint32_t, QByteArray> contentsBut(const AppleDouble &file, uint32_t changing) {
     std::map<uint32_t, QByteArray> contents;
     const auto size = static_cast<uint64_t>(file.bytes().size());
@@ -21,9 +21,10 @@ std::map<uint32_t, QByteArray> contentsBut(const AppleDouble &file, uint32_t cha
     return contents;
 }
 
-/// What was written is read back, and nothing else changed but, where room was made, the places in
-/// an attribute block, which are counted from the start of the file.
-void replaceAndLook(AppleDouble &file, AppleDoubleId id, const QByteArray &content) {
+/// Replaces a content and checks that it is read back and that all others are unchanged. A new
+/// entry moves an attribute block, whose offsets count from the start of the file and so may
+/// change.
+void replaceAndCheck(AppleDouble &file, AppleDoubleId id, const QByteArray &content) {
     auto before = contentsBut(file, id);
     const bool isNew = file.content(id).isNull();
     file.replace(id, content);
@@ -50,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     file->overwrite(kFinderInfoEntry, QByteArray(32, 'i'));
     require(file->content(kFinderInfoEntry).startsWith(QByteArray(32, 'i')));
     for (const qsizetype length : {70, 3, 0, 200, 200})
-        replaceAndLook(*file, kResourceForkEntry, QByteArray(length, 'f'));
-    replaceAndLook(*file, kFinderInfoEntry, QByteArray(40, 'j'));
+        replaceAndCheck(*file, kResourceForkEntry, QByteArray(length, 'f'));
+    replaceAndCheck(*file, kFinderInfoEntry, QByteArray(40, 'j'));
     return 0;
 }

@@ -7,12 +7,12 @@
 
 using MWCore::DesktopEntry;
 
-/// Whatever the file holds: a value that is set is read back, one that was there can be set again,
-/// and where a key was new, removing it leaves what was there, perhaps with a line end or a group
-/// behind it.
+/// For any input: a value that is set is read back, and an existing value can be set again.
+/// Removing a key that was new leaves the original bytes, perhaps followed by a line end or a
+/// group.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     constexpr auto kMain = DesktopEntry::kMainGroup;
-    constexpr qsizetype kItems = 8; // each is a pass
+    constexpr qsizetype kItems = 8; // each costs a pass over the entry
     const QByteArray input = inputBytes(data, size);
     DesktopEntry entry(input);
     const auto before = entry.value(kMain, "Name");

@@ -8,15 +8,15 @@
 
 #include <QByteArray>
 
-/// What a fuzz target is: called with any input, always returns 0.
+/// The fuzz target: called with any input, always returns 0.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size);
 
-/// The input, where the operation under test wants it whole.
+/// The input as one array.
 inline QByteArray inputBytes(const uint8_t *data, std::size_t size) {
     return {reinterpret_cast<const char *>(data), static_cast<qsizetype>(size)};
 }
 
-/// Ends the program, which makes the input a finding.
+/// Aborts unless @p holds, which reports the input as a finding.
 inline void require(bool holds) {
     if (!holds)
         std::abort();

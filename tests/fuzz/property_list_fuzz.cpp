@@ -8,7 +8,7 @@
 
 namespace {
 
-/// How many values @p value holds, itself included. No list is nested deeper than promised.
+/// The number of values in @p value, including itself. Checks the limit on nesting as well.
 std::size_t countOf(const QVariant &value, int depth) {
     require(depth <= MWCore::kPropertyListDepth);
     std::size_t count = 1;
@@ -23,7 +23,7 @@ std::size_t countOf(const QVariant &value, int depth) {
 
 } // namespace
 
-/// A program that goes through all that was read is never busy longer than the input justifies.
+/// The parsed list never has more values than the length of the input justifies.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     constexpr std::size_t kValuesPerByte = 8;
     const QVariant list = MWCore::readPropertyList(inputBytes(data, size));

@@ -16,7 +16,7 @@ std::string contentOf(const std::filesystem::path &path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Each input in memory of exactly its size, so that a read beyond it is seen.
+/// Runs one input in an allocation of its exact size, so that a read beyond its end is detected.
 void replay(const std::filesystem::path &path) {
     const std::string content = contentOf(path);
     const std::vector<uint8_t> input(content.begin(), content.end());
@@ -25,7 +25,7 @@ void replay(const std::filesystem::path &path) {
 
 } // namespace
 
-/// Gives every file of the folder that is the last argument to the fuzz target.
+/// Runs the fuzz target on every file in a folder, which is the last argument.
 int main(int count, char **arguments) {
     int replayed = 0;
     for (const auto &entry : std::filesystem::directory_iterator(arguments[count - 1])) {

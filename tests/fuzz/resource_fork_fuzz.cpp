@@ -11,7 +11,7 @@ using namespace MWCore;
 
 namespace {
 
-/// Nothing when it is not in the fork.
+/// The first resource of @p type; nullopt if there is none.
 std::optional<QByteArrayView> firstOfType(QByteArrayView fork, uint32_t type) {
     const auto areas = forkAreasOf(fork.first(std::min(fork.size(), ForkAreas::kHeadLength)),
                                    static_cast<uint64_t>(fork.size()));
@@ -23,8 +23,8 @@ std::optional<QByteArrayView> firstOfType(QByteArrayView fork, uint32_t type) {
 
 } // namespace
 
-/// A fork that can be read can be written and read again with the same resources, and never holds
-/// more than its bytes justify. The first resource of a type is found without the others.
+/// A parsed fork can be written and parsed again with the same resources, and holds no more bytes
+/// than the input justifies. The first resource of a type is found without parsing the others.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     const QByteArray fork = inputBytes(data, size);
     auto map = ResourceMap::parse(fork);

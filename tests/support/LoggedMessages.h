@@ -7,18 +7,19 @@
 #include <QString>
 #include <QStringList>
 
-/// What reaches Qt's log while this lives, "category: message" an entry. One at a time.
+/// Captures Qt's log messages during its lifetime, each as "category: message". Only one may exist
+/// at a time.
 class LoggedMessages {
 public:
     LoggedMessages() {
-        messages_.clear(); // what an earlier one left
+        messages_.clear(); // left by an earlier object
         before_ = qInstallMessageHandler(record);
     }
     LoggedMessages(const LoggedMessages &) = delete;
     LoggedMessages &operator=(const LoggedMessages &) = delete;
     ~LoggedMessages() { qInstallMessageHandler(before_); }
 
-    /// Everything since this began to live, or since the last call.
+    /// The messages since construction or the last call.
     static QStringList take() { return std::exchange(messages_, {}); }
 
 private:

@@ -13,12 +13,12 @@
 
 namespace {
 
-/// Moves this process to mounts of its own, once. 0 or an `errno` value.
-int leaveTheMountsOfOthers() {
+/// Gives this process a mount namespace of its own, once. Returns 0 or an `errno` value.
+int unshareMounts() {
     static const int error = [] {
-        const bool left = unshare(CLONE_NEWNS) == 0 &&
-                          mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-        return left ? 0 : errno;
+        const bool isUnshared = unshare(CLONE_NEWNS) == 0 &&
+                                mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+        return isUnshared ? 0 : errno;
     }();
     return error;
 }
@@ -27,9 +27,9 @@ int leaveTheMountsOfOthers() {
 
 MountedFolder::MountedFolder(const std::string &type, const std::string &options)
     : path_(folder_.folder("mounted")) {
-    chmod(folder_.path().c_str(), 0755); // others may come as far as what is mounted
-    if (const int error = leaveTheMountsOfOthers()) {
-        obstacle_ = std::string("no mounts of one's own: ") + strerror(error);
+    chmod(folder_.path().c_str(), 0755); // lets other users reach the mount
+    if (const int error = unshareMounts()) {
+        obstacle_ = std::string("no mount namespace of our own: ") + strerror(error);
         return;
     }
     const std::string image = folder_.at("image");

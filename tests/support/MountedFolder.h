@@ -6,8 +6,8 @@
 
 #include <string>
 
-/// A file system of one test's own, mounted where only this process and its children see it, and
-/// gone with them.
+/// A file system for a single test, mounted where only this process and its children see it. It
+/// disappears with them.
 class MountedFolder {
 public:
     /// @p type is "tmpfs", "ramfs" or, made on a loop device, "ext4", "xfs", "btrfs"; @p options
@@ -17,13 +17,13 @@ public:
     MountedFolder &operator=(const MountedFolder &) = delete;
     ~MountedFolder();
 
-    /// Why it could not be mounted: the machine may forbid it. Empty when it was.
+    /// Why it could not be mounted (the machine may forbid it); empty if it is mounted.
     [[nodiscard]] const std::string &obstacle() const { return obstacle_; }
 
     [[nodiscard]] const std::string &path() const { return path_; }
     [[nodiscard]] std::string at(const std::string &name) const { return path_ + "/" + name; }
 
-    /// Mounts it again with other options, such as "ro"; whether that worked.
+    /// Remounts it with other options, such as "ro"; returns whether that succeeded.
     [[nodiscard]] bool remount(const std::string &options) const;
 
 private:

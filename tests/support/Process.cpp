@@ -17,28 +17,28 @@
 
 namespace {
 
-void giveUpRoot() {
+void dropRoot() {
     constexpr uid_t kNobody = 65534;
     if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
         std::abort();
 }
 
-/// A descriptor from which @p text can be read.
-int sourceOf(const std::string &text) {
-    const int source = memfd_create("input", 0);
-    if (write(source, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
-        throw std::runtime_error("no input");
-    lseek(source, 0, SEEK_SET);
-    return source;
+/// A new descriptor that reads @p text.
+int openText(const std::string &text) {
+    const int descriptor = memfd_create("input", 0);
+    if (write(descriptor, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        throw std::runtime_error("cannot write the input");
+    lseek(descriptor, 0, SEEK_SET);
+    return descriptor;
 }
 
-[[noreturn]] void become(std::vector<std::string> &command, const ProcessOptions &options) {
+[[noreturn]] void execute(std::vector<std::string> &command, const ProcessOptions &options) {
     for (const std::string &variable : options.environment)
         putenv(const_cast<char *>(variable.c_str()));
     if (!options.workingFolder.empty() && chdir(options.workingFolder.c_str()) != 0)
         _exit(126);
     if (options.asNobody)
-        giveUpRoot();
+        dropRoot();
     std::vector<char *> arguments;
     for (std::string &argument : command)
         arguments.push_back(argument.data());
@@ -53,7 +53,7 @@ int statusOf(pid_t process) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-/// Reads both descriptors to their ends; a terminal ends with an error.
+/// Reads both descriptors to their ends and closes them; a terminal ends with an error.
 void readBoth(std::array<pollfd, 2> sources, std::array<std::string *, 2> texts) {
     while (sources[0].fd >= 0 || sources[1].fd >= 0) {
         poll(sources.data(), sources.size(), -1);
@@ -81,15 +81,15 @@ ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions 
     const int opened = onTerminal ? openpty(&output[0], &output[1], nullptr, nullptr, nullptr)
                                   : pipe2(output, O_CLOEXEC);
     if (opened != 0 || (!onTerminal && pipe2(complaints, O_CLOEXEC) != 0))
-        throw std::runtime_error("no pipe");
+        throw std::runtime_error("cannot open a pipe");
 
-    const int input = sourceOf(options.input);
+    const int input = openText(options.input);
     const pid_t process = fork();
     if (process == 0) {
         dup2(input, STDIN_FILENO);
         dup2(output[1], STDOUT_FILENO);
         dup2(onTerminal ? output[1] : complaints[1], STDERR_FILENO);
-        become(command, options);
+        execute(command, options);
     }
     close(input);
     close(output[1]);
@@ -105,11 +105,11 @@ ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions 
 int runForked(const std::function<int()> &work) {
     const pid_t process = fork();
     if (process == 0) {
-        // Nothing of the parent's may be cleaned up here.
+        // _exit() runs no cleanup: that is the parent's.
         try {
             _exit(work());
         } catch (const std::exception &failure) {
-            std::fprintf(stderr, "in a process of its own: %s\n", failure.what());
+            std::fprintf(stderr, "in the forked process: %s\n", failure.what());
             _exit(99);
         }
     }
@@ -118,7 +118,7 @@ int runForked(const std::function<int()> &work) {
 
 int runAsNobody(const std::function<int()> &work) {
     return runForked([&work] {
-        giveUpRoot();
+        dropRoot();
         return work();
     });
 }

@@ -16,7 +16,7 @@ SilentMount::SilentMount(const std::string &path, const std::string &source)
     const std::string options =
         "fd=" + std::to_string(connection_) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
     if (connection_ < 0 || mount(source.c_str(), path.c_str(), "fuse", 0, options.c_str()) != 0)
-        obstacle_ = std::string("no file system of a program's: ") + strerror(errno);
+        obstacle_ = std::string("cannot mount a FUSE file system: ") + strerror(errno);
 }
 
 SilentMount::~SilentMount() {

@@ -5,9 +5,9 @@
 #include <functional>
 #include <string>
 
-/// A FUSE file system whose program never answers, as one whose server is gone. Mounted by a
-/// process that has mounts of its own (MountedFolder); it goes with this object, and whoever waits
-/// for it is let go.
+/// A FUSE file system whose program never answers, as if its server were gone. The process must
+/// have a mount namespace of its own (MountedFolder). The destructor unmounts it and so releases
+/// any process that waits for it.
 class SilentMount {
 public:
     explicit SilentMount(const std::string &path, const std::string &source = "/dev/sdx");
@@ -15,7 +15,7 @@ public:
     SilentMount &operator=(const SilentMount &) = delete;
     ~SilentMount();
 
-    /// Why it could not be mounted: the machine may forbid it. Empty when it was.
+    /// Why it could not be mounted (the machine may forbid it); empty if it is mounted.
     [[nodiscard]] const std::string &obstacle() const { return obstacle_; }
 
 private:
@@ -24,5 +24,5 @@ private:
     int connection_ = -1;
 };
 
-/// As runForked(), but a process that waits for ever is ended: then the result is above 127.
+/// As runForked(), but ends a process that hangs; the result is then above 127.
 int runGuarded(const std::function<int()> &work);

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-/// A folder of one test's own, removed with everything in it. What cannot be made fails the test
-/// by an exception.
+/// A folder for a single test. The destructor removes it with its contents. An item that cannot be
+/// made fails the test by an exception.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -14,7 +14,7 @@ public:
     TemporaryFolder &operator=(const TemporaryFolder &) = delete;
     ~TemporaryFolder();
 
-    /// Without links and without "/" at the end.
+    /// Without links and without a trailing "/".
     [[nodiscard]] const std::string &path() const { return path_; }
 
     /// The path of @p name in the folder.

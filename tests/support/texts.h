@@ -11,7 +11,8 @@
 #include <optional>
 #include <string>
 
-/// A text that an operation handed out, freed here; nothing for null. The shared root stays.
+/// Copies and frees a text that an operation returned; nullopt for null. Does not free the shared
+/// root.
 inline std::optional<std::string> taken(char *text) {
     if (!text)
         return std::nullopt;
@@ -21,14 +22,14 @@ inline std::optional<std::string> taken(char *text) {
     return copy;
 }
 
-/// A fresh C copy, for operations that adopt.
+/// A new C string, for operations that take ownership of it.
 inline char *fresh(const char *text) {
     return text ? strdup(text) : nullptr;
 }
 
 using Tree = MWCore::RecordTree;
 
-/// What the library traces while this lives.
+/// Captures the library's trace lines during its lifetime.
 class Trace {
 public:
     Trace() : stream_(open_memstream(&text_, &size_)), before_(mfs_set_trace_stream(stream_)) {}
@@ -40,7 +41,7 @@ public:
         std::free(text_);
     }
 
-    /// Everything since the last call.
+    /// The lines since the last call.
     std::string take() {
         std::fflush(stream_);
         std::string text(text_ + taken_, size_ - taken_);

@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: MIT */
 /* SPDX-FileCopyrightText: The MWCore authors */
-/* Counts what is in a folder. */
+/* Prints the number of items in a folder. */
 #include <MWCore/mfs.h>
 
 #include <stdio.h>

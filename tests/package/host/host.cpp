@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Labels the item at the path given, and prints where its alias leads after it was renamed.
+// Labels the item at the given path, renames it, and prints the path that its alias resolves to.
 #include <MWCore/Aliases.h>
 #include <MWCore/Bundle.h>
 #include <MWCore/FileCatalogue.h>
