@@ -14,8 +14,9 @@ namespace {
 
 constexpr const char *kLabel = "link target";
 
-/// resolvedPath() from the kernel's name of an open descriptor, which @p path of any length allows.
-Text pathOfDescriptor(const char *path) {
+/// As realpath(3), but for a path of any length: opens the item and reads the path that the kernel
+/// reports for the descriptor.
+Text realpathByDescriptor(const char *path) {
     const ReachablePath place(path);
     if (!place)
         return nullptr;
@@ -36,7 +37,7 @@ Text pathOfDescriptor(const char *path) {
 Text resolvedPath(const char *path) {
     Text resolved(realpath(path, nullptr));
     if (!resolved && errno == ENAMETOOLONG)
-        resolved = pathOfDescriptor(path);
+        resolved = realpathByDescriptor(path);
     return resolved;
 }
 
