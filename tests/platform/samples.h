@@ -9,7 +9,7 @@
 
 #include <sys/xattr.h>
 
-/// Samples of foreign metadata, put together byte by byte as other programs write them.
+/// Samples of foreign metadata, built byte by byte as other programs write them.
 namespace samples {
 
 inline QByteArray hex(const char *text) {
@@ -28,14 +28,14 @@ inline QByteArray number16(uint16_t number) {
     return hex(QByteArray::number(number, 16).rightJustified(4, '0'));
 }
 
-/// 32 bytes of Finder information: 'TEXT', 'ttxt', the flags, a place, and something in the
+/// 32 bytes of Finder information: 'TEXT', 'ttxt', the flags, a location, and something in the
 /// extended part.
 inline QByteArray finderInfo(uint16_t flags) {
     return "TEXTttxt" + number16(flags) + hex("00100020") + zeros(2) + hex("0102030405060708") +
            zeros(8);
 }
 
-/// The AppleDouble record that Netatalk keeps in an extended attribute, eight entries, 402 bytes.
+/// The AppleDouble record that Netatalk stores in an extended attribute: eight entries, 402 bytes.
 inline QByteArray netatalkRecord(uint16_t flags) {
     struct Entry {
         uint32_t id, offset, length;
@@ -52,14 +52,14 @@ inline QByteArray netatalkRecord(uint16_t flags) {
            "svid";
 }
 
-/// The AFP information that Samba's vfs_fruit keeps; some versions store a byte more.
+/// The AFP information that Samba's vfs_fruit stores; some versions store a byte more.
 inline QByteArray afpInfo(uint16_t flags, bool withTrailingByte) {
     return "AFP" + zeros(1) + hex("00000100") + zeros(4) + hex("80000000") + finderInfo(flags) +
            hex("060708090a0b") + zeros(6) + (withTrailingByte ? zeros(1) : QByteArray());
 }
 
-/// One attribute of the name "user.mwcore.note" in the block behind the Finder information, whose
-/// places are counted from the start of the file.
+/// One attribute named "user.mwcore.note" in the block after the Finder information. Its offsets
+/// count from the start of the file.
 inline QByteArray attributeBlock(uint32_t at, const QByteArray &value) {
     const QByteArray name = QByteArray("user.mwcore.note") + zeros(1);
     const QByteArray entryHead = hex("0000") + QByteArray(1, static_cast<char>(name.size()));
@@ -84,7 +84,7 @@ inline QByteArray resourceFork() {
            number32(static_cast<uint32_t>(map.size())) + QByteArray(240, 'r') + data + map;
 }
 
-/// A sidecar in the usual form: Finder information with an attribute block behind it at 50, and
+/// A sidecar in the usual form: Finder information at offset 50, an attribute block after it, and
 /// the fork.
 inline QByteArray sidecar(uint16_t flags, const QByteArray &note = "keep me") {
     const QByteArray info = finderInfo(flags) + zeros(2) + attributeBlock(84, note);

@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-/// What an item leads to: a path, "no alias", or the status.
+/// Where an alias file leads: a path, "no alias", or the text of the status.
 std::string leadOf(const std::string &path, bool chains = true) {
     FSRef ref;
     EXPECT_EQ(FSPathMakeRef(path.c_str(), &ref), noErr);
@@ -68,7 +68,7 @@ TEST(AliasFiles, BothFormsLeadToTheMovedItem) {
     }
 }
 
-TEST(AliasFiles, DesktopEntriesAreThoseThatOtherProgramsRead) {
+TEST(AliasFiles, DesktopEntriesAreReadableByOtherPrograms) {
     const TemporaryFolder folder;
     makeAlias(folder.file("a; b\\c \xFF.txt"), folder.at("alias.desktop"),
               AliasFileForm::DesktopEntry);
@@ -80,7 +80,7 @@ TEST(AliasFiles, DesktopEntriesAreThoseThatOtherProgramsRead) {
     EXPECT_TRUE(entry->contains("/a%3B%20b%5Cc%20%FF.txt\n")) << entry->toStdString();
 }
 
-TEST(AliasFiles, ForeignDesktopEntriesAreFollowedByTheirAddress) {
+TEST(AliasFiles, ForeignDesktopEntriesAreFollowedByTheirURL) {
     const TemporaryFolder folder;
     const std::string target = folder.file("the target");
     const std::string place = folder.path();
@@ -89,18 +89,19 @@ TEST(AliasFiles, ForeignDesktopEntriesAreFollowedByTheirAddress) {
         std::string entry;
         std::string leads;
     } rows[] = {
-        {"an address", "Type=Link\nURL=file://" + place + "/the%20target\n", target},
+        {"a URL", "Type=Link\nURL=file://" + place + "/the%20target\n", target},
         {"of this host", "Type=Link\nURL=file://localhost" + place + "/the%20target\n", target},
         {"without a host", "Type=Link\nURL=file:" + place + "/the%20target\n", target},
         {"of another host", "Type=Link\nURL=file://elsewhere.example/x\n",
          statusText(errFSOperationNotSupported)},
         {"not local", "Type=Link\nURL=https://example.org/\n",
          statusText(errFSOperationNotSupported)},
-        {"to nothing", "Type=Link\nURL=file:///nowhere\n", statusText(fnfErr)},
-        {"a NUL in it", "Type=Link\nURL=file:///tmp%00\n", statusText(errFSOperationNotSupported)},
-        {"no address", "Type=Link\n", "no alias"},
+        {"nothing there", "Type=Link\nURL=file:///nowhere\n", statusText(fnfErr)},
+        {"a NUL in the path", "Type=Link\nURL=file:///tmp%00\n",
+         statusText(errFSOperationNotSupported)},
+        {"no URL", "Type=Link\n", "no alias"},
         {"a program", "Type=Application\nURL=file:///tmp\n", "no alias"},
-        {"a record that is none",
+        {"an invalid record",
          "Type=Link\nX-MWCore-Alias=AAAA\nURL=file://" + place + "/the%20target\n", target},
     };
     for (const auto &row : rows) {
@@ -108,10 +109,10 @@ TEST(AliasFiles, ForeignDesktopEntriesAreFollowedByTheirAddress) {
         EXPECT_EQ(leadOf(folder.at("x.desktop")), row.leads) << row.what;
     }
     raw::write(folder.at("plain.txt"), "[Desktop Entry]\nType=Link\nURL=file:///tmp\n");
-    EXPECT_EQ(leadOf(folder.at("plain.txt")), "no alias") << "by its name it is none";
+    EXPECT_EQ(leadOf(folder.at("plain.txt")), "no alias") << "its name does not end in .desktop";
 }
 
-TEST(AliasFiles, ChainsAreFollowedAndCirclesEnd) {
+TEST(AliasFiles, ChainsAreFollowedAndLoopsFail) {
     const TemporaryFolder folder;
     const std::string end = folder.folder("end");
     makeAlias(end, folder.at("one"), AliasFileForm::Finder);
@@ -120,7 +121,7 @@ TEST(AliasFiles, ChainsAreFollowedAndCirclesEnd) {
     EXPECT_EQ(leadOf(folder.at("three")), end);
     constexpr bool kNoChains = false;
     EXPECT_EQ(leadOf(folder.at("three"), kNoChains), folder.at("link"));
-    EXPECT_EQ(leadOf(folder.at("link")), "no alias") << "a link is none by itself";
+    EXPECT_EQ(leadOf(folder.at("link")), "no alias") << "a link is not an alias file";
     const auto entry = [&folder](const char *name) {
         return QByteArray("[Desktop Entry]\nType=Link\nURL=file://") + folder.at(name).c_str();
     };
@@ -129,7 +130,7 @@ TEST(AliasFiles, ChainsAreFollowedAndCirclesEnd) {
     EXPECT_EQ(leadOf(folder.at("a.desktop")), statusText(errFSAliasLoop));
 }
 
-TEST(AliasFiles, FlagAndResourceMakeAnAliasTogether) {
+TEST(AliasFiles, AnAliasNeedsBothFlagAndResource) {
     const TemporaryFolder folder;
     FinderInfo info;
     info.flags = kIsAlias;
@@ -141,7 +142,7 @@ TEST(AliasFiles, FlagAndResourceMakeAnAliasTogether) {
     EXPECT_EQ(leadOf(folder.fifo("fifo")), "no alias");
 }
 
-/// What this thread has read so far, in bytes; nothing where the kernel does not count.
+/// How many bytes this thread has read so far; nullopt if the kernel does not count them.
 std::optional<int64_t> bytesRead() {
     std::ifstream counts("/proc/thread-self/io");
     std::string name;
@@ -149,8 +150,8 @@ std::optional<int64_t> bytesRead() {
     return counts >> name >> count ? std::optional(count) : std::nullopt;
 }
 
-/// A sidecar with a fork of 255 MB, nearly all of it holes: the first resource lies at the
-/// beginning of the data, the map at the end.
+/// A sparse sidecar with a fork of 255 MB: the first resource is at the beginning of the data, the
+/// map at the end.
 void writeLongFork(const std::string &sidecar, const QByteArray &record) {
     constexpr int64_t kLength = 255 << 20;
     constexpr int64_t kHeader = 256;
@@ -188,12 +189,12 @@ TEST(AliasFiles, AreReadNoFurtherThanNeeded) {
     for (const char *const name : {"long fork", "long.desktop"}) {
         const int64_t before = *bytesRead();
         EXPECT_EQ(leadOf(folder.at(name)), folder.at("target")) << name;
-        constexpr int64_t kMost = 400'000; // the table of mounts, too
+        constexpr int64_t kMost = 400'000; // includes the mount table
         EXPECT_LT(*bytesRead() - before, kMost) << name;
     }
 }
 
-TEST(AliasFiles, RecordsThatCannotBeAreNotRead) {
+TEST(AliasFiles, RecordsThatAreTooLongAreNotRead) {
     const TemporaryFolder folder;
     FSRef ref;
     QByteArray record;
@@ -212,7 +213,7 @@ TEST(AliasFiles, RecordsThatCannotBeAreNotRead) {
     EXPECT_EQ(leadOf(folder.at("alias")), "no alias");
 }
 
-TEST(AliasFiles, AFailedOneLeavesNothing) {
+TEST(AliasFiles, AFailedCreationLeavesNothing) {
     const MountedFolder mounted("tmpfs", "size=64k");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();
@@ -222,7 +223,7 @@ TEST(AliasFiles, AFailedOneLeavesNothing) {
     for (const auto &[name, form] : {std::pair("alias", AliasFileForm::Finder),
                                      std::pair("alias.desktop", AliasFileForm::DesktopEntry)})
         EXPECT_EQ(FSCreateAliasFile(ref, mounted.at(name).c_str(), form), dskFulErr);
-    EXPECT_EQ(std::distance(fs::directory_iterator(mounted.path()), {}), 1) << "the filler alone";
+    EXPECT_EQ(std::distance(fs::directory_iterator(mounted.path()), {}), 1) << "only the filler";
 }
 
 TEST(FileUrls, CarryEveryByte) {
@@ -236,7 +237,7 @@ TEST(FileUrls, CarryEveryByte) {
     EXPECT_EQ(pathOfFileUrl(""), std::nullopt);
 }
 
-TEST(ReferencesFromTexts, MakeAnEmptyFileOnlyWhenAsked) {
+TEST(ReferencesFromText, MakeAnEmptyFileOnlyWhenAsked) {
     const TemporaryFolder folder;
     const QString missing = QString::fromStdString(folder.at("new"));
     FSRef ref;
@@ -257,7 +258,7 @@ TEST(ReferencesFromTexts, MakeAnEmptyFileOnlyWhenAsked) {
     EXPECT_TRUE(FSSpec::getFSSpec(
         QString::fromStdString(folder.file(std::string(62, 'n') + "\u00e9\u00e9")), &described,
         false));
-    EXPECT_EQ(described.name[0], 62) << "no character is cut in two";
+    EXPECT_EQ(described.name[0], 62) << "no character is split";
     EXPECT_FALSE(
         CarbonFSRefCreation::getFSRef(QString::fromStdString(folder.at("no/file")), &ref, kCreate));
     (void)folder.link("dangling", "nowhere");

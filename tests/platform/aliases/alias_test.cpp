@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-/// "" when the item is gone.
+/// "" if the item is gone.
 std::string resolved(const QByteArray &alias) {
     FSRef target;
     return FSResolveAlias(alias, &target) == noErr ? target.path.toStdString() : "";
@@ -55,19 +55,19 @@ constexpr FateRow kFates[] = {
          fs::rename(home / "inner/saved", home / "inner/item");
      },
      "inner/item"},
-    {"renamed, and another in its place",
+    {"renamed, another item in its place",
      [](const fs::path &home) {
          fs::rename(home / "inner/item", home / "inner/item.1");
          raw::write(home / "inner/item", "newer");
      },
      "inner/item.1"},
-    {"renamed to a name that is no UTF-8",
+    {"renamed to invalid UTF-8",
      [](const fs::path &home) { fs::rename(home / "inner/item", home / "inner/\xFF\xC3"); },
      "inner/\xFF\xC3"},
     {"deleted", [](const fs::path &home) { fs::remove(home / "inner/item"); }, nullptr},
     {"deleted with its folder", [](const fs::path &home) { fs::remove_all(home / "inner"); },
      nullptr},
-    {"deleted, and others made at once",
+    {"deleted, others created at once",
      [](const fs::path &home) {
          fs::remove(home / "inner/item");
          for (int number = 0; number < 50; ++number)
@@ -76,7 +76,7 @@ constexpr FateRow kFates[] = {
      nullptr},
 };
 
-/// The folder "home" with the item; everything may be changed by anyone.
+/// Creates the folder "home" with the item; everybody may change everything in it.
 fs::path madeHome(const fs::path &where) {
     const fs::path home = where / "home";
     fs::create_directories(home / "inner");
@@ -87,7 +87,7 @@ fs::path madeHome(const fs::path &where) {
     return home;
 }
 
-/// Whether an alias leads where each fate says; run as whoever asks.
+/// The number of fates after which an alias, resolved by the current user, leads to a wrong path.
 int wrongFates(const fs::path &where) {
     int wrong = 0;
     for (const FateRow &fate : kFates) {
@@ -145,7 +145,7 @@ TEST(Aliases, FollowAVolumeToAnotherMountPoint) {
     (void)runProcess({"umount", "-l", moved});
 }
 
-TEST(Aliases, AreSearchedForOnTheVolumeWhereverItIsMounted) {
+TEST(Aliases, SearchTheVolumeWhereverItIsMounted) {
     const MountedFolder mounted("ext4");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();
@@ -203,7 +203,7 @@ TEST(Aliases, LeadThroughLayeredAndNestedMounts) {
     }
 }
 
-TEST(Aliases, OfEverythingThatHasAPath) {
+TEST(Aliases, LeadToEveryKindOfItem) {
     const TemporaryFolder folder;
     (void)folder.file("file");
     const std::string names[] = {folder.folder("folder"), folder.fifo("fifo"),
@@ -213,14 +213,14 @@ TEST(Aliases, OfEverythingThatHasAPath) {
         EXPECT_EQ(resolved(aliasOf(path)), path);
     EXPECT_EQ(resolved(aliasOf("/")), "/");
     EXPECT_EQ(resolved(aliasOf("/dev/null")), "/dev/null");
-    // Through a link: the path as it was given, and after a move of the real folder its own.
+    // Through a link: the path as given; after the real folder was moved, the real path.
     const std::string real = folder.folder("real");
     raw::write(real + "/item", "");
     const QByteArray alias = aliasOf(folder.link("way", "real") + "/item");
     EXPECT_EQ(resolved(alias), folder.at("way/item"));
     fs::rename(real, folder.at("moved"));
     EXPECT_EQ(resolved(alias), folder.at("moved/item"));
-    // References lead to any path, but give none of more than 1,024 bytes.
+    // A reference can lead to any path, but FSRefMakePath() returns none above 1,024 bytes.
     std::string deep = folder.path();
     while (deep.size() < 1100)
         fs::create_directory(deep += "/" + std::string(100, 'd'));
@@ -231,7 +231,7 @@ TEST(Aliases, OfEverythingThatHasAPath) {
     EXPECT_EQ(FSRefMakePath(target, &path), fileBoundsErr);
 }
 
-TEST(Aliases, ForeignAndDamagedRecordsLeadNowhere) {
+TEST(Aliases, ForeignAndDamagedRecordsAreRefused) {
     const TemporaryFolder folder;
     const QByteArray good = aliasOf(folder.file("item"));
     FSRef target;
@@ -246,11 +246,11 @@ TEST(Aliases, ForeignAndDamagedRecordsLeadNowhere) {
     later[5] = 2; // the version
     EXPECT_EQ(FSResolveAlias(later, &target), mapReadErr);
     EXPECT_EQ(FSResolveAlias(good + QByteArray::fromHex("7777000000026869"), &target), noErr)
-        << "fields of later versions are passed over";
+        << "fields of later versions are skipped";
     EXPECT_EQ(AliasRecord::parse(good)->toBytes(), good);
 }
 
-TEST(Aliases, ASearchEndsWhenItIsToldTo) {
+TEST(Aliases, ASearchCanBeCancelled) {
     const TemporaryFolder folder;
     for (int number = 0; number < 40; ++number)
         (void)folder.folder(std::to_string(number));
@@ -273,7 +273,7 @@ TEST(Aliases, ASearchEndsWhenItIsToldTo) {
     EXPECT_EQ(status, fnfErr);
 }
 
-TEST(References, FollowARenamedItemAndTellWhenItIsGone) {
+TEST(References, FollowARenamedItemAndFailIfItIsGone) {
     const TemporaryFolder folder;
     setenv("HOME", folder.path().c_str(), 1);
     FSRef ref;
@@ -288,7 +288,7 @@ TEST(References, FollowARenamedItemAndTellWhenItIsGone) {
     EXPECT_EQ(path, folder.at("deep/item").c_str());
     fs::remove(folder.at("deep/item"));
     (void)folder.file("item");
-    EXPECT_EQ(FSRefMakePath(ref, &path), fnfErr) << "another item is another item";
+    EXPECT_EQ(FSRefMakePath(ref, &path), fnfErr) << "a new item at the path does not count";
     EXPECT_EQ(FSPathMakeRef("", &ref), bdNamErr);
     EXPECT_EQ(FSPathMakeRef(folder.at("item/x").c_str(), &ref), fnfErr);
     fs::current_path(folder.path());
@@ -296,12 +296,12 @@ TEST(References, FollowARenamedItemAndTellWhenItIsGone) {
     EXPECT_EQ(ref.path, folder.at("deep").c_str());
     for (const char *const itself : {".", "./", "deep/..", "deep/../."}) {
         EXPECT_EQ(FSPathMakeRef(itself, &ref), noErr) << itself;
-        EXPECT_EQ(ref.path, folder.path().c_str()) << itself << " has its name";
+        EXPECT_EQ(ref.path, folder.path().c_str()) << itself << " becomes the folder's path";
     }
     fs::current_path("/");
 }
 
-TEST(References, AreFollowedThroughLinksOnTheWay) {
+TEST(References, FollowItemsBehindALink) {
     const MountedFolder mounted("tmpfs");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();

@@ -31,13 +31,13 @@ FSCatalogInfo catalogued(const std::string &path, uint32_t whichInfo) {
     return info;
 }
 
-/// What a command prints, without the line's end.
+/// The output of a command, without the line end.
 std::string printed(const std::vector<std::string> &command) {
     std::string output = runProcess(command).output;
     return output.substr(0, output.find('\n'));
 }
 
-TEST(Catalogue, TellsWhatTheSystemTells) {
+TEST(Catalogue, AgreesWithTheSystem) {
     const TemporaryFolder folder;
     (void)folder.file("file", 5000);
     (void)folder.link("link", "file");
@@ -81,13 +81,13 @@ TEST(Catalogue, DatesAreCountedFrom1904) {
     };
     for (const auto &row : rows)
         EXPECT_EQ(utcDateTimeFrom(row.time), row.date);
-    EXPECT_EQ(utcDateTimeFrom({INT64_MAX, 0}), UINT64_MAX) << "tmpfs keeps such times";
+    EXPECT_EQ(utcDateTimeFrom({INT64_MAX, 0}), UINT64_MAX) << "tmpfs stores such times";
     EXPECT_EQ(utcDateTimeFrom({INT64_MIN, 0}), 0U);
     for (const UTCDateTime date : {0ULL, 1ULL, 65535ULL, 136'500'000'000'001ULL})
         EXPECT_EQ(utcDateTimeFrom(timeFrom(date)), date);
 }
 
-TEST(Catalogue, ChangesWhatItIsToldAndNothingElse) {
+TEST(Catalogue, ChangesOnlyWhatIsRequested) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item", 10);
     FSCatalogInfo info = catalogued(item, kFSCatInfoContentMod | kFSCatInfoFinderInfo);
@@ -135,7 +135,7 @@ TEST(Catalogue, ALockedItemIsImmutable) {
               errFSOperationNotSupported);
 }
 
-TEST(Catalogue, WhatTheFileSystemDoesNotKeepIsToldApart) {
+TEST(Catalogue, UnsupportedFieldsAreReported) {
     const MountedFolder mounted("ramfs");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();
@@ -162,7 +162,7 @@ TEST(Volumes, HaveTheSystemsFigures) {
     EXPECT_EQ(FSGetVolumeInfo(-7, kAll, &info, nullptr), nsvErr);
 }
 
-TEST(Volumes, AreNamedByLabelPlaceOrHost) {
+TEST(Volumes, AreNamedByLabelMountPointOrHost) {
     const auto nameOf = [](const std::string &path) {
         QString name;
         EXPECT_EQ(FSGetVolumeInfo(catalogued(path, kFSCatInfoVolume).volume, kFSVolInfoNone,
@@ -181,7 +181,7 @@ TEST(Volumes, AreNamedByLabelPlaceOrHost) {
     ASSERT_EQ(runProcess({"e2label", device, "My Disk"}).status, 0);
     fs::create_directory(disk.at("folder"));
     EXPECT_EQ(nameOf(disk.at("folder")), "My Disk");
-    const std::string ofRoot = // where nobody keeps a table of labels, from the device
+    const std::string ofRoot = // from the device if there is no table of labels
         printed({"sh", "-c",
                  "findmnt -no LABEL / | grep . || blkid -o value -s LABEL "
                  "$(findmnt -no SOURCE /)"});

@@ -48,7 +48,7 @@ TEST(ResourceFiles, AreCreatedChangedAndRemovedWithTheLastResource) {
     EXPECT_EQ(file->addResource(kIcns, kCustomIcon, {}, "an icon"), noErr);
     EXPECT_EQ(file->removeResource(kText, 1), resNotFound);
     EXPECT_EQ(opened(folder.at("new"), fsRdPerm)->getFirstResource(kIcns), std::nullopt)
-        << "nothing is written before it is closed";
+        << "nothing is written before close()";
     EXPECT_EQ(file->close(), noErr);
 
     file = opened(folder.at("new"), fsRdPerm);
@@ -64,13 +64,13 @@ TEST(ResourceFiles, AreCreatedChangedAndRemovedWithTheLastResource) {
     EXPECT_EQ(status, resFNotFound);
 }
 
-TEST(ResourceFiles, AForkStaysWhereItIs) {
+TEST(ResourceFiles, AForkStaysInItsPlace) {
     const struct {
         const char *what;
         const char *attribute;
-        QByteArray behind = {}; ///< what stands there behind the fork
+        QByteArray behind = {}; ///< the bytes after the fork
     } rows[] = {{"in an attribute", "user.com.apple.ResourceFork"},
-                {"in another", "user.org.netatalk.ResourceFork"},
+                {"in another attribute", "user.org.netatalk.ResourceFork"},
                 {"in a stream", "user.DosStream.AFP_Resource:$DATA", samples::zeros(1)},
                 {"in a sidecar", nullptr}};
     for (const auto &row : rows) {
@@ -113,7 +113,7 @@ TEST(ResourceFiles, AForkStaysWhereItIs) {
     EXPECT_TRUE(sidecar->contains("user.mwcore.note") && sidecar->contains("keep me"));
 }
 
-TEST(ResourceFiles, AForkOfHolesTakesNoMemory) {
+TEST(ResourceFiles, ASparseForkTakesNoMemory) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     constexpr uint32_t kLength = 0xFFFFFF00;
@@ -130,18 +130,18 @@ TEST(ResourceFiles, AForkOfHolesTakesNoMemory) {
 
     const std::string other = folder.file("other");
     EXPECT_EQ(writeResourceFork(other.c_str(), QByteArray(256 << 20, 'f')), fileBoundsErr)
-        << "it could not be read again";
+        << "it could not be read again afterwards";
     EXPECT_FALSE(std::filesystem::exists(folder.at("._other")));
 }
 
-/// Rewrites the fork of @p item with one content and the other until it is killed.
+/// Rewrites the fork of @p item, alternating between two contents, until it is killed.
 [[noreturn]] void rewriteForEver(const std::string &item, const QByteArray (&contents)[2]) {
     for (int round = 0;; ++round)
         if (writeResourceFork(item.c_str(), contents[round % 2]) != noErr)
             _exit(1);
 }
 
-TEST(ResourceFiles, AKilledWriterLeavesTheOldOrTheNewOneWhole) {
+TEST(ResourceFiles, AKilledWriterLeavesTheOldOrTheNewFork) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     const QByteArray contents[] = {QByteArray(100'000, 'a'), QByteArray(150'000, 'b')};

@@ -14,11 +14,11 @@ namespace {
 
 SystemCalls::Before current;
 
-/// Whether the call is to fail, for the reason in `errno`.
+/// Whether the call is to fail; sets `errno` if so.
 bool isRefused(const char *call) {
     if (!current)
         return false;
-    const SystemCalls::Before before = std::exchange(current, nullptr); // not of its own calls
+    const SystemCalls::Before before = std::exchange(current, nullptr); // not for its own calls
     const int error = before(call);
     current = before;
     errno = error ? error : errno;

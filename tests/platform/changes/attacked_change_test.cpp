@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Every change of an item while somebody else owns its folder, and while system calls fail or the
-// process is killed at each of them.
+// Every change of an item, with an attack by the folder's owner, a failure, or the process killed
+// at each system call.
 #include "tests/platform/changes/Change.h"
 #include "tests/platform/changes/SystemCalls.h"
 #include "tests/platform/metadata/attributes.h"
@@ -28,7 +28,7 @@ using namespace MWCore;
 
 constexpr uid_t kSomebody = 65534;
 
-/// Whatever a change could alter in a folder, as text.
+/// Everything in a folder that a change could alter, as text.
 std::map<std::string, std::string> stateOf(const fs::path &folder) {
     std::map<std::string, std::string> state;
     for (const auto &entry : fs::directory_iterator(folder)) {
@@ -43,8 +43,8 @@ std::map<std::string, std::string> stateOf(const fs::path &folder) {
     return state;
 }
 
-/// A folder of somebody else's with an item, and a folder of ours that he would like us to change
-/// in its place.
+/// Another user's folder with an item, and a folder of ours to which that user tries to redirect
+/// the change.
 struct Trap {
     explicit Trap(const Change &change)
         : dir(folder.folder("dir")), link(folder.link("link", folder.folder("ours"))),
@@ -71,12 +71,12 @@ struct Trap {
     std::string dir, link, item;
 };
 
-/// How the folder is when the change begins, until an attacker exchanges it.
+/// What is at the folder's path when the change begins, until the attacker exchanges it.
 enum class First { Folder, Link };
 
 TEST(AttackedChanges, NeverReachAnotherFolder) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes two users";
+        GTEST_SKIP() << "needs two users";
     for (const Change &change : allChanges())
         for (const First first : {First::Folder, First::Link}) {
             bool isOver = false;
@@ -114,7 +114,7 @@ TEST(AttackedChanges, NeverReachAnotherFolder) {
 
 TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes two users";
+        GTEST_SKIP() << "needs two users";
     const struct {
         const char *what;
         mode_t folderMode;
@@ -125,13 +125,14 @@ TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
         bool isFollowed;
     } rows[] = {
         {"a link of ours in a folder of ours", 0755, 0, kSomebody, 0, false, true},
-        {"in one where everybody makes names", 01777, 0, kSomebody, 0, false, true},
-        {"another's link there", 01777, 0, kSomebody, kSomebody, false, false},
-        {"in one where everybody exchanges names", 0777, 0, kSomebody, 0, false, false},
-        {"in another's folder", 0755, kSomebody, kSomebody, 0, false, false},
-        {"in a folder of a group", 0775, 0, kSomebody, 0, false, false},
-        {"in a folder of our own group", 0775, 0, 0, 0, false, true},
-        {"in one whose list may let others write", 0775, 0, 0, 0, true, false},
+        {"a link of ours in a sticky folder", 01777, 0, kSomebody, 0, false, true},
+        {"another user's link in a sticky folder", 01777, 0, kSomebody, kSomebody, false, false},
+        {"a link of ours in a folder that everybody may write", 0777, 0, kSomebody, 0, false,
+         false},
+        {"a link of ours in another user's folder", 0755, kSomebody, kSomebody, 0, false, false},
+        {"a link of ours in a folder that a group may write", 0775, 0, kSomebody, 0, false, false},
+        {"a link of ours in a folder that our own group may write", 0775, 0, 0, 0, false, true},
+        {"a link of ours in a folder with an access control list", 0775, 0, 0, 0, true, false},
     };
     for (const auto &row : rows)
         for (const char *const path : {"/link/item", "/link/../real/item", "/link/."}) {
@@ -155,10 +156,10 @@ TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
         }
 }
 
-/// Makes @p change once for each of its system calls, which @p happens at that call; then @p seen
-/// looks at what is left.
-void atEachCall(const Change &change, const std::function<int(const std::string &call)> &happens,
-                const std::function<void(const TemporaryFolder &, OSStatus)> &seen) {
+/// Makes @p change once for each of its system calls. At that call, @p interfere runs and returns
+/// the error with which it fails, or 0; afterwards @p inspect checks the folder.
+void atEachCall(const Change &change, const std::function<int(const std::string &call)> &interfere,
+                const std::function<void(const TemporaryFolder &, OSStatus)> &inspect) {
     bool isOver = false;
     for (int moment = 1; !isOver && !::testing::Test::HasFailure(); ++moment) {
         const TemporaryFolder folder;
@@ -170,32 +171,32 @@ void atEachCall(const Change &change, const std::function<int(const std::string 
         {
             const SystemCalls failing([&](const std::string &call) {
                 last = calls + 1 == moment ? call : last;
-                return ++calls == moment ? happens(call) : 0;
+                return ++calls == moment ? interfere(call) : 0;
             });
             status = change.make(item);
         }
         isOver = moment > calls;
         SCOPED_TRACE(std::string(change.what) + ", at call " + std::to_string(moment) + " " + last);
-        seen(folder, status);
+        inspect(folder, status);
         unlock(item);
     }
 }
 
-/// All bytes of a sidecar that a change of the item must leave alone.
+/// Checks the parts of a sidecar that a change of the item must preserve.
 void expectNothingLost(const std::string &item) {
     EXPECT_TRUE(hasWholeFork(item));
     const auto sidecar = raw::content(fs::path(item).parent_path() / kSidecarName);
     EXPECT_TRUE(sidecar && sidecar->contains("keep me"));
 }
 
-TEST(AttackedChanges, LoseNothingWhateverCallFails) {
+TEST(AttackedChanges, LoseNothingWhicheverCallFails) {
     const LoggedMessages unseen;
     for (const Change &change : allChanges())
         for (const int error : {ENOENT, ESTALE, EMFILE, ENOSPC}) {
             SCOPED_TRACE(strerror(error));
             atEachCall(
                 change,
-                [error](const std::string &call) { // a missing name does mean that there is none
+                [error](const std::string &call) { // other calls may find no item
                     return error != ENOENT || call == "open" || call == "faccessat" ? error : 0;
                 },
                 [&](const TemporaryFolder &folder, OSStatus status) {
@@ -207,7 +208,8 @@ TEST(AttackedChanges, LoseNothingWhateverCallFails) {
                         EXPECT_TRUE(change.isMade(item));
                     }
                     if (status != noErr && change.item == Change::Item::None) {
-                        EXPECT_TRUE(!fs::exists(item) || change.isMade(item)) << "half an item";
+                        EXPECT_TRUE(!fs::exists(item) || change.isMade(item))
+                            << "an incomplete item";
                     }
                 });
         }
@@ -231,7 +233,7 @@ TEST(AttackedChanges, LoseNothingWhenTheProcessIsKilled) {
                 expectNothingLost(item);
             }
             const OSStatus next = change.make(item);
-            EXPECT_TRUE(next == noErr || next == dupFNErr) << "kept from it: " << next;
+            EXPECT_TRUE(next == noErr || next == dupFNErr) << "the next attempt failed: " << next;
             EXPECT_TRUE(change.isMade(item));
             for (const auto &entry : fs::directory_iterator(folder.path()))
                 EXPECT_FALSE(entry.path().filename().string().starts_with(".mwcore")) << entry;
@@ -241,7 +243,7 @@ TEST(AttackedChanges, LoseNothingWhenTheProcessIsKilled) {
         }
 }
 
-TEST(AttackedChanges, ShowNobodyAPrivateSidecar) {
+TEST(AttackedChanges, NeverExposeAPrivateSidecar) {
     const Change &label = *std::ranges::find(allChanges(), std::string("label in a sidecar"),
                                              [](const Change &change) { return change.what; });
     for (const bool withNames : {false, true}) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Refusals that a test cannot provoke here: quotas, and a disk that fails.
+// Failures that a test cannot provoke, such as a quota or a failing disk.
 #include "platform/files/ReplacedFile.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/changes/SystemCalls.h"
@@ -43,7 +43,7 @@ void setAppendOnly(const std::string &folder, int flag) {
     close(descriptor);
 }
 
-TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
+TEST(RefusedWrites, ReportTheCauseAndChangeNothing) {
     const struct {
         const char *call;
         int error;
@@ -74,11 +74,11 @@ TEST(RefusedWrites, TellWhyAndLeaveEverythingAsItWas) {
     }
 }
 
-TEST(RefusedWrites, DoNotComeFromLocks) {
+TEST(RefusedWrites, AreNotCausedByLocks) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     OSStatus status = noErr;
-    for (const int error : {ENOLCK, EWOULDBLOCK}) { // none to be had, and one held for ever
+    for (const int error : {ENOLCK, EWOULDBLOCK}) { // no locks, and a lock held for ever
         const SystemCalls calls(SystemCalls::refusing("flock", error));
         EXPECT_EQ(writeResourceFork(item.c_str(), QByteArray::number(error)), noErr);
         EXPECT_EQ(readResourceFork(item.c_str(), &status), QByteArray::number(error));
@@ -86,7 +86,7 @@ TEST(RefusedWrites, DoNotComeFromLocks) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST(RefusedWrites, OfWhatAFileSystemDoesNotKnowDoNotKeepAFileAway) {
+TEST(RefusedWrites, AreNotCausedByMissingFileSystemFeatures) {
     const TemporaryFolder folder;
     const SystemCalls calls([](const std::string &call) {
         return call == "openat without a name"  ? EOPNOTSUPP
@@ -104,9 +104,9 @@ TEST(RefusedWrites, OfWhatAFileSystemDoesNotKnowDoNotKeepAFileAway) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 
-TEST(RefusedWrites, LeaveNothingWhereNamesCannotBeRemoved) {
+TEST(RefusedWrites, LeaveNothingInAnAppendOnlyFolder) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes the superuser";
+        GTEST_SKIP() << "needs the superuser";
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     raw::write(folder.at("._item"), samples::sidecar(0));
@@ -116,7 +116,7 @@ TEST(RefusedWrites, LeaveNothingWhereNamesCannotBeRemoved) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
-TEST(RefusedWrites, AreNotProvokedByHoles) {
+TEST(RefusedWrites, AreNotCausedBySparseForks) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     constexpr qsizetype kLength = 8 << 20;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Several writers of one item, and those who may not keep everything as it was.
+// Several writers of one item, and writers who may not preserve its owner or group.
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/changes/Change.h"
 #include "tests/platform/changes/SystemCalls.h"
@@ -29,7 +29,7 @@ const Change &changeNamed(const std::string &what) {
     return *std::ranges::find(allChanges(), what, [](const Change &change) { return change.what; });
 }
 
-TEST(SecondWriters, LoseNothingWheneverTheyCome) {
+TEST(SecondWriters, LoseNothingAtAnyMoment) {
     const struct {
         const char *first, *second;
         Change::Item item;
@@ -55,7 +55,7 @@ TEST(SecondWriters, LoseNothingWheneverTheyCome) {
             const TemporaryFolder folder;
             const std::string item = folder.at(kItemName);
             makeItem(item, row.item);
-            bool hasTurn = false; // then the other would wait
+            bool hasTurn = false; // afterwards the second writer would wait
             calls = 0;
             {
                 const SystemCalls interrupted([&](const std::string &call) {
@@ -77,7 +77,7 @@ TEST(SecondWriters, LoseNothingWheneverTheyCome) {
     }
 }
 
-/// Whether a writer has its turn there; another would wait.
+/// Whether a writer has locked the folder, so that another would wait.
 bool isLocked(const std::string &folder) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
     const bool isLocked = flock(descriptor, LOCK_EX | LOCK_NB) != 0;
@@ -85,7 +85,7 @@ bool isLocked(const std::string &folder) {
     return isLocked;
 }
 
-TEST(SecondWriters, OfANewItemTellWhoWasFirst) {
+TEST(SecondWriters, CannotBothCreateAnItem) {
     for (const char *const what : {"alias", "alias of the classic form", "empty fork"}) {
         const Change &change = changeNamed(what);
         for (int moment = 1, calls = moment; moment <= calls; ++moment) {
@@ -108,8 +108,8 @@ TEST(SecondWriters, OfANewItemTellWhoWasFirst) {
     }
 }
 
-/// Another writer, with its file where ours is expected, when ours is about to be locked.
-TEST(SecondWriters, DoNotGiveEachOthersTemporaryFileTheName) {
+/// Another writer puts its temporary file in the place of ours when ours is about to be locked.
+TEST(SecondWriters, DoNotRenameEachOthersTemporaryFiles) {
     const Change &resource = changeNamed("resource");
     const TemporaryFolder folder;
     const std::string item = folder.at(kItemName);
@@ -133,7 +133,7 @@ TEST(SecondWriters, DoNotGiveEachOthersTemporaryFileTheName) {
     EXPECT_TRUE(isTaken && resource.isMade(item) && hasWholeFork(item));
 }
 
-TEST(SecondWriters, LoseNothingForWantOfDescriptors) {
+TEST(SecondWriters, NeverWriteUnlockedForLackOfDescriptors) {
     bool isOver = false;
     for (int moment = 1; !isOver; ++moment) {
         const TemporaryFolder folder;
@@ -150,36 +150,36 @@ TEST(SecondWriters, LoseNothingForWantOfDescriptors) {
     }
 }
 
-TEST(SecondWriters, WaitForOthersThatAreAtWork) {
+TEST(SecondWriters, WaitForOthersThatMakeProgress) {
     const struct {
         const char *what;
         bool areAtWork;
-        int looks; ///< for which the folder is locked
+        int checks; ///< during which the folder is locked
         bool hasLock;
     } rows[] = {
         {"many others", true, 10'000, true},
-        {"more than one can wait for", true, 100'000, false},
+        {"others for longer than a writer waits", true, 100'000, false},
         {"a lock that nobody uses", false, 100'000, false},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
         const TemporaryFolder folder;
         const std::string item = folder.file(kItemName);
-        int looks = 0;
+        int checks = 0;
         bool hasLock = false;
         const SystemCalls busy([&](const std::string &call) {
-            if (call == "nanosleep" && row.areAtWork && looks % 100 == 0) {
+            if (call == "nanosleep" && row.areAtWork && checks % 100 == 0) {
                 struct stat before = {};
                 struct stat now = {};
                 stat(folder.path().c_str(), &before);
-                do { // the clock of a folder is coarse
+                do { // time stamps are coarse
                     chmod(folder.path().c_str(), 0700);
                     stat(folder.path().c_str(), &now);
                 } while (now.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
             }
             if (call == "nanosleep")
-                return EINVAL; // no time for that
-            if (call != "flock" || ++looks < row.looks)
+                return EINVAL; // so that the test does not sleep
+            if (call != "flock" || ++checks < row.checks)
                 return call == "flock" ? EWOULDBLOCK : 0;
             hasLock = true;
             return 0;
@@ -189,13 +189,13 @@ TEST(SecondWriters, WaitForOthersThatAreAtWork) {
     }
 }
 
-/// A user of a test, by numbers that every Debian system has.
+/// A user in a test, with ids that every Debian system has.
 struct User {
     uid_t user;
     gid_t group;
     gid_t otherGroup;
 };
-constexpr User kBin = {2, 2, 1}; // in the group of "daemon", too
+constexpr User kBin = {2, 2, 1}; // also in the group "daemon"
 constexpr User kSync = {4, 65534, 65534};
 
 int asUser(const User &user, const std::function<int()> &work) {
@@ -208,9 +208,9 @@ int asUser(const User &user, const std::function<int()> &work) {
 }
 
 /// A sidecar of user "daemon" in a folder that everybody may write.
-TEST(SecondWriters, OfAGroupKeepWhoMayReadAndWrite) {
+TEST(SecondWriters, OfAGroupPreserveAccess) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes several users";
+        GTEST_SKIP() << "needs several users";
     const QByteArray list = listForUser4();
     const struct {
         const char *what;
@@ -222,9 +222,9 @@ TEST(SecondWriters, OfAGroupKeepWhoMayReadAndWrite) {
     } rows[] = {
         {"the owner is in the group", kBin, 1, 0660, false, true},
         {"the owner is not in the group", kBin, 2, 0660, false, false},
-        {"the owner may by what others may", kBin, 2, 0666, false, true},
+        {"everybody may do what the owner may", kBin, 2, 0666, false, true},
         {"the group would be lost", kSync, 1, 0664, true, false},
-        {"everybody may", kSync, 1, 0666, false, true},
+        {"everybody may do what the group may", kSync, 1, 0666, false, true},
         {"access control lists are kept", kBin, 1, 0660, true, true},
         {"the writer is the owner", {1, 1, 1}, 1, 0600, false, true},
     };
@@ -261,7 +261,7 @@ TEST(SecondWriters, OfAGroupKeepWhoMayReadAndWrite) {
 
 TEST(SecondWriters, TakeTurnsInAFolderThatTheyMayNotRead) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes several users";
+        GTEST_SKIP() << "needs several users";
     const TemporaryFolder folder;
     const std::string item = folder.file(kItemName);
     fs::permissions(folder.path(), fs::perms(0333));
@@ -283,7 +283,7 @@ TEST(SecondWriters, TakeTurnsInAFolderThatTheyMayNotRead) {
 
 TEST(SecondWriters, LetNobodyElseReadASidecar) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes several users";
+        GTEST_SKIP() << "needs several users";
     constexpr const char *kOfNewFiles = "system.posix_acl_default";
     constexpr const char *kOfTheFile = "system.posix_acl_access";
     QByteArray notForTheGroup = listForUser4();
@@ -295,10 +295,10 @@ TEST(SecondWriters, LetNobodyElseReadASidecar) {
         User user;
         bool mayRead;
     } rows[] = {
-        {"a private one", Change::Item::WithSidecar, listForUser4(), {}, kSync, false},
-        {"a new one", Change::Item::Plain, listForUser4(), {}, kSync, false},
-        {"of an item of a user", Change::Item::Plain, {}, notForTheGroup, kSync, true},
-        {"and not of the group", Change::Item::Plain, {}, notForTheGroup, kBin, false},
+        {"a private sidecar", Change::Item::WithSidecar, listForUser4(), {}, kSync, false},
+        {"a new sidecar", Change::Item::Plain, listForUser4(), {}, kSync, false},
+        {"a list for a user", Change::Item::Plain, {}, notForTheGroup, kSync, true},
+        {"a list without the group", Change::Item::Plain, {}, notForTheGroup, kBin, false},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
@@ -324,10 +324,10 @@ TEST(SecondWriters, LetNobodyElseReadASidecar) {
     }
 }
 
-TEST(SecondWriters, AreNotKeptFromWritingByANameOrALock) {
+TEST(SecondWriters, CannotBeBlockedByANameOrALock) {
     const TemporaryFolder folder;
     makeItem(folder.at(kItemName), Change::Item::WithSidecar);
-    std::string taken; // by somebody who saw the name once
+    std::string taken; // the temporary name, which somebody else takes
     const auto takeTheName = [&](const std::string &call) {
         if (call == "openat without a name")
             return EOPNOTSUPP;
@@ -347,7 +347,7 @@ TEST(SecondWriters, AreNotKeptFromWritingByANameOrALock) {
     EXPECT_TRUE(changeNamed("type").isMade(folder.at(kItemName)));
 }
 
-TEST(SecondWriters, AreToldWhenAFileMayNotBeSoLarge) {
+TEST(SecondWriters, FailAtTheFileSizeLimit) {
     const TemporaryFolder folder;
     const std::string item = folder.at(kItemName);
     makeItem(item, Change::Item::WithSidecar);

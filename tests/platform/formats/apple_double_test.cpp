@@ -21,7 +21,7 @@ QByteArray entry(uint32_t id, uint32_t offset, uint32_t length) {
     return number32(id) + number32(offset) + number32(length);
 }
 
-/// A file of @p count comments without content.
+/// A file with @p count comment entries without content.
 QByteArray tableOf(uint16_t count) {
     return header(count) + entry(4, 0, 0).repeated(count);
 }
@@ -31,18 +31,18 @@ TEST(AppleDouble, DamagedFilesAreRefused) {
         const char *what;
         QByteArray bytes;
     } rows[] = {
-        {"nothing", ""},
+        {"empty", ""},
         {"a header cut short", header(1).left(25)},
         {"another magic", samples::zeros(26)},
         {"no table", header(3)},
         {"a huge count", header(0xFFFF) + samples::zeros(0xFFFF * 12)},
-        {"a content behind the end", header(1) + entry(9, 38, 33) + samples::zeros(32)},
-        {"a place near the end of numbers", header(1) + entry(9, 0xFFFFFFF0, 0x20)},
-        {"a content in the header", header(1) + entry(9, 0, 32) + samples::zeros(32)},
-        {"a content in the table", header(1) + entry(9, 26, 32) + samples::zeros(32)},
-        {"more entries than anybody keeps", tableOf(65)},
-        {"no room for ours among them", tableOf(63)},
-        {"contents in one another",
+        {"content beyond the end", header(1) + entry(9, 38, 33) + samples::zeros(32)},
+        {"an offset near the largest number", header(1) + entry(9, 0xFFFFFFF0, 0x20)},
+        {"content in the header", header(1) + entry(9, 0, 32) + samples::zeros(32)},
+        {"content in the table", header(1) + entry(9, 26, 32) + samples::zeros(32)},
+        {"too many entries", tableOf(65)},
+        {"no room for the entries that we add", tableOf(63)},
+        {"overlapping contents",
          header(2) + entry(9, 50, 32) + entry(2, 60, 32) + samples::zeros(64)},
     };
     for (const auto &row : rows)
@@ -50,10 +50,11 @@ TEST(AppleDouble, DamagedFilesAreRefused) {
     EXPECT_TRUE(AppleDouble::parse(header(0)));
     EXPECT_TRUE(AppleDouble::parse(tableOf(62)));
     EXPECT_TRUE(AppleDouble::entriesOf(tableOf(64), 1024));
-    EXPECT_TRUE(AppleDouble::parse(header(1) + entry(2, 0xFFFF, 0))) << "nothing is everywhere";
+    EXPECT_TRUE(AppleDouble::parse(header(1) + entry(2, 0xFFFF, 0)))
+        << "an empty content can have any offset";
 }
 
-TEST(AppleDouble, OnlyTheAskedBytesChange) {
+TEST(AppleDouble, OnlyTheRequestedBytesChange) {
     const QByteArray before = samples::sidecar(0x000C);
     auto file = AppleDouble::parse(before);
     ASSERT_TRUE(file);
@@ -92,7 +93,7 @@ TEST(AppleDouble, AnEntryIsAddedWhereTheTableHasNoRoom) {
     EXPECT_EQ(again->content(kResourceForkEntry), "fork");
     EXPECT_EQ(again->content(kFinderInfoEntry), samples::finderInfo(0x0004) + samples::zeros(2) +
                                                     samples::attributeBlock(72 + 12, "a value"))
-        << "the attributes' places move with them";
+        << "the attributes' offsets are adjusted";
 }
 
 TEST(AppleDouble, AnAddedEntryOverwritesNothing) {
@@ -105,7 +106,7 @@ TEST(AppleDouble, AnAddedEntryOverwritesNothing) {
     EXPECT_EQ(file->bytes().mid(50, unnamed.size() + 15), unnamed + "note at the end");
 }
 
-TEST(AppleDouble, AHostileAttributeBlockReachesNothingElse) {
+TEST(AppleDouble, AHostileAttributeBlockChangesNothingElse) {
     QByteArray info =
         samples::finderInfo(0) + samples::zeros(2) + "ATTR" + samples::zeros(30) + number16(0xFFFF);
     const auto length = static_cast<uint32_t>(info.size());
@@ -116,23 +117,23 @@ TEST(AppleDouble, AHostileAttributeBlockReachesNothingElse) {
     EXPECT_EQ(file->content(4), QByteArray(40, 'x'));
 }
 
-TEST(AppleDouble, KnowsWhenNobodyWouldMissIt) {
+TEST(AppleDouble, KnowsWhenItStoresNothing) {
     EXPECT_TRUE(AppleDouble::fresh().isVoid());
     const auto isVoid = [](const QByteArray &bytes) { return AppleDouble::parse(bytes)->isVoid(); };
     EXPECT_TRUE(isVoid(header(1) + entry(8, 38, 4) + samples::zeros(4)));
     EXPECT_FALSE(isVoid(header(1) + entry(4, 38, 4) + "note"));
     EXPECT_FALSE(isVoid(header(2) + entry(4, 50, 4) + entry(4, 54, 4) + samples::zeros(4) + "note"))
-        << "the second of one id";
+        << "a second entry with the same id";
     EXPECT_FALSE(isVoid(header(1) + entry(9, 38, 40) + samples::zeros(32) + "whatever"))
-        << "behind the Finder information";
+        << "after the Finder information";
     EXPECT_TRUE(
         isVoid(header(1) + entry(9, 38, 70) + samples::zeros(34) + "ATTR" + samples::zeros(32)))
         << "an attribute block without attributes";
     EXPECT_FALSE(isVoid(header(1) + entry(9, 38, 72) + samples::zeros(34) + "ATTR" +
                         samples::zeros(32) + "!!"))
-        << "behind such a block";
+        << "after such a block";
     EXPECT_FALSE(isVoid(samples::sidecar(0)));
-    // Bytes that no entry names.
+    // Bytes outside all entries.
     const QByteArray two = header(2) + entry(2, 60, 4) + entry(9, 52, 4);
     const struct {
         const char *what;
@@ -140,7 +141,7 @@ TEST(AppleDouble, KnowsWhenNobodyWouldMissIt) {
         bool isVoid;
     } rows[] = {
         {"zeros", two + samples::zeros(24), true},
-        {"behind the table", two + "no" + samples::zeros(12), false},
+        {"after the table", two + "no" + samples::zeros(12), false},
         {"between contents", two + samples::zeros(9) + "x" + samples::zeros(4), false},
         {"at the end", two + samples::zeros(14) + "x", false},
         {"without any entry", header(0) + "x", false},
@@ -152,7 +153,7 @@ TEST(AppleDouble, KnowsWhenNobodyWouldMissIt) {
         samples::zeros(34) + samples::attributeBlock(72, samples::zeros(3));
     EXPECT_FALSE(isVoid(header(1) + entry(9, 38, static_cast<uint32_t>(onlyAttributes.size())) +
                         onlyAttributes))
-        << "an attribute of zeros is one";
+        << "an attribute of zeros counts";
 }
 
 } // namespace

@@ -77,8 +77,8 @@ TEST(DesktopEntry, SplitsListsAndReadsBooleans) {
 struct EditRow {
     const char *what;
     const char *before;
-    const char *set;     ///< K becomes "new"
-    const char *removed; ///< K goes
+    const char *set;     ///< after K was set to "new"
+    const char *removed; ///< after K was removed
 };
 constexpr EditRow kEditRows[] = {
     {"empty", "", "[Desktop Entry]\nK=new\n", ""},
@@ -117,7 +117,7 @@ TEST(DesktopEntry, RefusesWhatItCouldNotReadBack) {
     EXPECT_EQ(entry.toBytes(), before);
 }
 
-TEST(DesktopEntry, WhatItWritesIsValid) {
+TEST(DesktopEntry, WritesValidEntries) {
     const TemporaryFolder folder;
     DesktopEntry entry;
     EXPECT_TRUE(entry.setValue(kMain, "Type", "Link"));
@@ -130,7 +130,7 @@ TEST(DesktopEntry, WhatItWritesIsValid) {
     EXPECT_EQ(result.status, 0) << result.output << entry.toBytes().toStdString();
 }
 
-TEST(DesktopEntry, ManyLinesAreOnePass) {
+TEST(DesktopEntry, ReadsManyLinesInOnePass) {
     for (const char *line : {"[a]\n", "K[x]=\n", "\\;\n", "[", ";"}) {
         DesktopEntry entry("[Desktop Entry]\n" + QByteArray(line).repeated(300'000));
         EXPECT_EQ(entry.value(kMain, "K"), std::nullopt);

@@ -13,7 +13,7 @@ namespace {
 using MWCore::kPropertyListDepth;
 using MWCore::readPropertyList;
 
-/// The lists for Python expressions, one a line, written by Python.
+/// The lists that Python writes for its expressions, one per line.
 QByteArrayList written(const QByteArray &expressions, const char *format) {
     const std::string script = "import sys, plistlib, datetime\n"
                                "for line in sys.stdin:\n"
@@ -70,7 +70,7 @@ const ValueRow kValueRows[] = {
      }()},
 };
 
-TEST(PropertyList, ReadsWhatAnotherWriterWrote) {
+TEST(PropertyList, ReadsListsWrittenByPython) {
     QByteArray expressions;
     for (const ValueRow &row : kValueRows)
         (expressions += row.expression) += '\n';
@@ -85,7 +85,7 @@ TEST(PropertyList, ReadsWhatAnotherWriterWrote) {
 
 struct XmlRow {
     const char *what;
-    QByteArray body; ///< stands in <plist>
+    QByteArray body; ///< within <plist>
     QVariant value;
 };
 const XmlRow kXmlRows[] = {
@@ -94,26 +94,26 @@ const XmlRow kXmlRows[] = {
     {"line ends", "<string>a\r\nb\rc&#13;</string>", "a\nb\nc\r"},
     {"attributes", "<array a='>' b=\"/>\"><true c=''/></array>", QVariantList{true}},
     {"hexadecimal", "<integer>-0x1F</integer>", -31LL},
-    {"data in lines", "<data>\n\tQUJ\n\tD\n</data>", QByteArray("ABC")},
+    {"data in several lines", "<data>\n\tQUJ\n\tD\n</data>", QByteArray("ABC")},
     {"invalid UTF-8", "<string>a\xFF</string>", QString::fromUtf16(u"a\xDCFF")},
-    {"own entity", "<string>&own;</string>", {}},
+    {"custom entity", "<string>&own;</string>", {}},
     {"reference without end", "<string>&amp</string>", {}},
     {"reference to a surrogate", "<string>&#xD800;</string>", {}},
     {"reference to nothing", "<string>&#0;</string>", {}},
-    {"no number", "<integer>12a</integer>", {}},
+    {"not a number", "<integer>12a</integer>", {}},
     {"number too large", "<integer>18446744073709551616</integer>", {}},
-    {"no date", "<date>2020-13-01T00:00:00Z</date>", {}},
-    {"no data", "<data>A*BC</data>", {}},
+    {"not a date", "<date>2020-13-01T00:00:00Z</date>", {}},
+    {"not base64", "<data>A*BC</data>", {}},
     {"unknown element", "<uid>1</uid>", {}},
     {"element in a text", "<string>a<true/></string>", {}},
     {"key without value", "<dict><key>a</key></dict>", {}},
     {"value without key", "<dict><true/></dict>", {}},
-    {"text between", "<array>a<true/></array>", {}},
+    {"text between elements", "<array>a<true/></array>", {}},
     {"wrong end", "<array></dict>", {}},
     {"two values", "<true/><true/>", {}},
     {"nothing", "", {}},
-    {"open", "<array><true/>", {}},
-    {"open comment", "<!-- <true/>", {}},
+    {"unclosed array", "<array><true/>", {}},
+    {"unclosed comment", "<!-- <true/>", {}},
     {"as deep as allowed",
      [] {
          return QByteArray("<array>").repeated(kPropertyListDepth) + "<true/>" +
@@ -165,7 +165,7 @@ QByteArray reference(qsizetype index) {
     return bigEndian(index, 2);
 }
 
-/// A binary list of the objects, of which the first is the top.
+/// A binary list of @p objects, the first of which is the top object.
 QByteArray binaryList(const QByteArrayList &objects) {
     QByteArray list = "bplist00";
     QByteArray offsets;
@@ -178,7 +178,7 @@ QByteArray binaryList(const QByteArrayList &objects) {
            bigEndian(0, 8) + bigEndian(table, 8);
 }
 
-/// Each array holds the next @p breadth times; the last one holds a number.
+/// Nested arrays: each contains the next one @p breadth times; the last one contains a number.
 QByteArray nestedArrays(qsizetype depth, int breadth) {
     QByteArrayList objects;
     for (qsizetype index = 0; index < depth; ++index)
@@ -186,18 +186,18 @@ QByteArray nestedArrays(qsizetype depth, int breadth) {
     return binaryList(objects << QByteArray("\x10\x07", 2));
 }
 
-TEST(PropertyList, BinaryListsCannotGrowOrRecurse) {
+TEST(PropertyList, BinaryListsCannotExpandOrRecurse) {
     EXPECT_TRUE(readPropertyList(nestedArrays(kPropertyListDepth, 1)).isValid());
     EXPECT_FALSE(readPropertyList(nestedArrays(kPropertyListDepth + 1, 1)).isValid());
     EXPECT_FALSE(readPropertyList(nestedArrays(10'000, 1)).isValid());
     EXPECT_TRUE(readPropertyList(nestedArrays(4, 4)).isValid()) << "shared within reason";
     EXPECT_FALSE(readPropertyList(nestedArrays(12, 14)).isValid()) << "shared 14^12 times";
-    EXPECT_FALSE(readPropertyList(nestedArrays(100, 2)).isValid()) << "2^100 would wrap";
+    EXPECT_FALSE(readPropertyList(nestedArrays(100, 2)).isValid()) << "2^100 would overflow";
 }
 
-/// An array whose items are chains, each of which ends in the chain before: the reader never goes
-/// deep at a time.
-TEST(PropertyList, BinaryListsCannotBeMadeDeepPieceByPiece) {
+/// An array of chains, each of which ends with the previous chain, so that the reader never
+/// recurses deeply at one time.
+TEST(PropertyList, BinaryListsCannotExceedTheDepthThroughSharing) {
     constexpr int kChains = 500;
     constexpr qsizetype kLinks = 30;
     QByteArrayList objects = {"\xAF\x11" + reference(kChains)};
@@ -219,17 +219,17 @@ struct BinaryRow {
     QByteArrayList objects;
 };
 const BinaryRow kDamagedRows[] = {
-    {"an array in itself", {"\xA1" + reference(0)}},
-    {"two in each other", {"\xA1" + reference(1), "\xA1" + reference(0)}},
+    {"an array that contains itself", {"\xA1" + reference(0)}},
+    {"two arrays that contain each other", {"\xA1" + reference(1), "\xA1" + reference(0)}},
     {"reference beyond the end", {"\xA1" + reference(1)}},
-    {"a key that is no text", {"\xD1" + reference(1) + reference(1), "\x09"}},
+    {"a key that is not a string", {"\xD1" + reference(1) + reference(1), "\x09"}},
     {"text beyond the end",
      {"\x5A"
       "abc"}},
     {"huge count", {QByteArray("\xAF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10)}},
-    {"count that wraps", {QByteArray("\x6F\x13\x80\x00\x00\x00\x00\x00\x00\x00", 10)}},
+    {"count that overflows", {QByteArray("\x6F\x13\x80\x00\x00\x00\x00\x00\x00\x00", 10)}},
     {"huge integer", {QByteArray("\x1F")}},
-    {"count that is none",
+    {"count that is not an integer",
      {QByteArray("\x5F\x51\x01"
                  "abc")}},
     {"not a date", {QByteArray("\x33\x7F\xF8\x00\x00\x00\x00\x00\x00", 9)}},

@@ -24,7 +24,7 @@ TEST(ResourceMap, ReadsAndWritesTheRealLayout) {
     EXPECT_EQ(map->find(kText, 129), nullptr);
     QByteArray withHeaderInMap = samples::resourceFork();
     withHeaderInMap.replace(256 + 16, 16, withHeaderInMap.first(16));
-    EXPECT_EQ(map->toBytes(), withHeaderInMap) << "what was not touched is written as it was";
+    EXPECT_EQ(map->toBytes(), withHeaderInMap) << "everything unchanged is written as it was";
 }
 
 TEST(ResourceMap, ResourcesAreAddedReplacedAndRemoved) {
@@ -47,7 +47,7 @@ TEST(ResourceMap, ResourcesAreAddedReplacedAndRemoved) {
     EXPECT_TRUE(empty && empty->resources().empty());
 }
 
-TEST(ResourceMap, WhatTheFormatCannotHoldIsRefused) {
+TEST(ResourceMap, ForksTooLargeForTheFormatAreRefused) {
     ResourceMap large;
     large.put({kIcns, 1, std::nullopt, 0, QByteArray(1 << 24, 'x')});
     EXPECT_TRUE(large.toBytes()) << "the last one may be of any length";
@@ -67,17 +67,17 @@ TEST(ResourceMap, DamagedForksAreRefused) {
         qsizetype at;
         const char *bytes;
     } rows[] = {
-        {"data behind the end", 0, "7fffffff"},
-        {"the map behind the end", 4, "ffffffff"},
-        {"a map of no length", 12, "00000000"},
-        {"the type list behind the map", kMap + 24, "ffff"},
+        {"data beyond the end", 0, "7fffffff"},
+        {"the map beyond the end", 4, "ffffffff"},
+        {"a map of length 0", 12, "00000000"},
+        {"the type list beyond the map", kMap + 24, "ffff"},
         {"more types than there are", kMap + 28, "fffe"},
-        {"references behind the map", kMap + 36, "fff0"},
+        {"references beyond the map", kMap + 36, "fff0"},
         {"more references than fit", kMap + 34, "0fff"},
-        {"a name behind the map", kMap + 60, "7fff"},
-        {"a resource behind the data", kMap + 51, "0000ff"},
+        {"a name beyond the map", kMap + 60, "7fff"},
+        {"a resource beyond the data", kMap + 51, "0000ff"},
         {"a resource longer than the data", 256, "00ffffff"},
-        {"a resource that holds the next one", 256, "00000008"},
+        {"a resource that overlaps the next one", 256, "00000008"},
     };
     ASSERT_TRUE(ResourceMap::parse(good));
     for (const auto &row : rows) {

@@ -12,7 +12,7 @@ namespace {
 
 using namespace MWCore;
 
-/// A host's handler, which lets execution go on.
+/// A host's handler, which returns.
 struct Recorder : MXAssertionHandler {
     void handleFailureInFunction(const QString &function, const QString &file, int lineNumber,
                                  const QString &description) override {
@@ -52,11 +52,11 @@ TEST(Assertion, IsLoggedAndThrownByTheStandardHandler) {
     }
 }
 
-TEST(Assertion, TellsAHandlerThatReturnsWhereItFailed) {
+TEST(Assertion, ReportsItsLocationToAHandlerThatReturns) {
     Recorder recorder;
     MXAssertionHandler::setCurrentHandler(&recorder);
     EXPECT_TRUE(assertParameter(true, "holds"));
-    EXPECT_FALSE(assertParameter(false, "here")); // the next line counts on this one
+    EXPECT_FALSE(assertParameter(false, "here")); // the next line depends on this line's number
     const QString line = QString::number(__LINE__ - 1);
     EXPECT_EQ(recorder.descriptions, QStringList("Invalid parameter not satisfying: here"));
     EXPECT_EQ(recorder.place, "TestBody|" __FILE__ "|" + line);
@@ -66,7 +66,7 @@ TEST(Assertion, TellsAHandlerThatReturnsWhereItFailed) {
     EXPECT_NE(MXAssertionHandler::currentHandler(), &recorder);
 }
 
-TEST(Assertion, FallsBackToTheStandardHandlerWhenTheCurrentOneGoes) {
+TEST(Assertion, FallsBackToTheStandardHandlerWhenTheCurrentOneIsDestroyed) {
     MXAssertionHandler *const standard = MXAssertionHandler::currentHandler();
     std::optional<Recorder> first(std::in_place);
     std::optional<Recorder> second(std::in_place);

@@ -15,7 +15,7 @@ MXNotificationCenter &center() {
     return *MXNotificationCenter::defaultCenter();
 }
 
-/// Writes down what it is told.
+/// Records the notifications that it receives.
 class Listener : public QObject {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private:
     }
 };
 
-TEST(Notification, ReachesASlotHoweverItIsDeclared) {
+TEST(Notification, ReachesSlotsOfEveryForm) {
     const struct Row {
         const char *selector;
         QStringList heard;
@@ -67,7 +67,7 @@ TEST(Notification, IsFilteredByNameAndObject) {
     const struct Row {
         const char *name;
         QObject *object;
-        QString heard; ///< of: a from sender, a from other, a from nobody, b from sender
+        QString heard; ///< among: a from sender, a from other, a from nobody, b from sender
     } rows[] = {
         {"", nullptr, "1234"}, {"a", nullptr, "123"}, {"", &sender, "14"},
         {"a", &other, "2"},    {"A", nullptr, ""},
@@ -85,13 +85,13 @@ TEST(Notification, IsFilteredByNameAndObject) {
     }
 }
 
-TEST(Notification, IsNoLongerHeardByWhatWasRemoved) {
+TEST(Notification, DoesNotReachRemovedObservers) {
     QObject sender;
     QObject other;
     const struct Row {
         const char *name;
         QObject *object;
-        qsizetype left; ///< of the three calls that a post of "a" by sender makes
+        qsizetype left; ///< of the three calls for a post of "a" by sender
     } rows[] = {
         {"", nullptr, 0}, {"a", nullptr, 1}, {"a", &sender, 2},
         {"", &sender, 2}, {"b", nullptr, 3}, {"", &other, 3},
@@ -146,7 +146,7 @@ TEST(Notification, IsDeliveredInOrderWhileObserversComeAndGo) {
     EXPECT_EQ(LoggedMessages::take(), QStringList());
 }
 
-TEST(Notification, DoesNotMistakeAnObjectForOneThatWent) {
+TEST(Notification, DoesNotMistakeANewObjectForADestroyedOne) {
     alignas(QObject) std::byte place[sizeof(QObject)];
     Listener listener;
     auto *object = new (place) QObject;

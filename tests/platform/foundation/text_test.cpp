@@ -31,7 +31,7 @@ TEST(FileSystemText, EveryByteSequenceSurvivesTheRoundTrip) {
     }
 }
 
-TEST(FileSystemText, ValidTextIsWhatQtMakesOfIt) {
+TEST(FileSystemText, ValidTextIsConvertedAsByQt) {
     const QString texts[] = {"", "plain", "grün", "日本語",
                              QString::fromUtf8("\U0001F600 \U00010080")};
     for (const QString &text : texts) {
@@ -42,7 +42,7 @@ TEST(FileSystemText, ValidTextIsWhatQtMakesOfIt) {
     EXPECT_TRUE(stringWithFileSystemRepresentation({}).isNull());
 }
 
-TEST(FileSystemText, WhatNoNameCanHaveIsRefused) {
+TEST(FileSystemText, ImpossibleNamesAreRefused) {
     const char16_t withNull[] = {u'a', 0, u'b'};
     const char16_t lonelyHigh[] = {u'a', 0xD800, u'b'};
     const char16_t asciiCarrier[] = {u'a', 0xDC2F}; // would smuggle in a "/"

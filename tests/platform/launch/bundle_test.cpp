@@ -85,7 +85,7 @@ const LayoutRow kLayoutRows[] = {
      nullptr},
 };
 
-TEST(Bundle, KnowsEveryLayout) {
+TEST(Bundle, OpensEveryLayout) {
     const TemporaryFolder folder;
     for (const LayoutRow &row : kLayoutRows) {
         const auto bundle = bundleOf(folder, row.name, row.files);
@@ -98,7 +98,7 @@ TEST(Bundle, KnowsEveryLayout) {
     }
 }
 
-TEST(Bundle, IsNotEveryFolder) {
+TEST(Bundle, RejectsOtherFolders) {
     const TemporaryFolder folder;
     EXPECT_FALSE(bundleOf(folder, "empty.app", {{"Contents/x", ""}}));
     EXPECT_FALSE(bundleOf(folder, "damaged.app", {{"Contents/Info.plist", "<plist>"}}));
@@ -111,7 +111,7 @@ TEST(Bundle, IsNotEveryFolder) {
     EXPECT_FALSE(bundleOf(folder, "fifo", {}));
 }
 
-TEST(Bundle, SaysWhatTheDesktopEntrySays) {
+TEST(Bundle, ReadsTheDesktopEntryOfAnAppDir) {
     const TemporaryFolder folder;
     const auto bundle = bundleOf(folder, "A",
                                  {{"AppRun", ""},

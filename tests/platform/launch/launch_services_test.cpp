@@ -34,7 +34,7 @@ std::string make(const TemporaryFolder &folder, const std::string &name,
 
 struct FlagRow {
     const char *folder;
-    std::vector<const char *> files; ///< in it; with "/" at the end, a folder
+    std::vector<const char *> files; ///< in it; a name that ends in "/" is a folder
     uint16_t finderFlags;
     uint32_t flags;
 };
@@ -67,7 +67,7 @@ TEST(LaunchServices, FlagsFolders) {
     }
 }
 
-TEST(LaunchServices, FlagsNothingButFolders) {
+TEST(LaunchServices, FlagsOnlyFolders) {
     const TemporaryFolder folder;
     uint32_t flags = 1;
     for (const std::string &path :
@@ -79,7 +79,7 @@ TEST(LaunchServices, FlagsNothingButFolders) {
     EXPECT_EQ(flags, 0U);
 }
 
-TEST(LaunchServices, KnowsMountPoints) {
+TEST(LaunchServices, RecognisesMountPoints) {
     const TemporaryFolder folder;
     for (const std::string &path : {std::string("/"), std::string("/proc"), std::string("/dev"),
                                     std::string("/usr"), folder.path()}) {
@@ -202,7 +202,7 @@ const ApplicationRow kApplicationRows[] = {
     {"AppImage 2", elf("AI\2"), true},
     {"AppImage 3", elf("AI\3"), false},
     {"cut", elf("AI"), false},
-    {"hardly begun", "\x7F" + std::string("ELF"), false},
+    {"too short", "\x7F" + std::string("ELF"), false},
     {"no ELF", std::string("MWELF\2\1\0AI\2\0", 12), false},
     {"a.desktop", "[Desktop Entry]\nType=Application\n", true},
     {"b.desktop", "[Desktop Entry]\nType=Link\n", false},
@@ -212,7 +212,7 @@ const ApplicationRow kApplicationRows[] = {
     {"f.desktop", "", false},
 };
 
-TEST(LaunchServices, KnowsPlainFilesThatAreApplications) {
+TEST(LaunchServices, RecognisesFilesThatAreApplications) {
     const TemporaryFolder folder;
     for (const ApplicationRow &row : kApplicationRows)
         EXPECT_EQ(isPlainFileApplication(bytes(make(folder, row.name, row.content))),

@@ -11,7 +11,7 @@
 
 #include <sys/xattr.h>
 
-/// Extended attributes and whole files as the system has them, apart from the library.
+/// Extended attributes and whole files, read and written without the library.
 namespace raw {
 
 inline bool setAttribute(const std::string &path, const char *name, const QByteArray &value) {
@@ -19,7 +19,7 @@ inline bool setAttribute(const std::string &path, const char *name, const QByteA
                      0) == 0;
 }
 
-/// Nothing when there is none.
+/// nullopt if there is none.
 inline std::optional<QByteArray> attribute(const std::string &path, const char *name) {
     QByteArray value(65536, '\0');
     const ssize_t length = lgetxattr(path.c_str(), name, value.data(), 65536);
@@ -30,7 +30,7 @@ inline void write(const std::string &path, const QByteArray &content) {
     std::ofstream(path, std::ios::binary) << content.toStdString();
 }
 
-/// Nothing when there is no such file.
+/// nullopt if there is no such file.
 inline std::optional<QByteArray> content(const std::string &path) {
     std::ifstream file(path, std::ios::binary);
     if (!file)

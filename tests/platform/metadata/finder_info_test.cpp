@@ -41,7 +41,7 @@ std::string sidecarOf(const TemporaryFolder &folder, const std::string &name) {
     return folder.at("._" + name);
 }
 
-/// One way to keep Finder information with the given flags; @p attribute is null for a sidecar.
+/// A format of Finder information with the given flags; @p attribute is null for a sidecar.
 struct FormRow {
     const char *what;
     const char *attribute;
@@ -67,7 +67,7 @@ std::optional<QByteArray> kept(const TemporaryFolder &folder, const FormRow &for
                           : raw::content(sidecarOf(folder, "item"));
 }
 
-TEST(FinderInformation, EveryFormIsReadAndOnlyTheAskedBytesAreRewritten) {
+TEST(FinderInformation, EveryFormatIsReadAndOnlyItsOwnBytesAreRewritten) {
     for (const FormRow &form : kForms) {
         SCOPED_TRACE(form.what);
         const TemporaryFolder folder;
@@ -98,11 +98,11 @@ TEST(FinderInformation, EveryFormIsReadAndOnlyTheAskedBytesAreRewritten) {
         EXPECT_EQ(removeFinderInfo(folder.at("item").c_str()), noErr);
         EXPECT_TRUE(infoOf(folder.at("item")).isNone());
         EXPECT_EQ(kept(folder, form).has_value(), form.attribute != kBare)
-            << "what else a place keeps stays";
+            << "other data in a place is preserved";
     }
 }
 
-TEST(FinderInformation, AllPlacesThatKeepItAreWrittenAndTheirDisagreementIsTold) {
+TEST(FinderInformation, EveryPlaceIsWrittenAndDisagreementIsLogged) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     for (const FormRow &form : kForms)
@@ -117,7 +117,7 @@ TEST(FinderInformation, AllPlacesThatKeepItAreWrittenAndTheirDisagreementIsTold)
     EXPECT_TRUE(lines[0].contains(kBare) && lines[0].contains("._ file")) << lines[0].toStdString();
     raw::setAttribute(item, kBare, samples::zeros(32));
     keep(folder, kForms[4], kRed);
-    EXPECT_EQ(infoOf(item).labelNumber(), 6) << "nothing is no opinion";
+    EXPECT_EQ(infoOf(item).labelNumber(), 6) << "an empty place does not count";
     EXPECT_EQ(log.take(), QStringList());
     EXPECT_EQ(writeLabel(item, 2), noErr);
     for (const FormRow *const form : {&kForms[0], &kForms[1], &kForms[3], &kForms[4]})
@@ -136,7 +136,7 @@ TEST(FinderInformation, ANameCannotForgeALogLine) {
     EXPECT_FALSE(lines[0].contains('\n') || lines[0].contains('\033')) << lines[0].toStdString();
 }
 
-TEST(FinderInformation, AChangeLeavesAloneWhatOnlyAnotherPlaceSays) {
+TEST(FinderInformation, AChangePreservesTheOtherFieldsOfEachPlace) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     EXPECT_EQ(writeLabel(item, 2), noErr);
@@ -157,18 +157,18 @@ TEST(FinderInformation, AChangeLeavesAloneWhatOnlyAnotherPlaceSays) {
     EXPECT_EQ(writeFinderInfo(item.c_str(), FinderInfo()), noErr);
     EXPECT_EQ(raw::attribute(item, kBare), std::nullopt);
     EXPECT_EQ(kept(folder, kForms[1]), samples::netatalkRecord(kHasCustomIcon))
-        << "a cleared label takes nothing with it that only another place says";
+        << "clearing a label preserves the other fields of each place";
     EXPECT_EQ(removeFinderInfo(item.c_str()), noErr);
-    EXPECT_TRUE(infoOf(item).isNone()) << "removing leaves nothing anywhere";
+    EXPECT_TRUE(infoOf(item).isNone()) << "every place is cleared";
 }
 
-TEST(FinderInformation, WhatIsOfNoFormIsNeitherReadNorOverwritten) {
+TEST(FinderInformation, UnknownFormatsAreNeitherReadNorOverwritten) {
     for (const char *const name : {kBare, kRecord, kStream})
         for (const qsizetype length : {0, 31, 33, 59, 60, 61, 342, 402, 4000}) {
             const TemporaryFolder folder;
             const QByteArray value(length, 'x');
             if (!raw::setAttribute(folder.file("item"), name, value))
-                continue; // the file system has no room for so much
+                continue; // too much for the file system
             EXPECT_TRUE(infoOf(folder.at("item")).isNone()) << name << " " << length;
             const OSStatus status = writeLabel(folder.at("item"), 6);
             EXPECT_EQ(status, name == kBare ? mapReadErr : noErr);
@@ -187,7 +187,7 @@ TEST(FinderInformation, WhatIsOfNoFormIsNeitherReadNorOverwritten) {
 }
 
 TEST(FinderInformation, ARecordIsReadByItsTable) {
-    // The older form: five entries, 342 bytes, the Finder information at another place.
+    // The older form: five entries, 342 bytes, the Finder information at another offset.
     QByteArray record =
         samples::hex("0005160700020000") + samples::zeros(16) + samples::number16(5);
     for (const auto &[id, offset, length] : std::initializer_list<std::array<uint32_t, 3>>{
@@ -200,7 +200,7 @@ TEST(FinderInformation, ARecordIsReadByItsTable) {
     EXPECT_EQ(infoOf(folder.at("item")).labelNumber(), 6);
 }
 
-TEST(FinderInformation, OfWhatIsNoFileOrFolderThereIsNone) {
+TEST(FinderInformation, OnlyFilesAndFoldersCanHaveIt) {
     const TemporaryFolder folder;
     (void)folder.fifo("fifo");
     raw::write(folder.file("file"), "");
@@ -220,11 +220,11 @@ TEST(FinderInformation, OfWhatIsNoFileOrFolderThereIsNone) {
     const std::string longName(250, 'n');
     EXPECT_TRUE(infoOf(folder.file(longName)).isNone());
     raw::write(sidecarOf(folder, "link"), samples::sidecar(kRed));
-    EXPECT_EQ(infoOf(folder.at("link")).labelNumber(), 6) << "a sidecar can keep a link's";
+    EXPECT_EQ(infoOf(folder.at("link")).labelNumber(), 6) << "a sidecar can hold that of a link";
     EXPECT_EQ(writeLabel(folder.at("link"), 2), noErr);
 }
 
-TEST(FinderInformation, SidecarsThatAreNoPlainFilesAreNeverOpened) {
+TEST(FinderInformation, SidecarsThatAreNotRegularFilesAreNeverOpened) {
     const TemporaryFolder folder;
     (void)folder.file("item");
     (void)folder.fifo("._item");
@@ -237,7 +237,7 @@ TEST(FinderInformation, SidecarsThatAreNoPlainFilesAreNeverOpened) {
     EXPECT_EQ(raw::content(folder.at("secret")), samples::sidecar(kRed));
 }
 
-TEST(FinderInformation, EachFileSystemKeepsItWhereItCan) {
+TEST(FinderInformation, EachFileSystemStoresItWhereItCan) {
     const struct {
         const char *type;
         bool hasAttributes;
@@ -267,7 +267,7 @@ TEST(FinderInformation, EachFileSystemKeepsItWhereItCan) {
     }
 }
 
-TEST(FinderInformation, WhatTheSuperuserWritesIsTheOwnersToReadAndChange) {
+TEST(FinderInformation, TheOwnerCanReadAndChangeWhatTheSuperuserWrote) {
     const MountedFolder mounted("ramfs");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();
@@ -285,7 +285,7 @@ TEST(FinderInformation, WhatTheSuperuserWritesIsTheOwnersToReadAndChange) {
               0);
 }
 
-TEST(FinderInformation, AFailedWriteTellsWhyAndKeepsTheOld) {
+TEST(FinderInformation, AFailedWriteReportsTheCauseAndChangesNothing) {
     const MountedFolder mounted("tmpfs", "size=64k");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();
@@ -309,7 +309,7 @@ TEST(FinderInformation, AFailedWriteTellsWhyAndKeepsTheOld) {
     EXPECT_EQ(raw::content(sidecar), samples::sidecar(kRed));
 }
 
-TEST(FinderInformation, OneRefusedPlaceUndoesTheOthers) {
+TEST(FinderInformation, IfOnePlaceCannotBeWrittenTheOthersAreRestored) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
     raw::setAttribute(item, kBare, samples::finderInfo(kRed));

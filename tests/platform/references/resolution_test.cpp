@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What a resolution must not take for the item: another one of the same number, or what it did not
-// come to look at.
+// A resolution must not take another item of the same inode number for the item, nor one that it
+// did not examine.
 #include "platform/aliases/Aliases.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/references/AliasResolution.h"
@@ -29,7 +29,7 @@ AliasRecord recordOfItem(const std::string &path) {
     return record.value_or(AliasRecord());
 }
 
-/// As a file system without handles and times of birth would have it.
+/// The record of an item on a file system without handles and birth times.
 AliasRecord weakRecordOf(const std::string &path) {
     AliasRecord record = recordOfItem(path);
     record.identity.handle.clear();
@@ -43,7 +43,7 @@ uint64_t inodeOf(const std::string &path) {
     return item.st_ino;
 }
 
-/// A path, or the status.
+/// The path of the item, or the text of the status.
 std::string found(const AliasRecord &record, const SearchLimits &limits = {}) {
     OSStatus status = noErr;
     const auto item = locate(record, Replacement::IsTheItem, limits, &status);
@@ -55,7 +55,7 @@ FileIdentity identity(uint64_t inode, std::optional<int64_t> birthTime, const ch
     return {0, inode, birthTime, *handle ? handleType : 0, handle};
 }
 
-TEST(Identities, AgreeInWhatBothHave) {
+TEST(Identities, AreComparedByWhatBothHave) {
     const FileIdentity weak = identity(7, {}, "");
     const FileIdentity handle = identity(7, {}, "h");
     const FileIdentity birth = identity(7, 5, "");
@@ -69,12 +69,12 @@ TEST(Identities, AgreeInWhatBothHave) {
         {"numbers alone", weak, weak, true},
         {"other numbers", weak, identity(8, {}, ""), false},
         {"a handle on one side", handle, weak, false},
-        {"a time of birth on one side", birth, weak, false},
-        {"nothing that both have", handle, birth, false},
-        {"one thing that both have", handle, both, true},
+        {"a birth time on one side", birth, weak, false},
+        {"nothing in common", handle, birth, false},
+        {"one part in common", handle, both, true},
         {"another handle", both, identity(7, 5, "i"), false},
         {"another type of handle", handle, identity(7, {}, "h", 2), false},
-        {"another time of birth", both, identity(7, 6, ""), false},
+        {"another birth time", both, identity(7, 6, ""), false},
     };
     for (const auto &row : rows) {
         EXPECT_EQ(isSameItem(row.one, row.other), row.isSame) << row.what;
@@ -82,8 +82,8 @@ TEST(Identities, AgreeInWhatBothHave) {
     }
 }
 
-/// A file system "volume" with "item" in it, mounted in another one where "other" has the number
-/// that the record is given: as if both had been counted alike.
+/// A file system "volume" with "item" in it, mounted in another one with "other" in it. A record is
+/// given the inode number of "other", as if both file systems had counted alike.
 class EjectedVolume {
 public:
     explicit EjectedVolume(const char *type) : outer_("tmpfs") {
@@ -108,7 +108,7 @@ public:
     [[nodiscard]] std::string volume() const { return outer_.at("volume"); }
     [[nodiscard]] std::string other() const { return outer_.at("other"); }
 
-    /// For the item of the number of @p path.
+    /// For an item with the inode number of @p path.
     [[nodiscard]] AliasRecord recordOfNumber(const std::string &path) const {
         AliasRecord record = record_;
         record.identity.inode = inodeOf(path);
@@ -124,7 +124,7 @@ private:
     FSRef ref_;
 };
 
-TEST(Resolution, OfAnItemOnAnEjectedVolumeLeadsNowhere) {
+TEST(Resolution, FailsForAnItemOnAnEjectedVolume) {
     const EjectedVolume ejected("ramfs");
     if (!ejected.obstacle().empty())
         GTEST_SKIP() << ejected.obstacle();
@@ -134,13 +134,13 @@ TEST(Resolution, OfAnItemOnAnEjectedVolumeLeadsNowhere) {
     AliasRecord older = ejected.recordOfNumber(ejected.other());
     older.fileSystemType.clear();
     older.source.clear();
-    EXPECT_EQ(found(older), statusText(fnfErr)) << "a record that does not tell the type";
+    EXPECT_EQ(found(older), statusText(fnfErr)) << "a record without the file system's type";
     AliasRecord strong = ejected.recordOfNumber(ejected.other());
     strong.identity.birthTime = 1;
     EXPECT_EQ(found(strong), statusText(fnfErr));
 }
 
-TEST(Resolution, TellsAVolumeFromTheNextOneOfItsNumber) {
+TEST(Resolution, DistinguishesVolumesOfTheSameNumber) {
     const EjectedVolume ejected("ramfs");
     if (!ejected.obstacle().empty())
         GTEST_SKIP() << ejected.obstacle();
@@ -149,12 +149,12 @@ TEST(Resolution, TellsAVolumeFromTheNextOneOfItsNumber) {
     raw::write(stranger, "");
     const AliasRecord record = ejected.recordOfNumber(stranger);
     EXPECT_EQ(record.identity.device, recordOfItem(stranger).identity.device)
-        << "or nothing is shown";
+        << "otherwise this test proves nothing";
     EXPECT_EQ(found(record), statusText(fnfErr));
     umount2(ejected.volume().c_str(), MNT_DETACH);
 }
 
-TEST(Reach, LeadsWhereTheKernelDoes) {
+TEST(Reach, ResolvesPathsLikeTheKernel) {
     const MountedFolder mounted("tmpfs");
     if (!mounted.obstacle().empty())
         GTEST_SKIP() << mounted.obstacle();
@@ -226,10 +226,10 @@ std::string madeHome(const TemporaryFolder &folder) {
     return path + "/item";
 }
 
-TEST(Resolution, ThatWasCutOffDoesNotTakeAnotherItem) {
+TEST(Resolution, FindsNoOtherItemWhenCutShort) {
     const TemporaryFolder folder;
     AliasRecord record = recordOfItem(madeHome(folder));
-    record.identity.handle.clear(); // the kernel would tell the superuser
+    record.identity.handle.clear(); // by which the kernel would find it for the superuser
     fs::rename(folder.at("home/inner"), folder.at("home/renamed"));
     fs::create_directories(folder.at("home/inner/deep"));
     raw::write(folder.at("home/inner/deep/item"), "another");
@@ -239,7 +239,7 @@ TEST(Resolution, ThatWasCutOffDoesNotTakeAnotherItem) {
     EXPECT_EQ(found(record), folder.at("home/renamed/deep/item"));
 }
 
-TEST(Resolution, OneBudgetIsForAllLevels) {
+TEST(Resolution, SharesOneBudgetAmongAllLevels) {
     const TemporaryFolder folder;
     AliasRecord record = recordOfItem(madeHome(folder));
     record.identity.handle.clear();
@@ -250,10 +250,10 @@ TEST(Resolution, OneBudgetIsForAllLevels) {
     EXPECT_EQ(found(record, {.entries = 200}), folder.at("home/other/other/renamed"));
 }
 
-TEST(Resolution, OneBudgetIsForAWholeChain) {
+TEST(Resolution, SharesOneBudgetAlongAChain) {
     const TemporaryFolder folder;
     fs::permissions(folder.path(), fs::perms::all);
-    const auto follow = [&folder] { // not as root, whom the kernel tells
+    const auto follow = [&folder] { // not as root, for whom the kernel finds it
         (void)madeHome(folder);
         std::string target = folder.at("home/item");
         raw::write(target, "");
@@ -270,7 +270,7 @@ TEST(Resolution, OneBudgetIsForAWholeChain) {
             bool isFolder = false;
             bool wasAliased = false;
             EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
-            // Itself moved away since it was referred to.
+            // The alias file itself moves after the reference to it was made.
             fs::rename(target, folder.at("home/moved.desktop"));
             constexpr bool kChains = true;
             const OSStatus status =
@@ -280,21 +280,21 @@ TEST(Resolution, OneBudgetIsForAWholeChain) {
         };
         const std::atomic<bool> cancelled = true;
         EXPECT_EQ(follows(kMostSearchedNames, &cancelled), statusText(userCanceledErr));
-        EXPECT_EQ(follows(1, nullptr), statusText(fileBoundsErr)) << "enough for each alone";
+        EXPECT_EQ(follows(1, nullptr), statusText(fileBoundsErr)) << "enough for each step alone";
         EXPECT_EQ(follows(400, nullptr), folder.at("home/renamed-1.desktop"));
         return ::testing::Test::HasFailure() ? 1 : 0;
     };
     EXPECT_EQ(runAsNobody(follow), 0);
 }
 
-TEST(Resolution, OfAWayThatNoFolderHasIsNotFollowed) {
+TEST(Resolution, DoesNotFollowDotsInARecordedPath) {
     const TemporaryFolder folder;
     (void)madeHome(folder);
     raw::write(folder.at("home/item"), "");
     AliasRecord record = recordOfItem(folder.at("home/item"));
     record.identity.handle.clear();
     fs::rename(folder.at("home/item"), folder.at("home/renamed"));
-    // Each level would be searched for its number, as often as the path says so.
+    // Otherwise each level would be searched by its number, as often as it is in the path.
     record.path = record.realPath = (folder.at("home") + "/z/../z/../item").c_str();
     for (const char *const name : {"home/inner", "home", "home/inner", "home"})
         record.ancestors.push_back(inodeOf(folder.at(name)));

@@ -22,7 +22,7 @@ namespace {
 
 using MWCore::UserDefaults;
 
-/// Settings in a folder of the test's own, under the names "House" and "Tool".
+/// Settings in a folder of the test's own, for organization "House" and application "Tool".
 class Settings : public ::testing::Test {
 protected:
     Settings() {
@@ -36,7 +36,7 @@ protected:
         QCoreApplication::setApplicationName(application);
     }
 
-    /// Lets another process, which shares nothing in memory, write; whether the file took it.
+    /// Makes a change in another process, which shares no memory; whether it was written.
     static bool write(const std::function<void(UserDefaults &)> &change) {
         return runForked([&change] {
                    UserDefaults defaults;
@@ -50,7 +50,7 @@ protected:
     TemporaryFolder folder_;
 };
 
-TEST_F(Settings, KeepAnyKeyApartFromEveryOther) {
+TEST_F(Settings, KeepAllKeysApart) {
     const char16_t carrier[] = {u'x', 0xDCFF};
     const char16_t null[] = {u'x', 0};
     const QStringList keys = {"plain",
@@ -77,7 +77,7 @@ TEST_F(Settings, KeepAnyKeyApartFromEveryOther) {
             defaults.setValue(keys[index], index);
         defaults.setValue("gone", 1);
         defaults.setValue("gone", {});
-        defaults.setValue("a", 1); // must not take "a/b" with it
+        defaults.setValue("a", 1); // must not replace "a/b"
         defaults.remove("a");
     }));
     const UserDefaults defaults;
@@ -129,7 +129,7 @@ TEST_F(Settings, KeepEveryValueExactly) {
     EXPECT_FALSE(defaults.boolean("no", true));
 }
 
-TEST_F(Settings, GiveTheDefaultForWhatIsMissingOrUnreadable) {
+TEST_F(Settings, ReturnTheDefaultForMissingOrUnreadableValues) {
     ASSERT_TRUE(write([](UserDefaults &defaults) { defaults.setValue("word", "many"); }));
     const UserDefaults defaults;
     for (const char *const key : {"missing", "word"}) {
@@ -141,7 +141,7 @@ TEST_F(Settings, GiveTheDefaultForWhatIsMissingOrUnreadable) {
     EXPECT_TRUE(defaults.boolean("missing", true));
 }
 
-TEST_F(Settings, StandWhereTheHostKeepsItsOwn) {
+TEST_F(Settings, AreStoredWithTheHostsOwn) {
     const struct Row {
         const char *what;
         const char *organization;
@@ -163,7 +163,7 @@ TEST_F(Settings, StandWhereTheHostKeepsItsOwn) {
     EXPECT_EQ(QSettings().value("key").toInt(), 1);
 }
 
-TEST_F(Settings, SayWhenTheFileCannotBeKept) {
+TEST_F(Settings, ReportAFileThatCannotBeWrittenOrRead) {
     ASSERT_EQ(chmod(folder_.path().c_str(), 0555), 0);
     const int statusForNobody = runAsNobody([] {
         UserDefaults defaults;
@@ -180,9 +180,9 @@ TEST_F(Settings, SayWhenTheFileCannotBeKept) {
     EXPECT_EQ(defaults.synchronize(), QSettings::FormatError);
 }
 
-TEST_F(Settings, OfTheSuperuserAreNotKeptWhereAnotherCanExchangeThem) {
+TEST_F(Settings, OfTheSuperuserAreNotStoredWhereAnotherUserCanReplaceThem) {
     if (geteuid() != 0)
-        GTEST_SKIP() << "takes two users";
+        GTEST_SKIP() << "needs two users";
     const auto set = [](UserDefaults &defaults) { defaults.setValue("key", "value"); };
     EXPECT_TRUE(write(set));
     const std::string folder = folder_.at("House");
@@ -209,7 +209,7 @@ TEST_F(Settings, OfSeveralProcessesAreMerged) {
         EXPECT_EQ(defaults.integer(QString::number(key), -1), key % 4) << key;
 }
 
-TEST_F(Settings, AreKeptForLaterWhenTheyCannotBeWritten) {
+TEST_F(Settings, AreKeptUntilTheyCanBeWritten) {
     EXPECT_EQ(runForked([] {
                   UserDefaults defaults;
                   defaults.setValue("other", 1);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Beside a file system whose program never answers.
+// Resolution next to a file system whose program never answers.
 #include "platform/aliases/Aliases.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
@@ -21,21 +21,21 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-/// A path, or the status.
+/// The path of the target, or the text of the status.
 std::string resolved(const QByteArray &alias) {
     FSRef target;
     const OSStatus status = FSResolveAlias(alias, &target);
     return status == noErr ? target.path.toStdString() : statusText(status);
 }
 
-/// What is made in a folder of its own before and after the aliases; where the file system that
-/// keeps silent is mounted then; and where the alias to "home/volume/item" leads, by which way.
+/// What is set up in a new folder "home" before and after the alias is made, where the unresponsive
+/// file system is mounted then, and where the alias leads. Paths are relative to "home".
 struct Row {
     const char *what;
     void (*before)(const std::string &home);
     void (*after)(const std::string &home);
     const char *silent;
-    const char *made;  ///< the path that the alias is made of
+    const char *made;  ///< the item of which the alias is made
     const char *leads; ///< null: nowhere
 };
 
@@ -48,23 +48,23 @@ constexpr Row kRows[] = {
     {"renamed", nothing,
      [](const std::string &home) { fs::rename(home + "/volume/item", home + "/volume/new"); },
      "silent", "volume/item", "volume/new"},
-    {"moved, and searched for around it", nothing,
+    {"moved, and found by a search next to it", nothing,
      [](const std::string &home) { fs::rename(home + "/volume/item", home + "/z/item"); }, "silent",
      "volume/item", "z/item"},
     {"deleted", nothing, [](const std::string &home) { fs::remove(home + "/volume/item"); },
      "silent", "volume/item", nullptr},
-    {"its volume ejected and the silent one in its place",
+    {"its volume ejected, the unresponsive one in its place",
      [](const std::string &home) { mountRamfs(home + "/volume"); },
      [](const std::string &home) { EXPECT_EQ(umount((home + "/volume").c_str()), 0); }, "volume",
      "volume/item", nullptr},
-    {"its volume hidden below the silent one",
+    {"its volume hidden by the unresponsive one",
      [](const std::string &home) {
          mountRamfs(home + "/outer");
          fs::create_directory(home + "/outer/volume");
          mountRamfs(home + "/outer/volume");
      },
      nothing, "outer", "outer/volume/item", nullptr},
-    {"through a link that leads there now",
+    {"through a link that now leads to the unresponsive one",
      [](const std::string &home) { fs::create_directory_symlink("volume", home + "/link"); },
      [](const std::string &home) {
          fs::remove(home + "/link");
@@ -73,7 +73,7 @@ constexpr Row kRows[] = {
      "silent", "link/item", "volume/item"},
 };
 
-TEST(SilentMounts, AreNotWaitedForByThoseWhoLookElsewhere) {
+TEST(UnresponsiveMounts, DoNotBlockASearchElsewhere) {
     for (const Row &row : kRows) {
         SCOPED_TRACE(row.what);
         const MountedFolder home("tmpfs");
@@ -88,8 +88,8 @@ TEST(SilentMounts, AreNotWaitedForByThoseWhoLookElsewhere) {
         FSRef ref;
         EXPECT_EQ(FSPathMakeRef(home.at(row.made).c_str(), &ref), noErr);
         AliasRecord weak = AliasRecord::parse(alias).value_or(AliasRecord());
-        weak.identity.handle.clear(); // which the kernel would know without a search
-        weak.fileSystemType.clear();  // as an older one
+        weak.identity.handle.clear(); // by which the kernel would find it without a search
+        weak.fileSystemType.clear();  // as in an older record
         weak.source.clear();
         row.after(home.path());
         const SilentMount silent(home.at(row.silent));
@@ -101,14 +101,14 @@ TEST(SilentMounts, AreNotWaitedForByThoseWhoLookElsewhere) {
         EXPECT_EQ(runGuarded([&] { return resolved(alias) == expected ? 0 : 1; }), 0);
         const bool liesBelow = std::string(row.made).starts_with(row.silent);
         EXPECT_EQ(runGuarded([&] {
-                      // Older records lie where their paths lead.
+                      // The file system of an older record is taken to be where its path leads.
                       return liesBelow || resolved(weak.toBytes()) == expected ? 0 : 1;
                   }),
                   0);
         EXPECT_EQ(runGuarded([&] {
                       QByteArray path;
                       if (liesBelow || std::string(row.made).starts_with("link"))
-                          return 0; // its own path is the silent one's
+                          return 0; // its path leads to the unresponsive mount
                       const OSStatus status = FSRefMakePath(ref, &path);
                       return (status == noErr ? path.toStdString() : statusText(status)) == expected
                                  ? 0
@@ -118,7 +118,7 @@ TEST(SilentMounts, AreNotWaitedForByThoseWhoLookElsewhere) {
     }
 }
 
-TEST(SilentMounts, OfTheSameTypeAreToldApartByTheTable) {
+TEST(UnresponsiveMounts, OfTheSameTypeAreDistinguishedByTheMountTable) {
     const MountedFolder home("tmpfs");
     if (!home.obstacle().empty())
         GTEST_SKIP() << home.obstacle();
@@ -133,7 +133,7 @@ TEST(SilentMounts, OfTheSameTypeAreToldApartByTheTable) {
         const char *path;
     } rows[] = {
         {"of another server", "fuse", "another server", "silent/item"},
-        {"of another kind of program", "fuse.other", "server", "silent/item"},
+        {"of another type of program", "fuse.other", "server", "silent/item"},
         {"of the same server at another place", "fuse", "server", "elsewhere/item"},
         {"of a network", "nfs4", "server", "silent/item"},
     };
