@@ -65,8 +65,8 @@ struct FSCatalogInfo {
 /// Sets the fields that @p whichInfo names: the locked flag (which needs the superuser's rights),
 /// the modification date and the Finder information; errFSOperationNotSupported for any other. The
 /// Finder information is replaced as a whole, even if others have changed it since it was read;
-/// FSChangeFinderInfo() changes a part of it. foreignLinkErr if another user could have made a link
-/// on the path to the item. Any thread.
+/// FSChangeFinderInfo() changes a part of it. foreignLinkErr if the path contains a link that
+/// another user could have made. Any thread.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
                                                       const FSCatalogInfo &info);
 

@@ -34,7 +34,7 @@ struct Mount {
 /// if the item cannot be examined.
 [[nodiscard]] uint64_t mountIdOf(int folder, const char *path);
 
-/// Whether the open item @p descriptor is on @p mount. Contacts no server either.
+/// Whether the open item @p descriptor is on @p mount. Does not contact a server.
 [[nodiscard]] bool isOnMount(int descriptor, const Mount &mount);
 
 /// Whether @p path is @p folder or below it, compared as text.

@@ -16,7 +16,7 @@ namespace MWCore {
 /// format is this library's own (docs/metadata.md).
 struct MWCORE_EXPORT AliasRecord {
     QByteArray path;     ///< absolute, as given when the alias was made
-    QByteArray realPath; ///< the same without links on the way
+    QByteArray realPath; ///< the same with the links in its folders resolved
     FileIdentity identity;
     uint64_t fileSystem = 0;       ///< f_fsid of statfs(2)
     QByteArray fileSystemType;     ///< as in the mount table; empty in older records

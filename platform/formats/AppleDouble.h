@@ -35,8 +35,8 @@ public:
     [[nodiscard]] static std::optional<AppleDouble> parse(const QByteArray &bytes);
 
     /// The entries, at most 64, of a file of @p fileSize bytes that starts with @p head. nullopt if
-    /// the file is damaged, as above, or the head does not include the whole table of entries. A
-    /// head of 794 bytes is always enough.
+    /// an entry lies outside the file or overlaps another, there are more than 64, or the head does
+    /// not include the whole table of entries. A head of 794 bytes is always enough.
     [[nodiscard]] static std::optional<std::vector<Entry>> entriesOf(QByteArrayView head,
                                                                      uint64_t fileSize);
 

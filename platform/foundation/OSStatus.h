@@ -32,8 +32,7 @@ enum OSStatus : int32_t {
     errFSNotAFolder = -1407,
     errFSOperationNotSupported = -1426, ///< the file system cannot store this for such an item
     errFSAliasLoop = -1427,             ///< a loop of aliases or links
-    foreignLinkErr =
-        -30001, ///< a link on the way to what is to be changed may be another user's trap
+    foreignLinkErr = -30001,            ///< a link on the path may be another user's trap
 };
 
 /// The status for an `errno` value; noErr for 0.

@@ -20,9 +20,9 @@ struct FinderInfoGlance {
 };
 [[nodiscard]] MWCORE_EXPORT FinderInfoGlance glanceAtFinderInfo(const QByteArray &path);
 
-/// Like readFinderInfo() if the glance or @p sidecars leaves more to be found and @p allowance has
-/// time left; else @p info is what the glance found. Returns whether @p info is complete; what
-/// cannot be read counts as empty.
+/// Sets @p info to what glanceAtFinderInfo() finds or, if that may be incomplete and @p allowance
+/// has time left, to what readFinderInfo() finds. Returns whether @p info is complete; what cannot
+/// be read counts as empty.
 [[nodiscard]] MWCORE_EXPORT bool readFinderInfoWithin(TimeAllowance &allowance,
                                                       const QByteArray &path, FinderInfo *info,
                                                       Sidecars sidecars);

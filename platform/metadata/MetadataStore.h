@@ -14,8 +14,8 @@
 /// Finder information and resource forks, wherever programs on this system store them: in extended
 /// attributes and sidecar files (docs/metadata.md). The item itself is never opened, and a link is
 /// never followed; its data, mode and times (except the change time) are preserved. Paths are in
-/// file-system representation. A function that changes something returns foreignLinkErr if another
-/// user could have made a link on the path to the item. Any thread.
+/// file-system representation. A function that changes something returns foreignLinkErr if the path
+/// contains a link that another user could have made. Any thread.
 namespace MWCore {
 
 /// Whether the folder of an item can contain sidecars.
@@ -32,8 +32,8 @@ enum class Sidecars {
                                                            const QByteArray &path);
 
 /// Reads an item's Finder information into @p info; all zero if there is none. If two places
-/// disagree, the first in the order of docs/metadata.md counts, and the other is logged. For an
-/// item without, costs one llistxattr and, unless @p sidecars is Absent, one failed open.
+/// disagree, the first in the order of docs/metadata.md counts, and the disagreement is logged. For
+/// an item without, costs one llistxattr and, unless @p sidecars is Absent, one failed open.
 [[nodiscard]] MWCORE_EXPORT OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info,
                                                     Sidecars sidecars = Sidecars::MayExist);
 

@@ -21,8 +21,8 @@ QByteArray named(const QByteArray &path) {
     return real.isEmpty() ? path : real;
 }
 
-/// The identity of the item at @p path; foreignLinkErr in @p status if another user could have made
-/// a link on the path.
+/// The identity of the item at @p path; foreignLinkErr in @p status if the path contains a link
+/// that another user could have made.
 std::optional<FileIdentity> identityOnTrustedPath(const QByteArray &path, OSStatus *status) {
     const PathParts parts(path);
     const bool isFolder = path.endsWith('/') || isDots(parts.name);

@@ -10,14 +10,14 @@
 
 namespace MWCore {
 
-/// A reference to an existing item: its path and identity. A plain value that keeps nothing open.
-/// It can refer to a link itself.
+/// A reference to an existing item: its path and identity. A plain value that keeps nothing open. A
+/// reference to a link is not followed.
 struct FSRef {
     QByteArray path; ///< absolute, in file-system representation
     FileIdentity identity;
 
-    /// Whether another user could have made a link on the path. Such an item can be examined, but
-    /// changing it is refused (foreignLinkErr), even after it has moved.
+    /// Whether the path contains a link that another user could have made. Such an item can be
+    /// examined, but changing it is refused (foreignLinkErr), even after it has moved.
     bool isBehindForeignLink = false;
 
     friend bool operator==(const FSRef &, const FSRef &) = default;

@@ -117,7 +117,7 @@ private:
 
     const Reach &reach_;
     SearchBudget &budget_;
-    QByteArray path_;  ///< links are replaced by their targets on the way
+    QByteArray path_;  ///< links are replaced by their targets when followed
     qsizetype at_ = 0; ///< how far path_ was followed
     LastLink link_;
     Descriptor item_;

@@ -16,10 +16,10 @@ namespace MWCore {
 /// mounted. A network or FUSE file system is recognised by the mount table alone.
 void allowRecorded(const AliasRecord &record, Reach &reach);
 
-/// The mounts of that file system that are visible now, the one that holds the recorded path first.
-/// A local file system is recognised by its id; if that is only a device number, also by its source
-/// and place; and if the record has neither birth time nor handle, also by the inode number of its
-/// root.
+/// The mounts of that file system that are visible now, the one that holds the recorded path first;
+/// empty if there are none. A local file system is recognised by its id; if that is only a device
+/// number, also by its source and place; and if the record has neither birth time nor handle, also
+/// by the inode number of its root.
 [[nodiscard]] std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record,
                                                           const Reach &reach);
 
