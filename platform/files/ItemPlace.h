@@ -35,7 +35,7 @@ public:
     /// this place or a copy exists.
     [[nodiscard]] QByteArray path() const;
 
-    /// Another name in the same folder.
+    /// The place of another name in the same folder.
     [[nodiscard]] ItemPlace sibling(const QByteArray &name) const;
 
     /// Sets @p item to the status of the item; a link is not followed.

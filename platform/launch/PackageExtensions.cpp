@@ -18,7 +18,7 @@ constexpr QByteArrayView kPackageExtensions[] = {
     "appex",        // extension of an application
     "bundle",       // loadable code and its resources
     "component",    // audio or image component
-    "download",     // download that is not complete
+    "download",     // incomplete download
     "dsym",         // debug symbols
     "framework",    // library, its headers and resources
     "kext",         // kernel extension
@@ -26,10 +26,10 @@ constexpr QByteArrayView kPackageExtensions[] = {
     "mpkg",         // set of installation packages
     "nib",          // interface file
     "pkg",          // installation package
-    "playground",   // code to try
+    "playground",   // interactive code
     "plugin",       // loadable code
     "prefpane",     // settings panel
-    "qlgenerator",  // preview maker
+    "qlgenerator",  // preview generator
     "rtfd",         // rich text with attachments
     "saver",        // screen saver
     "scptd",        // script with resources

@@ -26,7 +26,7 @@ inline constexpr QByteArrayView kSidecarPrefix = "._";
 /// itself, ".", ".." and "/".
 [[nodiscard]] QByteArray sidecarName(const QByteArray &name);
 
-/// An entry of an item's sidecar, found but not read.
+/// An entry of an item's sidecar, located but not read yet.
 struct OpenSidecarEntry {
     Descriptor file;
     AppleDouble::Entry entry;
