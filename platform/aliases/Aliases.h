@@ -20,7 +20,7 @@ namespace MWCore {
 /// How many names a search reads before it gives up.
 constexpr int64_t kMostSearchedNames = 4'000'000;
 
-/// The same for an item in a listing, which takes some milliseconds.
+/// The same for an alias in a listing: some milliseconds.
 constexpr int64_t kNamesOfAQuickSearch = 4096;
 
 /// Sets @p alias to a record by which the item can be found again.

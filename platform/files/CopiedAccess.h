@@ -27,9 +27,9 @@ constexpr const char *kAccessList = "system.posix_acl_access";
 /// Who may read and write the open file @p descriptor. Returns nullopt and sets `errno` on failure.
 [[nodiscard]] std::optional<Access> accessOf(int descriptor);
 
-/// Sets who may read and write the open file @p descriptor. Owner or group may stay as they are if
-/// this process may not change them and everybody whom @p wanted allows to read or write still can.
-/// Returns 0 or an `errno` value: EPERM if somebody would lose access.
+/// Sets who may read and write the open file @p descriptor. If this process may not change owner or
+/// group, they stay as they are, unless somebody whom @p wanted allows to read or write would lose
+/// access by that. Returns 0 or an `errno` value: EPERM if somebody would.
 [[nodiscard]] int setAccess(int descriptor, const Access &wanted);
 
 /// Copies all extended attributes but kAccessList from one open file to another, except those that

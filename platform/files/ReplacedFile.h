@@ -45,10 +45,10 @@ public:
     /// found none.
     [[nodiscard]] bool isCurrent() const;
 
-    /// Writes @p content to the temporary file, for the next put(), with the mode, extended
-    /// attributes, owner and group of the existing file. Without one, these are @p fresh, with the
-    /// process's umask applied to the mode. permErr if owner or group cannot be kept and somebody
-    /// would lose access. The existing file does not change.
+    /// Writes @p content to the temporary file, for the next put(), with the access rights and
+    /// extended attributes of the existing file. Without one, the access rights are @p fresh, with
+    /// the process's umask applied to the mode. permErr if owner or group cannot be kept and
+    /// somebody would lose access. The existing file does not change.
     [[nodiscard]] OSStatus prepare(const QByteArray &content, const Access &fresh);
 
     /// Gives the prepared content the file's name. If begin() found no file and one exists by now,

@@ -16,7 +16,7 @@ namespace MWCore {
 /// What two system calls can find.
 struct FinderInfoGlance {
     FinderInfo info;     ///< from `user.com.apple.FinderInfo` alone
-    bool isWhole = true; ///< no other extended attribute may hold any
+    bool isWhole = true; ///< no other extended attribute can hold any
 };
 [[nodiscard]] MWCORE_EXPORT FinderInfoGlance glanceAtFinderInfo(const QByteArray &path);
 

@@ -85,7 +85,7 @@ using MetadataPlan = std::function<std::optional<OSStatus>(MetadataChange &)>;
 
 /// Creates an empty file and its sidecar, filled by @p fill; both or neither. A sidecar without an
 /// item may be left over from a killed process; it is reused if @p isLeftOver returns true.
-/// dupFNErr if the item exists, or a sidecar that is not left over.
+/// dupFNErr if the item exists or has a sidecar that is not left over.
 [[nodiscard]] OSStatus
 makeItemWithSidecar(const ItemPlace &place,
                     const std::function<bool(const AppleDouble &)> &isLeftOver,

@@ -32,8 +32,9 @@ enum class Sidecars {
                                                            const QByteArray &path);
 
 /// Reads an item's Finder information into @p info; all zero if there is none. If two places
-/// disagree, the first in the order of docs/metadata.md counts, and the disagreement is logged. For
-/// an item without, costs one llistxattr and, unless @p sidecars is Absent, one failed open.
+/// disagree, the first in the order of docs/metadata.md counts, and the disagreement is logged. An
+/// item without Finder information costs one llistxattr and, unless @p sidecars is Absent, one
+/// failed open.
 [[nodiscard]] MWCORE_EXPORT OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info,
                                                     Sidecars sidecars = Sidecars::MayExist);
 
