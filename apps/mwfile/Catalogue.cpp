@@ -28,8 +28,8 @@ Marks marksFrom(const MXFileSystemObject &item, const FinderInfo &finderInfo) {
     Marks marks = {.label = labelNumbered(finderInfo.labelNumber()),
                    .type = finderInfo.type,
                    .creator = finderInfo.creator,
-                   .isInvisible = (finderInfo.flags & kIsInvisible) != 0,
-                   .isLocked = !item.isPackage() && (info.nodeFlags & kFSNodeLockedMask) != 0,
+                   .isInvisible = finderInfo.flags.testFlag(kIsInvisible),
+                   .isLocked = !item.isPackage() && info.nodeFlags.testFlag(kFSNodeLockedMask),
                    .created = std::nullopt};
     if (info.createDate != 0)
         marks.created = timeFrom(info.createDate).tv_sec;

@@ -56,7 +56,7 @@ struct Row {
     Attribute attribute;
     const char *key;    ///< in JSON
     const char *values; ///< for a value that is none
-    uint32_t whichInfo;
+    FSCatalogInfoBitmap whichInfo;
     Value (*read)(const std::string &text);
     std::string (*shown)(const FSCatalogInfo &info);
     void (*set)(FSCatalogInfo &info, uint32_t value);
@@ -82,12 +82,12 @@ const std::array kRows = {
     Row{Attribute::Invisible, "isInvisible", "write on or off", kFSCatInfoFinderInfo, readSwitch,
         [](const FSCatalogInfo &info) { return switchText(info.finderInfo.flags & kIsInvisible); },
         [](FSCatalogInfo &info, uint32_t value) {
-            info.finderInfo.setFlag(kIsInvisible, value != 0);
+            info.finderInfo.flags.setFlag(kIsInvisible, value != 0);
         }},
     Row{Attribute::Lock, "isLocked", "write on or off", kFSCatInfoNodeFlags, readSwitch,
         [](const FSCatalogInfo &info) { return switchText(info.nodeFlags & kFSNodeLockedMask); },
         [](FSCatalogInfo &info, uint32_t value) {
-            info.nodeFlags = static_cast<uint16_t>((info.nodeFlags & ~kFSNodeLockedMask) | value);
+            info.nodeFlags.setFlag(kFSNodeLockedMask, value != 0);
         }},
 };
 
@@ -118,7 +118,8 @@ Request requestFrom(const AttributeOptions &options, const Row &row) {
     return mayBeInOrder || !swapped.value ? inOrder : swapped;
 }
 
-FSCatalogInfo informationOn(const Request &request, const FSRef &ref, uint32_t whichInfo) {
+FSCatalogInfo informationOn(const Request &request, const FSRef &ref,
+                            FSCatalogInfoBitmap whichInfo) {
     FSCatalogInfo info;
     if (const OSStatus status = FSGetCatalogInfo(ref, whichInfo, &info); status != noErr)
         throw Failure(request.path, status);

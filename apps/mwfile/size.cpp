@@ -52,7 +52,7 @@ std::string progressText(const MXSizeProgress &progress, std::chrono::duration<d
 
 /// Why an item cannot be measured.
 std::string obstacleTo(const MXFileSystemObject &item) {
-    constexpr uint32_t kSizes = kFSCatInfoDataSizes | kFSCatInfoRsrcSizes;
+    constexpr FSCatalogInfoBitmap kSizes = kFSCatInfoDataSizes | kFSCatInfoRsrcSizes;
     FSCatalogInfo info;
     const OSStatus status = FSGetCatalogInfoForPath(item.cstruct()->complete_path, kSizes, &info);
     return status == noErr ? "its volume tells nothing" : statusText(status);

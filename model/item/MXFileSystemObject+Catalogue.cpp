@@ -52,7 +52,8 @@ MXPermission::Ptr permissionsOf(mode_t mode) {
 
 } // namespace
 
-OSStatus MXFileSystemObject::getCatalogInfo(uint32_t whichInfo, FSCatalogInfo *info) const {
+OSStatus MXFileSystemObject::getCatalogInfo(FSCatalogInfoBitmap whichInfo,
+                                            FSCatalogInfo *info) const {
     return isLocal() ? FSGetCatalogInfoForPath(representation(), whichInfo, info) : paramErr;
 }
 
@@ -144,7 +145,7 @@ bool MXFileSystemObject::isInvisible() const {
     const OSStatus status = getCatalogInfo(kFSCatInfoFinderInfo, &info);
     if (status != noErr && !isThere())
         qCWarning(mwcoreLog, "Could not get FSRef");
-    return status == noErr && (info.finderInfo.flags & kIsInvisible) != 0;
+    return status == noErr && info.finderInfo.flags.testFlag(kIsInvisible);
 }
 
 bool MXFileSystemObject::isLocked() const {
@@ -154,7 +155,7 @@ bool MXFileSystemObject::isLocked() const {
     const OSStatus status = getCatalogInfo(kFSCatInfoNodeFlags, &info);
     if (status != noErr)
         recordCarbonError(status);
-    return status == noErr && (info.nodeFlags & kFSNodeLockedMask) != 0;
+    return status == noErr && info.nodeFlags.testFlag(kFSNodeLockedMask);
 }
 
 void MXFileSystemObject::recordCarbonError(OSStatus error) const {

@@ -120,7 +120,8 @@ std::unique_ptr<MXFSOSizeRecord> MXFileSystemObject::getVolumeInformation() cons
         return nullptr;
     }
     FSVolumeInfo volume;
-    constexpr uint32_t kWanted = kFSVolInfoFileCount | kFSVolInfoDirCount | kFSVolInfoSizes;
+    constexpr FSVolumeInfoBitmap kWanted =
+        kFSVolInfoFileCount | kFSVolInfoDirCount | kFSVolInfoSizes;
     if (FSGetVolumeInfo(item.volume, kWanted, &volume, nullptr) != noErr)
         return nullptr;
     auto size = std::make_unique<MXFSOSizeRecord>();

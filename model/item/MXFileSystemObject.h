@@ -489,7 +489,7 @@ private:
     [[nodiscard]] const QList<Ptr> &visibleList() const;
     [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return kind_ == kind && !isRemote(); }
     [[nodiscard]] QByteArray representation() const;
-    [[nodiscard]] OSStatus getCatalogInfo(uint32_t whichInfo, FSCatalogInfo *info) const;
+    [[nodiscard]] OSStatus getCatalogInfo(FSCatalogInfoBitmap whichInfo, FSCatalogInfo *info) const;
     [[nodiscard]] bool isThere() const;
 
     mfs_fso *record_ = nullptr;

@@ -62,7 +62,7 @@ bool mayBeAsked(const QByteArray &folder, const TimeAllowance::Use &look,
 Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
                               Inspection &inspection) {
     struct Row {
-        uint32_t flag;
+        LSItemInfoFlag flag;
         MXItemKind kind;
     };
     constexpr Row kRows[] = {
@@ -76,7 +76,7 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
     if (isPlainFile(appRunPath(path)) &&
         !mayBeAsked(path, look.emplace(inspection.allowance), inspection))
         return {.kind = itemStatus(path).isMountPoint ? MXItemKindVolume : MXItemKindFolder};
-    uint32_t flags = 0;
+    LSItemInfoFlags flags;
     (void)LSCopyItemInfoForPath(path, info.flags, &flags);
     for (const Row &row : kRows)
         if (flags & row.flag)
@@ -146,7 +146,7 @@ Classification lookInto(const QByteArray &path, const FinderInfo &info,
                         const Classification &byType, Inspection &inspection) {
     const auto entry = path.endsWith(kAliasFileSuffix) ? desktopEntryAt(path) : std::nullopt;
     const EntryContent content = entry ? contentOf(*entry) : EntryContent();
-    const bool isFlagged = (info.flags & kIsAlias) != 0;
+    const bool isFlagged = info.flags.testFlag(kIsAlias);
     const auto lead = content.lead || !isFlagged ? content.lead : leadInForkOf(path);
     const auto alias = lead ? classifyAlias(path, *lead, inspection) : std::nullopt;
     if (alias)
@@ -163,7 +163,7 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
     const FinderInfo info = finderInfoOf(path, facts, inspection);
     const Classification byType = {.kind = info.type == kApplicationType ? MXItemKindApplication
                                                                          : MXItemKindFile};
-    const bool isFlagged = (info.flags & kIsAlias) != 0;
+    const bool isFlagged = info.flags.testFlag(kIsAlias);
     const bool isWorthALook = isFlagged || path.endsWith(kAliasFileSuffix) ||
                               (info.type == 0 && mayBeApplication(path, facts.isExecutable));
     if (!isWorthALook)

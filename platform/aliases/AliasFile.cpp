@@ -46,7 +46,7 @@ ChainItem chainItemAt(const QByteArray &path) {
         if (const auto entry = desktopEntryAt(path))
             current.lead = contentOf(*entry).lead;
     const bool isFlagged = !current.lead && readFinderInfo(path, &current.info) == noErr &&
-                           (current.info.flags & kIsAlias) != 0;
+                           current.info.flags.testFlag(kIsAlias);
     if (isFlagged)
         current.lead = leadInForkOf(path);
     return current;

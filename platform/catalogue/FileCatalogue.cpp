@@ -26,24 +26,26 @@ constexpr int64_t kSecondsFrom1904To1970 = 2'082'844'800;
 constexpr int64_t kFractions = 65536;
 constexpr int64_t kNanoseconds = 1'000'000'000;
 
-constexpr uint32_t kFromStatx = kFSCatInfoNodeFlags | kFSCatInfoVolume | kFSCatInfoCreateDate |
-                                kFSCatInfoContentMod | kFSCatInfoDataSizes;
-constexpr uint32_t kSettable = kFSCatInfoNodeFlags | kFSCatInfoContentMod | kFSCatInfoFinderInfo;
+constexpr FSCatalogInfoBitmap kFromStatx = kFSCatInfoNodeFlags | kFSCatInfoVolume |
+                                           kFSCatInfoCreateDate | kFSCatInfoContentMod |
+                                           kFSCatInfoDataSizes;
+constexpr FSCatalogInfoBitmap kSettable =
+    kFSCatInfoNodeFlags | kFSCatInfoContentMod | kFSCatInfoFinderInfo;
 
 UTCDateTime dateFrom(const statx_timestamp &time) {
     return utcDateTimeFrom({time.tv_sec, static_cast<long>(time.tv_nsec)});
 }
 
 /// Fills all fields that one statx(2) provides.
-OSStatus examine(const QByteArray &path, uint32_t whichInfo, FSCatalogInfo *info) {
+OSStatus examine(const QByteArray &path, FSCatalogInfoBitmap whichInfo, FSCatalogInfo *info) {
     struct statx item = {};
     constexpr unsigned kMask =
         STATX_TYPE | STATX_SIZE | STATX_BLOCKS | STATX_MTIME | STATX_BTIME | STATX_MNT_ID;
     if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW, kMask, &item) != 0)
         return statusFromErrno(errno);
-    info->nodeFlags =
-        static_cast<uint16_t>((item.stx_attributes & STATX_ATTR_IMMUTABLE ? kFSNodeLockedMask : 0) |
-                              (S_ISDIR(item.stx_mode) ? kFSNodeIsDirectoryMask : 0));
+    info->nodeFlags = FSNodeFlags()
+                          .setFlag(kFSNodeLockedMask, item.stx_attributes & STATX_ATTR_IMMUTABLE)
+                          .setFlag(kFSNodeIsDirectoryMask, S_ISDIR(item.stx_mode));
     info->volume = static_cast<FSVolumeRefNum>(item.stx_mnt_id);
     info->contentModDate = dateFrom(item.stx_mtime);
     info->dataLogicalSize = item.stx_size;
@@ -89,7 +91,7 @@ OSStatus setModificationDate(const ItemPlace &place, UTCDateTime date) {
                : statusFromErrno(errno);
 }
 
-OSStatus setAll(const ItemPlace &place, uint32_t whichInfo, const FSCatalogInfo &info) {
+OSStatus setAll(const ItemPlace &place, FSCatalogInfoBitmap whichInfo, const FSCatalogInfo &info) {
     OSStatus status = noErr;
     const bool locks = info.nodeFlags & kFSNodeLockedMask;
     // A locked item takes no other change: unlock first, lock last.
@@ -126,13 +128,14 @@ timespec timeFrom(UTCDateTime date) {
     return time;
 }
 
-OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo, FSCatalogInfo *info) {
+OSStatus FSGetCatalogInfo(const FSRef &ref, FSCatalogInfoBitmap whichInfo, FSCatalogInfo *info) {
     QByteArray path;
     const OSStatus status = currentPath(ref, &path);
     return status == noErr ? FSGetCatalogInfoForPath(path, whichInfo, info) : status;
 }
 
-OSStatus FSGetCatalogInfoForPath(const QByteArray &path, uint32_t whichInfo, FSCatalogInfo *info) {
+OSStatus FSGetCatalogInfoForPath(const QByteArray &path, FSCatalogInfoBitmap whichInfo,
+                                 FSCatalogInfo *info) {
     OSStatus status = noErr;
     if (whichInfo & kFSCatInfoFinderInfo)
         status = readFinderInfo(path, &info->finderInfo);
@@ -143,7 +146,8 @@ OSStatus FSGetCatalogInfoForPath(const QByteArray &path, uint32_t whichInfo, FSC
     return status;
 }
 
-OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo, const FSCatalogInfo &info) {
+OSStatus FSSetCatalogInfo(const FSRef &ref, FSCatalogInfoBitmap whichInfo,
+                          const FSCatalogInfo &info) {
     if (whichInfo & ~kSettable)
         return errFSOperationNotSupported;
     OSStatus status = noErr;

@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <functional>
 
+#include <QFlags>
+
 #include <sys/types.h>
 
 struct timespec;
@@ -20,7 +22,7 @@ namespace MWCore {
 using UTCDateTime = uint64_t;
 
 /// The fields to read or set; combined with |.
-enum FSCatalogInfoBitmap : uint32_t {
+enum FSCatalogInfoBit : uint32_t {
     kFSCatInfoNone = 0,
     kFSCatInfoNodeFlags = 0x2,
     kFSCatInfoVolume = 0x4,
@@ -30,15 +32,19 @@ enum FSCatalogInfoBitmap : uint32_t {
     kFSCatInfoDataSizes = 0x4000,
     kFSCatInfoRsrcSizes = 0x8000,
 };
+Q_DECLARE_FLAGS(FSCatalogInfoBitmap, FSCatalogInfoBit)
+Q_DECLARE_OPERATORS_FOR_FLAGS(FSCatalogInfoBitmap)
 
 /// Bits of `FSCatalogInfo::nodeFlags`.
-enum FSNodeFlags : uint16_t {
+enum FSNodeFlag : uint16_t {
     kFSNodeLockedMask = 0x1, ///< nobody may change the item: the immutable attribute (chattr(1))
     kFSNodeIsDirectoryMask = 0x10,
 };
+Q_DECLARE_FLAGS(FSNodeFlags, FSNodeFlag)
+Q_DECLARE_OPERATORS_FOR_FLAGS(FSNodeFlags)
 
 struct FSCatalogInfo {
-    uint16_t nodeFlags = 0;
+    FSNodeFlags nodeFlags;
     FSVolumeRefNum volume = 0;
     UTCDateTime createDate = 0;
     UTCDateTime contentModDate = 0;
@@ -53,13 +59,14 @@ struct FSCatalogInfo {
 /// Fills the fields of @p info that @p whichInfo asks for. A link is not followed, and the item is
 /// never opened. errFSOperationNotSupported if the creation date is asked for and the file system
 /// does not record it; the other fields are filled in any case. Any thread.
-[[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
+[[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfo(const FSRef &ref,
+                                                      FSCatalogInfoBitmap whichInfo,
                                                       FSCatalogInfo *info);
 
 /// The same for the item at @p path now, with fewer system calls than a reference takes. fnfErr if
 /// nothing is there.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSGetCatalogInfoForPath(const QByteArray &path,
-                                                             uint32_t whichInfo,
+                                                             FSCatalogInfoBitmap whichInfo,
                                                              FSCatalogInfo *info);
 
 /// Sets the fields that @p whichInfo names: the locked flag (which needs the superuser's rights),
@@ -67,7 +74,8 @@ struct FSCatalogInfo {
 /// Finder information is replaced as a whole, even if others have changed it since it was read;
 /// FSChangeFinderInfo() changes a part of it. foreignLinkErr if the path contains a link that
 /// another user could have made. Any thread.
-[[nodiscard]] MWCORE_EXPORT OSStatus FSSetCatalogInfo(const FSRef &ref, uint32_t whichInfo,
+[[nodiscard]] MWCORE_EXPORT OSStatus FSSetCatalogInfo(const FSRef &ref,
+                                                      FSCatalogInfoBitmap whichInfo,
                                                       const FSCatalogInfo &info);
 
 /// Calls @p change, which must not throw, with an item's current Finder information and writes the

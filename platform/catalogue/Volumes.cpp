@@ -76,7 +76,7 @@ QString nameOf(const Mount &mount) {
 
 } // namespace
 
-OSStatus FSGetVolumeInfo(FSVolumeRefNum volume, uint32_t whichInfo, FSVolumeInfo *info,
+OSStatus FSGetVolumeInfo(FSVolumeRefNum volume, FSVolumeInfoBitmap whichInfo, FSVolumeInfo *info,
                          QString *volumeName) {
     const std::vector<Mount> mounts = mountTable();
     const auto mount = std::ranges::find(mounts, volume, &Mount::id);

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include <QFlags>
 #include <QString>
 
 namespace MWCore {
@@ -15,12 +16,14 @@ namespace MWCore {
 using FSVolumeRefNum = int32_t;
 
 /// The fields that FSGetVolumeInfo() is to fill.
-enum FSVolumeInfoBitmap : uint32_t {
+enum FSVolumeInfoBit : uint32_t {
     kFSVolInfoNone = 0,
     kFSVolInfoFileCount = 0x10,
     kFSVolInfoDirCount = 0x20,
     kFSVolInfoSizes = 0x40,
 };
+Q_DECLARE_FLAGS(FSVolumeInfoBitmap, FSVolumeInfoBit)
+Q_DECLARE_OPERATORS_FOR_FLAGS(FSVolumeInfoBitmap)
 
 struct FSVolumeInfo {
     uint64_t fileCount = 0;   ///< used inodes: files, folders and everything else
@@ -32,7 +35,8 @@ struct FSVolumeInfo {
 /// Fills the fields of @p info (may be null) that @p whichInfo asks for and @p volumeName (may be
 /// null): the file system's label, else the last component of the mount point, else, for "/", the
 /// host's name. nsvErr if there is no such mount. Any thread.
-[[nodiscard]] MWCORE_EXPORT OSStatus FSGetVolumeInfo(FSVolumeRefNum volume, uint32_t whichInfo,
+[[nodiscard]] MWCORE_EXPORT OSStatus FSGetVolumeInfo(FSVolumeRefNum volume,
+                                                     FSVolumeInfoBitmap whichInfo,
                                                      FSVolumeInfo *info, QString *volumeName);
 
 } // namespace MWCore

@@ -99,7 +99,7 @@ QString kindOfPackage(const QByteArray &path) {
 
 /// Checks in the order in which an item's kind is decided.
 QString kindOfFolder(const QByteArray &path) {
-    uint32_t flags = 0;
+    LSItemInfoFlags flags;
     (void)LSCopyItemInfoForPath(path, finderInfoOf(path).flags, &flags);
     if (flags & kLSItemInfoIsApplication)
         return QCoreApplication::translate("MWCore", "Application");

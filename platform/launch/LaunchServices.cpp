@@ -32,14 +32,15 @@ bool startsApplication(const QByteArray &entry) {
 
 } // namespace
 
-OSStatus LSCopyItemInfoForPath(const QByteArray &path, uint16_t finderFlags, uint32_t *flags) {
+OSStatus LSCopyItemInfoForPath(const QByteArray &path, FinderFlags finderFlags,
+                               LSItemInfoFlags *flags) {
     const ItemStatus item = itemStatus(path);
-    *flags = 0;
+    *flags = {};
     if (!S_ISDIR(item.mode))
         return statusFromErrno(item.error);
     if (isApplicationFolder(path))
         *flags |= kLSItemInfoIsApplication | kLSItemInfoIsPackage;
-    if (hasPackageExtension(PathParts(path).name) || (finderFlags & kHasBundle) != 0)
+    if (hasPackageExtension(PathParts(path).name) || finderFlags.testFlag(kHasBundle))
         *flags |= kLSItemInfoIsPackage;
     if (item.isMountPoint)
         *flags |= kLSItemInfoIsVolume;

@@ -2,12 +2,14 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <MWCore/FinderInfo.h>
 #include <MWCore/mwcore_export.h>
 #include <MWCore/OSStatus.h>
 
 #include <cstdint>
 
 #include <QByteArray>
+#include <QFlags>
 #include <QString>
 
 /// What an item is to the desktop. Links are not followed, and nothing but regular files is opened.
@@ -15,18 +17,21 @@
 namespace MWCore {
 
 /// Flags of a folder; other items have none.
-enum LSItemInfoFlags : uint32_t {
+enum LSItemInfoFlag : uint32_t {
     kLSItemInfoIsPackage = 0x2, ///< shown as a single item; includes every application
     kLSItemInfoIsApplication = 0x4,
     kLSItemInfoIsVolume = 0x1000, ///< a mount point
 };
+Q_DECLARE_FLAGS(LSItemInfoFlags, LSItemInfoFlag)
+Q_DECLARE_OPERATORS_FOR_FLAGS(LSItemInfoFlags)
 
 /// Finds the @p flags of the item at @p path. A folder is an application if it is an `X.app` with a
 /// readable file `Contents/Info.plist`, or an AppDir; it is a package if its extension or the
 /// bundle bit in @p finderFlags says so. An ordinary folder costs one `statx` and one failed
 /// lookup.
 [[nodiscard]] MWCORE_EXPORT OSStatus LSCopyItemInfoForPath(const QByteArray &path,
-                                                           uint16_t finderFlags, uint32_t *flags);
+                                                           FinderFlags finderFlags,
+                                                           LSItemInfoFlags *flags);
 
 /// The name of the item's kind in the user's language. "Alias" for both forms of alias files,
 /// wherever they lead; "Application" for an application folder; for any other package the MIME

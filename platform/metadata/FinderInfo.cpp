@@ -9,18 +9,15 @@
 namespace MWCore {
 
 void FinderInfo::setLabelNumber(int number) {
-    flags = static_cast<uint16_t>((flags & ~kColor) | ((number << 1) & kColor));
-}
-
-void FinderInfo::setFlag(FinderFlags flag, bool on) {
-    flags = static_cast<uint16_t>(on ? flags | flag : flags & ~flag);
+    const auto colour = FinderFlags::fromInt(static_cast<unsigned>(number) << 1);
+    flags = (flags & ~FinderFlags(kColor)) | (colour & kColor);
 }
 
 FinderInfo FinderInfo::fromBytes(QByteArrayView bytes) {
     FinderInfo info;
     info.type = qFromBigEndian<uint32_t>(bytes.data());
     info.creator = qFromBigEndian<uint32_t>(bytes.data() + 4);
-    info.flags = qFromBigEndian<uint16_t>(bytes.data() + 8);
+    info.flags = FinderFlags::fromInt(qFromBigEndian<uint16_t>(bytes.data() + 8));
     info.locationV = qFromBigEndian<int16_t>(bytes.data() + 10);
     info.locationH = qFromBigEndian<int16_t>(bytes.data() + 12);
     info.reserved = qFromBigEndian<uint16_t>(bytes.data() + 14);
@@ -32,7 +29,7 @@ QByteArray FinderInfo::toBytes() const {
     QByteArray bytes;
     appendNumber(bytes, type);
     appendNumber(bytes, creator);
-    appendNumber(bytes, flags);
+    appendNumber(bytes, static_cast<uint16_t>(flags.toInt()));
     appendNumber(bytes, locationV);
     appendNumber(bytes, locationH);
     appendNumber(bytes, reserved);

@@ -9,11 +9,12 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QFlags>
 
 namespace MWCore {
 
 /// Bits of `FinderInfo::flags`.
-enum FinderFlags : uint16_t {
+enum FinderFlag : uint16_t {
     kIsOnDesk = 0x0001,
     kColor = 0x000E, ///< three bits: the label number
     kHasBeenInited = 0x0100,
@@ -22,6 +23,8 @@ enum FinderFlags : uint16_t {
     kIsInvisible = 0x4000,
     kIsAlias = 0x8000,
 };
+Q_DECLARE_FLAGS(FinderFlags, FinderFlag)
+Q_DECLARE_OPERATORS_FOR_FLAGS(FinderFlags)
 
 /// What a desktop stores about a file or folder: 32 bytes, big-endian where they are stored. For a
 /// folder, the first eight bytes are the bounds of its window instead of type and creator.
@@ -30,7 +33,7 @@ struct MWCORE_EXPORT FinderInfo {
 
     uint32_t type = 0;    ///< a four-character code, 0 for none
     uint32_t creator = 0; ///< a four-character code, 0 for none
-    uint16_t flags = 0;   ///< FinderFlags
+    FinderFlags flags;
     int16_t locationV = 0;
     int16_t locationH = 0;
     uint16_t reserved = 0;
@@ -41,10 +44,10 @@ struct MWCORE_EXPORT FinderInfo {
     [[nodiscard]] bool isNone() const { return *this == FinderInfo(); }
 
     /// 0 (no label) to 7.
-    [[nodiscard]] int labelNumber() const { return (flags & kColor) >> 1; }
+    [[nodiscard]] int labelNumber() const {
+        return static_cast<int>((flags & kColor).toInt() >> 1);
+    }
     void setLabelNumber(int number);
-
-    void setFlag(FinderFlags flag, bool on);
 
     /// @p bytes must be at least 32 bytes; any after them are ignored.
     [[nodiscard]] static FinderInfo fromBytes(QByteArrayView bytes);

@@ -23,10 +23,10 @@ FinderInfo changedIn(const FinderInfoPlace &place, const FinderInfo &read,
     take(&FinderInfo::locationH);
     take(&FinderInfo::reserved);
     take(&FinderInfo::extended);
-    unsigned changed = read.flags ^ written.flags;
+    FinderFlags changed = read.flags ^ written.flags;
     if (changed & kColor)
         changed |= kColor; // the three bits of the label number change together
-    info.flags = static_cast<uint16_t>((info.flags & ~changed) | (written.flags & changed));
+    info.flags = (info.flags & ~changed) | (written.flags & changed);
     return info;
 }
 

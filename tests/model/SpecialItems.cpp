@@ -28,7 +28,7 @@ void check(bool done) {
         throw std::runtime_error("a special item cannot be made");
 }
 
-void setFinderInfo(const std::string &path, uint32_t type, uint16_t flags) {
+void setFinderInfo(const std::string &path, uint32_t type, FinderFlags flags) {
     FinderInfo info;
     info.type = type;
     info.flags = flags;
@@ -135,10 +135,10 @@ SpecialItems::SpecialItems() {
     check(chmod(at("script").c_str(), 0755) == 0);
     write("starts.desktop", "[Desktop Entry]\nType=Application\nName=a\nExec=a\n");
     write("damaged.desktop", std::string("[Desktop\0Entry", 14));
-    setFinderInfo(at("typed APPL"), kApplicationType, 0);
-    setFinderInfo(at("typed TEXT.AppImage"), 0x54455854, 0);
-    setFinderInfo(at("labelled.AppImage"), 0, 6 << 1);
-    setFinderInfo(at("type of a folder"), kApplicationType, 0);
+    setFinderInfo(at("typed APPL"), kApplicationType, {});
+    setFinderInfo(at("typed TEXT.AppImage"), 0x54455854, {});
+    setFinderInfo(at("labelled.AppImage"), 0, FinderFlags::fromInt(6 << 1));
+    setFinderInfo(at("type of a folder"), kApplicationType, {});
     setFinderInfo(at("bundle bit"), 0, kHasBundle);
     setFinderInfo(at("flag alone"), 0, kIsAlias);
     // RFC 1740: magic, version, filler, one entry of type 9 at byte 38, 32 bytes of Finder info.

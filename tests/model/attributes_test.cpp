@@ -203,7 +203,8 @@ TEST(Attributes, OfTheCatalogueAreReadAnew) {
     FinderInfo info;
     info.type = 0x54455854;
     info.creator = 0x74747874;
-    info.flags = kIsInvisible | (6 << 1);
+    info.flags = kIsInvisible;
+    info.setLabelNumber(6);
     ASSERT_EQ(writeFinderInfo(path.c_str(), info), noErr);
     ASSERT_EQ(runProcess({"chattr", "+i", path}).status, 0);
     EXPECT_EQ(item->label(), MXLabelManager::sharedLabelManager()->labelWithID(6));

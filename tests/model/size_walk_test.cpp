@@ -95,7 +95,7 @@ int compare(const MXFSOSizeRecord &one, const MXFSOSizeRecord &other) {
     return 1;
 }
 
-void setFlags(const std::string &path, uint16_t flags) {
+void setFlags(const std::string &path, FinderFlags flags) {
     FinderInfo info;
     info.flags = flags;
     ASSERT_EQ(writeFinderInfo(QByteArray::fromStdString(path), info), noErr);

@@ -25,7 +25,7 @@ FSRef refTo(const std::string &path) {
     return ref;
 }
 
-FSCatalogInfo catalogued(const std::string &path, uint32_t whichInfo) {
+FSCatalogInfo catalogued(const std::string &path, FSCatalogInfoBitmap whichInfo) {
     FSCatalogInfo info;
     EXPECT_EQ(FSGetCatalogInfo(refTo(path), whichInfo, &info), noErr) << path;
     return info;
@@ -45,13 +45,13 @@ TEST(Catalogue, AgreesWithTheSystem) {
     (void)folder.fifo("fifo");
     for (const std::string &path : {folder.at("file"), folder.path(), folder.at("link"),
                                     folder.at("dangling"), folder.at("fifo")}) {
-        constexpr uint32_t kAll = kFSCatInfoNodeFlags | kFSCatInfoVolume | kFSCatInfoCreateDate |
-                                  kFSCatInfoContentMod | kFSCatInfoFinderInfo |
-                                  kFSCatInfoDataSizes | kFSCatInfoRsrcSizes;
+        constexpr FSCatalogInfoBitmap kAll =
+            kFSCatInfoNodeFlags | kFSCatInfoVolume | kFSCatInfoCreateDate | kFSCatInfoContentMod |
+            kFSCatInfoFinderInfo | kFSCatInfoDataSizes | kFSCatInfoRsrcSizes;
         const FSCatalogInfo info = catalogued(path, kAll);
         struct stat item = {};
         ASSERT_EQ(lstat(path.c_str(), &item), 0);
-        EXPECT_EQ(info.nodeFlags, S_ISDIR(item.st_mode) ? kFSNodeIsDirectoryMask : 0) << path;
+        EXPECT_EQ(info.nodeFlags.toInt(), S_ISDIR(item.st_mode) ? 0x10U : 0U) << path;
         EXPECT_EQ(timeFrom(info.contentModDate).tv_sec, item.st_mtim.tv_sec) << path;
         EXPECT_EQ(std::to_string(timeFrom(info.createDate).tv_sec),
                   printed({"stat", "-c", "%W", path}));
@@ -92,7 +92,7 @@ TEST(Catalogue, ChangesOnlyWhatIsRequested) {
     const std::string item = folder.file("item", 10);
     FSCatalogInfo info = catalogued(item, kFSCatInfoContentMod | kFSCatInfoFinderInfo);
     info.contentModDate -= 65536ULL * 86400;
-    info.finderInfo.setFlag(kIsInvisible, true);
+    info.finderInfo.flags.setFlag(kIsInvisible, true);
     EXPECT_EQ(FSSetCatalogInfo(refTo(item), kFSCatInfoContentMod | kFSCatInfoFinderInfo, info),
               noErr);
     const FSCatalogInfo now = catalogued(item, kFSCatInfoContentMod | kFSCatInfoFinderInfo);
@@ -127,7 +127,7 @@ TEST(Catalogue, ALockedItemIsImmutable) {
     info = {};
     EXPECT_EQ(FSSetCatalogInfo(refTo(item), kFSCatInfoNodeFlags | kFSCatInfoFinderInfo, info),
               noErr);
-    EXPECT_EQ(catalogued(item, kFSCatInfoNodeFlags).nodeFlags, 0);
+    EXPECT_EQ(catalogued(item, kFSCatInfoNodeFlags).nodeFlags, FSNodeFlags());
     EXPECT_EQ(raw::attribute(item, "user.com.apple.FinderInfo"), std::nullopt);
     (void)runProcess({"mkfifo", mounted.at("fifo")});
     info.nodeFlags = kFSNodeLockedMask;
@@ -153,7 +153,7 @@ TEST(Catalogue, UnsupportedFieldsAreReported) {
 TEST(Volumes, HaveTheSystemsFigures) {
     const FSVolumeRefNum volume = catalogued("/", kFSCatInfoVolume).volume;
     FSVolumeInfo info;
-    constexpr uint32_t kAll = kFSVolInfoFileCount | kFSVolInfoDirCount | kFSVolInfoSizes;
+    constexpr FSVolumeInfoBitmap kAll = kFSVolInfoFileCount | kFSVolInfoDirCount | kFSVolInfoSizes;
     EXPECT_EQ(FSGetVolumeInfo(volume, kAll, &info, nullptr), noErr);
     EXPECT_EQ(std::to_string(info.totalBytes / 1024),
               printed({"sh", "-c", "df --output=size / | tail -1 | tr -d ' '"}));

@@ -54,7 +54,7 @@ OSStatus setDate(const std::string &path) {
     return FSSetCatalogInfo(referenceTo(path), kFSCatInfoContentMod, info);
 }
 
-FSCatalogInfo catalogueOf(const std::string &path, uint32_t whichInfo) {
+FSCatalogInfo catalogueOf(const std::string &path, FSCatalogInfoBitmap whichInfo) {
     FSCatalogInfo info;
     (void)FSGetCatalogInfoForPath(path.c_str(), whichInfo, &info);
     return info;
@@ -108,13 +108,15 @@ const Change kChanges[] = {
      [](auto &path) { return infoOf(path).creator == kPassing; }, kPlain},
     {"invisible",
      [](auto &path) {
-         return changeInfo(path, [](auto &info) { info.setFlag(kIsInvisible, true); });
+         return changeInfo(path, [](auto &info) { info.flags.setFlag(kIsInvisible, true); });
      },
-     [](auto &path) { return (infoOf(path).flags & kIsInvisible) != 0; }, kWithSidecar},
+     [](auto &path) { return infoOf(path).flags.testFlag(kIsInvisible); }, kWithSidecar},
     {"remove information", [](auto &path) { return removeFinderInfo(path.c_str()); },
      [](auto &path) { return infoOf(path).isNone(); }, kWithSidecar},
     {"lock", lock,
-     [](auto &path) { return (catalogueOf(path, kFSCatInfoNodeFlags).nodeFlags & 1) != 0; },
+     [](auto &path) {
+         return catalogueOf(path, kFSCatInfoNodeFlags).nodeFlags.testFlag(kFSNodeLockedMask);
+     },
      kPlain},
     {"date", setDate,
      [](auto &path) { return catalogueOf(path, kFSCatInfoContentMod).contentModDate == kDate; },

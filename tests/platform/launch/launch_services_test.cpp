@@ -59,34 +59,36 @@ TEST(LaunchServices, FlagsFolders) {
         const QByteArray path = bytes(folder.folder(row.folder));
         for (const std::string file : row.files)
             make(folder, std::string(row.folder) + '/' + file, "");
-        uint32_t flags = 1;
-        EXPECT_EQ(LSCopyItemInfoForPath(path, row.finderFlags, &flags), noErr) << row.folder;
-        EXPECT_EQ(flags, row.flags) << row.folder;
-        EXPECT_EQ(LSCopyItemInfoForPath(path + '/', row.finderFlags, &flags), noErr);
-        EXPECT_EQ(flags, row.flags) << row.folder << '/';
+        LSItemInfoFlags flags = kLSItemInfoIsVolume;
+        EXPECT_EQ(LSCopyItemInfoForPath(path, FinderFlags::fromInt(row.finderFlags), &flags), noErr)
+            << row.folder;
+        EXPECT_EQ(flags.toInt(), row.flags) << row.folder;
+        EXPECT_EQ(LSCopyItemInfoForPath(path + '/', FinderFlags::fromInt(row.finderFlags), &flags),
+                  noErr);
+        EXPECT_EQ(flags.toInt(), row.flags) << row.folder << '/';
     }
 }
 
 TEST(LaunchServices, FlagsOnlyFolders) {
     const TemporaryFolder folder;
-    uint32_t flags = 1;
+    LSItemInfoFlags flags = kLSItemInfoIsVolume;
     for (const std::string &path :
          {folder.file("a.app"), folder.link("b.app", "/proc"), folder.fifo("c.app")}) {
-        EXPECT_EQ(LSCopyItemInfoForPath(bytes(path), 0x2000, &flags), noErr);
-        EXPECT_EQ(flags, 0U) << path;
+        EXPECT_EQ(LSCopyItemInfoForPath(bytes(path), kHasBundle, &flags), noErr);
+        EXPECT_EQ(flags.toInt(), 0U) << path;
     }
-    EXPECT_EQ(LSCopyItemInfoForPath(bytes(folder.at("gone")), 0x2000, &flags), fnfErr);
-    EXPECT_EQ(flags, 0U);
+    EXPECT_EQ(LSCopyItemInfoForPath(bytes(folder.at("gone")), kHasBundle, &flags), fnfErr);
+    EXPECT_EQ(flags.toInt(), 0U);
 }
 
 TEST(LaunchServices, RecognisesMountPoints) {
     const TemporaryFolder folder;
     for (const std::string &path : {std::string("/"), std::string("/proc"), std::string("/dev"),
                                     std::string("/usr"), folder.path()}) {
-        uint32_t flags = 0;
-        ASSERT_EQ(LSCopyItemInfoForPath(bytes(path), 0, &flags), noErr);
+        LSItemInfoFlags flags;
+        ASSERT_EQ(LSCopyItemInfoForPath(bytes(path), {}, &flags), noErr);
         const bool isMountPoint = runProcess({"mountpoint", "-q", path}).status == 0;
-        EXPECT_EQ(flags, isMountPoint ? uint32_t{kLSItemInfoIsVolume} : 0) << path;
+        EXPECT_EQ(flags.testFlag(kLSItemInfoIsVolume), isMountPoint) << path;
     }
 }
 
@@ -118,7 +120,7 @@ TEST(LaunchServices, NamesKinds) {
 }
 
 /// Gives an item Finder information, and a fork with a resource of @p type.
-void mark(const std::string &path, uint16_t flags, uint32_t type = 0) {
+void mark(const std::string &path, FinderFlags flags, uint32_t type = 0) {
     ASSERT_EQ(writeFinderInfo(bytes(path), {.flags = flags}), noErr);
     ResourceMap map = *ResourceMap::parse({});
     map.put({type, 0, std::nullopt, 0, "of no form that leads anywhere"});
@@ -136,7 +138,7 @@ TEST(LaunchServices, NamesAliasesAndPackages) {
     mark(folder.file("alias.png"), kIsAlias, kAlias);
     mark(folder.file("flag alone"), kIsAlias);
     mark(folder.file("icon"), kIsAlias, kIcon);
-    mark(folder.file("record alone"), 0, kAlias);
+    mark(folder.file("record alone"), {}, kAlias);
     mark(folder.file("huge"), kIsAlias, kAlias);
     constexpr int kForkLength = 46; // in the sidecar's table
     std::fstream(folder.at("._huge"), std::ios::in | std::ios::out).seekp(kForkLength) << "\x09";

@@ -147,7 +147,7 @@ TEST(FinderInformation, AChangePreservesTheOtherFieldsOfEachPlace) {
     FinderInfo info = infoOf(item);
     EXPECT_EQ(info.type, 0U) << "the first place counts as a whole";
     info.setLabelNumber(4);
-    info.setFlag(kIsInvisible, true);
+    info.flags.setFlag(kIsInvisible, true);
     EXPECT_EQ(writeFinderInfo(item.c_str(), info), noErr);
     EXPECT_EQ(infoOf(item), info);
     constexpr uint16_t kBlue = 4 << 1;
