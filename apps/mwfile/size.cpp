@@ -87,8 +87,7 @@ std::string text(const MXFileSystemObject &item, bool isVolume,
     const Colours colours;
     Facts facts(colours);
     const MXFSOSizeRecord &record = measurement.record;
-    const auto size =
-        MXFileSystemObjectSize::initWithLocalFileSize(std::make_unique<MXFSOSizeRecord>(record));
+    const auto size = MXFileSystemObjectSize::initWithLocalFileSize(record);
     if (isVolume) {
         facts.addText("Capacity", size->capacityGetInfoString());
         facts.addText("Available", size->availableGetInfoString());

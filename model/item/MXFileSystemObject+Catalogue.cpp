@@ -52,9 +52,14 @@ MXPermission::Ptr permissionsOf(mode_t mode) {
 
 } // namespace
 
-OSStatus MXFileSystemObject::getCatalogInfo(FSCatalogInfoBitmap whichInfo,
-                                            FSCatalogInfo *info) const {
-    return isLocal() ? FSGetCatalogInfoForPath(representation(), whichInfo, info) : paramErr;
+std::optional<FSCatalogInfo> MXFileSystemObject::catalogInfo(FSCatalogInfoBitmap whichInfo,
+                                                             OSStatus *status) const {
+    FSCatalogInfo info;
+    const OSStatus outcome =
+        isLocal() ? FSGetCatalogInfoForPath(representation(), whichInfo, &info) : paramErr;
+    if (status)
+        *status = outcome;
+    return outcome == noErr ? std::optional(info) : std::nullopt;
 }
 
 bool MXFileSystemObject::isThere() const {
@@ -86,16 +91,15 @@ QString MXFileSystemObject::permissionsAsString() const {
 }
 
 OrMarker<QDateTime> MXFileSystemObject::dateModified() const {
-    FSCatalogInfo info;
-    if (getCatalogInfo(kFSCatInfoContentMod, &info) != noErr)
+    const auto info = catalogInfo(kFSCatInfoContentMod);
+    if (!info)
         return OrMarker<QDateTime>::marker();
-    return UTCDateTimeToNSDate(info.contentModDate);
+    return UTCDateTimeToNSDate(info->contentModDate);
 }
 
 QDateTime MXFileSystemObject::dateCreated() const {
-    FSCatalogInfo info;
-    const OSStatus status = getCatalogInfo(kFSCatInfoCreateDate, &info);
-    return status == noErr ? UTCDateTimeToNSDate(info.createDate) : QDateTime();
+    const auto info = catalogInfo(kFSCatInfoCreateDate);
+    return info ? UTCDateTimeToNSDate(info->createDate) : QDateTime();
 }
 
 QString MXFileSystemObject::dateModifiedAsString() const {
@@ -107,13 +111,13 @@ QString MXFileSystemObject::dateCreatedAsString() const {
 }
 
 uint32_t MXFileSystemObject::type() const {
-    FSCatalogInfo info;
-    return getCatalogInfo(kFSCatInfoFinderInfo, &info) == noErr ? info.finderInfo.type : kNoCode;
+    const auto info = catalogInfo(kFSCatInfoFinderInfo);
+    return info ? info->finderInfo.type : kNoCode;
 }
 
 uint32_t MXFileSystemObject::creator() const {
-    FSCatalogInfo info;
-    return getCatalogInfo(kFSCatInfoFinderInfo, &info) == noErr ? info.finderInfo.creator : kNoCode;
+    const auto info = catalogInfo(kFSCatInfoFinderInfo);
+    return info ? info->finderInfo.creator : kNoCode;
 }
 
 QString MXFileSystemObject::typeAsString() const {
@@ -128,34 +132,32 @@ MXLabel::Ptr MXFileSystemObject::label() const {
     const MXLabelManager::Ptr labels = MXLabelManager::sharedLabelManager();
     if (!isLocal())
         return labels->noneLabel();
-    FSCatalogInfo info;
-    const OSStatus status = getCatalogInfo(kFSCatInfoFinderInfo, &info);
-    if (status != noErr && !isThere()) {
+    const auto info = catalogInfo(kFSCatInfoFinderInfo);
+    if (!info && !isThere()) {
         qCWarning(mwcoreLog, "Could not get FSRef");
         return {};
     }
-    const int number = status == noErr ? info.finderInfo.labelNumber() : 0;
+    const int number = info ? info->finderInfo.labelNumber() : 0;
     return labels->labelWithID(static_cast<uint16_t>(number));
 }
 
 bool MXFileSystemObject::isInvisible() const {
     if (isRemote())
         return false;
-    FSCatalogInfo info;
-    const OSStatus status = getCatalogInfo(kFSCatInfoFinderInfo, &info);
-    if (status != noErr && !isThere())
+    const auto info = catalogInfo(kFSCatInfoFinderInfo);
+    if (!info && !isThere())
         qCWarning(mwcoreLog, "Could not get FSRef");
-    return status == noErr && info.finderInfo.flags.testFlag(kIsInvisible);
+    return info && info->finderInfo.flags.testFlag(kIsInvisible);
 }
 
 bool MXFileSystemObject::isLocked() const {
     if (!isLocal() || isPackage())
         return false;
-    FSCatalogInfo info;
-    const OSStatus status = getCatalogInfo(kFSCatInfoNodeFlags, &info);
-    if (status != noErr)
+    OSStatus status = noErr;
+    const auto info = catalogInfo(kFSCatInfoNodeFlags, &status);
+    if (!info)
         recordCarbonError(status);
-    return status == noErr && info.nodeFlags.testFlag(kFSNodeLockedMask);
+    return info && info->nodeFlags.testFlag(kFSNodeLockedMask);
 }
 
 void MXFileSystemObject::recordCarbonError(OSStatus error) const {
@@ -163,13 +165,13 @@ void MXFileSystemObject::recordCarbonError(OSStatus error) const {
 }
 
 QString MXFileSystemObject::volumeName() const {
-    FSCatalogInfo info;
-    QString volume;
-    if (getCatalogInfo(kFSCatInfoVolume, &info) != noErr) {
+    const auto info = catalogInfo(kFSCatInfoVolume);
+    if (!info) {
         qCWarning(mwcoreLog, "getLocalFileSize : Error Getting info");
         return {};
     }
-    const OSStatus status = FSGetVolumeInfo(info.volume, kFSVolInfoNone, nullptr, &volume);
+    QString volume;
+    const OSStatus status = FSGetVolumeInfo(info->volume, kFSVolInfoNone, nullptr, &volume);
     return status == noErr ? volume : QString();
 }
 
@@ -180,25 +182,24 @@ QString MXFileSystemObject::versionString() const {
     return version.typeId() == QMetaType::QString ? version.toString() : QString();
 }
 
-std::unique_ptr<FSRef> MXFileSystemObject::fsRef() const {
+std::optional<FSRef> MXFileSystemObject::fsRef() const {
     if (!isLocal())
-        return nullptr;
-    auto reference = std::make_unique<FSRef>();
-    const OSStatus status = FSPathMakeRef(representation(), reference.get());
+        return std::nullopt;
+    FSRef reference;
+    const OSStatus status = FSPathMakeRef(representation(), &reference);
     if (status == noErr)
         return reference;
     qCWarning(mwcoreLog).noquote().nospace()
         << "\tERROR : MXFileSystemObject : Could not get FSRef for item at path: "
         << completePath();
     qCWarning(mwcoreLog, "\tERROR : MXFileSystemObject : Error : %d", int(status));
-    return nullptr;
+    return std::nullopt;
 }
 
-std::unique_ptr<FSSpec> MXFileSystemObject::_fsSpec() const {
+std::optional<FSSpec> MXFileSystemObject::_fsSpec() const {
     const auto reference = fsRef();
-    auto described = std::make_unique<FSSpec>();
-    return reference && FSMakeSpec(*reference, described.get()) == noErr ? std::move(described)
-                                                                         : nullptr;
+    FSSpec spec;
+    return reference && FSMakeSpec(*reference, &spec) == noErr ? std::optional(spec) : std::nullopt;
 }
 
 QString MXFileSystemObject::osTypeToFourCharCode(uint32_t code) {
@@ -245,10 +246,10 @@ void MXFileSystemObject::NSDateToUTCDateTime(const QDateTime &date, UTCDateTime 
                                      : seconds * kFractions + rest * kFractions / kMilliseconds;
 }
 
-std::unique_ptr<struct stat> MXFileSystemObject::statsForFileAtPath(const QString &path) {
+std::optional<struct stat> MXFileSystemObject::statsForFileAtPath(const QString &path) {
     const auto bytes = fileSystemRepresentation(path);
-    auto result = std::make_unique<struct stat>();
-    return bytes && stat(bytes->constData(), result.get()) == 0 ? std::move(result) : nullptr;
+    struct stat item = {};
+    return bytes && stat(bytes->constData(), &item) == 0 ? std::optional(item) : std::nullopt;
 }
 
 QByteArray MXFileSystemObject::nsToCString(const QString &text) {

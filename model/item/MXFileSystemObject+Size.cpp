@@ -6,9 +6,6 @@
 #include "model/size/SizeWalk.h"
 #include "platform/foundation/Log.h"
 
-#include <memory>
-#include <utility>
-
 #include <sys/stat.h>
 
 namespace MWCore {
@@ -72,8 +69,7 @@ MXFileSystemObject::sizeObject(const MXSizeProgressCallback &progress) const {
     const auto measured = measureSize(options);
     if (!measured)
         return {};
-    auto size = MXFileSystemObjectSize::initWithLocalFileSize(
-        std::make_unique<MXFSOSizeRecord>(measured->record));
+    auto size = MXFileSystemObjectSize::initWithLocalFileSize(measured->record);
     if (!isVolume())
         cachedSizeObject_ = size;
     return size;
@@ -83,53 +79,53 @@ void MXFileSystemObject::invalidateCachedSize() {
     cachedSizeObject_.reset();
 }
 
-std::unique_ptr<MXFSOSizeRecord> MXFileSystemObject::getLocalFileSize() const {
-    auto size = std::make_unique<MXFSOSizeRecord>();
+std::optional<MXFSOSizeRecord> MXFileSystemObject::getLocalFileSize() const {
+    MXFSOSizeRecord size;
     struct stat item = {};
     const bool isThere = isLocal() && lstat(representation().constData(), &item) == 0;
     if (isThere && S_ISLNK(item.st_mode)) {
-        size->dataForkSize = static_cast<uint64_t>(item.st_size);
-        size->totalSize = size->dataForkSize;
+        size.dataForkSize = static_cast<uint64_t>(item.st_size);
+        size.totalSize = size.dataForkSize;
         return size;
     }
-    FSCatalogInfo info;
     if (!isThere && !fsRef()) { // which says more in the log
         qCWarning(mwcoreLog, "getLocalFileSize : FSRef was null");
-        return nullptr;
+        return std::nullopt;
     }
-    if (getCatalogInfo(kFSCatInfoDataSizes | kFSCatInfoRsrcSizes, &info) != noErr) {
+    const auto info = catalogInfo(kFSCatInfoDataSizes | kFSCatInfoRsrcSizes);
+    if (!info) {
         qCWarning(mwcoreLog, "getLocalFileSize : Error Getting info");
-        return nullptr;
+        return std::nullopt;
     }
-    size->dataForkSize = info.dataLogicalSize;
-    size->physicalDataForkSize = info.dataPhysicalSize;
-    size->resourceForkSize = info.rsrcLogicalSize;
-    size->physicalResourceForkSize = info.rsrcPhysicalSize;
-    size->totalSize = size->dataForkSize + size->resourceForkSize;
+    size.dataForkSize = info->dataLogicalSize;
+    size.physicalDataForkSize = info->dataPhysicalSize;
+    size.resourceForkSize = info->rsrcLogicalSize;
+    size.physicalResourceForkSize = info->rsrcPhysicalSize;
+    size.totalSize = size.dataForkSize + size.resourceForkSize;
     return size;
 }
 
-std::unique_ptr<MXFSOSizeRecord> MXFileSystemObject::getVolumeInformation() const {
-    FSCatalogInfo item;
+std::optional<MXFSOSizeRecord> MXFileSystemObject::getVolumeInformation() const {
     if (!isThere() && !fsRef()) {
         qCWarning(mwcoreLog, "getLocalFileSize : FSRef was null"); // deliberately the same
-        return nullptr;
+        return std::nullopt;
     }
-    if (getCatalogInfo(kFSCatInfoVolume, &item) != noErr) {
+    const auto item = catalogInfo(kFSCatInfoVolume);
+    if (!item) {
         qCWarning(mwcoreLog, "getLocalFileSize : Error Getting info");
-        return nullptr;
+        return std::nullopt;
     }
     FSVolumeInfo volume;
     constexpr FSVolumeInfoBitmap kWanted =
         kFSVolInfoFileCount | kFSVolInfoDirCount | kFSVolInfoSizes;
-    if (FSGetVolumeInfo(item.volume, kWanted, &volume, nullptr) != noErr)
-        return nullptr;
-    auto size = std::make_unique<MXFSOSizeRecord>();
-    size->containedItemCount = volume.fileCount + volume.folderCount;
-    size->containedFolderCount = volume.folderCount;
-    size->containedFileCount = volume.fileCount;
-    size->totalSize = volume.totalBytes;
-    size->volumeFreeBytes = volume.freeBytes;
+    if (FSGetVolumeInfo(item->volume, kWanted, &volume, nullptr) != noErr)
+        return std::nullopt;
+    MXFSOSizeRecord size;
+    size.containedItemCount = volume.fileCount + volume.folderCount;
+    size.containedFolderCount = volume.folderCount;
+    size.containedFileCount = volume.fileCount;
+    size.totalSize = volume.totalBytes;
+    size.volumeFreeBytes = volume.freeBytes;
     return size;
 }
 

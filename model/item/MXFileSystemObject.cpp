@@ -68,8 +68,8 @@ void MXFileSystemObject::release(QList<Ptr> children) {
     }
 }
 
-MXFileSystemObject *MXFileSystemObject::alloc() const {
-    return new MXFileSystemObject;
+MXFileSystemObject::Ptr MXFileSystemObject::alloc() const {
+    return init();
 }
 
 MXFileSystemObject::Ptr MXFileSystemObject::init() {
@@ -142,7 +142,7 @@ MXFileSystemObject::Ptr MXFileSystemObject::wrap(mfs_fso *record, const Tree &tr
                                                  const MXFileSystemObject *prototype) {
     if (MXFileSystemObject *const known = objectOf(record))
         return Ptr(known);
-    Ptr object(prototype ? prototype->alloc() : new MXFileSystemObject);
+    Ptr object = prototype ? prototype->alloc() : init();
     object->record_ = record;
     object->tree_ = tree;
     mfs_fso_object_set(record, object.data());

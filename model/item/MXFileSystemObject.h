@@ -28,7 +28,7 @@
 #include <QUrl>
 #include <QVariant>
 
-struct stat;
+#include <sys/stat.h>
 
 namespace MWCore {
 
@@ -242,9 +242,9 @@ public:
     /// What the bundle at the path says about its version ("CFBundleGetInfoString").
     [[nodiscard]] QString versionString() const;
 
-    /// A reference to the item. Null on failure, with two lines in the log.
-    [[nodiscard]] std::unique_ptr<FSRef> fsRef() const;
-    [[nodiscard]] std::unique_ptr<FSSpec> _fsSpec() const;
+    /// A reference to the item. Nothing on failure, with two lines in the log.
+    [[nodiscard]] std::optional<FSRef> fsRef() const;
+    [[nodiscard]] std::optional<FSSpec> _fsSpec() const;
 
     /// @}
     /// @name Conversions
@@ -263,8 +263,8 @@ public:
     /// Dates before 1904 are 0, as is the null date.
     static void NSDateToUTCDateTime(const QDateTime &date, UTCDateTime *utcTime);
 
-    /// Null when the item at @p path, links followed, cannot be examined.
-    [[nodiscard]] static std::unique_ptr<struct stat> statsForFileAtPath(const QString &path);
+    /// Nothing when the item at @p path, links followed, cannot be examined.
+    [[nodiscard]] static std::optional<struct stat> statsForFileAtPath(const QString &path);
 
     /// The bytes of a text up to its first U+0000.
     [[nodiscard]] static QByteArray nsToCString(const QString &text);
@@ -434,13 +434,13 @@ public:
         return myCancelFolderSizeCalc_.load(std::memory_order_relaxed);
     }
 
-    /// The forks of the item itself, without the physical total; of a link its length. Null, with
-    /// lines in the log, when it is gone or a fork cannot be read.
-    [[nodiscard]] std::unique_ptr<MXFSOSizeRecord> getLocalFileSize() const;
+    /// The forks of the item itself, without the physical total; of a link its length. Nothing,
+    /// with lines in the log, when it is gone or a fork cannot be read.
+    [[nodiscard]] std::optional<MXFSOSizeRecord> getLocalFileSize() const;
 
-    /// Capacity, free space and used inodes (as files) of the volume that holds the item. Null on
-    /// failure, with lines in the log when the item is gone.
-    [[nodiscard]] std::unique_ptr<MXFSOSizeRecord> getVolumeInformation() const;
+    /// Capacity, free space and used inodes (as files) of the volume that holds the item. Nothing
+    /// on failure, with lines in the log when the item is gone.
+    [[nodiscard]] std::optional<MXFSOSizeRecord> getVolumeInformation() const;
 
     /// The total size, or the used space of a volume, as format_size() has it. Null from the first
     /// call, which measures; the same text, never made anew, from later ones. The marker where
@@ -454,7 +454,7 @@ protected:
 
     /// A new object of the receiver's class. A class derived from this one overrides it: the
     /// objects of children and parents are made by it.
-    [[nodiscard]] virtual MXFileSystemObject *alloc() const;
+    [[nodiscard]] virtual Ptr alloc() const;
 
     /// What knows the item's address; null for none. Here: its "file:" URL.
     [[nodiscard]] virtual std::unique_ptr<MXURLObject> urlObject() const;
@@ -489,7 +489,8 @@ private:
     [[nodiscard]] const QList<Ptr> &visibleList() const;
     [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return kind_ == kind && !isRemote(); }
     [[nodiscard]] QByteArray representation() const;
-    [[nodiscard]] OSStatus getCatalogInfo(FSCatalogInfoBitmap whichInfo, FSCatalogInfo *info) const;
+    [[nodiscard]] std::optional<FSCatalogInfo> catalogInfo(FSCatalogInfoBitmap whichInfo,
+                                                           OSStatus *status = nullptr) const;
     [[nodiscard]] bool isThere() const;
 
     mfs_fso *record_ = nullptr;

@@ -6,18 +6,18 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <utility>
+#include <memory>
 
 namespace MWCore {
 
-MXFileSystemObjectSize::MXFileSystemObjectSize(std::unique_ptr<MXFSOSizeRecord> record)
-    : myFSOSize_(record ? std::move(record) : std::make_unique<MXFSOSizeRecord>()) {}
+MXFileSystemObjectSize::MXFileSystemObjectSize(const MXFSOSizeRecord &record)
+    : myFSOSize_(record) {}
 
 MXFileSystemObjectSize::~MXFileSystemObjectSize() = default;
 
 MXFileSystemObjectSize::Ptr
-MXFileSystemObjectSize::initWithLocalFileSize(std::unique_ptr<MXFSOSizeRecord> record) {
-    return Ptr(new MXFileSystemObjectSize(std::move(record)));
+MXFileSystemObjectSize::initWithLocalFileSize(const std::optional<MXFSOSizeRecord> &record) {
+    return Ptr(new MXFileSystemObjectSize(record.value_or(MXFSOSizeRecord())));
 }
 
 QString MXFileSystemObjectSize::formattedStringForKey(int32_t key) const {

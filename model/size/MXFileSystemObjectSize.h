@@ -7,7 +7,7 @@
 #include <MWCore/mwcore_export.h>
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 
 #include <QExplicitlySharedDataPointer>
 #include <QSharedData>
@@ -21,26 +21,27 @@ class MWCORE_EXPORT MXFileSystemObjectSize : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<MXFileSystemObjectSize>;
 
-    /// Takes the record; a null one stands for nothing but zeros.
-    [[nodiscard]] static Ptr initWithLocalFileSize(std::unique_ptr<MXFSOSizeRecord> record);
+    /// Without a record every size is 0.
+    [[nodiscard]] static Ptr
+    initWithLocalFileSize(const std::optional<MXFSOSizeRecord> &record = std::nullopt);
 
     MXFileSystemObjectSize(const MXFileSystemObjectSize &) = delete;
     MXFileSystemObjectSize &operator=(const MXFileSystemObjectSize &) = delete;
     ~MXFileSystemObjectSize();
 
-    [[nodiscard]] const MXFSOSizeRecord &record() const { return *myFSOSize_; }
+    [[nodiscard]] const MXFSOSizeRecord &record() const { return myFSOSize_; }
 
     // In bytes.
-    [[nodiscard]] uint64_t dataForkSize() const { return myFSOSize_->dataForkSize; }
-    [[nodiscard]] uint64_t physicalDataForkSize() const { return myFSOSize_->physicalDataForkSize; }
-    [[nodiscard]] uint64_t resourceForkSize() const { return myFSOSize_->resourceForkSize; }
+    [[nodiscard]] uint64_t dataForkSize() const { return myFSOSize_.dataForkSize; }
+    [[nodiscard]] uint64_t physicalDataForkSize() const { return myFSOSize_.physicalDataForkSize; }
+    [[nodiscard]] uint64_t resourceForkSize() const { return myFSOSize_.resourceForkSize; }
     [[nodiscard]] uint64_t physicalResourceForkSize() const {
-        return myFSOSize_->physicalResourceForkSize;
+        return myFSOSize_.physicalResourceForkSize;
     }
-    [[nodiscard]] uint64_t totalSize() const { return myFSOSize_->totalSize; }
-    [[nodiscard]] uint64_t physicalTotalSize() const { return myFSOSize_->physicalTotalSize; }
+    [[nodiscard]] uint64_t totalSize() const { return myFSOSize_.totalSize; }
+    [[nodiscard]] uint64_t physicalTotalSize() const { return myFSOSize_.physicalTotalSize; }
 
-    [[nodiscard]] uint64_t containedItemCount() const { return myFSOSize_->containedItemCount; }
+    [[nodiscard]] uint64_t containedItemCount() const { return myFSOSize_.containedItemCount; }
 
     /// One of the sizes as format_size() has it: 0 data, 1 data allocated, 2 resources, 3 resources
     /// allocated, 4 total, 5 total allocated. "Unknown Key" for any other key.
@@ -64,12 +65,12 @@ public:
     [[nodiscard]] QString _commaDelimitedSize(uint64_t size) const;
 
 private:
-    explicit MXFileSystemObjectSize(std::unique_ptr<MXFSOSizeRecord> record);
+    explicit MXFileSystemObjectSize(const MXFSOSizeRecord &record);
 
     [[nodiscard]] QString onDisk(uint64_t physical, uint64_t logical) const;
     [[nodiscard]] static QString _format_size(uint64_t size);
 
-    const std::unique_ptr<const MXFSOSizeRecord> myFSOSize_; ///< never null
+    const MXFSOSizeRecord myFSOSize_;
 };
 
 } // namespace MWCore

@@ -34,12 +34,10 @@ QString MXAlias::path(const std::atomic<bool> *cancelled) const {
     return stringWithFileSystemRepresentation(path);
 }
 
-std::unique_ptr<FSRef> MXAlias::_fsRefForPath(const QString &path) {
+std::optional<FSRef> MXAlias::_fsRefForPath(const QString &path) {
     const auto bytes = fileSystemRepresentation(path);
     FSRef ref;
-    if (!bytes || FSPathMakeRef(*bytes, &ref) != noErr)
-        return nullptr;
-    return std::make_unique<FSRef>(std::move(ref));
+    return bytes && FSPathMakeRef(*bytes, &ref) == noErr ? std::optional(ref) : std::nullopt;
 }
 
 } // namespace MWCore

@@ -6,7 +6,7 @@
 #include <MWCore/mwcore_export.h>
 
 #include <atomic>
-#include <memory>
+#include <optional>
 
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
@@ -40,8 +40,8 @@ public:
     /// it stops soon after @p cancelled, which may be null, becomes true.
     [[nodiscard]] QString path(const std::atomic<bool> *cancelled = nullptr) const;
 
-    /// A reference to the item at @p path; null when there is none.
-    [[nodiscard]] static std::unique_ptr<FSRef> _fsRefForPath(const QString &path);
+    /// A reference to the item at @p path; nothing when there is none.
+    [[nodiscard]] static std::optional<FSRef> _fsRefForPath(const QString &path);
 
 private:
     explicit MXAlias(QByteArray alias) : alias_(std::move(alias)) {}

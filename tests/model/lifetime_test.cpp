@@ -182,7 +182,7 @@ public:
     static inline int alive = 0;
 
 protected:
-    MXFileSystemObject *alloc() const override { return new Counted; }
+    Ptr alloc() const override { return Ptr(new Counted); }
     std::unique_ptr<MXURLObject> urlObject() const override { return nullptr; }
 };
 

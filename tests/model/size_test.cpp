@@ -52,19 +52,19 @@ TEST(Size, AsAShortText) {
 }
 
 TEST(Size, TextsOfAPanel) {
-    auto record = std::make_unique<MXFSOSizeRecord>();
-    record->dataForkSize = 1'234'567;
-    record->physicalDataForkSize = 1'572'864;
-    record->resourceForkSize = 999;
-    record->physicalResourceForkSize = 4096;
-    record->totalSize = uint64_t(3) << 40;
-    record->volumeFreeBytes = uint64_t(1) << 40;
-    record->physicalTotalSize = 2047;
-    record->containedItemCount = 1'001'002;
-    record->containedFileCount = 1'000'000;
-    record->containedFolderCount = 1002;
-    record->hiddenItemCount = 7;
-    const auto size = MXFileSystemObjectSize::initWithLocalFileSize(std::move(record));
+    MXFSOSizeRecord record;
+    record.dataForkSize = 1'234'567;
+    record.physicalDataForkSize = 1'572'864;
+    record.resourceForkSize = 999;
+    record.physicalResourceForkSize = 4096;
+    record.totalSize = uint64_t(3) << 40;
+    record.volumeFreeBytes = uint64_t(1) << 40;
+    record.physicalTotalSize = 2047;
+    record.containedItemCount = 1'001'002;
+    record.containedFileCount = 1'000'000;
+    record.containedFolderCount = 1002;
+    record.hiddenItemCount = 7;
+    const auto size = MXFileSystemObjectSize::initWithLocalFileSize(record);
     EXPECT_EQ(size->dataGetInfoString(), "1.524MB on disk. ( 1,234,567 bytes )");
     EXPECT_EQ(size->resourceGetInfoString(), "4KB on disk. ( 999 bytes )");
     EXPECT_EQ(size->totalSizeGetInfoString(), "1.10KB on disk. ( 3,298,534,883,328 bytes )");
@@ -81,8 +81,7 @@ TEST(Size, TextsOfAPanel) {
     EXPECT_EQ(size->_commaDelimitedSize(0), "0");
     EXPECT_EQ(size->_commaDelimitedSize(123'456), "123,456");
     EXPECT_EQ(size->_commaDelimitedSize(UINT64_MAX), "18,446,744,073,709,551,616");
-    EXPECT_EQ(MXFileSystemObjectSize::initWithLocalFileSize(nullptr)->containsGetInfo(),
-              "No items");
+    EXPECT_EQ(MXFileSystemObjectSize::initWithLocalFileSize()->containsGetInfo(), "No items");
 }
 
 TEST(Size, OfWhatIsNoFolder) {

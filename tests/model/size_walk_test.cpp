@@ -49,7 +49,7 @@ MXFSOSizeRecord sumsOfObjects(const std::string &folder) {
             ++sums.containedFolderCount;
         } else {
             const auto item = MXFileSystemObject::newFSOForLocalPath(path);
-            if (const auto own = item ? item->getLocalFileSize() : nullptr) {
+            if (const auto own = item ? item->getLocalFileSize() : std::nullopt) {
                 sums.dataForkSize += own->dataForkSize;
                 sums.physicalDataForkSize += own->physicalDataForkSize;
                 sums.resourceForkSize += own->resourceForkSize;
