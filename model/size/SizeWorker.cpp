@@ -89,9 +89,8 @@ void SizeWorker::measure(Task &task) {
     const int folder = task.opened->number();
     auto outcome = task.isShared ? block_.fill(folder) : readFirstBlock(task);
     for (;;) {
-        // A folder that was removed meanwhile has no more names.
-        if (outcome == FolderBlock::Outcome::Failed && errno != ENOENT)
-            addUnreadable(task, nullptr, statusFromErrno(errno));
+        if (outcome == FolderBlock::Outcome::Failed)
+            addUnreadable(task, nullptr, block_.status());
         if (!measureBlock(task, outcome))
             return;
         outcome = block_.fill(folder);
@@ -156,9 +155,7 @@ FolderBlock::Outcome SizeWorker::readFirstBlock(const Task &task) {
             // In a hurry: to suppose that there are some costs time alone, and not much any more.
             hasSidecars = blockNamesSidecar() || walk_.isCancelled.load(std::memory_order_relaxed);
         }
-        if (lseek(folder, 0, SEEK_SET) != 0)
-            return FolderBlock::Outcome::Failed;
-        outcome = block_.fill(folder);
+        outcome = block_.fillFromStart(folder);
     }
     task.folder->hasSidecars = hasSidecars;
     return outcome;

@@ -61,16 +61,15 @@ OSStatus referTo(const QByteArray &path, LastLink link, Effort &effort, FSRef *t
     else if (effort.ownMount)
         reach.allow(*effort.ownMount);
     const QByteArray name = PathParts(path).name;
-    const bool needsName =
-        effort.patience == Patience::None || link == LastLink::Follow || isDots(name);
-    int error = 0;
+    const bool needsName = effort.patience == Patience::None || link == LastLink::Follow ||
+                           name == "." || name == "..";
+    OSStatus status = noErr;
     QByteArray real;
-    const Descriptor item = reach.open(path, link, &error, needsName ? &real : nullptr);
+    const Descriptor item = reach.open(path, link, &status, needsName ? &real : nullptr);
     if (effort.budget.hasStopped())
         return effort.budget.status();
     if (!item)
-        return error == EXDEV ? fileBoundsErr : statusFromErrno(error);
-    OSStatus status = noErr;
+        return status;
     if (auto identity = identityOf(item.number(), "", &status))
         *target = {needsName ? real : path, std::move(*identity)};
     return status;

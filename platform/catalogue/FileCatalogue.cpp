@@ -63,15 +63,15 @@ OSStatus readForkSizes(const QByteArray &path, FSCatalogInfo *info) {
     return status;
 }
 
-/// Sets or clears the immutable attribute of an open item. 0 or an `errno` value.
-int setImmutable(int item, bool locked, int *flags) {
+/// Sets or clears the immutable attribute of an open item.
+OSStatus setImmutable(int item, bool locked, int *flags) {
     if (ioctl(item, FS_IOC_GETFLAGS, flags) != 0)
-        return errno;
+        return statusFromErrno(errno);
     const int wanted = locked ? *flags | FS_IMMUTABLE_FL : *flags & ~FS_IMMUTABLE_FL;
     if (wanted == *flags)
-        return 0;
+        return noErr;
     *flags = wanted;
-    return ioctl(item, FS_IOC_SETFLAGS, flags) == 0 ? 0 : errno;
+    return ioctl(item, FS_IOC_SETFLAGS, flags) == 0 ? noErr : statusFromErrno(errno);
 }
 
 OSStatus setLocked(const ItemPlace &place, bool locked) {
@@ -81,7 +81,7 @@ OSStatus setLocked(const ItemPlace &place, bool locked) {
         return status;
     const Descriptor item = openFileOrFolderAt(place.folder(), place.name(), &status);
     int flags = 0;
-    return item ? statusFromErrno(setImmutable(item.number(), locked, &flags)) : status;
+    return item ? setImmutable(item.number(), locked, &flags) : status;
 }
 
 OSStatus setModificationDate(const ItemPlace &place, UTCDateTime date) {

@@ -86,31 +86,31 @@ bool isForbidden(int error) {
     return error == EPERM || error == EINVAL;
 }
 
-int setOwner(int descriptor, const Access &wanted) {
+OSStatus setOwner(int descriptor, const Access &wanted) {
     struct stat now = {};
     if (fstat(descriptor, &now) != 0)
-        return errno;
+        return statusFromErrno(errno);
     constexpr auto kAny = static_cast<uid_t>(-1);
     Lost lost = {wanted.owner != kAny && now.st_uid != wanted.owner,
                  wanted.group != kAny && now.st_gid != wanted.group};
     if (!lost.owner && !lost.group)
-        return 0;
+        return noErr;
     if (fchown(descriptor, wanted.owner, wanted.group) == 0)
-        return 0;
+        return noErr;
     if (!isForbidden(errno))
-        return errno;
+        return statusFromErrno(errno);
     lost.group = lost.group && fchown(descriptor, static_cast<uid_t>(-1), wanted.group) != 0;
-    return keepsAllAccess(wanted, lost) ? 0 : EPERM;
+    return keepsAllAccess(wanted, lost) ? noErr : permErr;
 }
 
 /// Removes the list if @p list is empty, because a new file may inherit one from its folder.
-int setList(int descriptor, const std::optional<QByteArray> &list) {
+OSStatus setList(int descriptor, const std::optional<QByteArray> &list) {
     if (!list)
-        return 0;
+        return noErr;
     const int result = list->isEmpty() ? fremovexattr(descriptor, kAccessList)
                                        : fsetxattr(descriptor, kAccessList, list->constData(),
                                                    std::size_t(list->size()), 0);
-    return result == 0 || (list->isEmpty() && errno == ENODATA) ? 0 : errno;
+    return result == 0 || (list->isEmpty() && errno == ENODATA) ? noErr : statusFromErrno(errno);
 }
 
 /// Whether an attribute was not copied because this process may not write it.
@@ -120,34 +120,39 @@ bool isWriteRefused(int error) {
 
 } // namespace
 
-std::optional<Access> accessOf(int descriptor) {
+std::optional<Access> accessOf(int descriptor, OSStatus *status) {
     struct stat now = {};
-    if (fstat(descriptor, &now) != 0)
+    *status = fstat(descriptor, &now) == 0 ? noErr : statusFromErrno(errno);
+    if (*status != noErr)
         return std::nullopt;
     Access access = {now.st_mode & ACCESSPERMS, now.st_uid, now.st_gid, QByteArray(kLongest, '\0')};
     const ssize_t length = fgetxattr(descriptor, kAccessList, access.list->data(), kLongest);
-    if (length < 0 && errno != ENODATA && errno != EOPNOTSUPP)
+    const int error = length < 0 ? errno : 0;
+    if (error != 0 && error != ENODATA && error != EOPNOTSUPP) {
+        *status = statusFromErrno(error);
         return std::nullopt;
-    if (length < 0 && errno == EOPNOTSUPP)
+    }
+    if (error == EOPNOTSUPP)
         access.list.reset();
     else
         access.list->truncate(std::max<ssize_t>(length, 0));
     return access;
 }
 
-int setAccess(int descriptor, const Access &wanted) {
-    if (const int error = setOwner(descriptor, wanted))
-        return error;
-    if (const int error = setList(descriptor, wanted.list))
-        return error;
+OSStatus setAccess(int descriptor, const Access &wanted) {
+    OSStatus status = setOwner(descriptor, wanted);
+    if (status == noErr)
+        status = setList(descriptor, wanted.list);
+    if (status != noErr)
+        return status;
     struct stat now = {};
     if (fstat(descriptor, &now) != 0)
-        return errno;
+        return statusFromErrno(errno);
     const bool isRight = (now.st_mode & ACCESSPERMS) == wanted.mode; // setting a list changes it
-    return isRight || fchmod(descriptor, wanted.mode) == 0 ? 0 : errno;
+    return isRight || fchmod(descriptor, wanted.mode) == 0 ? noErr : statusFromErrno(errno);
 }
 
-int copyAttributes(int from, int to) {
+OSStatus copyAttributes(int from, int to) {
     const auto names = std::make_unique<char[]>(kLongest);
     const auto value = std::make_unique<char[]>(kLongest);
     const ssize_t length = flistxattr(from, names.get(), kLongest);
@@ -158,9 +163,9 @@ int copyAttributes(int from, int to) {
         const bool isCopied =
             size >= 0 && fsetxattr(to, name, value.get(), static_cast<std::size_t>(size), 0) == 0;
         if (!isCopied && errno != ENODATA && !isWriteRefused(errno))
-            return errno;
+            return statusFromErrno(errno);
     }
-    return 0;
+    return noErr;
 }
 
 } // namespace MWCore

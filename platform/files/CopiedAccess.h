@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/OSStatus.h"
+
 #include <optional>
 
 #include <QByteArray>
@@ -24,16 +26,17 @@ struct Access {
 
 constexpr const char *kAccessList = "system.posix_acl_access";
 
-/// Who may read and write the open file @p descriptor. Returns nullopt and sets `errno` on failure.
-[[nodiscard]] std::optional<Access> accessOf(int descriptor);
+/// Who may read and write the open file @p descriptor. nullopt on failure, with the cause in
+/// @p status.
+[[nodiscard]] std::optional<Access> accessOf(int descriptor, OSStatus *status);
 
 /// Sets who may read and write the open file @p descriptor. If this process may not change owner or
 /// group, they stay as they are, unless somebody whom @p wanted allows to read or write would lose
-/// access by that. Returns 0 or an `errno` value: EPERM if somebody would.
-[[nodiscard]] int setAccess(int descriptor, const Access &wanted);
+/// access by that: permErr.
+[[nodiscard]] OSStatus setAccess(int descriptor, const Access &wanted);
 
 /// Copies all extended attributes but kAccessList from one open file to another, except those that
-/// this process may not write. Returns 0 or an `errno` value.
-[[nodiscard]] int copyAttributes(int from, int to);
+/// this process may not write.
+[[nodiscard]] OSStatus copyAttributes(int from, int to);
 
 } // namespace MWCore

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/OSStatus.h"
+
 #include <cstddef>
 #include <iterator>
 #include <memory>
@@ -17,7 +19,7 @@ public:
     FolderBlock();
 
     enum class Outcome {
-        AllRead,
+        AllRead, ///< or the folder was removed meanwhile
         MoreLeft,
         Failed, ///< with `errno` set; the block holds the entries read before
     };
@@ -25,6 +27,12 @@ public:
     /// Replaces the entries with the next ones of the open folder @p folder. If several threads
     /// fill their own blocks from one descriptor, each entry goes to one of them.
     [[nodiscard]] Outcome fill(int folder);
+
+    /// The same with the first entries of the folder.
+    [[nodiscard]] Outcome fillFromStart(int folder);
+
+    /// Why filling failed the last time; noErr if it did not.
+    [[nodiscard]] OSStatus status() const { return status_; }
 
     /// The entries other than "." and "..".
     class Iterator {
@@ -65,6 +73,7 @@ public:
 private:
     std::unique_ptr<char[]> bytes_;
     std::size_t length_ = 0;
+    OSStatus status_ = noErr;
 };
 
 } // namespace MWCore

@@ -13,9 +13,7 @@
 
 namespace MWCore {
 
-FolderTurn::FolderTurn(const ItemPlace &place) : locked_(place.openFolder()) {
-    if (!locked_)
-        status_ = statusFromErrno(errno);
+FolderTurn::FolderTurn(const ItemPlace &place) : locked_(place.openFolder(&status_)) {
     if (status_ == permErr)
         locked_ = openFileOrFolderAt(place.folder(), place.name(), &status_);
     if (status_ != tmfoErr && status_ != memFullErr)

@@ -25,8 +25,8 @@ private:
     void wait(int folder) const;
     [[nodiscard]] bool isHeldElsewhere() const;
 
-    Descriptor locked_; ///< locked while it is open
     OSStatus status_ = noErr;
+    Descriptor locked_; ///< locked while it is open
 };
 
 } // namespace MWCore

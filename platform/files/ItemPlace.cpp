@@ -46,8 +46,10 @@ OSStatus ItemPlace::examine(struct stat *item) const {
                : statusFromErrno(errno);
 }
 
-Descriptor ItemPlace::openFolder() const {
-    return Descriptor(openat(folder(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+Descriptor ItemPlace::openFolder(OSStatus *status) const {
+    Descriptor opened(openat(folder(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    *status = opened ? noErr : statusFromErrno(errno);
+    return opened;
 }
 
 } // namespace MWCore

@@ -43,7 +43,7 @@ public:
 
     /// A descriptor of the folder that can be locked and synced. Empty, with `errno` set, on
     /// failure, for example if this process may not read the folder.
-    [[nodiscard]] Descriptor openFolder() const;
+    [[nodiscard]] Descriptor openFolder(OSStatus *status) const;
 
 private:
     ItemPlace(std::shared_ptr<const Descriptor> folder, QByteArray name)

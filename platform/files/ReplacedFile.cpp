@@ -73,32 +73,33 @@ bool needsName(int error) {
     return std::ranges::find(kErrors, error) != std::end(kErrors);
 }
 
-/// 0 or an `errno` value.
-int writePiece(int descriptor, QByteArrayView piece) {
+OSStatus writePiece(int descriptor, QByteArrayView piece) {
     while (!piece.isEmpty()) {
         const ssize_t count =
             write(descriptor, piece.data(), static_cast<std::size_t>(piece.size()));
         if (count < 0 && errno != EINTR)
-            return errno;
+            return statusFromErrno(errno);
         piece = piece.sliced(std::max<ssize_t>(count, 0));
     }
-    return 0;
+    return noErr;
 }
 
-/// Leaves holes where the content is zero, so that a sparse file does not fill the disk. 0 or an
-/// `errno` value.
-int writeAll(int descriptor, QByteArrayView content) {
+OSStatus skip(int descriptor, qsizetype length) {
+    return lseek(descriptor, length, SEEK_CUR) < 0 ? statusFromErrno(errno) : noErr;
+}
+
+/// Leaves holes where the content is zero, so that a sparse file does not fill the disk.
+OSStatus writeAll(int descriptor, QByteArrayView content) {
     constexpr qsizetype kPiece = 1 << 16;
     const FileSizeSignalBlocked noSignal;
     for (qsizetype at = 0; at < content.size(); at += kPiece) {
         const auto piece = content.sliced(at, std::min(kPiece, content.size() - at));
-        const int error = isZero(piece)
-                              ? (lseek(descriptor, piece.size(), SEEK_CUR) < 0 ? errno : 0)
-                              : writePiece(descriptor, piece);
-        if (error != 0)
-            return error;
+        const OSStatus status =
+            isZero(piece) ? skip(descriptor, piece.size()) : writePiece(descriptor, piece);
+        if (status != noErr)
+            return status;
     }
-    return ftruncate(descriptor, content.size()) == 0 ? 0 : errno; // in case it ends with a hole
+    return ftruncate(descriptor, content.size()) == 0 ? noErr : statusFromErrno(errno);
 }
 
 } // namespace
@@ -138,107 +139,103 @@ bool ReplacedFile::isCurrent() const {
     return old_ && versionOf(now) == versionOf(oldStatus_);
 }
 
-/// Calls @p make, which returns 0 or an `errno` value, with the usual temporary name and, as long
-/// as the name is taken, with random ones.
-template <typename Make> int ReplacedFile::underTemporaryName(const Make &make) {
+/// Calls @p make with the usual temporary name and, as long as the name is taken, with random ones.
+template <typename Make> OSStatus ReplacedFile::underTemporaryName(const Make &make) {
     temporaryName_ = usualTemporaryName(place_.name());
-    int error = make(temporaryName_.constData());
-    while (error == EEXIST) {
+    OSStatus status = make(temporaryName_.constData());
+    while (status == dupFNErr) {
         temporaryName_ = randomTemporaryName();
-        error = make(temporaryName_.constData());
+        status = make(temporaryName_.constData());
     }
-    if (error != 0)
+    if (status != noErr)
         temporaryName_.clear();
-    return error;
+    return status;
 }
 
-/// 0 or an `errno` value.
-int ReplacedFile::makeTemporary(mode_t mode) {
+OSStatus ReplacedFile::makeTemporary(mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
-    int error = temporary_ ? 0 : errno;
-    if (error == 0)
-        (void)flock(temporary_.number(), LOCK_EX | LOCK_NB); // for when it gets a name
+    const int error = temporary_ ? 0 : errno;
     if (needsName(error))
-        error =
-            underTemporaryName([this, mode](const char *name) { return makeNamed(name, mode); });
-    return error;
+        return underTemporaryName([this, mode](const char *name) { return makeNamed(name, mode); });
+    if (temporary_)
+        (void)flock(temporary_.number(), LOCK_EX | LOCK_NB); // for the name that it gets later
+    return statusFromErrno(error);
 }
 
-/// 0 or an `errno` value. EEXIST also if another writer took the new file for a stale one, before
-/// it was locked, and removes it. Only the usual name can be taken for a stale one.
-int ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
+/// dupFNErr also if another writer took the new file for a stale one, before it was locked, and
+/// removes it. Only the usual name can be taken for a stale one.
+OSStatus ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), name.constData(),
                                    O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     if (!temporary_)
-        return errno;
+        return statusFromErrno(errno);
     const bool isTaken = flock(temporary_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     const bool isUsual = name == usualTemporaryName(place_.name());
-    return isUsual && (isTaken || !refersTo(place_.sibling(name), temporary_)) ? EEXIST : 0;
+    return isUsual && (isTaken || !refersTo(place_.sibling(name), temporary_)) ? dupFNErr : noErr;
 }
 
 /// Copies attributes and access rights from the existing file to the temporary one; without an
-/// existing file, sets @p fresh. 0 or an `errno` value.
-int ReplacedFile::copyMetadata(const Access &fresh) const {
-    const auto made = accessOf(temporary_.number());
+/// existing file, sets @p fresh.
+OSStatus ReplacedFile::copyMetadata(const Access &fresh) const {
+    OSStatus status = noErr;
+    const auto made = accessOf(temporary_.number(), &status);
     if (!made)
-        return errno;
+        return status;
     if (!old_) {
         Access wanted = fresh;
         wanted.mode = made->mode; // minus the process's umask
         return setAccess(temporary_.number(), wanted);
     }
-    const auto wanted = accessOf(old_.number());
+    const auto wanted = accessOf(old_.number(), &status);
     if (!wanted)
-        return errno;
-    if (const int error = copyAttributes(old_.number(), temporary_.number()))
-        return error; // first, because the owner of a read-only file may not write them
-    return setAccess(temporary_.number(), *wanted);
+        return status;
+    // Attributes first, because the owner of a read-only file may not write them.
+    status = copyAttributes(old_.number(), temporary_.number());
+    return status == noErr ? setAccess(temporary_.number(), *wanted) : status;
 }
 
-/// 0 or an `errno` value.
-int ReplacedFile::fill(const QByteArray &content, const Access &fresh) {
+OSStatus ReplacedFile::fill(const QByteArray &content, const Access &fresh) {
     constexpr mode_t kPrivate = S_IRUSR | S_IWUSR;
-    if (const int error = makeTemporary(old_ ? kPrivate : fresh.mode))
-        return error;
-    if (const int error = writeAll(temporary_.number(), content))
-        return error;
-    if (const int error = copyMetadata(fresh))
-        return error;
-    return fsync(temporary_.number()) == 0 ? 0 : errno;
+    OSStatus status = makeTemporary(old_ ? kPrivate : fresh.mode);
+    if (status == noErr)
+        status = writeAll(temporary_.number(), content);
+    if (status == noErr)
+        status = copyMetadata(fresh);
+    if (status == noErr && fsync(temporary_.number()) != 0)
+        status = statusFromErrno(errno);
+    return status;
 }
 
 OSStatus ReplacedFile::prepare(const QByteArray &content, const Access &fresh) {
     if (old_ && isAppendOnly(place_))
         return permErr; // the temporary name could be added there but never removed
-    return statusFromErrno(fill(content, fresh));
+    return fill(content, fresh);
 }
 
-/// 0 or an `errno` value.
-int ReplacedFile::linkTemporary(const char *name) const {
+OSStatus ReplacedFile::linkTemporary(const char *name) const {
     const QByteArray file = pathOfDescriptor(temporary_.number());
     const int result = linkat(AT_FDCWD, file.constData(), place_.folder(), name, AT_SYMLINK_FOLLOW);
-    return result == 0 ? 0 : errno;
+    return result == 0 ? noErr : statusFromErrno(errno);
 }
 
-/// 0 or an `errno` value.
-int ReplacedFile::rename(unsigned flags) {
+OSStatus ReplacedFile::rename(unsigned flags) {
     const char *const name = place_.name().constData();
     if (renameat2(place_.folder(), temporaryName_.constData(), place_.folder(), name, flags) != 0)
-        return errno;
+        return statusFromErrno(errno);
     temporaryName_.clear();
-    return 0;
+    return noErr;
 }
 
 OSStatus ReplacedFile::put() {
     const auto link = [this](const char *name) { return linkTemporary(name); };
     if (!old_ && temporaryName_.isEmpty())
-        return statusFromErrno(link(place_.name().constData()));
-    int error = temporaryName_.isEmpty() ? underTemporaryName(link) : 0;
-    if (error == 0)
-        error = rename(old_ ? 0 : RENAME_NOREPLACE);
-    if (error == EINVAL && !old_) // not every file system supports the flag
-        error = rename(0);
-    return statusFromErrno(error);
+        return link(place_.name().constData());
+    OSStatus status = temporaryName_.isEmpty() ? underTemporaryName(link) : noErr;
+    if (status == noErr)
+        status = rename(old_ ? 0 : RENAME_NOREPLACE);
+    if (status == paramErr && !old_) // EINVAL: not every file system knows the flag
+        status = rename(0);
+    return status;
 }
 
 OSStatus ReplacedFile::remove() const {
@@ -248,7 +245,8 @@ OSStatus ReplacedFile::remove() const {
 }
 
 void ReplacedFile::syncFolder() const {
-    if (const Descriptor folder = place_.openFolder())
+    OSStatus status = noErr;
+    if (const Descriptor folder = place_.openFolder(&status))
         fsync(folder.number());
 }
 

@@ -68,13 +68,13 @@ private:
     explicit ReplacedFile(ItemPlace place) : place_(std::move(place)) {}
 
     [[nodiscard]] OSStatus openOld();
-    [[nodiscard]] int makeTemporary(mode_t mode);
-    [[nodiscard]] int makeNamed(const QByteArray &name, mode_t mode);
-    template <typename Make> [[nodiscard]] int underTemporaryName(const Make &make);
-    [[nodiscard]] int linkTemporary(const char *name) const;
-    [[nodiscard]] int copyMetadata(const Access &fresh) const;
-    [[nodiscard]] int fill(const QByteArray &content, const Access &fresh);
-    [[nodiscard]] int rename(unsigned flags);
+    [[nodiscard]] OSStatus makeTemporary(mode_t mode);
+    [[nodiscard]] OSStatus makeNamed(const QByteArray &name, mode_t mode);
+    template <typename Make> [[nodiscard]] OSStatus underTemporaryName(const Make &make);
+    [[nodiscard]] OSStatus linkTemporary(const char *name) const;
+    [[nodiscard]] OSStatus copyMetadata(const Access &fresh) const;
+    [[nodiscard]] OSStatus fill(const QByteArray &content, const Access &fresh);
+    [[nodiscard]] OSStatus rename(unsigned flags);
 
     ItemPlace place_;
     Descriptor old_; ///< the existing file; empty if there is none

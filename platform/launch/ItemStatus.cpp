@@ -24,12 +24,12 @@ ItemStatus itemStatus(const QByteArray &path) {
     struct statx item = {};
     if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_TYPE,
               &item) != 0)
-        return {0, false, errno};
-    const bool isReported = (item.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
+        return {0, false, statusFromErrno(errno)};
+    const bool isTold = (item.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
     const bool isMountPoint =
         S_ISDIR(item.stx_mode) &&
-        (isReported ? (item.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 : differsFromParent(path));
-    return {item.stx_mode, isMountPoint, 0};
+        (isTold ? (item.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 : differsFromParent(path));
+    return {item.stx_mode, isMountPoint, noErr};
 }
 
 } // namespace MWCore

@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include <sys/stat.h>
+#include "platform/foundation/OSStatus.h"
 
 #include <QByteArray>
+
+#include <sys/stat.h>
 
 namespace MWCore {
 
@@ -12,7 +14,7 @@ namespace MWCore {
 struct ItemStatus {
     mode_t mode = 0;
     bool isMountPoint = false; ///< a folder where a file system is mounted
-    int error = 0;             ///< `errno` value on failure, else 0
+    OSStatus status = noErr;
 };
 
 /// Examines the item itself, not a link's target.

@@ -37,7 +37,7 @@ OSStatus LSCopyItemInfoForPath(const QByteArray &path, FinderFlags finderFlags,
     const ItemStatus item = itemStatus(path);
     *flags = {};
     if (!S_ISDIR(item.mode))
-        return statusFromErrno(item.error);
+        return item.status;
     if (isApplicationFolder(path))
         *flags |= kLSItemInfoIsApplication | kLSItemInfoIsPackage;
     if (hasPackageExtension(PathParts(path).name) || finderFlags.testFlag(kHasBundle))

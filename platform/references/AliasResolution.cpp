@@ -71,9 +71,9 @@ public:
         if (effort_.budget.status() != noErr)
             return effort_.budget.status();
         // The item may be on a file system that was not touched.
-        if (storedError_ == EXDEV && effort_.patience == Patience::None)
+        if (storedStatus_ == fileBoundsErr && effort_.patience == Patience::None)
             return fileBoundsErr;
-        return storedError_ == EACCES && !isDead_ ? permErr : fnfErr;
+        return storedStatus_ == permErr && !isDead_ ? permErr : fnfErr;
     }
 
 private:
@@ -87,7 +87,7 @@ private:
         const bool isHasty = effort_.patience == Patience::None;
         QByteArray real;
         const Descriptor item =
-            reach_.open(path, LastLink::Keep, &lastError_, isHasty ? &real : nullptr);
+            reach_.open(path, LastLink::Keep, &lastStatus_, isHasty ? &real : nullptr);
         OSStatus status = noErr;
         auto identity = item ? identityOf(item.number(), "", &status) : std::nullopt;
         return identity ? std::optional(FSRef{isHasty ? real : path, std::move(*identity)})
@@ -96,7 +96,7 @@ private:
 
     [[nodiscard]] std::optional<FSRef> asStored() {
         stored_ = whateverIsAt(record_.path);
-        storedError_ = lastError_;
+        storedStatus_ = lastStatus_;
         return stored_ && isSameItem(stored_->identity, record_.identity) ? stored_ : std::nullopt;
     }
 
@@ -243,9 +243,9 @@ private:
         if (!home.startsWith('/'))
             home = accountOf(getuid()).value_or(UserAccount()).homeFolder;
         QByteArray real;
-        int error = 0;
+        OSStatus status = noErr;
         const Descriptor opened = home.startsWith('/')
-                                      ? reach_.open(home, LastLink::Follow, &error, &real)
+                                      ? reach_.open(home, LastLink::Follow, &status, &real)
                                       : Descriptor();
         return opened ? real : QByteArray();
     }
@@ -256,8 +256,8 @@ private:
     Reach reach_;
     std::optional<std::vector<const Mount *>> places_; ///< found on first use
     std::optional<FSRef> stored_;                      ///< the item at the stored path
-    int storedError_ = 0;                              ///< `errno` value from opening it
-    int lastError_ = 0;
+    OSStatus storedStatus_ = noErr;                    ///< of the look there
+    OSStatus lastStatus_ = noErr;
     bool isDead_ = false; ///< the kernel reports that the item no longer exists
 };
 

@@ -78,7 +78,6 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
     auto outcome = FolderBlock::Outcome::MoreLeft;
     while (outcome == FolderBlock::Outcome::MoreLeft && budget_.mayReadNames()) {
         outcome = block_.fill(folder);
-        const int error = errno;
         for (const dirent64 &entry : block_) {
             budget_.countName();
             if (!untouched.isEmpty() && untouched.contains(QByteArrayView(entry.d_name)))
@@ -93,8 +92,8 @@ bool InodeSearch::scan(int folder, const QByteArray &path, Names *subfolders) {
                                          static_cast<qsizetype>(std::strlen(entry.d_name)) + 1);
         }
         // A folder removed meanwhile has no more names; after any other error some may be missing.
-        if (outcome == FolderBlock::Outcome::Failed && error != ENOENT)
-            budget_.markIncomplete(statusFromErrno(error));
+        if (outcome == FolderBlock::Outcome::Failed)
+            budget_.markIncomplete(block_.status());
     }
     return false;
 }

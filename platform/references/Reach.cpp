@@ -19,6 +19,16 @@ namespace MWCore {
 namespace {
 
 constexpr int kMostLinks = 40; // as in the kernel
+constexpr OSStatus kOutOfReach = fileBoundsErr;
+constexpr OSStatus kNoSuchCall = errFSOperationNotSupported;
+
+/// The outcome of the open(2) call that has just returned; EXDEV means that the path crosses into
+/// another mount.
+OSStatus statusOf(const Descriptor &opened) {
+    if (opened)
+        return noErr;
+    return errno == EXDEV ? kOutOfReach : statusFromErrno(errno);
+}
 
 int flagsFor(LastLink link) {
     return O_PATH | O_CLOEXEC | (link == LastLink::Keep ? O_NOFOLLOW : 0);
@@ -44,14 +54,14 @@ public:
     Walk(const Reach &reach, SearchBudget &budget, QByteArray path, LastLink link)
         : reach_(reach), budget_(budget), path_(std::move(path)), link_(link) {}
 
-    [[nodiscard]] Descriptor run(int *error) {
-        *error = 0;
+    [[nodiscard]] Descriptor run(OSStatus *status) {
+        *status = noErr;
         beginAtTop();
-        while (*error == 0 && at_ < path_.size())
-            *error = step();
-        if (*error == 0 && path_.endsWith('/'))
-            *error = stay();
-        return *error == 0 ? std::move(item_) : Descriptor();
+        while (*status == noErr && at_ < path_.size())
+            *status = step();
+        if (*status == noErr && path_.endsWith('/'))
+            *status = stay();
+        return *status == noErr ? std::move(item_) : Descriptor();
     }
 
     /// The path that was followed, without links.
@@ -71,19 +81,18 @@ private:
         return name;
     }
 
-    /// 0 or an `errno` value.
-    [[nodiscard]] int step() {
+    [[nodiscard]] OSStatus step() {
         const QByteArray name = takeName();
         if (name.isEmpty() || name == ".")
             return stay();
         const QByteArray next =
             name == ".." ? PathParts(realPath_).parent : pathIn(realPath_, name);
         if (!budget_.mayStep() || !mayEnter(next))
-            return EXDEV;
+            return kOutOfReach;
         constexpr int kFlags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
         Descriptor found(openat(item_.number(), name.constData(), kFlags));
         if (!found)
-            return errno;
+            return statusOf(found);
         if (isLast_ && link_ == LastLink::Keep)
             return enter(std::move(found), next);
         const auto target = linkText(found.number(), "");
@@ -95,24 +104,24 @@ private:
     }
 
     /// Succeeds only in a folder, like a path that ends in "/".
-    [[nodiscard]] int stay() const {
-        return Descriptor(openat(item_.number(), ".", O_PATH | O_CLOEXEC)) ? 0 : errno;
+    [[nodiscard]] OSStatus stay() const {
+        return statusOf(Descriptor(openat(item_.number(), ".", O_PATH | O_CLOEXEC)));
     }
 
-    [[nodiscard]] int enter(Descriptor found, const QByteArray &next) {
+    [[nodiscard]] OSStatus enter(Descriptor found, const QByteArray &next) {
         item_ = std::move(found);
         realPath_ = next;
-        return 0;
+        return noErr;
     }
 
-    [[nodiscard]] int follow(const QByteArray &text) {
+    [[nodiscard]] OSStatus follow(const QByteArray &text) {
         if (++links_ > kMostLinks)
-            return ELOOP;
+            return errFSAliasLoop;
         path_ = isLast_ ? text : text + '/' + path_.sliced(at_);
         at_ = 0;
         if (text.startsWith('/'))
             beginAtTop();
-        return 0;
+        return noErr;
     }
 
     const Reach &reach_;
@@ -144,11 +153,11 @@ bool Reach::isMountPoint(const QByteArray &path) const {
     return std::ranges::find(mounts(), path, &Mount::mountPoint) != mounts().end();
 }
 
-Descriptor Reach::openWithin(const QByteArray &path, LastLink link, int *error) {
+Descriptor Reach::openWithin(const QByteArray &path, LastLink link, OSStatus *status) {
     // Most items are on the mount of "/" and need no mount table.
     Descriptor item = openOnOneMount(AT_FDCWD, path, link);
-    *error = item ? 0 : errno;
-    if (*error != EXDEV)
+    *status = statusOf(item);
+    if (*status != kOutOfReach)
         return item;
     const auto way = mountsOnWay(path, mounts());
     if (way.size() < 2 || !isWayOpen(way))
@@ -157,30 +166,31 @@ Descriptor Reach::openWithin(const QByteArray &path, LastLink link, int *error) 
     const Descriptor top(::open(mountPoint.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
     const QByteArray inside = path.sliced(std::min(path.size(), mountPoint.size() + 1));
     item = openOnOneMount(top.number(), inside.isEmpty() ? "." : inside, link);
-    *error = item ? 0 : errno;
+    *status = statusOf(item);
     return item;
 }
 
-Descriptor Reach::open(const QByteArray &path, LastLink link, int *error, QByteArray *realPath) {
+Descriptor Reach::open(const QByteArray &path, LastLink link, OSStatus *status,
+                       QByteArray *realPath) {
     Descriptor item;
-    *error = budget_.mayStep() ? 0 : EXDEV;
-    if (*error != 0)
+    *status = budget_.mayStep() ? noErr : kOutOfReach;
+    if (*status != noErr)
         return item;
     if (allowsAll_) {
         item = Descriptor(::open(path.constData(), flagsFor(link)));
-        *error = item ? 0 : errno;
+        *status = statusOf(item);
     } else {
-        item = openWithin(path, link, error);
+        item = openWithin(path, link, status);
     }
     const QByteArray known = item && realPath ? realPathOfDescriptor(item.number()) : QByteArray();
     const bool isUnknown = item && realPath && known.isEmpty();
-    if (*error != EXDEV && *error != ENOSYS && !isUnknown) {
+    if (*status != kOutOfReach && *status != kNoSuchCall && !isUnknown) {
         if (realPath)
             *realPath = known;
         return item;
     }
     Walk walk(*this, budget_, path, link);
-    item = walk.run(error);
+    item = walk.run(status);
     if (realPath)
         *realPath = walk.realPath();
     return item;

@@ -36,10 +36,10 @@ public:
     [[nodiscard]] bool isMountPoint(const QByteArray &path) const;
 
     /// Opens the item at @p path, which is absolute, with O_PATH. Links on the path are followed.
-    /// Returns an empty descriptor on failure, with the cause in @p error: an `errno` value, EXDEV
+    /// Returns an empty descriptor on failure, with the cause in @p status: fileBoundsErr
     /// if the path leads to a mount that may not be touched or the budget has stopped. Sets
     /// @p realPath, which may be null, to the path without links.
-    [[nodiscard]] Descriptor open(const QByteArray &path, LastLink link, int *error,
+    [[nodiscard]] Descriptor open(const QByteArray &path, LastLink link, OSStatus *status,
                                   QByteArray *realPath = nullptr);
 
     [[nodiscard]] const std::vector<Mount> &mounts() const { return snapshot_.mounts(); }
@@ -47,7 +47,7 @@ public:
 private:
     class Walk;
 
-    [[nodiscard]] Descriptor openWithin(const QByteArray &path, LastLink link, int *error);
+    [[nodiscard]] Descriptor openWithin(const QByteArray &path, LastLink link, OSStatus *status);
     [[nodiscard]] bool isWayOpen(const std::vector<const Mount *> &way) const;
 
     MountSnapshot &snapshot_;

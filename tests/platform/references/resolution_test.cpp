@@ -196,13 +196,13 @@ TEST(Reach, ResolvesPathsLikeTheKernel) {
             const bool keeps = link == LastLink::Keep;
             struct stat expected = {};
             struct stat item = {};
-            const int status = (keeps ? lstat : stat)(path.c_str(), &expected);
-            const int expectedError = status == 0 ? 0 : errno;
-            int error = 0;
+            const int outcome = (keeps ? lstat : stat)(path.c_str(), &expected);
+            const OSStatus expectedStatus = statusFromErrno(outcome == 0 ? 0 : errno);
+            OSStatus status = noErr;
             QByteArray real;
-            const Descriptor opened = reach.open(path.c_str(), link, &error, &real);
-            EXPECT_EQ(error, expectedError) << row << keeps;
-            if (!opened || status != 0)
+            const Descriptor opened = reach.open(path.c_str(), link, &status, &real);
+            EXPECT_EQ(status, expectedStatus) << row << keeps;
+            if (!opened || outcome != 0)
                 continue;
             EXPECT_EQ(fstat(opened.number(), &item), 0);
             EXPECT_EQ(item.st_ino, expected.st_ino) << row << keeps;
