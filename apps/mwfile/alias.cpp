@@ -62,8 +62,7 @@ void aliasResolve(const AliasOptions &options) {
     FSRef ref = referenceTo(options.file);
     bool isFolder = false;
     bool wasAliased = false;
-    constexpr bool kChains = true;
-    const OSStatus status = FSResolveAliasFile(&ref, kChains, &isFolder, &wasAliased);
+    const OSStatus status = FSResolveAliasFile(&ref, AliasSteps::All, &isFolder, &wasAliased);
     if (status == fnfErr)
         throw Failure(options.file, "what it leads to is gone");
     if (status != noErr)

@@ -157,13 +157,12 @@ bool MXFileSystemObject::isCarbonApplication() const {
 }
 
 QString MXFileSystemObject::private_resolveAliasPath(const QString &path) {
-    constexpr bool kResolvingChains = true;
     const auto bytes = fileSystemRepresentation(path);
     FSRef ref;
     bool isAlias = false;
     bool targetIsFolder = false;
     if (!bytes || FSPathMakeRef(*bytes, &ref) != noErr ||
-        FSResolveAliasFile(&ref, kResolvingChains, &targetIsFolder, &isAlias) != noErr || !isAlias)
+        FSResolveAliasFile(&ref, AliasSteps::All, &targetIsFolder, &isAlias) != noErr || !isAlias)
         return path;
     return stringWithFileSystemRepresentation(ref.path);
 }

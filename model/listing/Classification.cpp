@@ -120,10 +120,9 @@ Effort effortFor(const QByteArray &path, Inspection &inspection) {
 /// would need that is one with an unknown target.
 std::optional<Classification> classifyAlias(const QByteArray &path, const Lead &lead,
                                             Inspection &inspection) {
-    constexpr bool kResolvingChains = true;
     Effort effort = effortFor(path, inspection);
     OSStatus status = noErr;
-    const auto target = followLead(lead, kResolvingChains, effort, &status);
+    const auto target = followLead(lead, AliasSteps::All, effort, &status);
     if (status == fileBoundsErr)
         return Classification{.kind = MXItemKindAlias};
     if (!target)

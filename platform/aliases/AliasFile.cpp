@@ -137,16 +137,16 @@ std::optional<Lead> leadIn(const QByteArray &path) {
     return chainItemAt(path).lead;
 }
 
-std::optional<AliasTarget> followLead(const Lead &lead, bool resolveAliasChains, Effort &effort,
+std::optional<AliasTarget> followLead(const Lead &lead, AliasSteps steps, Effort &effort,
                                       OSStatus *status) {
     FSRef at;
-    ChainItem current = {.mode = 0, .info = {}, .lead = lead};
-    for (int steps = 0; steps < kMostSteps; ++steps) {
-        *status = current.lead ? follow(*current.lead, &at, effort)
+    Stop stop = {.mode = 0, .info = {}, .lead = lead};
+    for (int step = 0; step < kMostSteps; ++step) {
+        *status = stop.lead ? follow(*stop.lead, &at, effort)
                                : referTo(at.path, LastLink::Follow, effort, &at);
         if (*status != noErr)
             return std::nullopt;
-        if (!resolveAliasChains)
+        if (steps == AliasSteps::One)
             return AliasTarget{at, isFolder(at.path), 0, {}};
         current = chainItemAt(at.path);
         if (!current.lead && !S_ISLNK(current.mode))
@@ -161,9 +161,8 @@ QByteArray aliasRecordInFile(const QByteArray &path) {
     return lead ? lead->record : QByteArray();
 }
 
-OSStatus FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsFolder,
-                            bool *wasAliased, const std::atomic<bool> *cancelled,
-                            int64_t searchedNames) {
+OSStatus FSResolveAliasFile(FSRef *ref, AliasSteps steps, bool *targetIsFolder, bool *wasAliased,
+                            const std::atomic<bool> *cancelled, int64_t searchedNames) {
     MountSnapshot mounts;
     Effort effort({.entries = searchedNames, .cancelled = cancelled}, mounts);
     QByteArray path;
@@ -177,7 +176,7 @@ OSStatus FSResolveAliasFile(FSRef *ref, bool resolveAliasChains, bool *targetIsF
         return noErr;
     }
     effort.ownMount = mountAt(path);
-    const auto target = followLead(*lead, resolveAliasChains, effort, &status);
+    const auto target = followLead(*lead, steps, effort, &status);
     if (!target)
         return status;
     *targetIsFolder = target->isFolder;

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/aliases/Aliases.h"
 #include "platform/metadata/FinderInfo.h"
 #include "platform/references/AliasResolution.h"
 
@@ -53,7 +54,7 @@ struct AliasTarget {
 
 /// Follows @p lead, the content of the first alias file of a chain; if @p resolveAliasChains is
 /// true, also the alias files and links after it. nullopt on failure, with the cause in @p status.
-[[nodiscard]] std::optional<AliasTarget> followLead(const Lead &lead, bool resolveAliasChains,
+[[nodiscard]] std::optional<AliasTarget> followLead(const Lead &lead, AliasSteps steps,
                                                     Effort &effort, OSStatus *status);
 
 } // namespace MWCore

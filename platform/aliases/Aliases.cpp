@@ -38,10 +38,9 @@ OSStatus ListedAliases::resolve(const QByteArray &path, QByteArray *target) {
     Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &allowance_}, state_->mounts,
                   Patience::None);
     effort.ownMount = mountAt(path);
-    constexpr bool kResolvingChains = true;
     OSStatus status = fnfErr;
     const auto lead = leadIn(path);
-    const auto found = lead ? followLead(*lead, kResolvingChains, effort, &status) : std::nullopt;
+    const auto found = lead ? followLead(*lead, AliasSteps::All, effort, &status) : std::nullopt;
     if (found)
         *target = found->item.path;
     return status;

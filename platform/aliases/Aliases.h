@@ -48,14 +48,16 @@ enum class AliasFileForm {
 /// entry with only a URL, or not an alias file.
 [[nodiscard]] MWCORE_EXPORT QByteArray aliasRecordInFile(const QByteArray &path);
 
-/// If @p ref is an alias file, makes it refer to the file's target; if @p resolveAliasChains is
-/// true, to the end of a chain of alias files and links. Sets @p wasAliased to whether @p ref was
-/// an alias file, and @p targetIsFolder to whether it now refers to a folder. Any other item is
-/// left unchanged, with noErr. On failure @p ref is unchanged: fnfErr if the target is gone,
-/// fileBoundsErr as above, errFSOperationNotSupported if the URL is not local, errFSAliasLoop after
-/// more than 40 steps.
+/// How far a chain of alias files and links is followed.
+enum class AliasSteps { One, All };
+
+/// If @p ref is an alias file, makes it refer to the file's target after @p steps. Sets
+/// @p wasAliased to whether @p ref was an alias file, and @p targetIsFolder to whether it now
+/// refers to a folder. Any other item is left unchanged, with noErr. On failure @p ref is
+/// unchanged: fnfErr if the target is gone, fileBoundsErr as above, errFSOperationNotSupported if
+/// the URL is not local, errFSAliasLoop after more than 40 steps.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAliasFile(
-    FSRef *ref, bool resolveAliasChains, bool *targetIsFolder, bool *wasAliased,
+    FSRef *ref, AliasSteps steps, bool *targetIsFolder, bool *wasAliased,
     const std::atomic<bool> *cancelled = nullptr, int64_t searchedNames = kMostSearchedNames);
 
 /// Resolves the alias files of a listing. Together they take no longer than an allowance grants,

@@ -25,12 +25,12 @@ namespace fs = std::filesystem;
 using namespace MWCore;
 
 /// Where an alias file leads: a path, "no alias", or the text of the status.
-std::string leadOf(const std::string &path, bool chains = true) {
+std::string leadOf(const std::string &path, AliasSteps steps = AliasSteps::All) {
     FSRef ref;
     EXPECT_EQ(FSPathMakeRef(path.c_str(), &ref), noErr);
     bool isFolder = false;
     bool wasAliased = false;
-    const OSStatus status = FSResolveAliasFile(&ref, chains, &isFolder, &wasAliased);
+    const OSStatus status = FSResolveAliasFile(&ref, steps, &isFolder, &wasAliased);
     if (status != noErr)
         return statusText(status);
     EXPECT_EQ(isFolder, fs::is_directory(ref.path.toStdString()));
@@ -119,9 +119,8 @@ TEST(AliasFiles, ChainsAreFollowedAndLoopsFail) {
     makeAlias(folder.at("one"), folder.at("two.desktop"), AliasFileForm::DesktopEntry);
     makeAlias(folder.link("link", "two.desktop"), folder.at("three"), AliasFileForm::Finder);
     EXPECT_EQ(leadOf(folder.at("three")), end);
-    constexpr bool kNoChains = false;
-    EXPECT_EQ(leadOf(folder.at("three"), kNoChains), folder.at("link"));
-    EXPECT_EQ(leadOf(folder.at("link")), "no alias") << "a link is not an alias file";
+    EXPECT_EQ(leadOf(folder.at("three"), AliasSteps::One), folder.at("link"));
+    EXPECT_EQ(leadOf(folder.at("link")), "no alias") << "a link is none by itself";
     const auto entry = [&folder](const char *name) {
         return QByteArray("[Desktop Entry]\nType=Link\nURL=file://") + folder.at(name).c_str();
     };

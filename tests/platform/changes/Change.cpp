@@ -80,7 +80,7 @@ bool leadsToUsr(const std::string &path) {
     FSRef ref = referenceTo(path);
     bool isFolder = false;
     bool isAlias = false;
-    return FSResolveAliasFile(&ref, true, &isFolder, &isAlias) == noErr && isAlias &&
+    return FSResolveAliasFile(&ref, AliasSteps::All, &isFolder, &isAlias) == noErr && isAlias &&
            ref.path == "/usr";
 }
 

@@ -272,9 +272,8 @@ TEST(Resolution, SharesOneBudgetAlongAChain) {
             EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
             // The alias file itself moves after the reference to it was made.
             fs::rename(target, folder.at("home/moved.desktop"));
-            constexpr bool kChains = true;
             const OSStatus status =
-                FSResolveAliasFile(&ref, kChains, &isFolder, &wasAliased, cancelled, names);
+                FSResolveAliasFile(&ref, AliasSteps::All, &isFolder, &wasAliased, cancelled, names);
             fs::rename(folder.at("home/moved.desktop"), target);
             return status == noErr ? ref.path.toStdString() : statusText(status);
         };
