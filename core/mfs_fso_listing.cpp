@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/LinkTargets.h"
 #include "core/mfs_fso.h"
+#include "core/posix/device_paths.h"
 #include "core/posix/errors.h"
 #include "core/posix/FolderStream.h"
 #include "core/posix/ReachablePath.h"
@@ -63,12 +64,6 @@ enum class Outcome {
     Vanished,  ///< an entry vanished before it was examined
     Failed,    ///< `errno` holds the cause
 };
-
-/// Folders with such a path are not listed. "/devices" counts as one, too.
-bool isDevicePath(const char *path) {
-    constexpr std::string_view kDevices = "/dev";
-    return std::strncmp(path, kDevices.data(), kDevices.size()) == 0;
-}
 
 /// The parent path of the entries in the folder at @p path: without a trailing "/", except for "/".
 std::string_view parentOfEntries(std::string_view path) {
@@ -160,7 +155,7 @@ RecordTree listOnce(const char *path, Visitor visitor, Outcome &outcome) {
     if (!record)
         return nullptr;
     outcome = Outcome::Done;
-    if (!mfs_fso_isDir(record.get()) || isDevicePath(path))
+    if (!mfs_fso_isDir(record.get()) || MWCore::isDevicePath(path))
         return record;
     const FolderStream entries = openFolder(place);
     outcome = entries ? Listing(record.get(), path, entries.get(), converter, visitor).run()

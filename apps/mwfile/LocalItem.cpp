@@ -14,9 +14,6 @@
 namespace MWCore::mwfile {
 namespace {
 
-constexpr const char *kDevicesAreNotListed =
-    "what lies below a path that begins with /dev is not listed";
-
 /// Whether the library would leave the folder at this absolute path unlisted.
 bool isDeviceFolder(const std::string &path) {
     return path.starts_with("/dev");
@@ -38,22 +35,17 @@ DescribedItem described(RecordTree record, std::string contentsFailure) {
 MXFileSystemObject::Ptr listedFolder(const std::string &path) {
     const std::string absolute = absolutePath(path);
     const QString text = stringWithFileSystemRepresentation(absolute);
-    errno = 0;
-    MXFileSystemObject::Ptr folder = MXFileSystemObject::newFSOForLocalPath(text);
-    const int error = errno;
+    OSStatus error = noErr;
+    MXFileSystemObject::Ptr folder = MXFileSystemObject::newFSOForLocalPath(text, &error);
     if (!folder) {
-        if (error == EAGAIN)
-            throw Failure(path, "the folder changes faster than it can be read");
-        if (error != ENOMEM && isThere(path))
+        if (error != folderChangesErr && error != memFullErr && isThere(path))
             throw Failure(path + ": its contents cannot be examined", error);
         throw Failure(path, error);
     }
     if (!folder->isDir())
-        throw Failure(path, ENOTDIR);
-    if (isDeviceFolder(absolute))
-        throw Failure(path, kDevicesAreNotListed);
-    if (error != 0)
-        throw Failure(path, error);
+        throw Failure(path, errFSNotAFolder);
+    if (folder->contentsError() != noErr)
+        throw Failure(path, folder->contentsError());
     return folder;
 }
 
@@ -72,7 +64,7 @@ DescribedItem describedItem(const std::string &path) {
     if (!mfs_fso_isDir(item.record.get()))
         return item;
     if (isDeviceFolder(absolute)) {
-        item.contentsFailure = kDevicesAreNotListed;
+        item.contentsFailure = statusText(deviceFolderErr);
         return item;
     }
     errno = 0;

@@ -16,6 +16,7 @@ struct MXFileSystemObject::Contents {
     QSet<const MXFileSystemObject *> leavingItems; ///< hidden, and perhaps still in that list
     MXSortAttribute sortAttribute = MXSortAttributeNone;
     MXSortOrder sortOrder = MXSortOrderNone;
+    OSStatus error = noErr; ///< why there are none
 };
 
 /// Texts that few objects have; null where they do not.

@@ -21,6 +21,10 @@ mfs_fso *childRecord(const mfs_fso *folder, int32_t index) {
 
 } // namespace
 
+OSStatus MXFileSystemObject::contentsError() const {
+    return contents_ ? contents_->error : noErr;
+}
+
 void MXFileSystemObject::performAssimilation() {
     assimilate(nullptr);
 }

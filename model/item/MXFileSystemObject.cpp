@@ -4,6 +4,7 @@
 #include "model/item/MXFileSystemObject.h"
 
 #include "core/mfs_path.h"
+#include "core/posix/device_paths.h"
 #include "model/item/ItemState.h"
 #include "model/listing/ListedKinds.h"
 #include "model/listing/ListedTree.h"
@@ -44,6 +45,27 @@ MXFileSystemObject *objectOf(const mfs_fso *record) {
                                       : nullptr;
 }
 
+void logUnusable(const QString &path) {
+    if (path.isNull())
+        qCWarning(mwcoreLog, "MXFileSystemObject + ( id ) newFSOForLocalPath [ thePath was null ]");
+    else
+        qCWarning(mwcoreLog).noquote().nospace()
+            << "MXFileSystemObject + ( id ) newFSOForLocalPath could not get file system rep [ "
+            << path << " ]";
+}
+
+/// What an `errno` value of the core's listing means: some tell more than from a system call.
+OSStatus statusOfListing(int error) {
+    switch (error) {
+    case EAGAIN:
+        return folderChangesErr;
+    case ENOTDIR:
+        return errFSNotAFolder;
+    default:
+        return statusFromErrno(error);
+    }
+}
+
 } // namespace
 
 MXFileSystemObject::MXFileSystemObject() = default;
@@ -78,49 +100,51 @@ MXFileSystemObject::Ptr MXFileSystemObject::init() {
 
 MXFileSystemObject::Ptr
 MXFileSystemObject::newFSOForLocalPath(const QString &path, bool assimilatingContents,
-                                       const MXFileSystemObject *prototype) {
-    return newForLocalPath(path, assimilatingContents, Messages::Logged, prototype);
+                                       OSStatus *error, const MXFileSystemObject *prototype) {
+    return newForLocalPath(path, assimilatingContents, Messages::Logged, error, prototype);
 }
 
 MXFileSystemObject::Ptr
-MXFileSystemObject::newFSOForLocalPath(const QString &path, const MXFileSystemObject *prototype) {
+MXFileSystemObject::newFSOForLocalPath(const QString &path, OSStatus *error,
+                                       const MXFileSystemObject *prototype) {
     constexpr bool kAssimilating = true;
-    return newForLocalPath(path, kAssimilating, Messages::None, prototype);
+    return newForLocalPath(path, kAssimilating, Messages::None, error, prototype);
 }
 
 MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
                                                             bool assimilatingContents,
-                                                            Messages messages,
+                                                            Messages messages, OSStatus *error,
                                                             const MXFileSystemObject *prototype) {
     const bool isLogged = messages == Messages::Logged;
     const auto bytes = fileSystemRepresentation(path);
     if (path.isNull() || !bytes) {
-        if (isLogged && path.isNull())
-            qCWarning(mwcoreLog,
-                      "MXFileSystemObject + ( id ) newFSOForLocalPath [ thePath was null ]");
-        else if (isLogged)
-            qCWarning(mwcoreLog).noquote().nospace()
-                << "MXFileSystemObject + ( id ) newFSOForLocalPath could not get file system rep [ "
-                << path << " ]";
-        errno = EINVAL;
+        if (isLogged)
+            logUnusable(path);
+        if (error)
+            *error = bdNamErr;
         return {};
     }
     ListedKinds kinds;
+    errno = 0;
     mfs_fso *const record = mfs_fso_get_local_fso_visiting(
         bytes->constData(), assimilatingContents ? &ListedKinds::visit : nullptr, &kinds);
-    const int error = errno;
+    const OSStatus listing = statusOfListing(errno);
+    if (error)
+        *error = record ? noErr : listing;
     if (!record) {
         if (isLogged)
             qCWarning(mwcoreLog, "MXFileSystemObject + ( id ) newFSOForLocalPath:(NSString "
                                  "*)thePath Failed to get item information");
-        errno = error;
         return {};
     }
     Ptr object = wrap(record, ListedTree::own(record), prototype);
+    if (listing != noErr)
+        object->contents().error = listing;
+    else if (mfs_fso_isDir(record) && isDevicePath(bytes->constData()))
+        object->contents().error = deviceFolderErr;
     object->identify();
     if (assimilatingContents && (object->isDir() || object->isVolume()))
         object->assimilate(&kinds);
-    errno = error;
     return object;
 }
 

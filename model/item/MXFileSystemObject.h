@@ -78,19 +78,24 @@ public:
     [[nodiscard]] static Ptr init();
 
     /// The item at @p path, links followed, and with @p assimilatingContents, for a folder, what is
-    /// in it. Null, with a line in the log, when it cannot be examined. `errno` is then, and for a
-    /// folder that cannot be read (which comes without children), the cause as
-    /// mfs_fso_get_local_fso() gives it; otherwise it is left alone.
+    /// in it. Null, with a line in the log and the cause in @p error (which may be null), when it
+    /// cannot be examined; after folderChangesErr another try may succeed. A folder that cannot be
+    /// read comes without children; contentsError() says why.
     ///
     /// The core's trace lines are no part of the log: they go to standard output, or wherever
     /// mfs_set_trace_stream() (mfs_utility.h) sends them; mfs_set_trace_stream(nullptr) silences
     /// them.
     [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path, bool assimilatingContents,
+                                                OSStatus *error = nullptr,
                                                 const MXFileSystemObject *prototype = nullptr);
 
     /// The same with contents and without messages in the log. The core's trace lines still appear.
-    [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path,
+    [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path, OSStatus *error = nullptr,
                                                 const MXFileSystemObject *prototype = nullptr);
+
+    // Without this, a prototype in place of the error would be taken for "true".
+    static Ptr newFSOForLocalPath(const QString &path,
+                                  const MXFileSystemObject *prototype) = delete;
 
     /// The object around @p record: the one that it has, else a new one. A remote folder gets its
     /// children; a local one does not, and is not identified. A null record fails the assertion
@@ -275,6 +280,10 @@ public:
     /// @name Children and sorting
     /// The visible list is the filtered one while isFiltered(), else all children.
     /// @{
+
+    /// Why a folder that newFSOForLocalPath() made comes without its children; noErr where they are
+    /// there, and for any other item.
+    [[nodiscard]] OSStatus contentsError() const;
 
     [[nodiscard]] qsizetype totalItems() const { return visibleList().size(); }
     [[nodiscard]] qsizetype count() const { return totalItems(); }
@@ -469,7 +478,7 @@ private:
     enum class Messages { Logged, None };
 
     static Ptr newForLocalPath(const QString &path, bool assimilatingContents, Messages messages,
-                               const MXFileSystemObject *prototype);
+                               OSStatus *error, const MXFileSystemObject *prototype);
     static Ptr wrap(mfs_fso *record, const Tree &tree, const MXFileSystemObject *prototype);
     static void release(QList<Ptr> children);
 

@@ -40,6 +40,14 @@ constexpr ErrnoRow kErrnoRows[] = {
     {ENOSYS, errFSOperationNotSupported},
     {ENOTTY, errFSOperationNotSupported},
     {ECANCELED, userCanceledErr},
+    {ENOTCONN, unreachableErr},
+    {ECONNABORTED, unreachableErr},
+    {ECONNREFUSED, unreachableErr},
+    {ECONNRESET, unreachableErr},
+    {EHOSTDOWN, unreachableErr},
+    {EHOSTUNREACH, unreachableErr},
+    {ENETUNREACH, unreachableErr},
+    {ETIMEDOUT, unreachableErr},
 };
 
 struct TextRow {
@@ -51,7 +59,7 @@ constexpr TextRow kTextRows[] = {
     {dskFulErr, "no space left for it on the disk, in the quota or beside the file"},
     {nsvErr, "there is no such volume"},
     {ioErr, "the system could not read or write it"},
-    {bdNamErr, "the name is not possible there"},
+    {bdNamErr, "the name or path is too long, or not possible there"},
     {tmfoErr, "too many files are open"},
     {fnfErr, "no such file or folder"},
     {wPrErr, "the file system is read-only"},
@@ -69,6 +77,9 @@ constexpr TextRow kTextRows[] = {
     {errFSOperationNotSupported, "the file system cannot keep that for such an item"},
     {errFSAliasLoop, "its aliases or links lead in a circle"},
     {foreignLinkErr, "a link on the way could be another user's; give the real path"},
+    {folderChangesErr, "the folder changes faster than it can be read"},
+    {deviceFolderErr, "what lies below a path that begins with /dev is not listed"},
+    {unreachableErr, "its file system cannot be reached"},
 };
 
 } // namespace

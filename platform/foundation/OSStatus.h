@@ -33,6 +33,9 @@ enum OSStatus : int32_t {
     errFSOperationNotSupported = -1426, ///< the file system cannot store this for such an item
     errFSAliasLoop = -1427,             ///< a loop of aliases or links
     foreignLinkErr = -30001,            ///< a link on the path may be another user's trap
+    folderChangesErr = -30002, ///< entries of the folder kept vanishing while it was listed
+    deviceFolderErr = -30003,  ///< a folder whose path begins with "/dev" is not listed
+    unreachableErr = -30004,   ///< the server or program behind the file system is gone
 };
 
 /// The status for an `errno` value; noErr for 0.

@@ -34,7 +34,7 @@ std::optional<FileIdentity> identityOnTrustedPath(const QByteArray &path, OSStat
 /// Whether an item that could not be examined may be somewhere else. Not if the system ran out of a
 /// resource or failed to read.
 bool mayHaveMoved(OSStatus status) {
-    return status != tmfoErr && status != memFullErr && status != ioErr;
+    return status != tmfoErr && status != memFullErr && status != ioErr && status != unreachableErr;
 }
 
 } // namespace

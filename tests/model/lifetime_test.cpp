@@ -5,13 +5,13 @@
 #include "platform/foundation/MXException.h"
 #include "tests/model/items.h"
 #include "tests/support/LoggedMessages.h"
+#include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/texts.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <fstream>
 
 #include <sys/stat.h>
@@ -130,7 +130,6 @@ TEST(Lifetime, CreationFailsAsItSays) {
     EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(QString(), true));
     EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(withNull, true));
     EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath("/gone", true));
-    EXPECT_EQ(errno, ENOENT);
     const QStringList lines = LoggedMessages::take();
     ASSERT_EQ(lines.size(), 3);
     EXPECT_EQ(lines[0],
@@ -140,14 +139,25 @@ TEST(Lifetime, CreationFailsAsItSays) {
                             withNull + " ]");
     EXPECT_EQ(lines[2], "mwcore: MXFileSystemObject + ( id ) newFSOForLocalPath:(NSString "
                         "*)thePath Failed to get item information");
-    for (const QString &path : {QString(), QString(""), withNull, QString("/gone")})
-        EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(path));
+    const struct {
+        QString path;
+        OSStatus error;
+    } rows[] = {
+        {QString(), bdNamErr},
+        {withNull, bdNamErr},
+        {"", fnfErr},
+        {"/gone", fnfErr},
+        {text(place.at(std::string(300, 'n'))), bdNamErr},
+        {text(place.file("file") + "/x"), errFSNotAFolder},
+        {text(place.link("circle", "circle")), errFSAliasLoop},
+    };
+    for (const auto &row : rows) {
+        OSStatus error = noErr;
+        EXPECT_FALSE(MXFileSystemObject::newFSOForLocalPath(row.path, &error));
+        EXPECT_EQ(error, row.error) << qPrintable(row.path);
+    }
     EXPECT_EQ(LoggedMessages::take(), QStringList()) << "this form is silent";
     (void)mfs_set_trace_stream(stdout);
-    (void)place.folder("folder");
-    errno = EDOM;
-    EXPECT_TRUE(MXFileSystemObject::newFSOForLocalPath(text(place.path())));
-    EXPECT_EQ(errno, EDOM) << "left alone";
 
     EXPECT_THROW((void)MXFileSystemObject::newFSOWithCStruct(nullptr), MXException);
     EXPECT_TRUE(
@@ -158,6 +168,21 @@ TEST(Lifetime, CreationFailsAsItSays) {
     } handler;
     MXAssertionHandler::setCurrentHandler(&handler);
     EXPECT_FALSE(MXFileSystemObject::newFSOWithCStruct(nullptr));
+}
+
+TEST(Lifetime, AFolderSaysWhyItsContentsAreMissing) {
+    const TemporaryFolder place;
+    ASSERT_EQ(chmod(place.path().c_str(), 0755), 0);
+    const std::string closed = place.folder("closed");
+    ASSERT_EQ(chmod(closed.c_str(), 0711), 0);
+    EXPECT_EQ(itemAt(closed)->contentsError(), noErr) << "nothing is closed to the superuser";
+    EXPECT_EQ(itemAt("/dev")->contentsError(), deviceFolderErr);
+    EXPECT_EQ(itemAt("/dev/null")->contentsError(), noErr);
+    EXPECT_EQ(runAsNobody([&closed] {
+                  const Ptr folder = itemAt(closed);
+                  return folder && folder->contentsError() == permErr ? 0 : 1;
+              }),
+              0);
 }
 
 TEST(Lifetime, WithoutARecordThereAreMarkers) {
@@ -191,7 +216,8 @@ TEST(Lifetime, AHostsClassIsKeptForChildrenAndParents) {
     (void)place.file("a");
     {
         const Counted prototype;
-        Ptr folder = MXFileSystemObject::newFSOForLocalPath(text(place.path()), true, &prototype);
+        Ptr folder =
+            MXFileSystemObject::newFSOForLocalPath(text(place.path()), true, nullptr, &prototype);
         const Ptr file = folder->subitemAtIndex(0);
         EXPECT_EQ(Counted::alive, 3);
         EXPECT_TRUE(file->url().isNull());
@@ -200,7 +226,7 @@ TEST(Lifetime, AHostsClassIsKeptForChildrenAndParents) {
         const Ptr parent = file->parent();
         EXPECT_EQ(Counted::alive, 3);
         const Ptr bare =
-            MXFileSystemObject::newFSOForLocalPath(text(place.path()), false, &prototype);
+            MXFileSystemObject::newFSOForLocalPath(text(place.path()), false, nullptr, &prototype);
         const Ptr first = bare->child_fso_at_index(0);
         EXPECT_EQ(Counted::alive, 5);
     }

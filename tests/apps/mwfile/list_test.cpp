@@ -280,15 +280,16 @@ TEST(List, FailuresAreOneLineAndStatusOne) {
         const char *reason;
     };
     const Row rows[] = {
-        {folder.at("missing"), "No such file or directory"},
-        {folder.at("file"), "Not a directory"},
-        {folder.at("fifo"), "Not a directory"},
-        {folder.at("loop"), "Too many levels of symbolic links"},
-        {folder.at("unreadable"), "Permission denied"},
-        {folder.at("unsearchable"), "Permission denied"},
+        {folder.at("missing"), "no such file or folder"},
+        {folder.at("file"), "not a folder"},
+        {folder.at("file/x"), "not a folder"},
+        {folder.at("fifo"), "not a folder"},
+        {folder.at("loop"), "its aliases or links lead in a circle"},
+        {folder.at("unreadable"), "not permitted"},
+        {folder.at("unsearchable"), "not permitted"},
         {"/dev", "what lies below a path that begins with /dev is not listed"},
-        {"", "No such file or directory"},
-        {folder.at("\x1b[31m\xff"), "No such file or directory"},
+        {"", "no such file or folder"},
+        {folder.at("\x1b[31m\xff"), "no such file or folder"},
     };
     for (const Row &row : rows)
         for (const char *const form : {"--reverse", "--json"}) {

@@ -39,7 +39,7 @@ TEST(Usage, TraceShowsTheLibrarysOwnLines) {
     EXPECT_EQ(mwfile({"--trace", "list", "/missing"}).complaints,
               "\t\tError getting item statistics\n"
               "\t\terror : No such file or directory\n"
-              "mwfile: /missing: No such file or directory\n");
+              "mwfile: /missing: no such file or folder\n");
 }
 
 TEST(Usage, WhatTheLibraryLogsIsShownWithTraceAlone) {
