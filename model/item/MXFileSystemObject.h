@@ -462,7 +462,7 @@ protected:
     MXFileSystemObject();
 
     /// A new object of the receiver's class. A class derived from this one overrides it: the
-    /// objects of children and parents are made by it.
+    /// objects of children and parents are made by it (docs/examples/checksums).
     [[nodiscard]] virtual Ptr alloc() const;
 
     /// What knows the item's address; null for none. Here: its "file:" URL.
