@@ -39,8 +39,7 @@ MXItemKind targetKindOf(int32_t targetType) {
 
 FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
     FinderInfo info;
-    const auto sidecars = facts.hasSidecar ? Sidecars::MayExist : Sidecars::Absent;
-    (void)readFinderInfoWithin(inspection.allowance, path, &info, sidecars);
+    (void)readFinderInfoWithin(inspection.allowance, path, &info, facts.sidecars);
     return info;
 }
 

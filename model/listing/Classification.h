@@ -4,6 +4,7 @@
 
 #include "model/listing/Inspection.h"
 #include "model/values/MXItemKind.h"
+#include "platform/metadata/MetadataStore.h"
 
 #include <cstdint>
 
@@ -17,7 +18,7 @@ struct ItemFacts {
     int32_t type = 0;          ///< MFS_TYPE_...
     int32_t targetType = 0;    ///< of a link: what it leads to, or MFS_TARGET_UNKNOWN
     bool isExecutable = false; ///< for anybody
-    bool hasSidecar = true;    ///< false when it is known that none is there
+    Sidecars sidecars = Sidecars::MayExist;
 };
 
 struct Classification {

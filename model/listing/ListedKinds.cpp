@@ -8,13 +8,14 @@
 namespace MWCore {
 
 /// What the listing saw of the item, which is all that its record keeps.
-Classification ListedKinds::kindOf(const mfs_fso &child, bool hasSidecar) const {
+Classification ListedKinds::kindOf(const mfs_fso &child, Sidecars sidecars) const {
+    constexpr uint16_t kAnyExecute = 0111;
     const QByteArrayView path = child.complete_path;
     return classify(QByteArray::fromRawData(path.data(), path.size()),
                     {.type = child.type,
                      .targetType = child.target_type,
-                     .isExecutable = hasExecuteBit(child.mode),
-                     .hasSidecar = hasSidecar},
+                     .isExecutable = (child.mode & kAnyExecute) != 0,
+                     .sidecars = sidecars},
                     inspection_);
 }
 
@@ -37,12 +38,12 @@ void ListedKinds::add(const mfs_fso &child) {
     if (isSidecarName(name))
         described_ += name.sliced(kSidecarPrefix.size()).toByteArray();
     // Which items have a sidecar is known when all names are.
-    (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, false));
+    (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, Sidecars::Absent));
 }
 
 Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
     if (!described_.isEmpty() && inspection_.allowance.isLeft() && described_.contains(child->name))
-        return kindOf(*child, true);
+        return kindOf(*child, Sidecars::MayExist);
     const auto place = static_cast<std::size_t>(index);
     return mfs_fso_isDir(child) ? subdirectories_[place] : files_[place];
 }

@@ -30,7 +30,7 @@ public:
 private:
     void beginAgain();
     void add(const mfs_fso &child);
-    [[nodiscard]] Classification kindOf(const mfs_fso &child, bool hasSidecar) const;
+    [[nodiscard]] Classification kindOf(const mfs_fso &child, Sidecars sidecars) const;
 
     std::vector<Classification> files_;
     std::vector<Classification> subdirectories_;

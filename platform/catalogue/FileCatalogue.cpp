@@ -63,25 +63,27 @@ OSStatus readForkSizes(const QByteArray &path, FSCatalogInfo *info) {
     return status;
 }
 
+enum class Lock { Off, On };
+
 /// Sets or clears the immutable attribute of an open item.
-OSStatus setImmutable(int item, bool locked, int *flags) {
+OSStatus setImmutable(int item, Lock lock, int *flags) {
     if (ioctl(item, FS_IOC_GETFLAGS, flags) != 0)
         return statusFromErrno(errno);
-    const int wanted = locked ? *flags | FS_IMMUTABLE_FL : *flags & ~FS_IMMUTABLE_FL;
+    const int wanted = lock == Lock::On ? *flags | FS_IMMUTABLE_FL : *flags & ~FS_IMMUTABLE_FL;
     if (wanted == *flags)
         return noErr;
     *flags = wanted;
     return ioctl(item, FS_IOC_SETFLAGS, flags) == 0 ? noErr : statusFromErrno(errno);
 }
 
-OSStatus setLocked(const ItemPlace &place, bool locked) {
+OSStatus setLock(const ItemPlace &place, Lock lock) {
     const FolderTurn turn(place); // all flags are read and written together
     OSStatus status = turn.status();
     if (status != noErr)
         return status;
     const Descriptor item = openFileOrFolderAt(place.folder(), place.name(), &status);
     int flags = 0;
-    return item ? setImmutable(item.number(), locked, &flags) : status;
+    return item ? setImmutable(item.number(), lock, &flags) : status;
 }
 
 OSStatus setModificationDate(const ItemPlace &place, UTCDateTime date) {
@@ -96,13 +98,13 @@ OSStatus setAll(const ItemPlace &place, FSCatalogInfoBitmap whichInfo, const FSC
     const bool locks = info.nodeFlags & kFSNodeLockedMask;
     // A locked item takes no other change: unlock first, lock last.
     if ((whichInfo & kFSCatInfoNodeFlags) && !locks)
-        status = setLocked(place, false);
+        status = setLock(place, Lock::Off);
     if (status == noErr && (whichInfo & kFSCatInfoFinderInfo))
         status = changeFinderInfo(place, [&info](FinderInfo &now) { now = info.finderInfo; });
     if (status == noErr && (whichInfo & kFSCatInfoContentMod))
         status = setModificationDate(place, info.contentModDate);
     if (status == noErr && (whichInfo & kFSCatInfoNodeFlags) && locks)
-        status = setLocked(place, true);
+        status = setLock(place, Lock::On);
     return status;
 }
 
