@@ -9,12 +9,11 @@ namespace MWCore {
 
 /// What the listing saw of the item, which is all that its record keeps.
 Classification ListedKinds::kindOf(const mfs_fso &child, Sidecars sidecars) const {
-    constexpr uint16_t kAnyExecute = 0111;
     const QByteArrayView path = child.complete_path;
     return classify(QByteArray::fromRawData(path.data(), path.size()),
                     {.type = child.type,
                      .targetType = child.target_type,
-                     .isExecutable = (child.mode & kAnyExecute) != 0,
+                     .isExecutable = hasExecuteBit(child.mode),
                      .sidecars = sidecars},
                     inspection_);
 }

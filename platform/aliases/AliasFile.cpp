@@ -140,9 +140,9 @@ std::optional<Lead> leadIn(const QByteArray &path) {
 std::optional<AliasTarget> followLead(const Lead &lead, AliasSteps steps, Effort &effort,
                                       OSStatus *status) {
     FSRef at;
-    Stop stop = {.mode = 0, .info = {}, .lead = lead};
+    ChainItem current = {.mode = 0, .info = {}, .lead = lead};
     for (int step = 0; step < kMostSteps; ++step) {
-        *status = stop.lead ? follow(*stop.lead, &at, effort)
+        *status = current.lead ? follow(*current.lead, &at, effort)
                                : referTo(at.path, LastLink::Follow, effort, &at);
         if (*status != noErr)
             return std::nullopt;
