@@ -81,14 +81,13 @@ std::optional<OSStatus> planNew(MetadataChange &change, const AttributeNames &na
 using Wanted = std::function<FinderInfo(const FinderInfoPlace &place, const FinderInfo &read)>;
 
 std::optional<OSStatus> planAll(MetadataChange &change, const Wanted &wantedIn, NewPlace newPlace) {
-    const AttributeNames names(change.path());
+    MetadataLook look(change.path(), Sidecars::MayExist);
     FinderInfoPlaces places;
-    const OSStatus found = findFinderInfoPlaces(change.path(), names, Sidecars::MayExist, places);
-    if (found != noErr)
+    if (const OSStatus found = findFinderInfoPlaces(look, places); found != noErr)
         return found;
     if (places.isEmpty()) {
         const FinderInfo info = wantedIn({nullptr, {}, {}}, {});
-        return info.isNone() ? std::optional(noErr) : planNew(change, names, info, newPlace);
+        return info.isNone() ? std::optional(noErr) : planNew(change, look.names(), info, newPlace);
     }
     const FinderInfoPlace *const chosen = firstWithInfo(places);
     const FinderInfo read = chosen ? chosen->info : FinderInfo();

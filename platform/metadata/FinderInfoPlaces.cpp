@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/FinderInfoPlaces.h"
 
-#include "platform/metadata/Sidecar.h"
-
 #include <algorithm>
 
 namespace MWCore {
@@ -26,9 +24,9 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
     return failure;
 }
 
-OSStatus addSidecar(const QByteArray &path, FinderInfoPlaces &places) {
+OSStatus addSidecar(MetadataLook &look, FinderInfoPlaces &places) {
     OSStatus status = noErr;
-    const auto entry = sidecarEntry(path, kFinderInfoEntry, FinderInfo::kLength, &status);
+    const auto entry = look.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
     if (!entry || entry->beginning.size() < FinderInfo::kLength)
         return status;
     // Every sidecar has the 32 bytes, even one that holds only a fork.
@@ -40,12 +38,11 @@ OSStatus addSidecar(const QByteArray &path, FinderInfoPlaces &places) {
 
 } // namespace
 
-OSStatus findFinderInfoPlaces(const QByteArray &path, const AttributeNames &names,
-                              Sidecars sidecars, FinderInfoPlaces &places) {
-    if (const OSStatus status = statusOfNames(path, names); status != noErr)
-        return status;
-    const OSStatus attributes = addAttributes(path, names, places);
-    const OSStatus sidecar = sidecars == Sidecars::Absent ? noErr : addSidecar(path, places);
+OSStatus findFinderInfoPlaces(MetadataLook &look, FinderInfoPlaces &places) {
+    if (look.status() != noErr)
+        return look.status();
+    const OSStatus attributes = addAttributes(look.path(), look.names(), places);
+    const OSStatus sidecar = addSidecar(look, places);
     return !places.isEmpty() ? noErr : attributes != noErr ? attributes : sidecar;
 }
 

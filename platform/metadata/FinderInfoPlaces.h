@@ -3,8 +3,7 @@
 #pragma once
 
 #include "platform/metadata/conventions.h"
-#include "platform/metadata/ExtendedAttributes.h"
-#include "platform/metadata/MetadataStore.h"
+#include "platform/metadata/MetadataLook.h"
 
 #include <QByteArray>
 #include <QVarLengthArray>
@@ -25,8 +24,7 @@ using FinderInfoPlaces = QVarLengthArray<FinderInfoPlace, 4>;
 
 /// Finds the places in order of precedence. A place that cannot be read is left out; that is a
 /// failure only if there is no other. Any thread.
-[[nodiscard]] OSStatus findFinderInfoPlaces(const QByteArray &path, const AttributeNames &names,
-                                            Sidecars sidecars, FinderInfoPlaces &places);
+[[nodiscard]] OSStatus findFinderInfoPlaces(MetadataLook &look, FinderInfoPlaces &places);
 
 /// The first place whose information is not all zero, or null.
 [[nodiscard]] const FinderInfoPlace *firstWithInfo(const FinderInfoPlaces &places);

@@ -18,14 +18,19 @@ void reportDisagreement(const QByteArray &path, const FinderInfoPlaces &places,
 
 } // namespace
 
-OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info, Sidecars sidecars) {
+OSStatus readFinderInfo(MetadataLook &look, FinderInfo *info) {
     FinderInfoPlaces places;
-    const OSStatus status = findFinderInfoPlaces(path, AttributeNames(path), sidecars, places);
+    const OSStatus status = findFinderInfoPlaces(look, places);
     const FinderInfoPlace *const chosen = firstWithInfo(places);
     *info = chosen ? chosen->info : FinderInfo();
     if (places.size() > 1 && chosen)
-        reportDisagreement(path, places, *chosen);
+        reportDisagreement(look.path(), places, *chosen);
     return status;
+}
+
+OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info, Sidecars sidecars) {
+    MetadataLook look(path, sidecars);
+    return readFinderInfo(look, info);
 }
 
 } // namespace MWCore

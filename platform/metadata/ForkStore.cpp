@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/conventions.h"
 #include "platform/metadata/ForkAttributes.h"
-#include "platform/metadata/MetadataStore.h"
-#include "platform/metadata/Sidecar.h"
+#include "platform/metadata/MetadataLook.h"
 
 #include <algorithm>
 
@@ -25,22 +24,25 @@ bool mayHaveMetadataAttributes(int folder, const char *name, const QByteArray &p
     return hasFinderInfo(names) || forkAttribute(names);
 }
 
-OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidecars) {
+OSStatus resourceForkSize(MetadataLook &look, ForkSize *size) {
     *size = {};
-    const AttributeNames names(path);
-    OSStatus status = statusOfNames(path, names);
+    OSStatus status = look.status();
     if (status != noErr)
         return status;
-    if (const ForkAttribute *const place = forkAttribute(names)) {
-        size->logical = std::max<int64_t>(attributeLength(path, place->name) - place->trailing, 0);
+    if (const ForkAttribute *const place = forkAttribute(look.names())) {
+        const int64_t length = attributeLength(look.path(), place->name);
+        size->logical = std::max<int64_t>(length - place->trailing, 0);
         size->physical = size->logical;
         return noErr;
     }
-    if (sidecars == Sidecars::Absent)
-        return noErr;
-    if (const auto entry = sidecarEntry(path, kResourceForkEntry, 0, &status))
+    if (const auto entry = look.sidecarEntry(kResourceForkEntry, 0, &status))
         *size = {entry->length, entry->length > 0 ? entry->allocated : 0};
     return status;
+}
+
+OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidecars) {
+    MetadataLook look(path, sidecars);
+    return resourceForkSize(look, size);
 }
 
 std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *status) {

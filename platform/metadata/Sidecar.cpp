@@ -38,14 +38,13 @@ QByteArray sidecarName(const QByteArray &name) {
     return hasNone ? QByteArray() : kSidecarPrefix.toByteArray() + name;
 }
 
-std::optional<QByteArray> OpenSidecarEntry::read(int64_t offset, int64_t length,
-                                                 OSStatus *status) const {
-    return offset + length <= head.size() ? head.sliced(offset, length)
-                                          : readAt(file.number(), offset, length, status);
+std::optional<QByteArray> OpenSidecar::read(int64_t offset, int64_t wanted,
+                                            OSStatus *status) const {
+    return offset + wanted <= head.size() ? head.sliced(offset, wanted)
+                                          : readAt(file.number(), offset, wanted, status);
 }
 
-std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path, AppleDoubleId id,
-                                                 OSStatus *status) {
+std::optional<OpenSidecar> openSidecar(const QByteArray &path, OSStatus *status) {
     const PathParts parts(path);
     const QByteArray name = sidecarName(parts.name);
     *status = noErr;
@@ -63,27 +62,39 @@ std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path, AppleDo
         return std::nullopt;
     }
     auto head = readAt(file.number(), 0, kHeadLength, status);
-    const auto entry = head ? entryIn(*head, item.st_size, id, status) : std::nullopt;
-    if (!entry)
+    if (!head)
         return std::nullopt;
-    return OpenSidecarEntry{std::move(file), *entry,
-                            int64_t(lengthOfBlocks(uint64_t(item.st_blocks))), std::move(*head)};
+    return OpenSidecar{std::move(file), item.st_size,
+                       int64_t(lengthOfBlocks(uint64_t(item.st_blocks))), std::move(*head)};
 }
 
-std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id, int64_t limit,
-                                         OSStatus *status) {
-    const auto found = openSidecarEntry(path, id, status);
-    if (!found)
+std::optional<OpenSidecarEntry> openSidecarEntry(const QByteArray &path, AppleDoubleId id,
+                                                 OSStatus *status) {
+    auto sidecar = openSidecar(path, status);
+    const auto entry = sidecar ? entryIn(sidecar->head, sidecar->length, id, status) : std::nullopt;
+    return entry ? std::optional(OpenSidecarEntry{std::move(*sidecar), *entry}) : std::nullopt;
+}
+
+std::optional<SidecarEntry> sidecarEntry(const OpenSidecar &sidecar, AppleDoubleId id,
+                                         int64_t limit, OSStatus *status) {
+    const auto entry = entryIn(sidecar.head, sidecar.length, id, status);
+    if (!entry)
         return std::nullopt;
-    const int64_t wanted = std::min<int64_t>(found->entry.length, limit);
+    const int64_t wanted = std::min<int64_t>(entry->length, limit);
     if (wanted > kLargestSidecar) {
         *status = fileBoundsErr; // a sparse file can have any length
         return std::nullopt;
     }
-    auto beginning = found->read(found->entry.offset, wanted, status);
+    auto beginning = sidecar.read(entry->offset, wanted, status);
     if (!beginning)
         return std::nullopt;
-    return SidecarEntry{found->entry.length, found->allocated, std::move(*beginning)};
+    return SidecarEntry{entry->length, sidecar.allocated, std::move(*beginning)};
+}
+
+std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id, int64_t limit,
+                                         OSStatus *status) {
+    const auto sidecar = openSidecar(path, status);
+    return sidecar ? sidecarEntry(*sidecar, id, limit, status) : std::nullopt;
 }
 
 } // namespace MWCore

@@ -26,17 +26,26 @@ inline constexpr QByteArrayView kSidecarPrefix = "._";
 /// itself, ".", ".." and "/".
 [[nodiscard]] QByteArray sidecarName(const QByteArray &name);
 
-/// An entry of an item's sidecar, located but not read yet.
-struct OpenSidecarEntry {
+/// An item's sidecar, open.
+struct OpenSidecar {
     Descriptor file;
-    AppleDouble::Entry entry;
-    int64_t allocated; ///< bytes that the whole sidecar takes on the disk
+    int64_t length;    ///< bytes
+    int64_t allocated; ///< bytes that it takes on the disk
     QByteArray head;   ///< the beginning of the file
 
-    /// Up to @p length bytes of the file from @p offset on. nullopt on failure, with the cause in
+    /// Up to @p wanted bytes of the file from @p offset on. nullopt on failure, with the cause in
     /// @p status.
-    [[nodiscard]] std::optional<QByteArray> read(int64_t offset, int64_t length,
+    [[nodiscard]] std::optional<QByteArray> read(int64_t offset, int64_t wanted,
                                                  OSStatus *status) const;
+};
+
+/// nullopt with noErr in @p status if there is no sidecar, and nullopt on failure, with the cause in
+/// @p status.
+[[nodiscard]] std::optional<OpenSidecar> openSidecar(const QByteArray &path, OSStatus *status);
+
+/// An entry of an item's sidecar, located but not read yet.
+struct OpenSidecarEntry : OpenSidecar {
+    AppleDouble::Entry entry;
 };
 
 /// Finds the entry @p id of an item's sidecar. nullopt with noErr in @p status if there is none,
@@ -51,6 +60,8 @@ struct SidecarEntry {
     int64_t allocated;    ///< bytes that the whole sidecar takes on the disk
     QByteArray beginning; ///< at most @p limit bytes
 };
+[[nodiscard]] std::optional<SidecarEntry> sidecarEntry(const OpenSidecar &sidecar, AppleDoubleId id,
+                                                       int64_t limit, OSStatus *status);
 [[nodiscard]] std::optional<SidecarEntry> sidecarEntry(const QByteArray &path, AppleDoubleId id,
                                                        int64_t limit, OSStatus *status);
 
