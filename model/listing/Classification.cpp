@@ -12,7 +12,7 @@
 #include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
-#include "platform/metadata/FinderInfoGlance.h"
+#include "platform/metadata/StoredMetadata.h"
 
 #include <climits>
 #include <optional>
@@ -38,9 +38,9 @@ MXItemKind targetKindOf(int32_t targetType) {
 }
 
 FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
-    FinderInfo info;
-    (void)readFinderInfoWithin(inspection.allowance, path, &info, facts.sidecars);
-    return info;
+    return readStoredMetadataWithin(inspection.allowance, path, StoredPart::FinderInfo,
+                                    facts.sidecars)
+        .finderInfo;
 }
 
 /// Whether a look at what may be an AppDir, all of whose names are read, is short.
