@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+#include <sys/stat.h>
+
 namespace MWCore {
 namespace {
 
@@ -40,6 +42,27 @@ qsizetype extensionDot(QStringView name) {
 /// Empty for no path.
 QByteArray urlOf(const QByteArray &path) {
     return path.isEmpty() ? QByteArray() : fileUrl(absolutePath(path));
+}
+
+MXNodeKind nodeKindAt(const QByteArray &path) {
+    struct Row {
+        mode_t type;
+        MXNodeKind kind;
+    };
+    static constexpr Row kRows[] = {
+        {S_IFDIR, MXNodeKind::Folder},
+        {S_IFREG, MXNodeKind::File},
+        {S_IFLNK, MXNodeKind::Link},
+        {S_IFIFO, MXNodeKind::Fifo},
+        {S_IFSOCK, MXNodeKind::Socket},
+        {S_IFBLK, MXNodeKind::BlockDevice},
+        {S_IFCHR, MXNodeKind::CharacterDevice},
+    };
+    struct stat item = {};
+    if (lstat(path.constData(), &item) != 0)
+        return MXNodeKind::Unknown;
+    const auto *const row = std::ranges::find(kRows, item.st_mode & S_IFMT, &Row::type);
+    return row == std::end(kRows) ? MXNodeKind::Unknown : row->kind;
 }
 
 /// The address of an item of this system.
@@ -192,6 +215,24 @@ bool MXFileSystemObject::ownedByCurrentUser() const {
 
 int32_t MXFileSystemObject::links() const {
     return _fso_get_int_for_attribute(MFS_KEY_LINKS);
+}
+
+MXNodeKind MXFileSystemObject::nodeKind() const {
+    switch (record_ ? record_->type : int32_t(MFS_TYPE_OTHER)) {
+    case MFS_TYPE_DIRECTORY:
+        return MXNodeKind::Folder;
+    case MFS_TYPE_FILE:
+        return MXNodeKind::File;
+    case MFS_TYPE_LINK:
+        return MXNodeKind::Link;
+    default:
+        return isLocal() ? nodeKindAt(representation()) : MXNodeKind::Unknown;
+    }
+}
+
+QString MXFileSystemObject::resolvedLinkTarget() const {
+    const char *const target = record_ ? record_->alias_location : nullptr;
+    return target && *target == '/' ? stringWithFileSystemRepresentation(target) : QString();
 }
 
 QString MXFileSystemObject::date() const {

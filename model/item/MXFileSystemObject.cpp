@@ -161,6 +161,21 @@ MXFileSystemObject::Ptr MXFileSystemObject::newFSOWithCStruct(mfs_fso *record,
     return object;
 }
 
+MXFileSystemObject::Ptr
+MXFileSystemObject::newFSOForLocalItem(const QString &path, OSStatus *error,
+                                       const MXFileSystemObject *prototype) {
+    const auto bytes = path.isNull() ? std::nullopt : fileSystemRepresentation(path);
+    mfs_fso *const record = bytes ? mfs_fso_get_local_item(bytes->constData()) : nullptr;
+    const OSStatus status = record ? noErr : statusFromErrno(bytes ? errno : EINVAL);
+    if (error)
+        *error = status;
+    if (!record)
+        return {};
+    Ptr object = wrap(record, ListedTree::own(record), prototype);
+    object->identify();
+    return object;
+}
+
 /// The object that @p record has, or a new one that keeps @p tree.
 MXFileSystemObject::Ptr MXFileSystemObject::wrap(mfs_fso *record, const Tree &tree,
                                                  const MXFileSystemObject *prototype) {

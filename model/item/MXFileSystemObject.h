@@ -4,12 +4,14 @@
 
 #include <MWCore/MXItemKind.h>
 #include <MWCore/MXLabel.h>
+#include <MWCore/MXNodeKind.h>
 #include <MWCore/MXPermission.h>
 #include <MWCore/MXURLObject.h>
 #include <MWCore/OrMarker.h>
 
 #include <MWCore/FileCatalogue.h>
 #include <MWCore/FSSpec.h>
+#include <MWCore/ItemMetadata.h>
 #include <MWCore/mfs_fso.h>
 #include <MWCore/mwcore_export.h>
 #include <MWCore/MXFileSystemObjectSize.h>
@@ -97,6 +99,11 @@ public:
     static Ptr newFSOForLocalPath(const QString &path,
                                   const MXFileSystemObject *prototype) = delete;
 
+    /// The item at @p path itself: a link is not followed, and a folder comes without its contents.
+    /// Null, with the cause in @p error (which may be null), when it cannot be examined.
+    [[nodiscard]] static Ptr newFSOForLocalItem(const QString &path, OSStatus *error = nullptr,
+                                                const MXFileSystemObject *prototype = nullptr);
+
     /// The object around @p record: the one that it has, else a new one. A remote folder gets its
     /// children; a local one does not, and is not identified. A null record fails the assertion
     /// "MXFilesystemObject : File Info Was NULL"; null where that returns.
@@ -129,6 +136,9 @@ public:
     /// @{
 
     [[nodiscard]] QString completePath() const;
+
+    /// The path for system calls, byte for byte; empty for a text that no path can have.
+    [[nodiscard]] QByteArray pathBytes() const { return representation(); }
 
     /// Makes the object answer for another path; null restores the record's. Nothing on the disk
     /// changes. Names, addresses and whatever is asked of the system follow the path: permissions,
@@ -183,6 +193,20 @@ public:
 
     [[nodiscard]] int32_t links() const;
 
+    /// The item's own size in bytes; 0 without a record. sizeObject() adds what is in a folder.
+    [[nodiscard]] int64_t size() const { return record_ ? mfs_fso_full_size(record_) : 0; }
+
+    /// The permission, set-id and sticky bits (07777); a link's are its target's, 0 if it is
+    /// broken. Unlike permissions(), they never change.
+    [[nodiscard]] uint32_t mode() const { return record_ ? record_->mode : 0; }
+
+    /// The type of the item's node. One system call tells devices, fifos and sockets apart.
+    [[nodiscard]] MXNodeKind nodeKind() const;
+
+    /// Where a link leads in the end, without links on the way. Null for anything else, for a
+    /// broken link, and for a target that has no path, as a pipe below /proc.
+    [[nodiscard]] QString resolvedLinkTarget() const;
+
     /// 0 without a record.
     [[nodiscard]] int32_t fileCount() const { return record_ ? mfs_fso_file_count(record_) : 0; }
     [[nodiscard]] int32_t subFolderCount() const {
@@ -215,6 +239,13 @@ public:
     /// out anew at the next call. The disk stays untouched: use chmod(2) to change the item.
     void setPermissions(const MXPermission::Ptr &permissions);
     [[nodiscard]] QString permissionsAsString() const;
+
+    /// A snapshot of dates, type, creator, label, flags and fork sizes, read at once; each of the
+    /// operations below asks the system again. All parts fail with paramErr for other than local
+    /// items. ListedMetadata reads the metadata of a whole folder.
+    [[nodiscard]] ItemMetadata metadata(ItemMetadata::Parts parts = ItemMetadata::kAllParts) const {
+        return isLocal() ? ItemMetadata::read(pathBytes(), parts) : ItemMetadata();
+    }
 
     /// In UTC. The marker for other than local items and on failure.
     [[nodiscard]] OrMarker<QDateTime> dateModified() const;
@@ -386,6 +417,13 @@ public:
     [[nodiscard]] bool isFolder() const { return isDir(); }
     [[nodiscard]] bool isLink() const;
     [[nodiscard]] bool isFile() const;
+
+    /// Whether the record is of a symbolic link, broken or not. A broken one, whose target is
+    /// missing or could not be examined, is of unknown kind, so that isLink() is false.
+    [[nodiscard]] bool isSymbolicLink() const { return mfs_fso_isLink(record_) != 0; }
+    [[nodiscard]] bool isBrokenLink() const {
+        return isSymbolicLink() && record_->target_type == MFS_TARGET_UNKNOWN;
+    }
 
     [[nodiscard]] bool isApplicationPackaged() const { return isApplicationPackaged_; }
     void setApplicationIsPackaged(bool packaged) { isApplicationPackaged_ = packaged; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // What a listing makes of items that somebody made to stall it.
+#include "model/item/ListedMetadata.h"
 #include "model/listing/ListedKinds.h"
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
@@ -104,6 +105,27 @@ TEST(BoundedListings, TellWithoutALookWhatTheyCan) {
     EXPECT_EQ(unseen.at("link to folder").targetKind, MXItemKindFolder);
     const auto listed = itemAt(items.path());
     EXPECT_EQ(child(listed, "AppDir")->fsoKind(), MXItemKindApplication);
+}
+
+TEST(BoundedListings, ReadTheMetadataThatEachItemHas) {
+    const SpecialItems items;
+    const auto listed = itemAt(items.path());
+    TimeAllowance allowance(Inspection::kUnlimited);
+    TimeAllowance none({});
+    ListedMetadata metadata(*listed, allowance);
+    ListedMetadata hurried(*listed, none);
+    using Part = ItemMetadata::Part;
+    for (const auto &item : listed->visibleItems()) {
+        const std::string name = item->name().toStdString();
+        const auto known = metadata.read(*item);
+        EXPECT_EQ(known.finderInfo(), item->metadata().finderInfo()) << name;
+        EXPECT_EQ(known.type(), item->type()) << name;
+        const bool hasSidecar = fs::exists(items.at("._" + name));
+        EXPECT_EQ(hurried.read(*item, Part::FinderInfo).status(Part::FinderInfo),
+                  hasSidecar ? fileBoundsErr : noErr)
+            << name;
+    }
+    EXPECT_EQ(metadata.read(*MXFileSystemObject::init()).status(Part::Inode), paramErr);
 }
 
 TEST(BoundedListings, DoNotReadHugeFoldersToTellApplications) {

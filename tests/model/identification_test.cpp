@@ -11,8 +11,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
 
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -103,6 +105,49 @@ TEST(Identification, AnswersEveryQuestionAboutAKind) {
     EXPECT_TRUE(itemAt("/proc")->isVolume() && itemAt("/proc")->isDir());
     const auto followed = itemAt(items.at("link to folder"));
     EXPECT_TRUE(followed->isLink() && followed->isDir()) << "the record is the folder's";
+}
+
+TEST(Identification, TellsTheNodesOfItemsAndListedChildren) {
+    const TemporaryFolder folder;
+    (void)folder.file("file", 5000);
+    (void)folder.folder("folder");
+    (void)folder.fifo("fifo");
+    ASSERT_EQ(mknod(folder.at("socket").c_str(), S_IFSOCK | 0600, 0), 0);
+    (void)folder.link("link", "file");
+    (void)folder.link("chain", "link");
+    (void)folder.link("broken", "nowhere");
+    const std::map<mode_t, MXNodeKind> kinds = {
+        {S_IFREG, MXNodeKind::File},
+        {S_IFDIR, MXNodeKind::Folder},
+        {S_IFIFO, MXNodeKind::Fifo},
+        {S_IFSOCK, MXNodeKind::Socket},
+        {S_IFLNK, MXNodeKind::Link},
+        {S_IFBLK, MXNodeKind::BlockDevice},
+        {S_IFCHR, MXNodeKind::CharacterDevice},
+    };
+    QList<MXFileSystemObject::Ptr> items = itemAt(folder.path())->visibleItems();
+    for (const auto &listed : QList(items))
+        items += MXFileSystemObject::newFSOForLocalItem(listed->completePath());
+    items += MXFileSystemObject::newFSOForLocalItem("/dev/null");
+    ASSERT_EQ(items.size(), 2 * 7 + 1);
+    for (const auto &item : items) {
+        const std::string path = item->pathBytes().toStdString();
+        struct stat node = {};
+        struct stat target = {};
+        ASSERT_EQ(lstat(path.c_str(), &node), 0) << path;
+        const bool isLive = stat(path.c_str(), &target) == 0;
+        EXPECT_EQ(item->nodeKind(), kinds.at(node.st_mode & S_IFMT)) << path;
+        EXPECT_EQ(item->size(), node.st_size) << path;
+        EXPECT_EQ(item->mode(), isLive ? target.st_mode & 07777 : 0) << path;
+        EXPECT_EQ(item->isSymbolicLink(), S_ISLNK(node.st_mode)) << path;
+        EXPECT_EQ(item->isBrokenLink(), !isLive) << path;
+        EXPECT_EQ(item->resolvedLinkTarget(),
+                  item->isLink() ? text(fs::canonical(path)) : QString())
+            << path;
+    }
+    OSStatus status = noErr;
+    EXPECT_FALSE(MXFileSystemObject::newFSOForLocalItem(text(folder.at("gone")), &status));
+    EXPECT_EQ(status, fnfErr);
 }
 
 TEST(Identification, IsDoneAnewOnlyWhenAsked) {
