@@ -22,6 +22,12 @@ OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target, const std::atomi
     return resolveAlias(alias, target, effort);
 }
 
+std::optional<AliasInfo> aliasInfo(const QByteArray &alias) {
+    const auto record = AliasRecord::parse(alias);
+    return record ? std::optional(AliasInfo{record->path, record->realPath, record->identity})
+                  : std::nullopt;
+}
+
 struct ListedAliases::State {
     MountSnapshot mounts;
 };

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include <QByteArray>
 
@@ -32,6 +33,17 @@ constexpr int64_t kNamesOfAQuickSearch = 4096;
 [[nodiscard]] MWCORE_EXPORT OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target,
                                                     const std::atomic<bool> *cancelled = nullptr,
                                                     int64_t searchedNames = kMostSearchedNames);
+
+/// What a record says of its item, which may have moved since.
+struct AliasInfo {
+    QByteArray path;     ///< absolute, as the alias was made from it
+    QByteArray realPath; ///< the same without links on the way
+    FileIdentity identity;
+};
+
+/// Reads a record without looking for its item. Nothing for bytes that are no record of this
+/// library.
+[[nodiscard]] MWCORE_EXPORT std::optional<AliasInfo> aliasInfo(const QByteArray &alias);
 
 /// The forms that an alias file can have.
 enum class AliasFileForm {
