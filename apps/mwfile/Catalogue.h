@@ -2,37 +2,29 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "model/item/MXFileSystemObject.h"
-#include "platform/aliases/Aliases.h"
-#include "platform/foundation/TimeAllowance.h"
+#include <MWCore/Aliases.h>
+#include <MWCore/ListedMetadata.h>
 
 #include <optional>
 #include <string>
-#include <unordered_set>
 
 namespace MWCore::mwfile {
 
-/// What a desktop keeps of an item beside its contents; nothing of what cannot be told.
-struct Marks {
-    MXLabel::Ptr label; ///< never null
-    uint32_t type = 0;
-    uint32_t creator = 0;
-    bool isInvisible = false;
-    bool isLocked = false;
-    std::optional<int64_t> created; ///< seconds since 1970-01-01 UTC
-    bool isWhole = true; ///< false where label, type, creator and invisibility are not known
-};
-
-/// The item's marks as they are now: what its operations of these names answer, but read at once.
-[[nodiscard]] Marks marksOf(const MXFileSystemObject &item);
+/// The metadata that is shown of an item.
+inline constexpr ItemMetadata::Parts kShownMetadata{
+    ItemMetadata::Part::Inode, ItemMetadata::Part::DateCreated, ItemMetadata::Part::FinderInfo};
 
 /// What the rows of a listing share: together they take a bounded time to look into what others
 /// wrote in items and beside them.
 class RowLooks {
 public:
-    explicit RowLooks(const MXFileSystemObject &folder);
+    explicit RowLooks(const MXFileSystemObject &folder)
+        : allowance_(ListedMetadata::kUsualLimits), metadata_(folder, allowance_),
+          aliases_(allowance_) {}
 
-    [[nodiscard]] Marks marksOf(const MXFileSystemObject &item);
+    [[nodiscard]] ItemMetadata metadataOf(const MXFileSystemObject &item) {
+        return metadata_.read(item, kShownMetadata);
+    }
 
     /// Where a link or alias leads in the end; nothing for anything else, and where it leads
     /// nowhere or cannot be told in time.
@@ -40,9 +32,18 @@ public:
 
 private:
     TimeAllowance allowance_;
+    ListedMetadata metadata_;
     ListedAliases aliases_;
-    std::unordered_set<std::string> described_; ///< names of items beside which a sidecar stands
 };
+
+/// Whether there was no time to find out label, type, creator and invisibility.
+[[nodiscard]] bool isCutShort(const ItemMetadata &metadata);
+
+/// Whether the item is shown as locked: as its operation of this name says.
+[[nodiscard]] bool isLocked(const MXFileSystemObject &item, const ItemMetadata &metadata);
+
+/// When the item was made, in seconds since 1970-01-01 UTC.
+[[nodiscard]] std::optional<int64_t> secondsCreated(const ItemMetadata &metadata);
 
 /// The reference to the item at @p path. Throws Failure when there is none.
 [[nodiscard]] FSRef referenceTo(const std::string &path);

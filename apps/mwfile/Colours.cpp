@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Colours.h"
+#include "Colours.h"
 
-#include "apps/mwfile/DisplayText.h"
-#include "apps/mwfile/Output.h"
-#include "apps/mwfile/PermissionText.h"
+#include "DisplayText.h"
+#include "Output.h"
 
 #include <cstdlib>
 
@@ -29,9 +28,9 @@ std::string_view environment(const char *name) {
     return value ? value : "";
 }
 
-bool isExecutable(const mfs_fso &item) {
+bool isExecutable(const MXFileSystemObject &item) {
     constexpr uint32_t kAnyExecute = 0111;
-    return (modeOfNumber(item.permissions) & kAnyExecute) != 0;
+    return (item.mode() & kAnyExecute) != 0;
 }
 
 std::string_view attributesFor(const MXFileSystemObject &item) {
@@ -47,9 +46,9 @@ std::string_view attributesFor(const MXFileSystemObject &item) {
     case MXItemKindAlias:
         return kLink;
     case MXItemKindFile:
-        return isExecutable(*item.cstruct()) ? kExecutable : kPlain;
+        return isExecutable(item) ? kExecutable : kPlain;
     default:
-        return mfs_fso_isLink(item.cstruct()) ? kDeadLink : kOtherNode;
+        return item.isSymbolicLink() ? kDeadLink : kOtherNode;
     }
 }
 

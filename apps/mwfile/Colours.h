@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "model/item/MXFileSystemObject.h"
+#include <MWCore/MXFileSystemObject.h>
 
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/DisplayText.h"
+#include "DisplayText.h"
 
-#include "platform/foundation/Utf8.h"
+#include "TextReader.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -18,7 +18,7 @@ std::string escaped(const char *format, char32_t value) {
 }
 
 /// How a step that may not be printed as it is is written; empty when it may.
-std::string escapeFor(const Utf8Step &step, Backslash backslash) {
+std::string escapeFor(const TextStep &step, Backslash backslash) {
     if (!step.valid)
         return escaped("\\x%02x", step.character);
     switch (step.character) {
@@ -56,12 +56,11 @@ DisplayText::DisplayText(std::string_view raw, Backslash backslash) {
         append(raw, static_cast<int>(raw.size()));
         return;
     }
-    for (std::string_view rest = raw; !rest.empty();) {
-        const Utf8Step step = nextStep(rest);
-        rest.remove_prefix(step.bytes.size());
-        const std::string escape = escapeFor(step, backslash);
+    TextReader reader(raw);
+    while (const auto step = reader.next()) {
+        const std::string escape = escapeFor(*step, backslash);
         if (escape.empty())
-            append(step.bytes, columnsOf(step.character));
+            append(step->bytes, columnsOf(step->character));
         else
             append(escape, static_cast<int>(escape.size()));
     }

@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "apps/mwfile/bytes.h"
-#include "apps/mwfile/Colours.h"
-#include "apps/mwfile/DisplayText.h"
+#include "bytes.h"
+#include "Colours.h"
+#include "DisplayText.h"
 
 #include <string>
 #include <string_view>

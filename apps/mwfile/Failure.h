@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/foundation/OSStatus.h"
+#include <MWCore/OSStatus.h>
 
 #include <cstring>
 #include <stdexcept>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/ItemJson.h"
+#include "ItemJson.h"
 
-#include "apps/mwfile/LocalItem.h"
-#include "apps/mwfile/PermissionText.h"
+#include "LocalItem.h"
+#include "PermissionText.h"
 
 #include <cstdio>
 #include <ctime>
@@ -18,16 +18,18 @@ void addCode(JsonObject &json, std::string_view key, uint32_t code) {
         json.null(key);
 }
 
-void addMarks(JsonObject &json, const Marks &marks) {
-    addTime(json, "dateCreated", marks.created);
-    addCode(json, "type", marks.type);
-    addCode(json, "creator", marks.creator);
-    json.textOrNull("label", marks.isWhole ? marks.label->description() : QString());
-    if (marks.isWhole)
-        json.truth("isInvisible", marks.isInvisible);
-    else
+void addMetadata(JsonObject &json, const MXFileSystemObject &item, const ItemMetadata &metadata) {
+    addTime(json, "dateCreated", secondsCreated(metadata));
+    addCode(json, "type", metadata.type());
+    addCode(json, "creator", metadata.creator());
+    if (isCutShort(metadata)) {
+        json.null("label");
         json.null("isInvisible");
-    json.truth("isLocked", marks.isLocked);
+    } else {
+        json.text("label", labelText(*labelNumbered(metadata.labelNumber())));
+        json.truth("isInvisible", metadata.isInvisible());
+    }
+    json.truth("isLocked", isLocked(item, metadata));
 }
 
 } // namespace
@@ -69,7 +71,7 @@ const char *kindWord(MXItemKind kind) {
     }
 }
 
-JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks,
+JsonObject itemJson(const MXFileSystemObject &item, const ItemMetadata &metadata,
                     const std::optional<std::string> &target) {
     JsonObject json;
     const int32_t permissions = permissionNumber(item);
@@ -83,11 +85,11 @@ JsonObject itemJson(const MXFileSystemObject &item, const Marks &marks,
     json.textOrNull("owner", item.owner());
     json.textOrNull("group", item.group());
     json.number("links", item.links());
-    json.number("size", mfs_fso_full_size(item.cstruct()));
+    json.number("size", item.size());
     json.textOrNull("date", item.date());
     json.number("dateAsTimeT", item.dateAsTimeT());
     addTime(json, "dateModified", item.dateAsTimeT());
-    addMarks(json, marks);
+    addMetadata(json, item, metadata);
     if (isPointer(item)) {
         if (item.isAlias())
             json.textOrNull("aliasOrLinkTargetPath", target ? target->c_str() : nullptr);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/ItemPath.h"
+#include "ItemPath.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/JsonObject.h"
+#include "JsonObject.h"
 
-#include "apps/mwfile/bytes.h"
-#include "platform/foundation/Utf8.h"
+#include "bytes.h"
+#include "TextReader.h"
 
 #include <cstdio>
 
@@ -65,17 +65,16 @@ void JsonObject::beginMember(std::string_view key) {
 
 void JsonObject::appendText(std::string_view value) {
     line_ += '"';
-    for (std::string_view rest = value; !rest.empty();) {
-        const Utf8Step step = nextStep(rest);
-        rest.remove_prefix(step.bytes.size());
-        if (!step.valid)
-            line_ += unicodeEscape(kInvalidByteBase + step.character);
-        else if (isControl(step.character))
-            line_ += unicodeEscape(step.character);
-        else if (step.character == U'"' || step.character == U'\\')
-            (line_ += '\\') += step.bytes;
+    TextReader reader(value);
+    while (const auto step = reader.next()) {
+        if (!step->valid)
+            line_ += unicodeEscape(kInvalidByteBase + step->character);
+        else if (isControl(step->character))
+            line_ += unicodeEscape(step->character);
+        else if (step->character == U'"' || step->character == U'\\')
+            (line_ += '\\') += step->bytes;
         else
-            line_ += step.bytes;
+            line_ += step->bytes;
     }
     line_ += '"';
 }

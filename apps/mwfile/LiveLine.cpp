@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/LiveLine.h"
+#include "LiveLine.h"
 
-#include "apps/mwfile/Output.h"
+#include "Output.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,33 +1,41 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/LocalItem.h"
+#include "LocalItem.h"
 
-#include "apps/mwfile/bytes.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/ItemPath.h"
+#include "bytes.h"
+#include "Failure.h"
+#include "ItemPath.h"
 
 #include <algorithm>
-#include <cerrno>
 
 #include <sys/stat.h>
 
 namespace MWCore::mwfile {
 namespace {
 
-/// Whether the library would leave the folder at this absolute path unlisted.
-bool isDeviceFolder(const std::string &path) {
-    return path.starts_with("/dev");
-}
-
 bool isThere(const std::string &path) {
     struct stat item = {};
     return stat(path.c_str(), &item) == 0;
 }
 
-DescribedItem described(RecordTree record, std::string contentsFailure) {
-    auto object = MXFileSystemObject::newFSOWithCStruct(record.get());
-    object->identify();
-    return {std::move(record), std::move(object), std::move(contentsFailure)};
+struct NodeRow {
+    MXNodeKind kind;
+    char letter;
+    const char *word;
+};
+constexpr NodeRow kNodeRows[] = {
+    {MXNodeKind::Folder, 'd', nullptr},
+    {MXNodeKind::File, '-', nullptr},
+    {MXNodeKind::Link, 'l', nullptr},
+    {MXNodeKind::Fifo, 'p', "fifo"},
+    {MXNodeKind::Socket, 's', "socket"},
+    {MXNodeKind::BlockDevice, 'b', "block device"},
+    {MXNodeKind::CharacterDevice, 'c', "character device"},
+    {MXNodeKind::Unknown, '?', nullptr},
+};
+
+const NodeRow &rowOf(MXNodeKind kind) {
+    return *std::ranges::find(kNodeRows, kind, &NodeRow::kind);
 }
 
 } // namespace
@@ -49,52 +57,47 @@ MXFileSystemObject::Ptr listedFolder(const std::string &path) {
     return folder;
 }
 
-DescribedItem itemItself(const std::string &path) {
+MXFileSystemObject::Ptr itemItself(const std::string &path) {
     const bool folderMeant = path.ends_with('/');
     const std::string absolute = folderMeant ? followedPath(path) : absolutePath(path);
-    RecordTree item(mfs_fso_get_local_item(absolute.c_str()));
+    OSStatus error = noErr;
+    auto item = MXFileSystemObject::newFSOForLocalItem(stringWithFileSystemRepresentation(absolute),
+                                                       &error);
     if (!item)
-        throw Failure(path, errno);
-    return described(std::move(item), "");
+        throw Failure(path, error);
+    return item;
 }
 
 DescribedItem describedItem(const std::string &path) {
-    DescribedItem item = itemItself(path);
-    const std::string absolute = item.record->complete_path;
-    if (!mfs_fso_isDir(item.record.get()))
-        return item;
-    if (isDeviceFolder(absolute)) {
-        item.contentsFailure = statusText(deviceFolderErr);
-        return item;
-    }
-    errno = 0;
-    RecordTree listed(mfs_fso_get_local_fso(absolute.c_str()));
-    const int error = errno;
-    if (error == ENOMEM)
-        throw Failure(path, ENOMEM);
-    DescribedItem whole = listed ? described(std::move(listed), "") : std::move(item);
-    if (error != 0)
-        whole.contentsFailure = std::strerror(error);
-    return whole;
+    const MXFileSystemObject::Ptr item = itemItself(path);
+    if (!item->isDir())
+        return {item, noErr};
+    constexpr bool kAssimilatesContents = false;
+    OSStatus error = noErr;
+    const auto listed =
+        MXFileSystemObject::newFSOForLocalPath(item->completePath(), kAssimilatesContents, &error);
+    if (listed)
+        error = listed->contentsError();
+    if (error == memFullErr)
+        throw Failure(path, error);
+    return {listed ? listed : item, error};
 }
 
-const NodeKind *nodeKind(const MXFileSystemObject &item) {
-    static constexpr NodeKind kinds[] = {
-        {S_IFIFO, 'p', "fifo"},
-        {S_IFSOCK, 's', "socket"},
-        {S_IFBLK, 'b', "block device"},
-        {S_IFCHR, 'c', "character device"},
-    };
-    struct stat now = {};
-    const mfs_fso &record = *item.cstruct();
-    if (record.type != MFS_TYPE_OTHER || lstat(record.complete_path, &now) != 0)
-        return nullptr;
-    const auto *const found = std::ranges::find(kinds, now.st_mode & S_IFMT, &NodeKind::type);
-    return found == std::end(kinds) ? nullptr : found;
+std::string nameInFolder(const MXFileSystemObject &item) {
+    const QByteArray path = item.pathBytes();
+    return path.sliced(path.lastIndexOf('/') + 1).toStdString();
+}
+
+char nodeLetter(MXNodeKind kind) {
+    return rowOf(kind).letter;
+}
+
+const char *nodeWord(MXNodeKind kind) {
+    return rowOf(kind).word;
 }
 
 bool isPointer(const MXFileSystemObject &item) {
-    return mfs_fso_isLink(item.cstruct()) || item.isAlias();
+    return item.isSymbolicLink() || item.isAlias();
 }
 
 bool isLost(const MXFileSystemObject &alias) {
@@ -102,8 +105,8 @@ bool isLost(const MXFileSystemObject &alias) {
 }
 
 std::optional<std::string> linkTarget(const MXFileSystemObject &link) {
-    const char *const target = link.cstruct()->alias_location;
-    return target && *target == '/' ? std::optional<std::string>(target) : std::nullopt;
+    const QString target = link.resolvedLinkTarget();
+    return target.isNull() ? std::nullopt : std::optional(bytesOf(target));
 }
 
 std::optional<std::string> finalTarget(const MXFileSystemObject &item) {

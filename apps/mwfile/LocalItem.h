@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "model/item/MXFileSystemObject.h"
+#include <MWCore/MXFileSystemObject.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,35 +13,27 @@ namespace MWCore::mwfile {
 /// folder or its contents cannot be read.
 [[nodiscard]] MXFileSystemObject::Ptr listedFolder(const std::string &path);
 
-struct DestroyTree {
-    void operator()(mfs_fso *record) const { mfs_fso_destroy_tree(record); }
-};
-
-using RecordTree = std::unique_ptr<mfs_fso, DestroyTree>;
-
-/// An item; for a folder, why what is in it could not be read, or nothing where it could.
+/// An item and, for a folder, why its contents could not be read.
 struct DescribedItem {
-    RecordTree record;
-    MXFileSystemObject::Ptr object; ///< around the record, and gone before it
-    std::string contentsFailure;
+    MXFileSystemObject::Ptr object;
+    OSStatus contentsError = noErr;
 };
 
 /// The item at @p path itself; when the path ends with "/", the folder that it leads to. What is in
 /// a folder is not looked at. Throws Failure when the item cannot be examined.
-[[nodiscard]] DescribedItem itemItself(const std::string &path);
+[[nodiscard]] MXFileSystemObject::Ptr itemItself(const std::string &path);
 
 /// The same with what is in a folder; one that cannot be read is no failure.
 [[nodiscard]] DescribedItem describedItem(const std::string &path);
 
-/// What an item is that is no file, folder or link.
-struct NodeKind {
-    uint32_t type; ///< the S_IFMT bits of its mode (POSIX sys/stat.h)
-    char letter;   ///< as in a listing
-    const char *word;
-};
+/// The name that the item goes by in its folder, also of a volume.
+[[nodiscard]] std::string nameInFolder(const MXFileSystemObject &item);
 
-/// The kind of such an item as it is now, or null.
-[[nodiscard]] const NodeKind *nodeKind(const MXFileSystemObject &item);
+/// The letter that stands for a kind of node in a listing.
+[[nodiscard]] char nodeLetter(MXNodeKind kind);
+
+/// What a node is called that is no file, folder or link; null for those.
+[[nodiscard]] const char *nodeWord(MXNodeKind kind);
 
 /// Whether it is there to lead to another item: a link, also a dead one, or an alias.
 [[nodiscard]] bool isPointer(const MXFileSystemObject &item);

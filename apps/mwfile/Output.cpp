@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Output.h"
+#include "Output.h"
 
-#include "apps/mwfile/DisplayText.h"
-#include "apps/mwfile/Failure.h"
+#include "DisplayText.h"
+#include "Failure.h"
 
 #include <cerrno>
 #include <cstdio>

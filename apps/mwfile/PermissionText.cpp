@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/PermissionText.h"
+#include "PermissionText.h"
 
 #include <string_view>
 
@@ -9,10 +9,7 @@
 namespace MWCore::mwfile {
 
 int32_t permissionNumber(const MXFileSystemObject &item) {
-    if (!mfs_fso_isLink(item.cstruct()))
-        return item.cstruct()->permissions;
-    const auto target = MXFileSystemObject::statsForFileAtPath(item.completePath());
-    return target ? mfs_get_perms_from_mode(target->st_mode) : 0;
+    return mfs_get_perms_from_mode(item.mode());
 }
 
 uint32_t modeOfNumber(int32_t permissions) {

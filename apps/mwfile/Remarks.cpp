@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Remarks.h"
+#include "Remarks.h"
 
-#include "apps/mwfile/bytes.h"
-#include "apps/mwfile/DisplayText.h"
-#include "apps/mwfile/ItemJson.h"
-#include "apps/mwfile/LocalItem.h"
+#include "bytes.h"
+#include "DisplayText.h"
+#include "ItemJson.h"
+#include "LocalItem.h"
 
 #include <vector>
 
@@ -21,7 +21,7 @@ std::string kindRemark(const MXFileSystemObject &item) {
         return kindWord(item.fsoKind());
     case MXItemKindVolume: {
         const std::string name = bytesOf(item.name());
-        return name == item.cstruct()->name ? "volume" : "volume " + DisplayText(name).text();
+        return name == nameInFolder(item) ? "volume" : "volume " + DisplayText(name).text();
     }
     default:
         return {};
@@ -33,8 +33,7 @@ std::string destination(const MXFileSystemObject &item, const std::optional<std:
         return DisplayText(*target).text();
     if (item.isAlias())
         return "not looked for";
-    return item.cstruct()->target_type == MFS_TARGET_UNKNOWN ? "nowhere"
-                                                             : "something without a path";
+    return item.isBrokenLink() ? "nowhere" : "something without a path";
 }
 
 } // namespace
@@ -44,17 +43,20 @@ std::string arrow(const MXFileSystemObject &item, const std::optional<std::strin
     return isPointer(item) ? colours.quiet("-> " + destination(item, target)) : "";
 }
 
-std::string remarks(const MXFileSystemObject &item, const Marks &marks, const Colours &colours) {
+std::string remarks(const MXFileSystemObject &item, const ItemMetadata &metadata,
+                    const Colours &colours) {
     std::vector<std::string> words;
     if (const std::string kind = kindRemark(item); !kind.empty())
         words.push_back(colours.quiet(kind));
-    if (marks.label->id() != 0)
-        words.push_back(colours.dot(*marks.label) + colours.quiet(labelText(*marks.label)));
-    if (marks.isLocked)
+    if (const int number = metadata.labelNumber(); number != 0) {
+        const MXLabel::Ptr label = labelNumbered(number);
+        words.push_back(colours.dot(*label) + colours.quiet(labelText(*label)));
+    }
+    if (isLocked(item, metadata))
         words.push_back(colours.quiet("locked"));
-    if (marks.isInvisible)
+    if (metadata.isInvisible())
         words.push_back(colours.quiet("invisible"));
-    if (!marks.isWhole)
+    if (isCutShort(metadata))
         words.push_back(colours.quiet("label not looked for"));
     std::string text;
     for (const std::string &word : words)

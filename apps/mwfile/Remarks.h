@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "apps/mwfile/Catalogue.h"
-#include "apps/mwfile/Colours.h"
+#include "Catalogue.h"
+#include "Colours.h"
 
 namespace MWCore::mwfile {
 
@@ -13,7 +13,7 @@ namespace MWCore::mwfile {
                                 const std::optional<std::string> &target, const Colours &colours);
 
 /// What nothing else in a row tells: "(application, Red, locked)". Empty for most items.
-[[nodiscard]] std::string remarks(const MXFileSystemObject &item, const Marks &marks,
+[[nodiscard]] std::string remarks(const MXFileSystemObject &item, const ItemMetadata &metadata,
                                   const Colours &colours);
 
 } // namespace MWCore::mwfile

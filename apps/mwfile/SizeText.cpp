@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/SizeText.h"
+#include "SizeText.h"
 
-#include "core/mfs_utility.h"
+#include <MWCore/mfs_utility.h>
 
 #include <cstdlib>
 #include <memory>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Catalogue.h"
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/DisplayText.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/ItemJson.h"
-#include "apps/mwfile/Output.h"
-#include "platform/aliases/Aliases.h"
-#include "platform/formats/AliasRecord.h"
+#include "Catalogue.h"
+#include "commands.h"
+#include "DisplayText.h"
+#include "Failure.h"
+#include "ItemJson.h"
+#include "Output.h"
+
+#include <MWCore/Aliases.h>
 
 #include <sys/sysmacros.h>
 
@@ -20,7 +20,7 @@ std::string deviceText(uint64_t device) {
     return std::to_string(major(device)) + ":" + std::to_string(minor(device));
 }
 
-void printJson(const AliasRecord &record) {
+void printJson(const AliasInfo &record) {
     JsonObject json;
     json.text("path", record.path.toStdString());
     json.text("realPath", record.realPath.toStdString());
@@ -35,7 +35,7 @@ void printJson(const AliasRecord &record) {
     print(json.finished() + "\n");
 }
 
-void printText(const AliasRecord &record) {
+void printText(const AliasInfo &record) {
     print("Path     " + DisplayText(record.path.toStdString()).text() + "\n");
     if (record.realPath != record.path)
         print("Really   " + DisplayText(record.realPath.toStdString()).text() + "\n");
@@ -84,8 +84,7 @@ void aliasResolve(const AliasOptions &options) {
 
 void aliasShow(const AliasOptions &options) {
     (void)referenceTo(options.file);
-    const auto record =
-        AliasRecord::parse(aliasRecordInFile(QByteArray::fromStdString(options.file)));
+    const auto record = aliasInfo(aliasRecordInFile(QByteArray::fromStdString(options.file)));
     if (!record)
         throw Failure(options.file, "holds no alias record");
     if (options.form == Form::Json)

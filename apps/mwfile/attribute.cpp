@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Catalogue.h"
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/DisplayText.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/JsonObject.h"
-#include "apps/mwfile/Output.h"
-#include "platform/workspace/FileLabels.h"
+#include "Catalogue.h"
+#include "commands.h"
+#include "DisplayText.h"
+#include "Failure.h"
+#include "JsonObject.h"
+#include "Output.h"
+
+#include <MWCore/FileLabels.h>
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/foundation/FileSystemText.h"
+#include <MWCore/FileSystemText.h>
 
 #include <string>
 

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/Catalogue.h"
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/Facts.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/ItemJson.h"
-#include "apps/mwfile/LocalItem.h"
-#include "apps/mwfile/Output.h"
-#include "apps/mwfile/PermissionText.h"
-#include "apps/mwfile/SizeText.h"
-#include "core/mfs_date.h"
+#include "Catalogue.h"
+#include "commands.h"
+#include "Facts.h"
+#include "Failure.h"
+#include "ItemJson.h"
+#include "LocalItem.h"
+#include "Output.h"
+#include "PermissionText.h"
+#include "SizeText.h"
+
+#include <MWCore/mfs_date.h>
 
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 #include <sys/stat.h>
@@ -21,10 +23,9 @@ namespace {
 
 /// What leads elsewhere says to what; anything else says what people call it, if that is more.
 std::string kindText(const MXFileSystemObject &item) {
-    if (const NodeKind *const kind = nodeKind(item))
-        return kind->word;
-    const mfs_fso &record = *item.cstruct();
-    if (mfs_fso_isLink(&record) && record.target_type == MFS_TARGET_UNKNOWN)
+    if (const char *const word = nodeWord(item.nodeKind()))
+        return word;
+    if (item.isBrokenLink())
         return "link to nothing";
     const std::string word = kindWord(item.fsoKind());
     if (item.isAlias() && isLost(item))
@@ -48,12 +49,6 @@ std::string dateText(int64_t seconds) {
     return text.get();
 }
 
-/// The special bits of a mode word.
-uint32_t specialBits(const MXPermission &permissions) {
-    return (permissions.hasSuidBit() ? S_ISUID : 0U) | (permissions.hasSgidBit() ? S_ISGID : 0U) |
-           (permissions.hasStickyBit() ? S_ISVTX : 0U);
-}
-
 std::string countText(int32_t count, const char *one, const char *many) {
     return groupedDigits(count) + " " + (count == 1 ? one : many);
 }
@@ -64,62 +59,64 @@ std::string contentsText(const MXFileSystemObject &folder) {
 }
 
 void addPermissions(Facts &facts, const MXFileSystemObject &item) {
-    if (mfs_fso_isLink(item.cstruct()) && !item.isLink())
+    if (item.isSymbolicLink() && !item.isLink())
         return; // leads nowhere
     const int32_t number = permissionNumber(item);
     facts.add("Permissions", permissionsText(number) + " (" + std::to_string(number) + ")" +
                                  (item.isLink() ? ", of what it leads to" : ""));
-    if (const uint32_t special = specialBits(*item.permissions()))
+    if (const uint32_t special = item.mode() & (S_ISUID | S_ISGID | S_ISVTX))
         facts.add("Special", specialText(special));
 }
 
-void addMarks(Facts &facts, const MXFileSystemObject &item, const Colours &colours) {
-    const Marks marks = marksOf(item);
-    if (marks.created)
-        facts.add("Created", DisplayText(dateText(*marks.created)).text());
+void addMetadata(Facts &facts, const MXFileSystemObject &item, const Colours &colours) {
+    const ItemMetadata metadata = item.metadata(kShownMetadata);
+    if (const auto seconds = secondsCreated(metadata))
+        facts.add("Created", DisplayText(dateText(*seconds)).text());
     facts.addText("Volume", item.volumeName());
-    if (marks.label->id() != 0)
-        facts.add("Label", colours.dot(*marks.label) + labelText(*marks.label));
-    if (const auto type = codeText(marks.type))
+    const MXLabel::Ptr label = labelNumbered(metadata.labelNumber());
+    if (label->id() != 0)
+        facts.add("Label", colours.dot(*label) + labelText(*label));
+    if (const auto type = codeText(metadata.type()))
         facts.add("Type", DisplayText(*type).text());
-    if (const auto creator = codeText(marks.creator))
+    if (const auto creator = codeText(metadata.creator()))
         facts.add("Creator", DisplayText(*creator).text());
-    if (marks.isInvisible)
+    if (metadata.isInvisible())
         facts.add("Invisible", "yes");
-    if (marks.isLocked)
+    if (isLocked(item, metadata))
         facts.add("Locked", "yes");
 }
 
 /// The item's path as a heading and below it what is known.
 std::string description(const DescribedItem &described, const Colours &colours) {
     const MXFileSystemObject &item = *described.object;
-    const mfs_fso &record = *described.record;
     Facts facts(colours);
     facts.add("Kind", kindText(item));
     if (const auto target = isPointer(item) ? finalTarget(item) : std::nullopt)
         facts.add("Leads to", DisplayText(*target).text());
     facts.addText("Version", item.versionString());
     if (item.isDir())
-        facts.add("Contains", described.contentsFailure.empty() ? contentsText(item)
-                                                                : described.contentsFailure);
+        facts.add("Contains", described.contentsError == noErr
+                                  ? contentsText(item)
+                                  : statusText(described.contentsError));
     else
-        facts.add("Size", wholeSize(mfs_fso_full_size(&record)));
+        facts.add("Size", wholeSize(item.size()));
     addPermissions(facts, item);
     facts.addText("Owner", item.owner());
     facts.addText("Group", item.group());
     facts.add("Hard links", groupedDigits(item.links()));
     facts.addText("Modified", item.date());
-    addMarks(facts, item, colours);
-    return colours.name(item, DisplayText(record.complete_path).text()) + "\n" + facts.text();
+    addMetadata(facts, item, colours);
+    return colours.name(item, DisplayText(bytesOf(item.completePath())).text()) + "\n" +
+           facts.text();
 }
 
 std::string json(const DescribedItem &described) {
     const MXFileSystemObject &item = *described.object;
-    JsonObject object = itemJson(item, marksOf(item), finalTarget(item));
+    JsonObject object = itemJson(item, item.metadata(kShownMetadata), finalTarget(item));
     object.textOrNull("kindAsString", item.kindAsString());
     object.textOrNull("volumeName", item.volumeName());
     object.textOrNull("versionString", item.versionString());
-    if (item.isDir() && described.contentsFailure.empty()) {
+    if (item.isDir() && described.contentsError == noErr) {
         object.number("fileCount", item.fileCount());
         object.number("subFolderCount", item.subFolderCount());
     }

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/bytes.h"
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/DisplayText.h"
-#include "apps/mwfile/ItemJson.h"
-#include "apps/mwfile/LocalItem.h"
-#include "apps/mwfile/Output.h"
-#include "apps/mwfile/PermissionText.h"
-#include "apps/mwfile/Remarks.h"
-#include "apps/mwfile/SizeText.h"
-#include "model/text/Regex.h"
+#include "bytes.h"
+#include "commands.h"
+#include "DisplayText.h"
+#include "ItemJson.h"
+#include "LocalItem.h"
+#include "Output.h"
+#include "PermissionText.h"
+#include "Remarks.h"
+#include "SizeText.h"
+
+#include <MWCore/Regex.h>
 
 #include <algorithm>
 #include <array>
@@ -24,7 +25,7 @@ namespace {
 void hideItems(MXFileSystemObject &folder) {
     folder.invalidateFilteredItems();
     for (const auto &item : folder.visibleItems())
-        if (Regex::isHidden(stringWithFileSystemRepresentation(item->cstruct()->name)))
+        if (Regex::isHidden(stringWithFileSystemRepresentation(nameInFolder(*item))))
             item->setIsHidden(true);
     folder.setIsFiltered(true);
 }
@@ -47,8 +48,8 @@ void sort(MXFileSystemObject &folder, Order order, bool reverse) {
 }
 
 /// The short size of an item; a folder has none of its own.
-SizeText sizeOf(const mfs_fso &item) {
-    return mfs_fso_isDir(&item) ? SizeText{"-", ""} : shortSize(mfs_fso_full_size(&item));
+SizeText sizeOf(const MXFileSystemObject &item) {
+    return item.isDir() ? SizeText{"-", ""} : shortSize(item.size());
 }
 
 /// The widths of the columns and of a whole line, so that rows can be printed one by one.
@@ -63,18 +64,18 @@ struct Columns {
 
     explicit Columns(const MXFileSystemObject &folder) {
         for (const auto &item : folder.visibleItems())
-            makeRoomFor(*item->cstruct());
+            makeRoomFor(*item);
     }
 
 private:
-    void makeRoomFor(const mfs_fso &item) {
+    void makeRoomFor(const MXFileSystemObject &item) {
         const SizeText text = sizeOf(item);
-        links = std::max(links, static_cast<int>(std::to_string(item.links).size()));
+        links = std::max(links, static_cast<int>(std::to_string(item.links()).size()));
         size = std::max(size, static_cast<int>(text.number.size()));
         unit = std::max(unit, static_cast<int>(text.unit.size()));
-        owner = std::max(owner, DisplayText(item.owner).columns());
-        group = std::max(group, DisplayText(item.group).columns());
-        date = std::max(date, DisplayText(item.date_modified).columns());
+        owner = std::max(owner, DisplayText(bytesOf(item.owner())).columns());
+        group = std::max(group, DisplayText(bytesOf(item.group())).columns());
+        date = std::max(date, DisplayText(bytesOf(item.date())).columns());
     }
 };
 
@@ -84,7 +85,7 @@ std::string blanks(int count) {
     return text;
 }
 
-std::string leftAligned(const char *raw, int columns) {
+std::string leftAligned(const std::string &raw, int columns) {
     const DisplayText text(raw);
     return text.text() + blanks(columns - text.columns());
 }
@@ -93,35 +94,18 @@ std::string rightAligned(const std::string &text, int columns) {
     return blanks(columns - static_cast<int>(text.size())) + text;
 }
 
-/// The letter that stands for an item's kind before its permissions.
-char typeLetter(const MXFileSystemObject &item) {
-    switch (item.cstruct()->type) {
-    case MFS_TYPE_DIRECTORY:
-        return 'd';
-    case MFS_TYPE_FILE:
-        return '-';
-    case MFS_TYPE_LINK:
-        return 'l';
-    default:
-        break;
-    }
-    const NodeKind *const kind = nodeKind(item);
-    return kind ? kind->letter : '?';
-}
-
 std::string cells(const MXFileSystemObject &item, const Columns &columns, const Colours &colours) {
-    const mfs_fso &record = *item.cstruct();
-    std::string facts(1, typeLetter(item));
+    std::string facts(1, nodeLetter(item.nodeKind()));
     facts += permissionsText(permissionNumber(item));
-    facts += "  " + rightAligned(std::to_string(record.links), columns.links);
-    facts += "  " + leftAligned(record.owner, columns.owner);
-    facts += "  " + leftAligned(record.group, columns.group);
-    const SizeText text = sizeOf(record);
+    facts += "  " + rightAligned(std::to_string(item.links()), columns.links);
+    facts += "  " + leftAligned(bytesOf(item.owner()), columns.owner);
+    facts += "  " + leftAligned(bytesOf(item.group()), columns.group);
+    const SizeText text = sizeOf(item);
     const std::string size = rightAligned(text.number, columns.size) + (columns.unit ? " " : "") +
-                             leftAligned(text.unit.c_str(), columns.unit);
-    const std::string date = leftAligned(record.date_modified, columns.date);
+                             leftAligned(text.unit, columns.unit);
+    const std::string date = leftAligned(bytesOf(item.date()), columns.date);
     return colours.quiet(facts) + "  " + size + "  " + colours.quiet(date) + "  " +
-           colours.name(item, DisplayText(record.name).text());
+           colours.name(item, DisplayText(nameInFolder(item)).text());
 }
 
 /// The row, and behind it what is to be said of the item; below it, at the end of the line, where
@@ -130,7 +114,7 @@ std::string row(const MXFileSystemObject &item, RowLooks &looks, const Columns &
                 const Colours &colours) {
     const std::string text = cells(item, columns, colours);
     const std::string target = arrow(item, looks.targetOf(item), colours);
-    const std::string remark = remarks(item, looks.marksOf(item), colours);
+    const std::string remark = remarks(item, looks.metadataOf(item), colours);
     if (target.empty() && remark.empty())
         return text + "\n";
     const std::string note = target + (target.empty() || remark.empty() ? "" : "  ") + remark;
@@ -156,7 +140,8 @@ void printJson(const MXFileSystemObject &folder) {
     print("[");
     const char *separator = "\n";
     for (const auto &item : folder.visibleItems()) {
-        print(separator + itemJson(*item, looks.marksOf(*item), looks.targetOf(*item)).finished());
+        print(separator +
+              itemJson(*item, looks.metadataOf(*item), looks.targetOf(*item)).finished());
         separator = ",\n";
     }
     print("\n]\n");

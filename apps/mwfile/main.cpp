@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/Output.h"
-#include "core/mfs_utility.h"
+#include "commands.h"
+#include "Failure.h"
+#include "Output.h"
+
+#include <MWCore/mfs_utility.h>
 
 #include <clocale>
 #include <cstdio>

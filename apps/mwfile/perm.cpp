@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/JsonObject.h"
-#include "apps/mwfile/Output.h"
-#include "apps/mwfile/PermissionText.h"
-#include "core/mfs_permissions.h"
+#include "commands.h"
+#include "Failure.h"
+#include "JsonObject.h"
+#include "Output.h"
+#include "PermissionText.h"
+
+#include <MWCore/mfs_permissions.h>
 
 #include <cstdio>
 #include <optional>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "apps/mwfile/commands.h"
-#include "apps/mwfile/Facts.h"
-#include "apps/mwfile/Failure.h"
-#include "apps/mwfile/ItemJson.h"
-#include "apps/mwfile/LiveLine.h"
-#include "apps/mwfile/LocalItem.h"
-#include "apps/mwfile/Output.h"
-#include "apps/mwfile/SizeText.h"
+#include "commands.h"
+#include "Facts.h"
+#include "Failure.h"
+#include "ItemJson.h"
+#include "LiveLine.h"
+#include "LocalItem.h"
+#include "Output.h"
+#include "SizeText.h"
 
 #include <atomic>
 #include <cerrno>
@@ -52,10 +52,12 @@ std::string progressText(const MXSizeProgress &progress, std::chrono::duration<d
 
 /// Why an item cannot be measured.
 std::string obstacleTo(const MXFileSystemObject &item) {
-    constexpr FSCatalogInfoBitmap kSizes = kFSCatInfoDataSizes | kFSCatInfoRsrcSizes;
-    FSCatalogInfo info;
-    const OSStatus status = FSGetCatalogInfoForPath(item.cstruct()->complete_path, kSizes, &info);
-    return status == noErr ? "its volume tells nothing" : statusText(status);
+    using Part = ItemMetadata::Part;
+    const ItemMetadata metadata = item.metadata({Part::Inode, Part::ResourceFork});
+    for (const Part part : {Part::Inode, Part::ResourceFork})
+        if (!metadata.isKnown(part))
+            return statusText(metadata.status(part));
+    return "its volume tells nothing";
 }
 
 MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item) {
@@ -147,12 +149,12 @@ std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measur
 } // namespace
 
 bool size(const SizeOptions &options) {
-    const DescribedItem described = itemItself(options.path);
-    MXFileSystemObject &item = *described.object;
+    const MXFileSystemObject::Ptr object = itemItself(options.path);
+    MXFileSystemObject &item = *object;
     const MXSizeMeasurement measurement = measured(options, item);
     if (measurement.unreadableCount > 0 && measurement.record.containedItemCount == 0)
         throw Failure(options.path, // which is what could not be read
-                      eaccess(item.cstruct()->complete_path, R_OK) == 0 ? EIO : errno);
+                      eaccess(item.pathBytes().constData(), R_OK) == 0 ? EIO : errno);
     const bool isVolume = item.isVolume() && !options.walk;
     print(options.form == Form::Json ? json(item, measurement, options.errors) + "\n"
                                      : text(item, isVolume, measurement, options.errors));

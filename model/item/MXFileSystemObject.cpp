@@ -166,9 +166,9 @@ MXFileSystemObject::newFSOForLocalItem(const QString &path, OSStatus *error,
                                        const MXFileSystemObject *prototype) {
     const auto bytes = path.isNull() ? std::nullopt : fileSystemRepresentation(path);
     mfs_fso *const record = bytes ? mfs_fso_get_local_item(bytes->constData()) : nullptr;
-    const OSStatus status = record ? noErr : statusFromErrno(bytes ? errno : EINVAL);
+    const int cause = errno;
     if (error)
-        *error = status;
+        *error = record ? noErr : bytes ? statusFromErrno(cause) : bdNamErr;
     if (!record)
         return {};
     Ptr object = wrap(record, ListedTree::own(record), prototype);

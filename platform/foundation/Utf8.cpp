@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/foundation/Utf8.h"
 
-#include <algorithm>
-
 namespace MWCore {
 namespace {
 
@@ -19,19 +17,6 @@ constexpr Length kLengths[] = {
     {0xE0, 0xC0, 2, 0x80},
     {0xF0, 0xE0, 3, 0x800},
     {0xF8, 0xF0, 4, 0x10000},
-};
-
-struct Range {
-    char32_t first;
-    char32_t last;
-};
-constexpr Range kControls[] = {
-    {0x0000, 0x001F}, // C0
-    {0x007F, 0x009F}, // DEL and C1
-    {0x061C, 0x061C}, // Arabic letter mark
-    {0x200E, 0x200F}, // left-to-right and right-to-left mark
-    {0x2028, 0x202E}, // line and paragraph separator, embeddings and overrides
-    {0x2066, 0x2069}, // isolates
 };
 
 unsigned char byteAt(std::string_view text, std::size_t index) {
@@ -61,12 +46,6 @@ Utf8Step nextStep(std::string_view text) {
         return {text.substr(0, length.bytes), character, true};
     }
     return invalid;
-}
-
-bool isControl(char32_t character) {
-    return std::ranges::any_of(kControls, [character](const Range &range) {
-        return character >= range.first && character <= range.last;
-    });
 }
 
 } // namespace MWCore

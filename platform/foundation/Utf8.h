@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/foundation/mwcore_export.h"
-
 #include <string_view>
 
 namespace MWCore {
@@ -17,10 +15,6 @@ struct Utf8Step {
 
 /// The first step of @p text, which must not be empty. Overlong forms, surrogates and characters
 /// above U+10FFFF are invalid (RFC 3629).
-[[nodiscard]] MWCORE_EXPORT Utf8Step nextStep(std::string_view text);
-
-/// Whether a terminal may act on the character instead of showing it: control characters, and marks
-/// that change the writing direction or break the line.
-[[nodiscard]] MWCORE_EXPORT bool isControl(char32_t character);
+[[nodiscard]] Utf8Step nextStep(std::string_view text);
 
 } // namespace MWCore

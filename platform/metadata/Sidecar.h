@@ -39,7 +39,8 @@ struct OpenSidecar {
                                                  OSStatus *status) const;
 };
 
-/// nullopt with noErr in @p status if there is no sidecar, and nullopt on failure, with the cause in
+/// nullopt with noErr in @p status if there is no sidecar, and nullopt on failure, with the cause
+/// in
 /// @p status.
 [[nodiscard]] std::optional<OpenSidecar> openSidecar(const QByteArray &path, OSStatus *status);
 
