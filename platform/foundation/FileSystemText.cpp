@@ -65,6 +65,9 @@ QString stringWithFileSystemRepresentation(QByteArrayView representation) {
 }
 
 std::optional<QByteArray> fileSystemRepresentation(const QString &text) {
+    const auto isUsual = [](QChar unit) { return !unit.isNull() && !unit.isSurrogate(); };
+    if (std::all_of(text.begin(), text.end(), isUsual))
+        return text.toUtf8();
     QByteArray bytes;
     bytes.reserve(text.size() + 1);
     for (qsizetype index = 0; index < text.size(); ++index) {
