@@ -16,7 +16,7 @@ constexpr const char *kUnknown = "Unknown";
 template <typename Entry, typename Lookup>
 Text lookUpName(id_t id, Lookup lookup, char *Entry::*nameField, const char *label) {
     for (std::size_t size = 1024;;) {
-        const Text buffer(static_cast<char *>(Malloc(size, label)));
+        const Text buffer(static_cast<char *>(allocate(size, label)));
         if (!buffer)
             return nullptr;
         Entry entry;

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "core/SeenTable.h"
+#include "core/LookupCache.h"
 
 #include <sys/types.h>
 
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] Text group(gid_t id) { return name(groups_, id, lookUpGroup); }
 
 private:
-    using Names = SeenTable<Text>;
+    using Names = LookupCache<Text>;
 
     static Text lookUpUser(id_t id);
     static Text lookUpGroup(id_t id);

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "core/SeenTable.h"
+#include "core/LookupCache.h"
 
 #include <ctime>
 
@@ -29,7 +29,7 @@ private:
 
     std::tm now_{};
     /// UTC day n has two keys: 2n for the local day at its start, 2n + 1 for the one at its end.
-    SeenTable<Day> days_;
+    LookupCache<Day> days_;
 };
 
 } // namespace MWCore

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "core/LinkTargets.h"
 
-#include "core/posix/ReachablePath.h"
+#include "core/posix/LongPath.h"
 
 #include <climits>
 #include <cstdio>
@@ -17,10 +17,10 @@ constexpr const char *kLabel = "link target";
 /// As realpath(3), but for a path of any length: opens the item and reads the path that the kernel
 /// reports for the descriptor.
 Text realpathByDescriptor(const char *path) {
-    const ReachablePath place(path);
+    const LongPath place(path);
     if (!place)
         return nullptr;
-    const Descriptor item(openat(place.folder(), place.rest(), O_PATH | O_CLOEXEC));
+    const Descriptor item(openat(place.folder(), place.relativePath(), O_PATH | O_CLOEXEC));
     if (!item)
         return nullptr;
     char entry[32];

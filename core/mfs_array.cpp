@@ -37,7 +37,7 @@ bool grow(mfs_array &array) {
 } // namespace
 
 mfs_array *mfs_array_new(void) {
-    void *const block = MWCore::Malloc(sizeof(mfs_array), "mfs_array_new");
+    void *const block = MWCore::allocate(sizeof(mfs_array), "mfs_array_new");
     return block ? new (block) mfs_array : nullptr;
 }
 

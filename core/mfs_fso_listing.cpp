@@ -4,8 +4,9 @@
 #include "core/mfs_fso.h"
 #include "core/posix/device_paths.h"
 #include "core/posix/errors.h"
+#include "core/posix/FinalLink.h"
 #include "core/posix/FolderStream.h"
-#include "core/posix/ReachablePath.h"
+#include "core/posix/LongPath.h"
 #include "core/StatConverter.h"
 #include "core/text_views.h"
 #include "core/trace.h"
@@ -15,9 +16,10 @@
 #include <fcntl.h>
 
 using MWCore::Descriptor;
+using MWCore::FinalLink;
 using MWCore::FolderStream;
 using MWCore::LinkTargets;
-using MWCore::ReachablePath;
+using MWCore::LongPath;
 using MWCore::RecordTree;
 using MWCore::StatConverter;
 using MWCore::Text;
@@ -30,22 +32,19 @@ constexpr int kRestarts = 8;
 
 /// Returns null and sets `errno` if the folder cannot be opened. Never blocks: if another kind of
 /// item has replaced the folder, it is rejected before it is opened.
-FolderStream openFolder(const ReachablePath &place) {
-    Descriptor descriptor(
-        openat(place.folder(), place.rest(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+FolderStream openFolder(const LongPath &place) {
+    Descriptor descriptor(openat(place.folder(), place.relativePath(),
+                                 O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
     FolderStream folder(descriptor ? fdopendir(descriptor.number()) : nullptr);
     if (folder)
         descriptor.release();
     return folder;
 }
 
-/// What to do with a link at the end of a path.
-enum class FinalLink { Follow, DoNotFollow };
-
 /// Examines the item at @p place. On failure writes trace lines, sets `errno` and returns false.
-bool examine(const ReachablePath &place, FinalLink finalLink, struct stat &item) {
+bool examine(const LongPath &place, FinalLink finalLink, struct stat &item) {
     const int flags = finalLink == FinalLink::Follow ? 0 : AT_SYMLINK_NOFOLLOW;
-    if (place && fstatat(place.folder(), place.rest(), &item, flags) == 0)
+    if (place && fstatat(place.folder(), place.relativePath(), &item, flags) == 0)
         return true;
     trace("\t\tError getting item statistics\n");
     trace("\t\terror : %s\n", std::strerror(errno));
@@ -146,7 +145,7 @@ RecordTree Listing::describe(const char *name, const struct stat &item) {
 /// One attempt at a listing; null if an entry vanished or something failed.
 RecordTree listOnce(const char *path, Visitor visitor, Outcome &outcome) {
     outcome = Outcome::Failed;
-    const ReachablePath place(path);
+    const LongPath place(path);
     struct stat item;
     if (!examine(place, FinalLink::Follow, item))
         return nullptr;
@@ -186,12 +185,12 @@ mfs_fso *mfs_fso_get_local_fso_visiting(const char *path, mfs_fso_visitor visito
 
 mfs_fso *mfs_fso_get_local_item(const char *path) {
     const int errorBefore = errno;
-    const ReachablePath place(path);
+    const LongPath place(path);
     struct stat item;
-    if (!examine(place, FinalLink::DoNotFollow, item))
+    if (!examine(place, FinalLink::Keep, item))
         return nullptr;
     struct stat target;
-    const bool hasTarget = examineTarget(place.folder(), place.rest(), item, target);
+    const bool hasTarget = examineTarget(place.folder(), place.relativePath(), item, target);
     StatConverter converter;
     RecordTree record = MWCore::_stat_to_fso(&item, hasTarget ? &target : nullptr, path, converter);
     if (record)

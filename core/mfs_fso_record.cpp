@@ -133,7 +133,7 @@ mfs_fso *MWCore::makeRecord(RecordDraft &draft) {
         if (!files || !subdirectories)
             return nullptr;
     }
-    void *const block = Malloc(sizeof(mfs_fso), "mfs_fso_new");
+    void *const block = allocate(sizeof(mfs_fso), "mfs_fso_new");
     if (!block)
         return nullptr;
     auto *const record = new (block) mfs_fso{};

@@ -93,7 +93,7 @@ int32_t mfs_permissions_perms_to_octal(const mfs_perms *perms) {
 }
 
 mfs_perms *mfs_permissions_octal_to_perms(int32_t number) {
-    void *const block = MWCore::Malloc(sizeof(mfs_perms), "mfs_permissions_octal_to_perms");
+    void *const block = MWCore::allocate(sizeof(mfs_perms), "mfs_permissions_octal_to_perms");
     if (!block)
         return nullptr;
     const uint32_t mode = modeOf(triplesOf(number));
@@ -109,7 +109,7 @@ char *mfs_permissions_octal_to_string(int32_t number) {
     constexpr std::size_t kTripleLength = 3;
     constexpr std::size_t kTextSize = 3 * kTripleLength + 1;
     auto *const text =
-        static_cast<char *>(MWCore::Malloc(kTextSize, "mfs_permissions_octal_to_string"));
+        static_cast<char *>(MWCore::allocate(kTextSize, "mfs_permissions_octal_to_string"));
     if (!text)
         return nullptr;
     std::memset(text, 0, kTextSize);

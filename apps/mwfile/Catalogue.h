@@ -19,8 +19,8 @@ inline constexpr ItemMetadata::Parts kShownMetadata{
 class RowLooks {
 public:
     explicit RowLooks(const MXFileSystemObject &folder)
-        : allowance_(ListedMetadata::kUsualLimits), metadata_(folder, allowance_),
-          aliases_(allowance_) {}
+        : timeBudget_(ListedMetadata::kUsualLimits), metadata_(folder, timeBudget_),
+          aliases_(timeBudget_) {}
 
     [[nodiscard]] ItemMetadata metadataOf(const MXFileSystemObject &item) {
         return metadata_.read(item, kShownMetadata);
@@ -31,7 +31,7 @@ public:
     [[nodiscard]] std::optional<std::string> targetOf(const MXFileSystemObject &item);
 
 private:
-    TimeAllowance allowance_;
+    TimeBudget timeBudget_;
     ListedMetadata metadata_;
     ListedAliases aliases_;
 };

@@ -12,7 +12,7 @@ namespace MWCore {
 
 /// Allocates all memory of the core, except that arrays grow through realloc(). @p label names the
 /// purpose at the call site.
-[[nodiscard]] inline void *Malloc(std::size_t size, [[maybe_unused]] const char *label) {
+[[nodiscard]] inline void *allocate(std::size_t size, [[maybe_unused]] const char *label) {
     return std::malloc(size);
 }
 
@@ -28,7 +28,7 @@ using Text = std::unique_ptr<char, Free>;
     std::size_t length = 0;
     for (const std::string_view part : parts)
         length += part.size();
-    Text text(static_cast<char *>(Malloc(length + 1, label)));
+    Text text(static_cast<char *>(allocate(length + 1, label)));
     if (!text)
         return text;
     char *end = text.get();

@@ -7,8 +7,8 @@
 
 namespace MWCore {
 
-ListedMetadata::ListedMetadata(const MXFileSystemObject &folder, TimeAllowance &allowance)
-    : allowance_(allowance) {
+ListedMetadata::ListedMetadata(const MXFileSystemObject &folder, TimeBudget &timeBudget)
+    : timeBudget_(timeBudget) {
     // Sidecars are no folders.
     for (int32_t index = 0; index < folder.fileCount(); ++index) {
         const QByteArrayView name =
@@ -24,7 +24,7 @@ ItemMetadata ListedMetadata::read(const MXFileSystemObject &child, ItemMetadata:
     const QByteArray path = child.pathBytes();
     const bool hasSidecar =
         !sidecars_.isEmpty() && sidecars_.contains(sidecarName(PathParts(path).name));
-    return ItemMetadata::readWithin(allowance_, path,
+    return ItemMetadata::readWithin(timeBudget_, path,
                                     hasSidecar ? Sidecars::MayExist : Sidecars::Absent, parts);
 }
 

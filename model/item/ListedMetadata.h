@@ -6,7 +6,7 @@
 
 #include <MWCore/ItemMetadata.h>
 #include <MWCore/mwcore_export.h>
-#include <MWCore/TimeAllowance.h>
+#include <MWCore/TimeBudget.h>
 
 #include <QByteArray>
 #include <QSet>
@@ -14,24 +14,24 @@
 namespace MWCore {
 
 /// Reads the metadata of the items of a listed folder, cheaper than item by item: the listing tells
-/// which items have no sidecar. All items together take no longer than an allowance grants,
+/// which items have no sidecar. All items together take no longer than a time budget grants,
 /// whatever somebody wrote in them on purpose. Belongs to one thread.
 class MWCORE_EXPORT ListedMetadata {
 public:
     /// Enough for every folder that was not made to stall a listing (docs/decisions/0015).
-    static constexpr TimeAllowance::Limits kUsualLimits = {.fixed = 35'000'000, .share = 20};
+    static constexpr TimeBudget::Limits kUsualLimits = {.fixed = 35'000'000, .share = 20};
 
-    /// For the children of @p folder. @p allowance must outlive this object; ListedAliases may
+    /// For the children of @p folder. @p timeBudget must outlive this object; ListedAliases may
     /// share it.
-    ListedMetadata(const MXFileSystemObject &folder, TimeAllowance &allowance);
+    ListedMetadata(const MXFileSystemObject &folder, TimeBudget &timeBudget);
 
-    /// The metadata of @p child as it is now. A part that takes longer than the allowance grants
+    /// The metadata of @p child as it is now. A part that takes longer than the time budget grants
     /// has the status fileBoundsErr.
     [[nodiscard]] ItemMetadata read(const MXFileSystemObject &child,
                                     ItemMetadata::Parts parts = ItemMetadata::kAllParts);
 
 private:
-    TimeAllowance &allowance_;
+    TimeBudget &timeBudget_;
     QSet<QByteArray> sidecars_; ///< names
 };
 

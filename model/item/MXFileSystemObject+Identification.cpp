@@ -72,7 +72,7 @@ MXItemKind MXFileSystemObject::typeForItemAtPath(const QString &path, MXItemKind
     const auto facts = bytes ? factsAt(*bytes) : std::nullopt;
     if (!facts)
         return MXItemKindUnknown;
-    Inspection inspection(Inspection::Extent::OneItem);
+    InspectionContext inspection(InspectionContext::Extent::OneItem);
     const Classification result = classify(*bytes, *facts, inspection);
     if (isPackaged)
         *isPackaged = result.isPackaged;
@@ -150,7 +150,7 @@ bool MXFileSystemObject::isCarbonApplication() const {
         file = bundle ? bundle->executablePath() : QByteArray();
     }
     OSStatus status = noErr;
-    const Descriptor open = openRegularFile(file, Links::Follow, &status);
+    const Descriptor open = openRegularFile(file, FinalLink::Follow, &status);
     const auto start =
         open ? readAt(open.number(), 0, kFragmentMark.size(), &status) : std::nullopt;
     return start && *start == kFragmentMark;

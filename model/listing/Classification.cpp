@@ -37,8 +37,9 @@ MXItemKind targetKindOf(int32_t targetType) {
     }
 }
 
-FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
-    return readStoredMetadataWithin(inspection.allowance, path, StoredPart::FinderInfo,
+FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts,
+                        InspectionContext &inspection) {
+    return readStoredMetadataWithin(inspection.timeBudget, path, StoredPart::FinderInfo,
                                     facts.sidecars)
         .finderInfo;
 }
@@ -52,14 +53,14 @@ bool hasFewNames(const QByteArray &folder) {
 }
 
 /// Whether it may be told that the folder is an application.
-bool mayBeAsked(const QByteArray &folder, const TimeAllowance::Use &look,
-                const Inspection &inspection) {
-    return inspection.extent == Inspection::Extent::OneItem ||
+bool mayBeAsked(const QByteArray &folder, const TimeBudget::Use &look,
+                const InspectionContext &inspection) {
+    return inspection.extent == InspectionContext::Extent::OneItem ||
            (look.isGranted() && hasFewNames(folder));
 }
 
 Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
-                              Inspection &inspection) {
+                              InspectionContext &inspection) {
     struct Row {
         LSItemInfoFlag flag;
         MXItemKind kind;
@@ -71,9 +72,9 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
         {kLSItemInfoIsVolume, MXItemKindVolume},
     };
     const FinderInfo info = finderInfoOf(path, facts, inspection);
-    std::optional<TimeAllowance::Use> look;
-    if (isPlainFile(appRunPath(path)) &&
-        !mayBeAsked(path, look.emplace(inspection.allowance), inspection))
+    std::optional<TimeBudget::Use> look;
+    if (isRegularFile(appRunPath(path)) &&
+        !mayBeAsked(path, look.emplace(inspection.timeBudget), inspection))
         return {.kind = itemStatus(path).isMountPoint ? MXItemKindVolume : MXItemKindFolder};
     LSItemInfoFlags flags;
     (void)LSCopyItemInfoForPath(path, info.flags, &flags);
@@ -104,24 +105,25 @@ bool isApplicationFile(const AliasTarget &target) {
            isPlainFileApplication(path);
 }
 
-Effort effortFor(const QByteArray &path, Inspection &inspection) {
-    const bool isListing = inspection.extent == Inspection::Extent::Listing;
-    Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &inspection.allowance},
-                  inspection.mounts, isListing ? Patience::None : Patience::ForRecorded);
+ResolutionContext effortFor(const QByteArray &path, InspectionContext &inspection) {
+    const bool isListing = inspection.extent == InspectionContext::Extent::Listing;
+    ResolutionContext context({.entries = kQuickSearchNames, .timeBudget = &inspection.timeBudget},
+                              inspection.mounts,
+                              isListing ? RemoteAccess::None : RemoteAccess::Recorded);
     if (!inspection.ownMount)
         inspection.ownMount = mountAt(path);
-    effort.ownMount = inspection.ownMount;
-    return effort;
+    context.ownMount = inspection.ownMount;
+    return context;
 }
 
 /// What the alias file at @p path leads to, and nothing else, means; nothing for one that leads
 /// nowhere. A listing must not search the whole disk for each item that is gone: an alias that
 /// would need that is one with an unknown target.
-std::optional<Classification> classifyAlias(const QByteArray &path, const Lead &lead,
-                                            Inspection &inspection) {
-    Effort effort = effortFor(path, inspection);
+std::optional<Classification> classifyAlias(const QByteArray &path, const AliasContent &lead,
+                                            InspectionContext &inspection) {
+    ResolutionContext context = effortFor(path, inspection);
     OSStatus status = noErr;
-    const auto target = followLead(lead, AliasSteps::All, effort, &status);
+    const auto target = followAlias(lead, AliasSteps::All, context, &status);
     if (status == fileBoundsErr)
         return Classification{.kind = MXItemKindAlias};
     if (!target)
@@ -141,11 +143,11 @@ bool mayBeProgram(const QByteArray &content) {
 
 /// What a look into the file tells; @p byType is what its Finder type says.
 Classification lookInto(const QByteArray &path, const FinderInfo &info,
-                        const Classification &byType, Inspection &inspection) {
+                        const Classification &byType, InspectionContext &inspection) {
     const auto entry = path.endsWith(kAliasFileSuffix) ? desktopEntryAt(path) : std::nullopt;
     const EntryContent content = entry ? contentOf(*entry) : EntryContent();
     const bool isFlagged = info.flags.testFlag(kIsAlias);
-    const auto lead = content.lead || !isFlagged ? content.lead : leadInForkOf(path);
+    const auto lead = content.lead || !isFlagged ? content.lead : aliasContentInFork(path);
     const auto alias = lead ? classifyAlias(path, *lead, inspection) : std::nullopt;
     if (alias)
         return *alias;
@@ -157,7 +159,7 @@ Classification lookInto(const QByteArray &path, const FinderInfo &info,
 }
 
 Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
-                            Inspection &inspection) {
+                            InspectionContext &inspection) {
     const FinderInfo info = finderInfoOf(path, facts, inspection);
     const Classification byType = {.kind = info.type == kApplicationType ? MXItemKindApplication
                                                                          : MXItemKindFile};
@@ -166,7 +168,7 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
                               (info.type == 0 && mayBeApplication(path, facts.isExecutable));
     if (!isWorthALook)
         return byType;
-    const TimeAllowance::Use look(inspection.allowance);
+    const TimeBudget::Use look(inspection.timeBudget);
     if (look.isGranted())
         return lookInto(path, info, byType, inspection);
     return isFlagged ? Classification{.kind = MXItemKindAlias} : byType;
@@ -174,7 +176,8 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
 
 } // namespace
 
-Classification classify(const QByteArray &path, const ItemFacts &facts, Inspection &inspection) {
+Classification classify(const QByteArray &path, const ItemFacts &facts,
+                        InspectionContext &inspection) {
     if (path.size() >= PATH_MAX)
         return {}; // no system call takes it
     switch (facts.type) {

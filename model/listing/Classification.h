@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "model/listing/Inspection.h"
+#include "model/listing/InspectionContext.h"
 #include "model/values/MXItemKind.h"
 #include "platform/metadata/MetadataStore.h"
 
@@ -35,6 +35,6 @@ struct Classification {
 /// Where @p inspection grants no look: an item with the alias flag is an alias with an unknown
 /// target, any other file no more than its Finder type says, and a folder no application.
 [[nodiscard]] Classification classify(const QByteArray &path, const ItemFacts &facts,
-                                      Inspection &inspection);
+                                      InspectionContext &inspection);
 
 } // namespace MWCore

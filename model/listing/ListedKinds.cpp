@@ -41,7 +41,8 @@ void ListedKinds::add(const mfs_fso &child) {
 }
 
 Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
-    if (!described_.isEmpty() && inspection_.allowance.isLeft() && described_.contains(child->name))
+    if (!described_.isEmpty() && inspection_.timeBudget.isLeft() &&
+        described_.contains(child->name))
         return kindOf(*child, Sidecars::MayExist);
     const auto place = static_cast<std::size_t>(index);
     return mfs_fso_isDir(child) ? subdirectories_[place] : files_[place];

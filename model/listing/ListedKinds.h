@@ -17,8 +17,8 @@ namespace MWCore {
 /// in the items or beside them is looked into for a bounded time.
 class ListedKinds {
 public:
-    explicit ListedKinds(TimeAllowance::Limits limits = Inspection::kForListing)
-        : inspection_(Inspection::Extent::Listing, limits) {}
+    explicit ListedKinds(TimeBudget::Limits limits = InspectionContext::kForListing)
+        : inspection_(InspectionContext::Extent::Listing, limits) {}
 
     /// To be told of each child (mfs_fso_visitor); @p self is the object.
     static void visit(void *self, const mfs_fso *child, int32_t index) noexcept;
@@ -34,8 +34,8 @@ private:
 
     std::vector<Classification> files_;
     std::vector<Classification> subdirectories_;
-    mutable Inspection inspection_; ///< what is left of it
-    QSet<QByteArray> described_;    ///< names of items beside which a sidecar stands
+    mutable InspectionContext inspection_; ///< what is left of it
+    QSet<QByteArray> described_;           ///< names of items beside which a sidecar stands
 };
 
 } // namespace MWCore

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/size/SizeWalk.h"
 
-#include "core/posix/ReachablePath.h"
+#include "core/posix/LongPath.h"
 #include "model/size/SeenLinks.h"
 #include "model/size/SizeWorker.h"
 #include "platform/files/MountTable.h"
@@ -219,15 +219,16 @@ MXSizeMeasurement unreadableTop(const QByteArray &path, OSStatus status, bool is
 
 MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &options,
                                   const std::atomic<bool> &isCancelled) {
-    const ReachablePath place(path.constData());
+    const LongPath place(path.constData());
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
     const auto top = std::make_shared<const Descriptor>(
-        place ? openat(place.folder(), place.rest(), kFlags) : -1);
+        place ? openat(place.folder(), place.relativePath(), kFlags) : -1);
     if (!*top) {
         const OSStatus status = statusFromErrno(errno);
         struct stat item; // perhaps a link that leads nowhere
         const bool isNoFolder =
-            place && fstatat(place.folder(), place.rest(), &item, AT_SYMLINK_NOFOLLOW) == 0 &&
+            place &&
+            fstatat(place.folder(), place.relativePath(), &item, AT_SYMLINK_NOFOLLOW) == 0 &&
             !S_ISDIR(item.st_mode);
         return isNoFolder ? MXSizeMeasurement()
                           : unreadableTop(path, status, options.listsUnreadable);

@@ -4,7 +4,7 @@
 
 #include "core/mfs_fso.h"
 #include "core/posix/errors.h"
-#include "core/posix/ReachablePath.h"
+#include "core/posix/LongPath.h"
 #include "core/posix/stat_fields.h"
 #include "core/record_tree.h"
 #include "model/size/SeenLinks.h"
@@ -119,8 +119,8 @@ bool SizeWorker::open(Task &task) {
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
     int error = 0;
     do {
-        const ReachablePath place(task.pathFromBase.constData(), task.base->number(), openUnlinked);
-        Descriptor folder(place ? openUnlinked(place.folder(), place.rest(), kFlags) : -1);
+        const LongPath place(task.pathFromBase.constData(), task.base->number(), openUnlinked);
+        Descriptor folder(place ? openUnlinked(place.folder(), place.relativePath(), kFlags) : -1);
         if (folder) {
             task.opened = std::make_shared<const Descriptor>(std::move(folder));
             attemptsToOpen_ = kMostAttempts;

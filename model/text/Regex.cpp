@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/text/Regex.h"
 
-#include "model/text/PatternEffort.h"
+#include "model/text/PatternLimits.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
@@ -87,7 +87,7 @@ template <typename IsEscaped> QString escapedWhere(const QString &text, IsEscape
 
 bool matchesRegex(const QString &text, const QString &pattern) {
     const QByteArray expression = cString(pattern);
-    if (!isBearable(expression))
+    if (!isWithinLimits(expression))
         return false;
     const InUtf8 inUtf8;
     regex_t compiled = {};

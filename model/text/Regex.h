@@ -12,7 +12,7 @@ namespace MWCore::Regex {
 
 /// Whether the extended regular expression @p pattern (POSIX) matches anywhere in @p text, without
 /// regard to case. Both are taken as UTF-8, up to their first U+0000. False for a pattern that does
-/// not compile, refers back to a group ("\1"), or would take too long (PatternEffort.h): more than
+/// not compile, refers back to a group ("\1"), or would take too long (PatternLimits.h): more than
 /// 4,096 bytes, 250 groups or three repetitions in one another, or 10,000 parts when written out.
 /// The C library compiles no range beyond ASCII; single characters in brackets may be any.
 [[nodiscard]] MWCORE_EXPORT bool matchesRegex(const QString &text, const QString &pattern);

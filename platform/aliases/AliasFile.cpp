@@ -13,7 +13,7 @@
 #include "platform/foundation/FileSystemText.h"
 #include "platform/metadata/ForkReader.h"
 #include "platform/metadata/MetadataStore.h"
-#include "platform/references/Reach.h"
+#include "platform/references/MountGuard.h"
 
 #include <algorithm>
 #include <array>
@@ -31,7 +31,7 @@ constexpr int kMostSteps = 40; // as for links in the kernel
 struct ChainItem {
     mode_t mode = 0;
     FinderInfo info; ///< of a regular file, unless it is an alias as a desktop entry
-    std::optional<Lead> lead;
+    std::optional<AliasContent> lead;
 };
 
 ChainItem chainItemAt(const QByteArray &path) {
@@ -48,26 +48,27 @@ ChainItem chainItemAt(const QByteArray &path) {
     const bool isFlagged = !current.lead && readFinderInfo(path, &current.info) == noErr &&
                            current.info.flags.testFlag(kIsAlias);
     if (isFlagged)
-        current.lead = leadInForkOf(path);
+        current.lead = aliasContentInFork(path);
     return current;
 }
 
 /// Makes @p target refer to the item at @p path. Fails instead of touching a file system that
-/// @p effort does not allow.
-OSStatus referTo(const QByteArray &path, LastLink link, Effort &effort, FSRef *target) {
-    Reach reach(effort.mounts, effort.budget);
-    if (effort.patience == Patience::ForRecorded)
-        reach.allowAll();
-    else if (effort.ownMount)
-        reach.allow(*effort.ownMount);
+/// @p context does not allow.
+OSStatus referTo(const QByteArray &path, FinalLink link, ResolutionContext &context,
+                 FSRef *target) {
+    MountGuard guard(context.mounts, context.budget);
+    if (context.remoteAccess == RemoteAccess::Recorded)
+        guard.allowAll();
+    else if (context.ownMount)
+        guard.allow(*context.ownMount);
     const QByteArray name = PathParts(path).name;
-    const bool needsName = effort.patience == Patience::None || link == LastLink::Follow ||
-                           name == "." || name == "..";
+    const bool needsName = context.remoteAccess == RemoteAccess::None ||
+                           link == FinalLink::Follow || name == "." || name == "..";
     OSStatus status = noErr;
     QByteArray real;
-    const Descriptor item = reach.open(path, link, &status, needsName ? &real : nullptr);
-    if (effort.budget.hasStopped())
-        return effort.budget.status();
+    const Descriptor item = guard.open(path, link, &status, needsName ? &real : nullptr);
+    if (context.budget.hasStopped())
+        return context.budget.status();
     if (!item)
         return status;
     if (auto identity = identityOf(item.number(), "", &status))
@@ -75,15 +76,15 @@ OSStatus referTo(const QByteArray &path, LastLink link, Effort &effort, FSRef *t
     return status;
 }
 
-OSStatus follow(const Lead &lead, FSRef *target, Effort &effort) {
+OSStatus follow(const AliasContent &lead, FSRef *target, ResolutionContext &context) {
     OSStatus status = mapReadErr;
     if (!lead.record.isEmpty())
-        status = resolveAlias(lead.record, target, effort);
+        status = resolveAlias(lead.record, target, context);
     if (status != mapReadErr)
         return status;
     const auto path = pathOfFileUrl(lead.url);
     if (path)
-        return referTo(*path, LastLink::Keep, effort, target);
+        return referTo(*path, FinalLink::Keep, context, target);
     return lead.url.isEmpty() ? mapReadErr : errFSOperationNotSupported;
 }
 
@@ -110,15 +111,15 @@ EntryContent contentOf(const QByteArray &entry) {
     if (address.isEmpty())
         return {.startsApplication = type == u"Application", .lead = std::nullopt};
     return {.startsApplication = false,
-            .lead = Lead{QByteArray::fromBase64(bytes(record)), address}};
+            .lead = AliasContent{QByteArray::fromBase64(bytes(record)), address}};
 }
 
-std::optional<Lead> leadInForkOf(const QByteArray &path) {
+std::optional<AliasContent> aliasContentInFork(const QByteArray &path) {
     OSStatus status = noErr;
     const auto fork = ForkReader::open(path, &status);
     const auto record =
         fork ? fork->firstResource(kAliasResource, AliasRecord::kLongest) : std::nullopt;
-    return record ? std::optional(Lead{*record, {}}) : std::nullopt;
+    return record ? std::optional(AliasContent{*record, {}}) : std::nullopt;
 }
 
 std::optional<QByteArray> desktopEntryAt(const QByteArray &path) {
@@ -133,17 +134,17 @@ std::optional<QByteArray> desktopEntryAt(const QByteArray &path) {
     return readAt(file.number(), 0, std::min<int64_t>(item.st_size, kLongestAliasEntry), &status);
 }
 
-std::optional<Lead> leadIn(const QByteArray &path) {
+std::optional<AliasContent> aliasContentIn(const QByteArray &path) {
     return chainItemAt(path).lead;
 }
 
-std::optional<AliasTarget> followLead(const Lead &lead, AliasSteps steps, Effort &effort,
-                                      OSStatus *status) {
+std::optional<AliasTarget> followAlias(const AliasContent &lead, AliasSteps steps,
+                                       ResolutionContext &context, OSStatus *status) {
     FSRef at;
     ChainItem current = {.mode = 0, .info = {}, .lead = lead};
     for (int step = 0; step < kMostSteps; ++step) {
-        *status = current.lead ? follow(*current.lead, &at, effort)
-                               : referTo(at.path, LastLink::Follow, effort, &at);
+        *status = current.lead ? follow(*current.lead, &at, context)
+                               : referTo(at.path, FinalLink::Follow, context, &at);
         if (*status != noErr)
             return std::nullopt;
         if (steps == AliasSteps::One)
@@ -157,26 +158,26 @@ std::optional<AliasTarget> followLead(const Lead &lead, AliasSteps steps, Effort
 }
 
 QByteArray aliasRecordInFile(const QByteArray &path) {
-    const auto lead = leadIn(path);
+    const auto lead = aliasContentIn(path);
     return lead ? lead->record : QByteArray();
 }
 
 OSStatus FSResolveAliasFile(FSRef *ref, AliasSteps steps, bool *targetIsFolder, bool *wasAliased,
                             const std::atomic<bool> *cancelled, int64_t searchedNames) {
     MountSnapshot mounts;
-    Effort effort({.entries = searchedNames, .cancelled = cancelled}, mounts);
+    ResolutionContext context({.entries = searchedNames, .cancelled = cancelled}, mounts);
     QByteArray path;
-    OSStatus status = currentPath(*ref, effort, &path);
+    OSStatus status = currentPath(*ref, context, &path);
     if (status != noErr)
         return status;
-    const auto lead = leadIn(path);
+    const auto lead = aliasContentIn(path);
     *wasAliased = lead.has_value();
     if (!lead) {
         *targetIsFolder = isFolder(path);
         return noErr;
     }
-    effort.ownMount = mountAt(path);
-    const auto target = followLead(*lead, steps, effort, &status);
+    context.ownMount = mountAt(path);
+    const auto target = followAlias(*lead, steps, context, &status);
     if (!target)
         return status;
     *targetIsFolder = target->isFolder;

@@ -3,8 +3,8 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/FileUrl.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/files/PathParts.h"
-#include "platform/files/ReplacedFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/formats/ResourceMap.h"
 #include "platform/metadata/conventions.h"
@@ -21,7 +21,7 @@ constexpr mode_t kReadAndWrite = 0666;
 constexpr auto kUnchanged = static_cast<uid_t>(-1); // leaves the owner and group of a new file
 
 OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
-                           const ItemPlace &place) {
+                           const ItemLocator &place) {
     DesktopEntry entry;
     // A name for people; invalid UTF-8 would make the whole entry invalid.
     const QByteArray last = PathParts(target).name;
@@ -35,7 +35,7 @@ OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
     if (!isWhole || !place.name().endsWith(kAliasFileSuffix))
         return bdNamErr;
     OSStatus status = noErr;
-    auto file = ReplacedFile::begin(place, &status);
+    auto file = AtomicFile::begin(place, &status);
     if (!file)
         return status;
     return file->isThere()
@@ -54,13 +54,13 @@ FinderInfo aliasInfo() {
 /// Whether a sidecar without an item holds nothing but an alias, as a killed process may leave it.
 bool isLeftOver(const AppleDouble &sidecar) {
     const QByteArrayView info = sidecar.content(kFinderInfoEntry);
-    return sidecar.isVoid() ||
+    return sidecar.isEmpty() ||
            (info.size() >= FinderInfo::kLength && FinderInfo::fromBytes(info) == aliasInfo());
 }
 
 /// Marks the item as an alias in an extended attribute as well, where a listing looks first. If the
 /// file system has none, the sidecar must do.
-void markItem(const ItemPlace &place) {
+void markItem(const ItemLocator &place) {
     (void)changeMetadata(place, [](MetadataChange &change) {
         const Convention &plain = conventions().front();
         if (!AttributeNames(change.path()).contains(plain.attribute))
@@ -71,7 +71,7 @@ void markItem(const ItemPlace &place) {
 
 /// Writes all or nothing: an empty file without its metadata would lead nowhere and take the name.
 /// So the metadata is written first, and all at once.
-OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
+OSStatus writeFinderAlias(const QByteArray &record, const ItemLocator &place) {
     ResourceMap map;
     map.put({kAliasResource, 0, std::nullopt, 0, record});
     const auto fork = map.toBytes();
@@ -91,7 +91,7 @@ OSStatus writeFinderAlias(const QByteArray &record, const ItemPlace &place) {
 OSStatus FSCreateAliasFile(const FSRef &target, const QByteArray &path, AliasFileForm form) {
     struct stat item = {};
     OSStatus status = noErr;
-    const auto place = ItemPlace::find(path, &status);
+    const auto place = ItemLocator::find(path, &status);
     if (!place)
         return status;
     if (place->examine(&item) == noErr)

@@ -8,20 +8,21 @@
 
 #include <sys/stat.h>
 
-/// FSResolveAlias() and FSResolveAliasFile() for callers that share one effort between many steps.
-/// Belongs to the thread of the effort.
+/// FSResolveAlias() and FSResolveAliasFile() for callers that share one context between many steps.
+/// Belongs to the thread of the context.
 namespace MWCore {
 
-[[nodiscard]] OSStatus resolveAlias(const QByteArray &alias, FSRef *target, Effort &effort);
+[[nodiscard]] OSStatus resolveAlias(const QByteArray &alias, FSRef *target,
+                                    ResolutionContext &context);
 
 /// What an alias file holds to find its target: a record, a URL, or both.
-struct Lead {
+struct AliasContent {
     QByteArray record;
     QByteArray url;
 };
 
 /// nullopt if @p path is not an alias file.
-[[nodiscard]] std::optional<Lead> leadIn(const QByteArray &path);
+[[nodiscard]] std::optional<AliasContent> aliasContentIn(const QByteArray &path);
 
 // For callers that already know more about the file.
 
@@ -32,13 +33,13 @@ struct Lead {
 /// What a desktop entry opens.
 struct EntryContent {
     bool startsApplication = false;
-    std::optional<Lead> lead; ///< if it is an alias
+    std::optional<AliasContent> lead; ///< if it is an alias
 };
 [[nodiscard]] EntryContent contentOf(const QByteArray &entry);
 
 /// The lead in the resource fork of the file at @p path, which has the alias flag. nullopt if the
 /// fork has no record.
-[[nodiscard]] std::optional<Lead> leadInForkOf(const QByteArray &path);
+[[nodiscard]] std::optional<AliasContent> aliasContentInFork(const QByteArray &path);
 
 /// The id of the mount that the item at @p path is on; nullopt if it cannot be found.
 [[nodiscard]] std::optional<int32_t> mountAt(const QByteArray &path);
@@ -54,7 +55,7 @@ struct AliasTarget {
 
 /// Follows @p lead, the content of the first alias file of a chain; if @p resolveAliasChains is
 /// true, also the alias files and links after it. nullopt on failure, with the cause in @p status.
-[[nodiscard]] std::optional<AliasTarget> followLead(const Lead &lead, AliasSteps steps,
-                                                    Effort &effort, OSStatus *status);
+[[nodiscard]] std::optional<AliasTarget> followAlias(const AliasContent &lead, AliasSteps steps,
+                                                     ResolutionContext &context, OSStatus *status);
 
 } // namespace MWCore

@@ -18,8 +18,8 @@ OSStatus FSNewAlias(const FSRef &target, QByteArray *alias) {
 OSStatus FSResolveAlias(const QByteArray &alias, FSRef *target, const std::atomic<bool> *cancelled,
                         int64_t searchedNames) {
     MountSnapshot mounts;
-    Effort effort({.entries = searchedNames, .cancelled = cancelled}, mounts);
-    return resolveAlias(alias, target, effort);
+    ResolutionContext context({.entries = searchedNames, .cancelled = cancelled}, mounts);
+    return resolveAlias(alias, target, context);
 }
 
 std::optional<AliasInfo> aliasInfo(const QByteArray &alias) {
@@ -32,32 +32,32 @@ struct ListedAliases::State {
     MountSnapshot mounts;
 };
 
-ListedAliases::ListedAliases(TimeAllowance &allowance)
-    : allowance_(allowance), state_(std::make_unique<State>()) {}
+ListedAliases::ListedAliases(TimeBudget &timeBudget)
+    : timeBudget_(timeBudget), state_(std::make_unique<State>()) {}
 
 ListedAliases::~ListedAliases() = default;
 
 OSStatus ListedAliases::resolve(const QByteArray &path, QByteArray *target) {
-    const TimeAllowance::Use use(allowance_);
+    const TimeBudget::Use use(timeBudget_);
     if (!use.isGranted())
         return fileBoundsErr;
-    Effort effort({.entries = kNamesOfAQuickSearch, .allowance = &allowance_}, state_->mounts,
-                  Patience::None);
-    effort.ownMount = mountAt(path);
+    ResolutionContext context({.entries = kQuickSearchNames, .timeBudget = &timeBudget_},
+                              state_->mounts, RemoteAccess::None);
+    context.ownMount = mountAt(path);
     OSStatus status = fnfErr;
-    const auto lead = leadIn(path);
-    const auto found = lead ? followLead(*lead, AliasSteps::All, effort, &status) : std::nullopt;
+    const auto lead = aliasContentIn(path);
+    const auto found = lead ? followAlias(*lead, AliasSteps::All, context, &status) : std::nullopt;
     if (found)
         *target = found->item.path;
     return status;
 }
 
-OSStatus resolveAlias(const QByteArray &alias, FSRef *target, Effort &effort) {
+OSStatus resolveAlias(const QByteArray &alias, FSRef *target, ResolutionContext &context) {
     const auto record = AliasRecord::parse(alias);
     if (!record)
         return mapReadErr;
     OSStatus status = noErr;
-    if (auto item = locate(*record, Replacement::IsTheItem, effort, &status))
+    if (auto item = locate(*record, Replacement::Accept, context, &status))
         *target = std::move(*item);
     return status;
 }

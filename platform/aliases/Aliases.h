@@ -4,7 +4,7 @@
 
 #include <MWCore/FSRef.h>
 #include <MWCore/mwcore_export.h>
-#include <MWCore/TimeAllowance.h>
+#include <MWCore/TimeBudget.h>
 
 #include <atomic>
 #include <cstdint>
@@ -22,7 +22,7 @@ namespace MWCore {
 constexpr int64_t kMostSearchedNames = 4'000'000;
 
 /// The same for an alias in a listing: some milliseconds.
-constexpr int64_t kNamesOfAQuickSearch = 4096;
+constexpr int64_t kQuickSearchNames = 4096;
 
 /// Sets @p alias to a record by which the item can be found again.
 [[nodiscard]] MWCORE_EXPORT OSStatus FSNewAlias(const FSRef &target, QByteArray *alias);
@@ -72,27 +72,27 @@ enum class AliasSteps { One, All };
     FSRef *ref, AliasSteps steps, bool *targetIsFolder, bool *wasAliased,
     const std::atomic<bool> *cancelled = nullptr, int64_t searchedNames = kMostSearchedNames);
 
-/// Resolves the alias files of a listing. Together they take no longer than an allowance grants,
+/// Resolves the alias files of a listing. Together they take no longer than a time budget grants,
 /// and they touch no file system that is not local, unless the alias file itself is on it. Belongs
 /// to one thread.
 class MWCORE_EXPORT ListedAliases {
 public:
-    /// @p allowance must outlive this object.
-    explicit ListedAliases(TimeAllowance &allowance);
+    /// @p timeBudget must outlive this object.
+    explicit ListedAliases(TimeBudget &timeBudget);
     ListedAliases(const ListedAliases &) = delete;
     ListedAliases &operator=(const ListedAliases &) = delete;
     ~ListedAliases();
 
     /// Sets @p target to the path, without links, of the item to which the alias file at @p path
     /// leads in the end. Searches for some milliseconds at most: fileBoundsErr if that or the
-    /// allowance does not suffice, or a file system that may block would have to be touched. fnfErr
-    /// if @p path is not an alias file. Other failures are those of FSResolveAliasFile().
+    /// time budget does not suffice, or a file system that may block would have to be touched.
+    /// fnfErr if @p path is not an alias file. Other failures are those of FSResolveAliasFile().
     [[nodiscard]] OSStatus resolve(const QByteArray &path, QByteArray *target);
 
 private:
     struct State;
 
-    TimeAllowance &allowance_;
+    TimeBudget &timeBudget_;
     std::unique_ptr<State> state_;
 };
 

@@ -3,12 +3,12 @@
 #include "platform/catalogue/FileCatalogue.h"
 
 #include "core/posix/stat_fields.h"
-#include "platform/files/FolderTurn.h"
+#include "platform/files/FolderLock.h"
 #include "platform/files/RegularFile.h"
 #include "platform/metadata/MetadataChange.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/AliasResolution.h"
-#include "platform/references/ReferencePlace.h"
+#include "platform/references/ReferenceLocator.h"
 
 #include <cerrno>
 #include <ctime>
@@ -76,8 +76,8 @@ OSStatus setImmutable(int item, Lock lock, int *flags) {
     return ioctl(item, FS_IOC_SETFLAGS, flags) == 0 ? noErr : statusFromErrno(errno);
 }
 
-OSStatus setLock(const ItemPlace &place, Lock lock) {
-    const FolderTurn turn(place); // all flags are read and written together
+OSStatus setLock(const ItemLocator &place, Lock lock) {
+    const FolderLock turn(place); // all flags are read and written together
     OSStatus status = turn.status();
     if (status != noErr)
         return status;
@@ -86,14 +86,15 @@ OSStatus setLock(const ItemPlace &place, Lock lock) {
     return item ? setImmutable(item.number(), lock, &flags) : status;
 }
 
-OSStatus setModificationDate(const ItemPlace &place, UTCDateTime date) {
+OSStatus setModificationDate(const ItemLocator &place, UTCDateTime date) {
     const timespec times[] = {{0, UTIME_OMIT}, timeFrom(date)};
     return utimensat(place.folder(), place.name().constData(), times, AT_SYMLINK_NOFOLLOW) == 0
                ? noErr
                : statusFromErrno(errno);
 }
 
-OSStatus setAll(const ItemPlace &place, FSCatalogInfoBitmap whichInfo, const FSCatalogInfo &info) {
+OSStatus setAll(const ItemLocator &place, FSCatalogInfoBitmap whichInfo,
+                const FSCatalogInfo &info) {
     OSStatus status = noErr;
     const bool locks = info.nodeFlags & kFSNodeLockedMask;
     // A locked item takes no other change: unlock first, lock last.
@@ -153,13 +154,13 @@ OSStatus FSSetCatalogInfo(const FSRef &ref, FSCatalogInfoBitmap whichInfo,
     if (whichInfo & ~kSettable)
         return errFSOperationNotSupported;
     OSStatus status = noErr;
-    const auto place = placeOf(ref, &status);
+    const auto place = locatorOf(ref, &status);
     return place ? setAll(*place, whichInfo, info) : status;
 }
 
 OSStatus FSChangeFinderInfo(const FSRef &ref, const std::function<void(FinderInfo &)> &change) {
     OSStatus status = noErr;
-    const auto place = placeOf(ref, &status);
+    const auto place = locatorOf(ref, &status);
     return place ? changeFinderInfo(*place, change) : status;
 }
 

@@ -21,7 +21,7 @@ StoredParts storedParts(Parts parts) {
         .setFlag(StoredPart::ResourceFork, parts.testFlag(Part::ResourceFork));
 }
 
-std::size_t placeOf(Part part) {
+std::size_t locatorOf(Part part) {
     return static_cast<std::size_t>(std::countr_zero(static_cast<uint8_t>(part)));
 }
 
@@ -45,23 +45,23 @@ ItemMetadata ItemMetadata::read(const FSRef &ref, Parts parts) {
     return metadata;
 }
 
-ItemMetadata ItemMetadata::readWithin(TimeAllowance &allowance, const QByteArray &path,
+ItemMetadata ItemMetadata::readWithin(TimeBudget &timeBudget, const QByteArray &path,
                                       Sidecars sidecars, Parts parts) {
     ItemMetadata metadata;
     const StoredParts stored = storedParts(parts);
     if (metadata.examine(path, parts) && stored)
-        metadata.take(readStoredMetadataWithin(allowance, path, stored, sidecars), parts);
+        metadata.take(readStoredMetadataWithin(timeBudget, path, stored, sidecars), parts);
     return metadata;
 }
 
 OSStatus ItemMetadata::status(Part part) const {
-    return statuses_[placeOf(part)];
+    return statuses_[locatorOf(part)];
 }
 
 void ItemMetadata::setStatus(Parts parts, OSStatus status) {
     for (const Part part : {Part::Inode, Part::DateCreated, Part::FinderInfo, Part::ResourceFork})
         if (parts.testFlag(part))
-            statuses_[placeOf(part)] = status;
+            statuses_[locatorOf(part)] = status;
 }
 
 /// What statx tells, if any of that is asked for. False where there is nothing to be examined.

@@ -7,7 +7,7 @@
 #include <MWCore/FSRef.h>
 #include <MWCore/MetadataStore.h>
 #include <MWCore/mwcore_export.h>
-#include <MWCore/TimeAllowance.h>
+#include <MWCore/TimeBudget.h>
 
 #include <array>
 #include <cstdint>
@@ -48,9 +48,9 @@ public:
     [[nodiscard]] static ItemMetadata read(const FSRef &ref, Parts parts = kAllParts);
 
     /// The same for one of many items, whose metadata somebody else may have made long on purpose.
-    /// A part that takes more time than @p allowance grants has the status fileBoundsErr. Of a
+    /// A part that takes more time than @p timeBudget grants has the status fileBoundsErr. Of a
     /// folder that was listed, ListedMetadata knows @p sidecars.
-    [[nodiscard]] static ItemMetadata readWithin(TimeAllowance &allowance, const QByteArray &path,
+    [[nodiscard]] static ItemMetadata readWithin(TimeBudget &timeBudget, const QByteArray &path,
                                                  Sidecars sidecars, Parts parts = kAllParts);
 
     /// noErr for a part that is known, else why it is not: fnfErr when there is no item;

@@ -7,7 +7,7 @@
 #include "platform/metadata/MetadataChange.h"
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/AliasResolution.h"
-#include "platform/references/ReferencePlace.h"
+#include "platform/references/ReferenceLocator.h"
 
 #include <algorithm>
 #include <functional>
@@ -34,14 +34,14 @@ struct ResourceFile::Fork {
 namespace {
 
 /// Gives an existing item an empty fork.
-OSStatus addEmptyFork(const ItemPlace &place, const QByteArray &empty) {
+OSStatus addEmptyFork(const ItemLocator &place, const QByteArray &empty) {
     return changeResourceFork(place, [&empty](QByteArrayView fork, OSStatus *refused) {
         *refused = fork.isEmpty() ? noErr : dupFNErr;
         return empty;
     });
 }
 
-OSStatus makeFileWithFork(const ItemPlace &place, const QByteArray &empty) {
+OSStatus makeFileWithFork(const ItemLocator &place, const QByteArray &empty) {
     const auto hasNoOtherFork = [&empty](const AppleDouble &sidecar) {
         const QByteArrayView fork = sidecar.content(kResourceForkEntry);
         return fork.isEmpty() || fork == empty;
@@ -57,7 +57,7 @@ OSStatus FSCreateResFile(const FSRef &parent, const QByteArray &name, FSRef *new
     if (name.isEmpty() || name.contains('/') || name.contains('\0'))
         return bdNamErr;
     OSStatus status = noErr;
-    const auto place = placeIn(parent, name, &status);
+    const auto place = locatorIn(parent, name, &status);
     if (!place)
         return status;
     const QByteArray empty = ResourceMap().toBytes().value_or(QByteArray());
@@ -123,7 +123,7 @@ OSStatus ResourceFile::close() {
     if (fork_->edits.empty())
         return noErr;
     OSStatus status = noErr;
-    const auto place = placeOf(fork_->item, &status);
+    const auto place = locatorOf(fork_->item, &status);
     if (place)
         status = changeResourceFork(*place, [this](QByteArrayView fork, OSStatus *refused) {
             return edited(fork, refused);

@@ -8,7 +8,7 @@
 
 namespace MWCore {
 
-OSStatus makeEmptyFile(const ItemPlace &place) {
+OSStatus makeEmptyFile(const ItemLocator &place) {
     constexpr mode_t kReadAndWrite = 0666;
     const Descriptor made(openat(place.folder(), place.name().constData(),
                                  O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite));

@@ -80,7 +80,7 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
     return identity;
 }
 
-bool isStrong(const FileIdentity &identity) {
+bool isUnambiguous(const FileIdentity &identity) {
     return identity.birthTime || !identity.handle.isEmpty();
 }
 
@@ -92,7 +92,7 @@ bool isSameItem(const FileIdentity &found, const FileIdentity &wanted) {
     if (found.inode != wanted.inode || isOtherHandle ||
         (hasBirths && found.birthTime != wanted.birthTime))
         return false;
-    return hasHandles || hasBirths || (!isStrong(found) && !isStrong(wanted));
+    return hasHandles || hasBirths || (!isUnambiguous(found) && !isUnambiguous(wanted));
 }
 
 bool isSameItemAt(const QByteArray &path, const FileIdentity &found, const FileIdentity &wanted) {

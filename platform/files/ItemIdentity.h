@@ -17,7 +17,7 @@ namespace MWCore {
                                                      OSStatus *status);
 
 /// Whether the identity has more than an inode number, which later items can get again.
-[[nodiscard]] bool isStrong(const FileIdentity &identity);
+[[nodiscard]] bool isUnambiguous(const FileIdentity &identity);
 
 /// Whether @p found is the same item as @p wanted. Inode numbers are reused, and some are the same
 /// on every volume. So handles and birth times must agree where both identities have them, and at

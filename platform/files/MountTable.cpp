@@ -112,7 +112,8 @@ bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {
     return path.startsWith(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
-std::vector<const Mount *> mountsOnWay(const QByteArray &path, const std::vector<Mount> &mounts) {
+std::vector<const Mount *> mountsAlongPath(const QByteArray &path,
+                                           const std::vector<Mount> &mounts) {
     std::vector<const Mount *> holding;
     for (const Mount &mount : mounts)
         if (isAtOrBelow(path, mount.mountPoint))
@@ -140,7 +141,7 @@ std::vector<const Mount *> mountsOnWay(const QByteArray &path, const std::vector
 }
 
 const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts) {
-    const auto way = mountsOnWay(path, mounts);
+    const auto way = mountsAlongPath(path, mounts);
     return way.empty() ? nullptr : way.back();
 }
 

@@ -42,10 +42,10 @@ struct Mount {
 
 /// The mounts that @p path, an absolute path without links, passes through, from the mount of "/"
 /// to the one that holds the item. Mounts hidden by another mount are left out.
-[[nodiscard]] std::vector<const Mount *> mountsOnWay(const QByteArray &path,
-                                                     const std::vector<Mount> &mounts);
+[[nodiscard]] std::vector<const Mount *> mountsAlongPath(const QByteArray &path,
+                                                         const std::vector<Mount> &mounts);
 
-/// The mount that holds the item at @p path: the last of mountsOnWay(). Null if there is none.
+/// The mount that holds the item at @p path: the last of mountsAlongPath(). Null if there is none.
 [[nodiscard]] const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts);
 
 } // namespace MWCore

@@ -30,9 +30,9 @@ Descriptor reopened(const Descriptor &found, const struct stat &item, int folder
 }
 
 /// Examines the item before opening it, and opens exactly the item that it examined.
-Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &path, Links links,
-                  OSStatus *status) {
-    const int keep = links == Links::Keep ? O_NOFOLLOW : 0;
+Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &path,
+                  FinalLink links, OSStatus *status) {
+    const int keep = links == FinalLink::Keep ? O_NOFOLLOW : 0;
     const Descriptor found(openat(folder, path.constData(), O_PATH | O_CLOEXEC | keep));
     struct stat item = {};
     if (!found || fstat(found.number(), &item) != 0) {
@@ -52,17 +52,18 @@ Descriptor openIf(bool (*isWanted)(mode_t mode), int folder, const QByteArray &p
 
 } // namespace
 
-Descriptor openRegularFileAt(int folder, const QByteArray &path, Links links, OSStatus *status) {
+Descriptor openRegularFileAt(int folder, const QByteArray &path, FinalLink links,
+                             OSStatus *status) {
     return openIf([](mode_t mode) { return S_ISREG(mode); }, folder, path, links, status);
 }
 
-Descriptor openRegularFile(const QByteArray &path, Links links, OSStatus *status) {
+Descriptor openRegularFile(const QByteArray &path, FinalLink links, OSStatus *status) {
     return openRegularFileAt(AT_FDCWD, path, links, status);
 }
 
 Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status) {
     return openIf([](mode_t mode) { return S_ISREG(mode) || S_ISDIR(mode); }, folder, path,
-                  Links::Keep, status);
+                  FinalLink::Keep, status);
 }
 
 std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit, OSStatus *status) {
@@ -94,7 +95,7 @@ std::optional<QByteArray> readWhole(int descriptor, int64_t limit, OSStatus *sta
     return *status == noErr ? readAt(descriptor, 0, item.st_size, status) : std::nullopt;
 }
 
-std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit, Links links,
+std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit, FinalLink links,
                                           OSStatus *status) {
     const Descriptor file = openRegularFile(path, links, status);
     return file ? readWhole(file.number(), limit, status) : std::nullopt;

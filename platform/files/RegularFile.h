@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/posix/Descriptor.h"
+#include "core/posix/FinalLink.h"
 #include "platform/foundation/OSStatus.h"
 
 #include <optional>
@@ -13,15 +14,12 @@
 /// opened before its kind is known: a fifo never blocks, a device is never touched. Any thread.
 namespace MWCore {
 
-/// What to do with a link at the end of a path.
-enum class Links { Keep, Follow };
-
 /// Opens the regular file at @p path, relative to the open folder @p folder (or AT_FDCWD), for
 /// reading. Returns an empty descriptor on failure, with the cause in @p status:
 /// errFSOperationNotSupported if the item is not a regular file, fnfErr only if nothing is there.
-[[nodiscard]] Descriptor openRegularFileAt(int folder, const QByteArray &path, Links links,
+[[nodiscard]] Descriptor openRegularFileAt(int folder, const QByteArray &path, FinalLink links,
                                            OSStatus *status);
-[[nodiscard]] Descriptor openRegularFile(const QByteArray &path, Links links, OSStatus *status);
+[[nodiscard]] Descriptor openRegularFile(const QByteArray &path, FinalLink links, OSStatus *status);
 
 /// Opens a regular file or a folder in the same way, never through a link.
 [[nodiscard]] Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status);
@@ -38,6 +36,6 @@ enum class Links { Keep, Follow };
 /// The content of the regular file at @p path. nullopt on failure, with the cause in @p status:
 /// fileBoundsErr if the file is longer than @p limit bytes.
 [[nodiscard]] std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit,
-                                                        Links links, OSStatus *status);
+                                                        FinalLink links, OSStatus *status);
 
 } // namespace MWCore

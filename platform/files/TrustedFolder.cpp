@@ -176,7 +176,7 @@ Descriptor openTrustedFolder(const QByteArray &path, OSStatus *status) {
     return Walk(absolute.isEmpty() ? path : absolute).run(status);
 }
 
-bool isOnlyOurs(const QByteArray &path) {
+bool isSafeFromOthers(const QByteArray &path) {
     OSStatus status = noErr;
     Walk walk(path);
     (void)walk.run(&status);

@@ -22,6 +22,6 @@ namespace MWCore {
 /// Whether nobody but the superuser and this process's user can replace the item at @p path, which
 /// is absolute, or a folder or link on the path. Items that do not exist yet count as ours. Any
 /// thread.
-[[nodiscard]] bool isOnlyOurs(const QByteArray &path);
+[[nodiscard]] bool isSafeFromOthers(const QByteArray &path);
 
 } // namespace MWCore

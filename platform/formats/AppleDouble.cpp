@@ -149,7 +149,7 @@ void AppleDouble::replace(uint32_t id, QByteArrayView content) {
     writeTable();
 }
 
-bool AppleDouble::isVoid() const {
+bool AppleDouble::isEmpty() const {
     const QByteArrayView bytes(bytes_);
     qsizetype seen = tableEnd(entries_.size());
     for (const Entry &entry : sortedByOffset(entries_)) {

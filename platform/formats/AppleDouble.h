@@ -55,7 +55,7 @@ public:
     /// Whether the file stores nothing: all contents, and the bytes before, between and after them,
     /// are zero. Ignores the filler in the header and the header of an attribute block without
     /// attributes.
-    [[nodiscard]] bool isVoid() const;
+    [[nodiscard]] bool isEmpty() const;
 
     [[nodiscard]] const QByteArray &bytes() const { return bytes_; }
 

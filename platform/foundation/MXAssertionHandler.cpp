@@ -37,12 +37,12 @@ void MXAssertionHandler::handleFailureInFunction(const QString &function, const 
     throw MXException(NSInternalInconsistencyException, description);
 }
 
-void failAssertion(const QString &description, SourcePlace place) {
+void failAssertion(const QString &description, SourceLocation place) {
     MXAssertionHandler::currentHandler()->handleFailureInFunction(
         QString::fromUtf8(place.function), QString::fromUtf8(place.file), place.line, description);
 }
 
-bool assertParameter(bool satisfied, const char *condition, SourcePlace place) {
+bool assertParameter(bool satisfied, const char *condition, SourceLocation place) {
     if (!satisfied)
         failAssertion(QString::asprintf("Invalid parameter not satisfying: %s", condition), place);
     return satisfied;

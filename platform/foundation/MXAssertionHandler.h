@@ -35,27 +35,27 @@ public:
 };
 
 /// The source location of an assertion. (Some supported compilers lack std::source_location.)
-struct SourcePlace {
+struct SourceLocation {
     const char *function;
     const char *file;
     int line;
 
     /// The location of the call. As a default argument, the location of the call that omits it.
-    static constexpr SourcePlace here(const char *function = __builtin_FUNCTION(),
-                                      const char *file = __builtin_FILE(),
-                                      int line = __builtin_LINE()) {
+    static constexpr SourceLocation here(const char *function = __builtin_FUNCTION(),
+                                         const char *file = __builtin_FILE(),
+                                         int line = __builtin_LINE()) {
         return {function, file, line};
     }
 };
 
 /// Reports a failed assertion at @p place to the current handler. Returns if the handler returns.
 MWCORE_EXPORT void failAssertion(const QString &description,
-                                 SourcePlace place = SourcePlace::here());
+                                 SourceLocation place = SourceLocation::here());
 
 /// Returns @p satisfied. If it is false, first reports "Invalid parameter not satisfying: "
 /// followed by @p condition, the source text of the condition; the caller then returns its failure
 /// value.
 [[nodiscard]] MWCORE_EXPORT bool assertParameter(bool satisfied, const char *condition,
-                                                 SourcePlace place = SourcePlace::here());
+                                                 SourceLocation place = SourceLocation::here());
 
 } // namespace MWCore

@@ -11,7 +11,7 @@
 
 namespace MWCore {
 
-bool isPlainFile(const QByteArray &path) {
+bool isRegularFile(const QByteArray &path) {
     struct stat item = {};
     return stat(path.constData(), &item) == 0 && S_ISREG(item.st_mode);
 }
@@ -21,7 +21,7 @@ QByteArray appRunPath(const QByteArray &folder) {
 }
 
 std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
-    if (!isPlainFile(appRunPath(folder)))
+    if (!isRegularFile(appRunPath(folder)))
         return std::nullopt;
     const FolderStream listing(opendir(folder.constData()));
     if (!listing)
@@ -30,7 +30,7 @@ std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
     while (const dirent *const entry = readdir(listing.get())) {
         const QByteArray name = entry->d_name;
         const bool isBetter = name.endsWith(".desktop") && (first.isEmpty() || name < first);
-        if (isBetter && isPlainFile(folder + '/' + name))
+        if (isBetter && isRegularFile(folder + '/' + name))
             first = name;
     }
     return first.isEmpty() ? std::nullopt : std::optional(folder + '/' + first);
@@ -39,7 +39,7 @@ std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
 bool isApplicationFolder(const QByteArray &folder) {
     if (lowerExtensionOf(PathParts(folder).name) == "app") {
         const QByteArray list = folder + "/Contents/Info.plist";
-        if (isPlainFile(list) && faccessat(AT_FDCWD, list.constData(), R_OK, AT_EACCESS) == 0)
+        if (isRegularFile(list) && faccessat(AT_FDCWD, list.constData(), R_OK, AT_EACCESS) == 0)
             return true;
     }
     return appDirEntryPath(folder).has_value();

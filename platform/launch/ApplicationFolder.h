@@ -12,7 +12,7 @@
 namespace MWCore {
 
 /// Whether a regular file, or a link to one, is at @p path.
-[[nodiscard]] bool isPlainFile(const QByteArray &path);
+[[nodiscard]] bool isRegularFile(const QByteArray &path);
 
 /// The path of the folder's `AppRun`.
 [[nodiscard]] QByteArray appRunPath(const QByteArray &folder);

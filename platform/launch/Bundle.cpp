@@ -38,7 +38,7 @@ constexpr KeyRow kKeyRows[] = {
 
 std::optional<QByteArray> read(const QByteArray &path) {
     OSStatus status = noErr;
-    return readRegularFile(path, kDescriptionLimit, Links::Follow, &status);
+    return readRegularFile(path, kDescriptionLimit, FinalLink::Follow, &status);
 }
 
 std::optional<QVariantMap> readList(const QByteArray &path) {
@@ -103,7 +103,7 @@ QByteArray Bundle::executablePath() const {
                                 : withoutExtension(PathParts(path_).name);
     const bool isName = !name.isEmpty() && !name.contains('/') && !isDots(name);
     const QByteArray executable = executableFolder_ + '/' + name;
-    return isName && isPlainFile(executable) ? executable : QByteArray();
+    return isName && isRegularFile(executable) ? executable : QByteArray();
 }
 
 } // namespace MWCore

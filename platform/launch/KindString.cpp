@@ -37,7 +37,7 @@ QString commentOf(const char *mimeType) {
 std::optional<QByteArray> startOf(const QByteArray &path) {
     constexpr int64_t kEnough = 16'384; // the database's magic rules look no farther
     OSStatus status = noErr;
-    const Descriptor file = openRegularFile(path, Links::Keep, &status);
+    const Descriptor file = openRegularFile(path, FinalLink::Keep, &status);
     return file ? readAt(file.number(), 0, kEnough, &status) : std::nullopt;
 }
 
@@ -58,7 +58,7 @@ bool hasAliasInFork(const QByteArray &path) {
 bool entryLeadsToItem(const QByteArray &path) {
     constexpr int64_t kLongestEntry = 1 << 20;
     OSStatus status = noErr;
-    const auto bytes = readRegularFile(path, kLongestEntry, Links::Keep, &status);
+    const auto bytes = readRegularFile(path, kLongestEntry, FinalLink::Keep, &status);
     const DesktopEntry entry(bytes.value_or(QByteArray()));
     return entry.value(DesktopEntry::kMainGroup, "Type") == u"Link" &&
            entry.value(DesktopEntry::kMainGroup, "URL")

@@ -51,7 +51,7 @@ bool isPlainFileApplication(const QByteArray &path) {
     constexpr int64_t kEntryStart = 65'536; // the type is near the top
     const bool isEntry = path.endsWith(".desktop");
     OSStatus status = noErr;
-    const Descriptor file = openRegularFile(path, Links::Keep, &status);
+    const Descriptor file = openRegularFile(path, FinalLink::Keep, &status);
     const auto start =
         file ? readAt(file.number(), 0, isEntry ? kEntryStart : kAppImageStart, &status)
              : std::nullopt;

@@ -81,7 +81,7 @@ std::optional<OSStatus> planNew(MetadataChange &change, const AttributeNames &na
 using Wanted = std::function<FinderInfo(const FinderInfoPlace &place, const FinderInfo &read)>;
 
 std::optional<OSStatus> planAll(MetadataChange &change, const Wanted &wantedIn, NewPlace newPlace) {
-    MetadataLook look(change.path(), Sidecars::MayExist);
+    MetadataReader look(change.path(), Sidecars::MayExist);
     FinderInfoPlaces places;
     if (const OSStatus found = findFinderInfoPlaces(look, places); found != noErr)
         return found;
@@ -98,7 +98,7 @@ std::optional<OSStatus> planAll(MetadataChange &change, const Wanted &wantedIn, 
     return outcome;
 }
 
-OSStatus writeEverywhere(const ItemPlace &item, const Wanted &wantedIn) {
+OSStatus writeEverywhere(const ItemLocator &item, const Wanted &wantedIn) {
     const auto write = [&](NewPlace newPlace) {
         return changeMetadata(
             item, [&](MetadataChange &change) { return planAll(change, wantedIn, newPlace); });
@@ -110,7 +110,8 @@ OSStatus writeEverywhere(const ItemPlace &item, const Wanted &wantedIn) {
 
 } // namespace
 
-OSStatus changeFinderInfo(const ItemPlace &item, const std::function<void(FinderInfo &)> &change) {
+OSStatus changeFinderInfo(const ItemLocator &item,
+                          const std::function<void(FinderInfo &)> &change) {
     return writeEverywhere(item, [&](const FinderInfoPlace &place, const FinderInfo &read) {
         FinderInfo written = read;
         change(written);
@@ -120,7 +121,7 @@ OSStatus changeFinderInfo(const ItemPlace &item, const std::function<void(Finder
 
 OSStatus changeFinderInfo(const QByteArray &path, const std::function<void(FinderInfo &)> &change) {
     OSStatus status = noErr;
-    const auto item = ItemPlace::find(path, &status);
+    const auto item = ItemLocator::find(path, &status);
     return item ? changeFinderInfo(*item, change) : status;
 }
 
@@ -130,7 +131,7 @@ OSStatus writeFinderInfo(const QByteArray &path, const FinderInfo &info) {
 
 OSStatus removeFinderInfo(const QByteArray &path) {
     OSStatus status = noErr;
-    const auto item = ItemPlace::find(path, &status);
+    const auto item = ItemLocator::find(path, &status);
     const Wanted none = [](const FinderInfoPlace & /*place*/, const FinderInfo & /*read*/) {
         return FinderInfo();
     };

@@ -24,7 +24,7 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
     return failure;
 }
 
-OSStatus addSidecar(MetadataLook &look, FinderInfoPlaces &places) {
+OSStatus addSidecar(MetadataReader &look, FinderInfoPlaces &places) {
     OSStatus status = noErr;
     const auto entry = look.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
     if (!entry || entry->beginning.size() < FinderInfo::kLength)
@@ -38,7 +38,7 @@ OSStatus addSidecar(MetadataLook &look, FinderInfoPlaces &places) {
 
 } // namespace
 
-OSStatus findFinderInfoPlaces(MetadataLook &look, FinderInfoPlaces &places) {
+OSStatus findFinderInfoPlaces(MetadataReader &look, FinderInfoPlaces &places) {
     if (look.status() != noErr)
         return look.status();
     const OSStatus attributes = addAttributes(look.path(), look.names(), places);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/metadata/conventions.h"
-#include "platform/metadata/MetadataLook.h"
+#include "platform/metadata/MetadataReader.h"
 
 #include <QByteArray>
 #include <QVarLengthArray>
@@ -24,7 +24,7 @@ using FinderInfoPlaces = QVarLengthArray<FinderInfoPlace, 4>;
 
 /// Finds the places in order of precedence. A place that cannot be read is left out; that is a
 /// failure only if there is no other. Any thread.
-[[nodiscard]] OSStatus findFinderInfoPlaces(MetadataLook &look, FinderInfoPlaces &places);
+[[nodiscard]] OSStatus findFinderInfoPlaces(MetadataReader &look, FinderInfoPlaces &places);
 
 /// The first place whose information is not all zero, or null.
 [[nodiscard]] const FinderInfoPlace *firstWithInfo(const FinderInfoPlaces &places);

@@ -18,7 +18,7 @@ void reportDisagreement(const QByteArray &path, const FinderInfoPlaces &places,
 
 } // namespace
 
-OSStatus readFinderInfo(MetadataLook &look, FinderInfo *info) {
+OSStatus readFinderInfo(MetadataReader &look, FinderInfo *info) {
     FinderInfoPlaces places;
     const OSStatus status = findFinderInfoPlaces(look, places);
     const FinderInfoPlace *const chosen = firstWithInfo(places);
@@ -29,7 +29,7 @@ OSStatus readFinderInfo(MetadataLook &look, FinderInfo *info) {
 }
 
 OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info, Sidecars sidecars) {
-    MetadataLook look(path, sidecars);
+    MetadataReader look(path, sidecars);
     return readFinderInfo(look, info);
 }
 

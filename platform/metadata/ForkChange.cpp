@@ -66,7 +66,7 @@ OSStatus planFork(MetadataChange &change, const ForkChange &changed) {
 
 } // namespace
 
-OSStatus changeResourceFork(const ItemPlace &item, const ForkChange &change) {
+OSStatus changeResourceFork(const ItemLocator &item, const ForkChange &change) {
     return changeMetadata(item, [&change](MetadataChange &attempt) {
         return std::optional(planFork(attempt, change));
     });
@@ -74,7 +74,7 @@ OSStatus changeResourceFork(const ItemPlace &item, const ForkChange &change) {
 
 OSStatus writeResourceFork(const QByteArray &path, const QByteArray &fork) {
     OSStatus status = noErr;
-    const auto item = ItemPlace::find(path, &status);
+    const auto item = ItemLocator::find(path, &status);
     return item ? changeResourceFork(*item, [&fork](QByteArrayView /*before*/,
                                                     OSStatus * /*status*/) { return fork; })
                 : status;

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/conventions.h"
 #include "platform/metadata/ForkAttributes.h"
-#include "platform/metadata/MetadataLook.h"
+#include "platform/metadata/MetadataReader.h"
 
 #include <algorithm>
 
@@ -24,7 +24,7 @@ bool mayHaveMetadataAttributes(int folder, const char *name, const QByteArray &p
     return hasFinderInfo(names) || forkAttribute(names);
 }
 
-OSStatus resourceForkSize(MetadataLook &look, ForkSize *size) {
+OSStatus resourceForkSize(MetadataReader &look, ForkSize *size) {
     *size = {};
     OSStatus status = look.status();
     if (status != noErr)
@@ -41,7 +41,7 @@ OSStatus resourceForkSize(MetadataLook &look, ForkSize *size) {
 }
 
 OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidecars) {
-    MetadataLook look(path, sidecars);
+    MetadataReader look(path, sidecars);
     return resourceForkSize(look, size);
 }
 

@@ -38,7 +38,7 @@ bool isConflict(OSStatus status) {
 
 /// A new sidecar gets the owner, group and access rights of its item, without execute permissions.
 /// Without an item it gets those of any new file.
-OSStatus accessBeside(const ItemPlace &item, Access *access) {
+OSStatus accessBeside(const ItemLocator &item, Access *access) {
     struct stat now = {};
     constexpr mode_t kReadAndWrite = 0666;
     constexpr auto kAny = static_cast<uid_t>(-1);
@@ -66,7 +66,7 @@ AppleDouble *MetadataChange::sidecar(OSStatus *status) {
         return &*sidecar_;
     const QByteArray name = sidecarName(item_.name());
     *status = errFSOperationNotSupported;
-    auto file = name.isEmpty() ? std::nullopt : ReplacedFile::begin(item_.sibling(name), status);
+    auto file = name.isEmpty() ? std::nullopt : AtomicFile::begin(item_.sibling(name), status);
     if (!file)
         return nullptr;
     file_.emplace(std::move(*file));
@@ -83,7 +83,7 @@ AppleDouble *MetadataChange::sidecar(OSStatus *status) {
 
 /// Does the slow work, whose result nobody else can see yet.
 OSStatus MetadataChange::prepareSidecar() {
-    if (!sidecar_ || sidecar_->isVoid() || sidecar_->bytes() == oldSidecar_)
+    if (!sidecar_ || sidecar_->isEmpty() || sidecar_->bytes() == oldSidecar_)
         return noErr;
     if (sidecar_->bytes().size() > kLargestSidecar)
         return fileBoundsErr; // nobody could read or change it afterwards
@@ -92,7 +92,7 @@ OSStatus MetadataChange::prepareSidecar() {
     return status == noErr ? file_->prepare(sidecar_->bytes(), fresh) : status;
 }
 
-std::optional<OSStatus> MetadataChange::commit(std::optional<FolderTurn> &turn) {
+std::optional<OSStatus> MetadataChange::commit(std::optional<FolderLock> &turn) {
     if (const OSStatus status = prepareSidecar(); status != noErr)
         return status;
     if (!turn)
@@ -152,7 +152,7 @@ OSStatus MetadataChange::putSidecar() {
     if (!sidecar_ || (file_->isThere() && sidecar_->bytes() == oldSidecar_))
         return noErr;
     OSStatus status = noErr;
-    if (!sidecar_->isVoid())
+    if (!sidecar_->isEmpty())
         status = file_->put();
     else if (file_->isThere())
         status = file_->remove();
@@ -177,19 +177,19 @@ bool MetadataChange::hasNewValues() const {
     });
 }
 
-OSStatus statusOfKind(const ItemPlace &item) {
+OSStatus statusOfKind(const ItemLocator &item) {
     struct stat now = {};
     const OSStatus status = item.examine(&now);
     const bool canHave = S_ISREG(now.st_mode) || S_ISDIR(now.st_mode);
     return status == noErr && !canHave ? errFSOperationNotSupported : status;
 }
 
-OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan) {
+OSStatus changeMetadata(const ItemLocator &item, const MetadataPlan &plan) {
     using namespace std::chrono_literals;
     const auto end = std::chrono::steady_clock::now() + 10s;
     constexpr int kQuickAttempts = 3; // that lock the folder only to write
     for (int attempt = 0; std::chrono::steady_clock::now() < end; ++attempt) {
-        std::optional<FolderTurn> turn;
+        std::optional<FolderLock> turn;
         if (attempt >= kQuickAttempts)
             turn.emplace(item);
         MetadataChange change(item);
@@ -205,7 +205,7 @@ OSStatus changeMetadata(const ItemPlace &item, const MetadataPlan &plan) {
     return fBsyErr;
 }
 
-OSStatus makeItemWithSidecar(const ItemPlace &place,
+OSStatus makeItemWithSidecar(const ItemLocator &place,
                              const std::function<bool(const AppleDouble &)> &isLeftOver,
                              const std::function<void(AppleDouble &)> &fill) {
     return changeMetadata(place, [&](MetadataChange &change) -> std::optional<OSStatus> {

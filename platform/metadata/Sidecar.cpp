@@ -50,7 +50,7 @@ std::optional<OpenSidecar> openSidecar(const QByteArray &path, OSStatus *status)
     *status = noErr;
     if (name.isEmpty())
         return std::nullopt;
-    Descriptor file = openRegularFile(parts.beside(name), Links::Keep, status);
+    Descriptor file = openRegularFile(parts.beside(name), FinalLink::Keep, status);
     struct stat item = {};
     if (file && fstat(file.number(), &item) != 0)
         *status = statusFromErrno(errno);

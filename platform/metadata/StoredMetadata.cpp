@@ -4,7 +4,7 @@
 
 #include "platform/metadata/conventions.h"
 #include "platform/metadata/ForkAttributes.h"
-#include "platform/metadata/MetadataLook.h"
+#include "platform/metadata/MetadataReader.h"
 
 #include <algorithm>
 #include <array>
@@ -71,7 +71,7 @@ Glance glanceAt(const QByteArray &path) {
 
 StoredMetadata readStoredMetadata(const QByteArray &path, StoredParts parts, Sidecars sidecars) {
     StoredMetadata metadata;
-    MetadataLook look(path, sidecars);
+    MetadataReader look(path, sidecars);
     if (parts & StoredPart::FinderInfo)
         metadata.finderInfoStatus = readFinderInfo(look, &metadata.finderInfo);
     if (parts & StoredPart::ResourceFork)
@@ -79,14 +79,14 @@ StoredMetadata readStoredMetadata(const QByteArray &path, StoredParts parts, Sid
     return metadata;
 }
 
-StoredMetadata readStoredMetadataWithin(TimeAllowance &allowance, const QByteArray &path,
+StoredMetadata readStoredMetadataWithin(TimeBudget &timeBudget, const QByteArray &path,
                                         StoredParts parts, Sidecars sidecars) {
     const Glance glance = glanceAt(path);
     StoredMetadata metadata = {glance.info, glance.status, {}, glance.status};
     const StoredParts unseen = sidecars == Sidecars::Absent ? parts & glance.unseen : parts;
     if (!unseen)
         return metadata;
-    const TimeAllowance::Use use(allowance);
+    const TimeBudget::Use use(timeBudget);
     if (use.isGranted())
         return readStoredMetadata(path, parts, sidecars);
     if (unseen & StoredPart::FinderInfo)

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/foundation/TimeAllowance.h"
+#include "platform/foundation/TimeBudget.h"
 #include "platform/metadata/MetadataStore.h"
 
 #include <QByteArray>
@@ -28,10 +28,10 @@ struct StoredMetadata {
                                                 Sidecars sidecars);
 
 /// The same for listings, whose items somebody else may have given long metadata on purpose: what
-/// takes more than two system calls is read only if @p allowance grants it. Otherwise the status of
-/// the part is fileBoundsErr, and the Finder information is that of the plain extended attribute
+/// takes more than two system calls is read only if @p timeBudget grants it. Otherwise the status
+/// of the part is fileBoundsErr, and the Finder information is that of the plain extended attribute
 /// alone.
-[[nodiscard]] StoredMetadata readStoredMetadataWithin(TimeAllowance &allowance,
+[[nodiscard]] StoredMetadata readStoredMetadataWithin(TimeBudget &timeBudget,
                                                       const QByteArray &path, StoredParts parts,
                                                       Sidecars sidecars);
 

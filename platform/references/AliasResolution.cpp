@@ -8,7 +8,7 @@
 #include "platform/files/PathParts.h"
 #include "platform/files/UserAccount.h"
 #include "platform/references/InodeSearch.h"
-#include "platform/references/Reach.h"
+#include "platform/references/MountGuard.h"
 #include "platform/references/RecordedFileSystem.h"
 
 #include <algorithm>
@@ -47,13 +47,13 @@ struct OpenFolder {
 /// One search, step by step. A step returns the item, or nullopt to let the next step try.
 class Resolution {
 public:
-    Resolution(const AliasRecord &record, Replacement replacement, Effort &effort)
-        : record_(record), replacement_(replacement), effort_(effort),
-          reach_(effort.mounts, effort.budget) {
-        if (effort.ownMount)
-            reach_.allow(*effort.ownMount);
-        if (effort.patience == Patience::ForRecorded)
-            allowRecorded(record, reach_);
+    Resolution(const AliasRecord &record, Replacement replacement, ResolutionContext &context)
+        : record_(record), replacement_(replacement), context_(context),
+          guard_(context.mounts, context.budget) {
+        if (context.ownMount)
+            guard_.allow(*context.ownMount);
+        if (context.remoteAccess == RemoteAccess::Recorded)
+            allowRecorded(record, guard_);
     }
 
     [[nodiscard]] std::optional<FSRef> run() {
@@ -61,17 +61,17 @@ public:
              {&Resolution::asStored, &Resolution::onMovedVolume, &Resolution::byHandle,
               &Resolution::amongSiblings, &Resolution::inPlace, &Resolution::anywhere}) {
             auto item = (this->*step)();
-            if (item || effort_.budget.hasStopped())
+            if (item || context_.budget.hasStopped())
                 return item;
         }
         return std::nullopt;
     }
 
     [[nodiscard]] OSStatus status() const {
-        if (effort_.budget.status() != noErr)
-            return effort_.budget.status();
+        if (context_.budget.status() != noErr)
+            return context_.budget.status();
         // The item may be on a file system that was not touched.
-        if (storedStatus_ == fileBoundsErr && effort_.patience == Patience::None)
+        if (storedStatus_ == fileBoundsErr && context_.remoteAccess == RemoteAccess::None)
             return fileBoundsErr;
         return storedStatus_ == permErr && !isDead_ ? permErr : fnfErr;
     }
@@ -84,10 +84,10 @@ private:
     }
 
     [[nodiscard]] std::optional<FSRef> whateverIsAt(const QByteArray &path) {
-        const bool isHasty = effort_.patience == Patience::None;
+        const bool isHasty = context_.remoteAccess == RemoteAccess::None;
         QByteArray real;
         const Descriptor item =
-            reach_.open(path, LastLink::Keep, &lastStatus_, isHasty ? &real : nullptr);
+            guard_.open(path, FinalLink::Keep, &lastStatus_, isHasty ? &real : nullptr);
         OSStatus status = noErr;
         auto identity = item ? identityOf(item.number(), "", &status) : std::nullopt;
         return identity ? std::optional(FSRef{isHasty ? real : path, std::move(*identity)})
@@ -104,7 +104,7 @@ private:
     /// not mounted.
     [[nodiscard]] const std::vector<const Mount *> &places() {
         if (!places_)
-            places_ = mountsOfRecorded(record_, reach_);
+            places_ = mountsOfRecorded(record_, guard_);
         return *places_;
     }
 
@@ -175,7 +175,7 @@ private:
             return std::nullopt;
         for (qsizetype depth = 0; depth + 1 < names.size() && at.folder; ++depth) {
             const auto level = top + static_cast<std::size_t>(depth) + 1;
-            if (!effort_.budget.mayStep())
+            if (!context_.budget.mayStep())
                 return std::nullopt;
             at = level < record_.ancestors.size()
                      ? child(at, names[depth], record_.ancestors[level])
@@ -187,7 +187,7 @@ private:
     /// Does not touch what is mounted there.
     [[nodiscard]] OpenFolder namedChild(const OpenFolder &parent, const QByteArray &name) const {
         QByteArray path = pathIn(parent.path, name);
-        if (reach_.isMountPoint(path))
+        if (guard_.isMountPoint(path))
             return {};
         return {openFolderAt(parent.folder.number(), name.constData()), std::move(path)};
     }
@@ -207,12 +207,12 @@ private:
     }
 
     [[nodiscard]] InodeSearch search(const FileIdentity &wanted) {
-        return {wanted, reach_.mounts(), effort_.budget};
+        return {wanted, guard_.mounts(), context_.budget};
     }
 
     /// Does not apply if some names could not be read, because the item may be among them.
     [[nodiscard]] std::optional<FSRef> inPlace() {
-        return replacement_ == Replacement::IsTheItem && effort_.budget.status() == noErr
+        return replacement_ == Replacement::Accept && context_.budget.status() == noErr
                    ? stored_
                    : std::nullopt;
     }
@@ -233,7 +233,7 @@ private:
     [[nodiscard]] QByteArray searchedFolder(const Mount &mount) {
         const QByteArray home = homeFolder();
         const bool wasInHome = !home.isEmpty() && isAtOrBelow(record_.realPath, home);
-        return wasInHome && mountOf(home, reach_.mounts()) == &mount ? home : mount.mountPoint;
+        return wasInHome && mountOf(home, guard_.mounts()) == &mount ? home : mount.mountPoint;
     }
 
     /// Without links; empty if it cannot be found.
@@ -245,15 +245,15 @@ private:
         QByteArray real;
         OSStatus status = noErr;
         const Descriptor opened = home.startsWith('/')
-                                      ? reach_.open(home, LastLink::Follow, &status, &real)
+                                      ? guard_.open(home, FinalLink::Follow, &status, &real)
                                       : Descriptor();
         return opened ? real : QByteArray();
     }
 
     const AliasRecord &record_;
     Replacement replacement_;
-    Effort &effort_;
-    Reach reach_;
+    ResolutionContext &context_;
+    MountGuard guard_;
     std::optional<std::vector<const Mount *>> places_; ///< found on first use
     std::optional<FSRef> stored_;                      ///< the item at the stored path
     OSStatus storedStatus_ = noErr;                    ///< of the look there
@@ -263,9 +263,9 @@ private:
 
 } // namespace
 
-std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement, Effort &effort,
-                            OSStatus *status) {
-    Resolution resolution(record, replacement, effort);
+std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
+                            ResolutionContext &context, OSStatus *status) {
+    Resolution resolution(record, replacement, context);
     auto item = resolution.run();
     *status = item ? noErr : resolution.status();
     return item;
@@ -274,8 +274,8 @@ std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement, 
 std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
                             const SearchLimits &limits, OSStatus *status) {
     MountSnapshot mounts;
-    Effort effort(limits, mounts);
-    return locate(record, replacement, effort, status);
+    ResolutionContext context(limits, mounts);
+    return locate(record, replacement, context, status);
 }
 
 } // namespace MWCore

@@ -18,26 +18,26 @@ namespace MWCore {
 
 /// What to do with another item at the stored path.
 enum class Replacement {
-    IsTheItem, ///< programs save by replacing the old file with a new one
-    IsAnother,
+    Accept, ///< programs save by replacing the old file with a new one
+    Reject,
 };
 
 /// Which file systems that are not local, and so may block, a resolution may touch.
-enum class Patience {
-    ForRecorded, ///< the one that the item was on
-    None, ///< only the one of the alias file itself; resolved paths have no links, which may be
-          ///< slow to follow
+enum class RemoteAccess {
+    Recorded, ///< the one that the item was on
+    None,     ///< only the one of the alias file itself; resolved paths have no links, which may be
+              ///< slow to follow
 };
 
 /// What all steps of one resolution share, even along a chain of alias files.
-struct Effort {
-    explicit Effort(SearchLimits limits, MountSnapshot &snapshot,
-                    Patience shown = Patience::ForRecorded)
-        : budget(limits), mounts(snapshot), patience(shown) {}
+struct ResolutionContext {
+    explicit ResolutionContext(SearchLimits limits, MountSnapshot &snapshot,
+                               RemoteAccess shown = RemoteAccess::Recorded)
+        : budget(limits), mounts(snapshot), remoteAccess(shown) {}
 
     SearchBudget budget;
     MountSnapshot &mounts;
-    Patience patience;
+    RemoteAccess remoteAccess;
     std::optional<int32_t> ownMount; ///< id of the mount that the alias file itself is on
 };
 
@@ -55,7 +55,7 @@ struct Effort {
 /// if its file system is not mounted. nullopt on failure, with the cause in @p status: permErr if
 /// the item's folder may not be entered, the status of the budget if the search was cut short.
 [[nodiscard]] std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
-                                          Effort &effort, OSStatus *status);
+                                          ResolutionContext &context, OSStatus *status);
 
 /// The same with limits of its own.
 [[nodiscard]] std::optional<FSRef> locate(const AliasRecord &record, Replacement replacement,
@@ -63,6 +63,6 @@ struct Effort {
 
 /// Like FSRefMakePath(), for a path of any length.
 [[nodiscard]] OSStatus currentPath(const FSRef &ref, QByteArray *path);
-[[nodiscard]] OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path);
+[[nodiscard]] OSStatus currentPath(const FSRef &ref, ResolutionContext &context, QByteArray *path);
 
 } // namespace MWCore

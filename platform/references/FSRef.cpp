@@ -56,11 +56,11 @@ OSStatus FSPathMakeRef(const QByteArray &path, FSRef *ref) {
 
 OSStatus currentPath(const FSRef &ref, QByteArray *path) {
     MountSnapshot mounts;
-    Effort effort({}, mounts);
-    return currentPath(ref, effort, path);
+    ResolutionContext context({}, mounts);
+    return currentPath(ref, context, path);
 }
 
-OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path) {
+OSStatus currentPath(const FSRef &ref, ResolutionContext &context, QByteArray *path) {
     OSStatus status = noErr;
     const auto identity = identityOf(AT_FDCWD, ref.path.constData(), &status);
     if (identity && isSameItemAt(ref.path, *identity, ref.identity)) {
@@ -69,7 +69,7 @@ OSStatus currentPath(const FSRef &ref, Effort &effort, QByteArray *path) {
     }
     if (!identity && !mayHaveMoved(status))
         return status;
-    if (const auto found = locate(recordOf(ref), Replacement::IsAnother, effort, &status))
+    if (const auto found = locate(recordOf(ref), Replacement::Reject, context, &status))
         *path = found->path;
     return status;
 }

@@ -35,7 +35,7 @@ bool isThere(const QByteArray &path, bool createFileIfNecessary) {
     if (!createFileIfNecessary || errno != ENOENT)
         return false;
     OSStatus status = noErr;
-    const auto place = ItemPlace::find(path, &status);
+    const auto place = ItemLocator::find(path, &status);
     if (place)
         status = makeEmptyFile(*place);
     return status == noErr || (status == dupFNErr && stat(path.constData(), &item) == 0);

@@ -29,8 +29,8 @@ uint64_t fileSystemOf(int item) {
 /// Recognises the recorded file system among the mounts.
 class Recognition {
 public:
-    Recognition(const AliasRecord &record, const Reach &reach)
-        : record_(record), reach_(reach),
+    Recognition(const AliasRecord &record, const MountGuard &guard)
+        : record_(record), guard_(guard),
           mountPoint_(record.realPath.first(std::max<qsizetype>(record.mountPointLength, 0))) {}
 
     /// Judged by the mount table alone.
@@ -42,7 +42,7 @@ public:
 
     [[nodiscard]] bool matches(const Mount &mount) const {
         if (!isLocalFileSystem(mount.type))
-            return mayBlock() ? matchesTable(mount) && reach_.reaches(mount)
+            return mayBlock() ? matchesTable(mount) && guard_.isReachable(mount)
                               : mount.type.isEmpty() && matchesOnDisk(mount);
         const bool isOfType =
             record_.fileSystemType.isEmpty() || mount.type == record_.fileSystemType;
@@ -59,12 +59,12 @@ private:
     }
 
     [[nodiscard]] bool matchesOnDisk(const Mount &mount) const {
-        if (!reach_.reaches(mount))
+        if (!guard_.isReachable(mount))
             return false;
         const Descriptor top(
             open(mount.mountPoint.constData(), O_PATH | O_NOFOLLOW | O_DIRECTORY | O_CLOEXEC));
         return top && isOnMount(top.number(), mount) && hasRecordedId(mount, top) &&
-               (isStrong(record_.identity) || hasRecordedRoot(top.number()));
+               (isUnambiguous(record_.identity) || hasRecordedRoot(top.number()));
     }
 
     [[nodiscard]] bool hasRecordedId(const Mount &mount, const Descriptor &top) const {
@@ -99,7 +99,7 @@ private:
         QByteArray path = mount.mountPoint;
         for (const QByteArray &name : namesBelowMountPoint(record_)) {
             path = pathIn(path, name);
-            Descriptor next(reach_.isMountPoint(path)
+            Descriptor next(guard_.isMountPoint(path)
                                 ? -1
                                 : openat(deepest.number(), name.constData(), kFlags));
             if (!next)
@@ -110,31 +110,31 @@ private:
     }
 
     const AliasRecord &record_;
-    const Reach &reach_;
+    const MountGuard &guard_;
     QByteArray mountPoint_; ///< the recorded one
 };
 
 } // namespace
 
-void allowRecorded(const AliasRecord &record, Reach &reach) {
-    const Recognition recognition(record, reach);
+void allowRecorded(const AliasRecord &record, MountGuard &guard) {
+    const Recognition recognition(record, guard);
     // An older record has no type: the item may well be where its path leads now.
     if (record.fileSystemType.isEmpty())
-        for (const Mount *const mount : mountsOnWay(record.realPath, reach.mounts()))
-            reach.allow(mount->id);
+        for (const Mount *const mount : mountsAlongPath(record.realPath, guard.mounts()))
+            guard.allow(mount->id);
     else if (!isLocalFileSystem(record.fileSystemType))
-        for (const Mount &mount : reach.mounts())
+        for (const Mount &mount : guard.mounts())
             if (recognition.matchesTable(mount))
-                reach.allow(mount.id);
+                guard.allow(mount.id);
 }
 
-std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record, const Reach &reach) {
-    const Recognition recognition(record, reach);
+std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record, const MountGuard &guard) {
+    const Recognition recognition(record, guard);
     std::vector<const Mount *> found;
-    const Mount *const usual = mountOf(record.realPath, reach.mounts());
+    const Mount *const usual = mountOf(record.realPath, guard.mounts());
     if (usual && recognition.matches(*usual))
         found.push_back(usual);
-    for (const Mount &mount : reach.mounts())
+    for (const Mount &mount : guard.mounts())
         if (&mount != usual && recognition.matches(mount))
             found.push_back(&mount);
     return found;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/formats/AliasRecord.h"
-#include "platform/references/Reach.h"
+#include "platform/references/MountGuard.h"
 
 #include <vector>
 
@@ -12,16 +12,16 @@
 
 namespace MWCore {
 
-/// Allows @p reach to touch the file system that the item of @p record was on, wherever it is
+/// Allows @p guard to touch the file system that the item of @p record was on, wherever it is
 /// mounted. A network or FUSE file system is recognised by the mount table alone.
-void allowRecorded(const AliasRecord &record, Reach &reach);
+void allowRecorded(const AliasRecord &record, MountGuard &guard);
 
 /// The mounts of that file system that are visible now, the one that holds the recorded path first;
 /// empty if there are none. A local file system is recognised by its id; if that is only a device
 /// number, also by its source and place; and if the record has neither birth time nor handle, also
 /// by the inode number of its root.
 [[nodiscard]] std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record,
-                                                          const Reach &reach);
+                                                          const MountGuard &guard);
 
 /// The names on the path from the recorded mount point to the item. Empty for the mount point
 /// itself, and if the path contains "." or "..".

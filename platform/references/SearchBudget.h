@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/foundation/OSStatus.h"
-#include "platform/foundation/TimeAllowance.h"
+#include "platform/foundation/TimeBudget.h"
 
 #include <atomic>
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace MWCore {
 struct SearchLimits {
     int64_t entries = 4'000'000;                  ///< names read before it gives up
     const std::atomic<bool> *cancelled = nullptr; ///< read after every block of names; may be null
-    const TimeAllowance *allowance = nullptr;     ///< checked at the same times; null: no limit
+    const TimeBudget *timeBudget = nullptr;       ///< checked at the same times; null: no limit
 };
 
 /// What is left of the limits of one search, and why the search ended early. All steps of the
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool mayStep() {
         if (limits_.cancelled && limits_.cancelled->load(std::memory_order_relaxed))
             stop(userCanceledErr);
-        else if (limits_.allowance && !limits_.allowance->isLeft())
+        else if (limits_.timeBudget && !limits_.timeBudget->isLeft())
             stop(fileBoundsErr);
         return !hasStopped();
     }

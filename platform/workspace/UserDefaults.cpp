@@ -44,7 +44,7 @@ QSettings openedSettings() {
                           names.application);
     const auto file = fileSystemRepresentation(usual.fileName());
     constexpr const char *kNowhere = "/proc/self/no settings";
-    if (geteuid() == 0 && (!file || !isOnlyOurs(*file)))
+    if (geteuid() == 0 && (!file || !isSafeFromOthers(*file)))
         return {kNowhere, QSettings::IniFormat};
     return {QSettings::defaultFormat(), QSettings::UserScope, names.organization,
             names.application};

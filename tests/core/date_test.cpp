@@ -61,7 +61,7 @@ TEST(Date, TextIsRelativeOnlyWithinTheMonth) {
         SCOPED_TRACE(row.time);
         WrappedLibc wrapped;
         wrapped.now = secondsAt(row.now);
-        EXPECT_EQ(taken(mfs_date_string_from_time_t(secondsAt(row.time))), row.text);
+        EXPECT_EQ(takeText(mfs_date_string_from_time_t(secondsAt(row.time))), row.text);
     }
 }
 
@@ -95,8 +95,8 @@ TEST(Date, TextsOfManyDaysAgreeWithDate) {
 }
 
 TEST(Date, TimesBeyondTheCalendarAreNumbers) {
-    EXPECT_EQ(taken(mfs_date_string_from_time_t(INT64_MAX)), std::to_string(INT64_MAX));
-    EXPECT_EQ(taken(mfs_date_string_from_time_t(INT64_MIN)), std::to_string(INT64_MIN));
+    EXPECT_EQ(takeText(mfs_date_string_from_time_t(INT64_MAX)), std::to_string(INT64_MAX));
+    EXPECT_EQ(takeText(mfs_date_string_from_time_t(INT64_MIN)), std::to_string(INT64_MIN));
 }
 
 TEST(Date, ListingDatesAreReadAsLocalTime) {
@@ -129,7 +129,7 @@ TEST(Date, TheTimeZoneIsReadAtEachCall) {
     EXPECT_EQ(mfs_date_ls_date_to_time_t("Jul  1 10:00"), secondsAt("2007-07-01 10:00:01"));
     setenv("TZ", "Pacific/Kiritimati", 1); // where it is already July
     EXPECT_EQ(mfs_date_ls_date_to_time_t("Jul  1 10:00"), secondsAt("2008-07-01 10:00:01"));
-    EXPECT_EQ(taken(mfs_date_string_from_time_t(*wrapped.now)), "Today, 12:00:00");
+    EXPECT_EQ(takeText(mfs_date_string_from_time_t(*wrapped.now)), "Today, 12:00:00");
 }
 
 TEST(Date, AnInvalidListingDateGivesMinusOne) {

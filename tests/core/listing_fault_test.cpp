@@ -186,7 +186,7 @@ TEST(ListingFault, AFailedNameLookupDoesNotGiveUnknown) {
 }
 
 TEST(ListingFault, SeenTableFindsExactlyItsKeys) {
-    MWCore::SeenTable<int64_t> table;
+    MWCore::LookupCache<int64_t> table;
     for (int64_t key = -5000; key < 5000; ++key)
         table.remember(key * 3, key);
     for (int64_t key = -5000; key < 5000; ++key) {
@@ -197,7 +197,7 @@ TEST(ListingFault, SeenTableFindsExactlyItsKeys) {
 }
 
 TEST(ListingFault, AMissingStatIsTraced) {
-    Trace trace;
+    CapturedTrace trace;
     MWCore::StatConverter converter;
     EXPECT_EQ(MWCore::_stat_to_fso(nullptr, nullptr, "/some/path", converter), nullptr);
     EXPECT_EQ(trace.take(), "stats were null for path : /some/path\n");

@@ -79,7 +79,7 @@ void expectAgreesWithStat(const mfs_fso *item, const std::string &path) {
     EXPECT_EQ(item->size, static_cast<int32_t>(now.st_size));
     EXPECT_EQ(mfs_fso_full_size(item), now.st_size);
     EXPECT_EQ(item->mod_time, now.st_mtime);
-    EXPECT_EQ(item->date_modified, taken(mfs_date_string_from_time_t(now.st_mtime)));
+    EXPECT_EQ(item->date_modified, takeText(mfs_date_string_from_time_t(now.st_mtime)));
     EXPECT_EQ(item->complete_path, path);
     EXPECT_EQ(item->files != nullptr, S_ISDIR(now.st_mode));
     if (!S_ISLNK(now.st_mode)) {
@@ -91,7 +91,7 @@ void expectAgreesWithStat(const mfs_fso *item, const std::string &path) {
     if (item->target_type == MFS_TARGET_UNKNOWN)
         EXPECT_EQ(item->alias_location, nullptr);
     else
-        EXPECT_EQ(item->alias_location, taken(realpath(path.c_str(), nullptr)));
+        EXPECT_EQ(item->alias_location, takeText(realpath(path.c_str(), nullptr)));
 }
 
 TEST(Listing, AgreesWithStatAndRealpathOnRealFolders) {
@@ -217,7 +217,7 @@ TEST(Listing, FollowsALinkAtTheEndOfThePathUnlessAskedForTheItem) {
     EXPECT_EQ(mfs_fso_file_count(followed.get()), 1);
     EXPECT_EQ(followed->parent, nullptr);
 
-    const Trace quiet;
+    const CapturedTrace quiet;
     EXPECT_EQ(count_by_iteration(link.c_str()), 1) << "from C";
     EXPECT_EQ(listed(dangling), nullptr);
     errno = EDOM;
@@ -263,7 +263,7 @@ TEST(Listing, ReachesPathsBeyondTheSystemsLimit) {
     close(place);
     ASSERT_GT(path.size(), 2 * PATH_MAX);
 
-    const Trace quiet;
+    const CapturedTrace quiet;
     const Tree tree = listed(path);
     ASSERT_NE(tree, nullptr);
     EXPECT_EQ(childNamed(tree, "file")->complete_path, path + "/file");
@@ -277,7 +277,7 @@ TEST(Listing, ReachesPathsBeyondTheSystemsLimit) {
 }
 
 TEST(Listing, AnItemThatCannotBeExaminedIsTracedAndNull) {
-    Trace trace;
+    CapturedTrace trace;
     const TemporaryFolder folder;
     const std::string file = folder.file("file");
     struct Row {
@@ -326,7 +326,7 @@ TEST(Listing, PermissionsOfAFolderLimitItsListing) {
         0)
         << "a single child that cannot be examined fails the listing";
     ASSERT_EQ(runAsNobody([&] {
-                  const Trace quiet;
+                  const CapturedTrace quiet;
                   return !listed(folder.at("closed/x")) && errno == EACCES ? 0 : 1;
               }),
               0);

@@ -29,10 +29,11 @@ TEST(Path, SplitsAtTheLastSlash) {
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.path);
-        EXPECT_EQ(taken(mfs_path_last_component(row.path)), row.last);
-        EXPECT_EQ(taken(mfs_path_without_last_component(row.path)), row.without);
-        EXPECT_EQ(taken(experimental_mfs_path_without_last_component(row.path)), row.experimental);
-        EXPECT_EQ(taken(mfs_parent_of_path(row.path)), row.parent);
+        EXPECT_EQ(takeText(mfs_path_last_component(row.path)), row.last);
+        EXPECT_EQ(takeText(mfs_path_without_last_component(row.path)), row.without);
+        EXPECT_EQ(takeText(experimental_mfs_path_without_last_component(row.path)),
+                  row.experimental);
+        EXPECT_EQ(takeText(mfs_parent_of_path(row.path)), row.parent);
     }
 }
 
@@ -48,10 +49,10 @@ TEST(Path, OnlyTheRootGivesTheSharedText) {
 }
 
 TEST(Path, JoinsWithOneSlash) {
-    EXPECT_EQ(taken(mfs_path_by_appending_item("/", "x")), "/x");
-    EXPECT_EQ(taken(mfs_path_by_appending_item("/a", "x")), "/a/x");
-    EXPECT_EQ(taken(mfs_path_by_appending_item("/a/", "x")), "/a/x");
-    EXPECT_EQ(taken(mfs_path_by_appending_item("", "x")), "/x");
+    EXPECT_EQ(takeText(mfs_path_by_appending_item("/", "x")), "/x");
+    EXPECT_EQ(takeText(mfs_path_by_appending_item("/a", "x")), "/a/x");
+    EXPECT_EQ(takeText(mfs_path_by_appending_item("/a/", "x")), "/a/x");
+    EXPECT_EQ(takeText(mfs_path_by_appending_item("", "x")), "/x");
 }
 
 TEST(Path, AbsoluteBeginsWithASlash) {

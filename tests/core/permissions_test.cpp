@@ -43,7 +43,7 @@ TEST(Permissions, NumberIsReadFromTheLeft) {
     for (const Row &row : rows) {
         SCOPED_TRACE(row.what);
         EXPECT_EQ(mfs_permissions_octal_to_mode(row.number), row.mode);
-        EXPECT_EQ(taken(mfs_permissions_octal_to_string(row.number)), row.text);
+        EXPECT_EQ(takeText(mfs_permissions_octal_to_string(row.number)), row.text);
     }
 }
 
@@ -58,7 +58,7 @@ TEST(Permissions, EveryModeSurvivesConversionToNumberFlagsAndText) {
         ASSERT_EQ(mfs_permissions_octal_to_mode(number), mode);
         const mfs_perms flags = flagsOf(number);
         ASSERT_EQ(mfs_permissions_perms_to_octal(&flags), number);
-        const std::string listing = "-" + *taken(mfs_permissions_octal_to_string(number));
+        const std::string listing = "-" + *takeText(mfs_permissions_octal_to_string(number));
         ASSERT_EQ(mfs_permissions_string_to_octal(listing.c_str()), number);
         for (int index = 0; index < 9; ++index)
             ASSERT_EQ(mfs_check_for_permission(index, &flags), (mode & 0400U >> index) != 0);

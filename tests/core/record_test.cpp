@@ -114,12 +114,12 @@ TEST(Record, KeysReadEveryField) {
     EXPECT_EQ(textOf(key(5)), "someone");
     EXPECT_EQ(textOf(key(6)), "staff");
     EXPECT_EQ(key(7), 3);
-    EXPECT_EQ(taken(reinterpret_cast<char *>(static_cast<intptr_t>(key(8)))), "-7 ");
+    EXPECT_EQ(takeText(reinterpret_cast<char *>(static_cast<intptr_t>(key(8)))), "-7 ");
     EXPECT_EQ(key(9), -7) << "sign-extended";
     EXPECT_EQ(textOf(key(11)), "/folder/t");
     EXPECT_EQ(textOf(key(12)), "t");
     EXPECT_EQ(textOf(key(15)), "/folder/n.txt");
-    EXPECT_EQ(taken(reinterpret_cast<char *>(static_cast<intptr_t>(key(16)))), "/folder");
+    EXPECT_EQ(takeText(reinterpret_cast<char *>(static_cast<intptr_t>(key(16)))), "/folder");
     EXPECT_EQ(key(17), 4);
     EXPECT_EQ(reinterpret_cast<mfs_fso *>(static_cast<intptr_t>(key(18))), parent.get());
     EXPECT_EQ(textOf(key(19)), "txt");
@@ -130,7 +130,7 @@ TEST(Record, KeysReadEveryField) {
 }
 
 TEST(Record, OnlyDirectoriesTakeChildren) {
-    Trace trace;
+    CapturedTrace trace;
     const Tree file = record(MFS_TYPE_FILE, "n", "/");
     const Tree child = record(MFS_TYPE_FILE, "m", "/");
     EXPECT_EQ(file->files, nullptr);
@@ -142,7 +142,7 @@ TEST(Record, OnlyDirectoriesTakeChildren) {
 }
 
 TEST(Record, SubitemIndexMayEqualTheCount) {
-    Trace trace;
+    CapturedTrace trace;
     const Tree folder = folderOf(2, 1);
     EXPECT_STREQ(mfs_fso_get_subitem_at_index(folder.get(), 1, 0)->name, "f1");
     EXPECT_STREQ(mfs_fso_get_subitem_at_index(folder.get(), 1, 2)->name, "f1");
@@ -156,7 +156,7 @@ TEST(Record, SubitemIndexMayEqualTheCount) {
 }
 
 TEST(Record, IterationVisitsFilesThenFoldersAfterEachReset) {
-    Trace trace;
+    CapturedTrace trace;
     const Tree folder = folderOf(1, 1);
     for (int round = 0; round < 2; ++round) {
         mfs_fso_reset(folder.get());
@@ -179,7 +179,7 @@ TEST(Record, IterationVisitsFilesThenFoldersAfterEachReset) {
 }
 
 TEST(Record, IterationWithoutResetReturnsNullBetweenTheArrays) {
-    Trace trace;
+    CapturedTrace trace;
     const Tree folder = folderOf(2, 2);
     std::string names;
     for (int step = 0; step < 6; ++step) {

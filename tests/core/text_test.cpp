@@ -22,7 +22,7 @@ TEST(Text, BlanksAreCountedAndTrimmed) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(mfs_utility_front_spaces(row.text), row.front);
         EXPECT_EQ(mfs_string_back_spaces(row.text), row.back);
-        EXPECT_EQ(taken(mfs_utility_despace_string(row.text)), row.despaced);
+        EXPECT_EQ(takeText(mfs_utility_despace_string(row.text)), row.despaced);
     }
     EXPECT_EQ(mfs_string_back_spaces(nullptr), 0);
 }
@@ -49,7 +49,7 @@ TEST(Text, ExtensionFollowsTheLastDotUnlessItIsLeading) {
         {". ", std::nullopt},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(taken(mfs_string_get_extension(row.name)), row.extension) << row.name;
+        EXPECT_EQ(takeText(mfs_string_get_extension(row.name)), row.extension) << row.name;
     EXPECT_EQ(mfs_string_get_extension(nullptr), nullptr);
 }
 
@@ -95,7 +95,7 @@ TEST(Text, SizeUnitsHaveUnevenThresholds) {
         {-5'000'000'000, "-705032704 "},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(taken(mfs_utility_format_size(row.bytes)), row.text) << row.bytes;
+        EXPECT_EQ(takeText(mfs_utility_format_size(row.bytes)), row.text) << row.bytes;
 }
 
 } // namespace

@@ -45,9 +45,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, std::size_t size) {
     if (!file)
         return 0;
     require(file->bytes() == inputBytes(data, size));
-    (void)file->isVoid();
+    (void)file->isEmpty();
     const auto longer = AppleDouble::parse(file->bytes() + 'x');
-    require(longer && !longer->isVoid());
+    require(longer && !longer->isEmpty());
     file->overwrite(kFinderInfoEntry, QByteArray(32, 'i'));
     require(file->content(kFinderInfoEntry).startsWith(QByteArray(32, 'i')));
     for (const qsizetype length : {70, 3, 0, 200, 200})

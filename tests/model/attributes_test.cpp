@@ -185,8 +185,8 @@ TEST(Attributes, KeepEveryByteOfAName) {
 
 TEST(Attributes, OfTheCatalogueAreReadAnew) {
     const MountedFolder mounted("ext4");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     const std::string path = mounted.at("item");
     ASSERT_EQ(close(open(path.c_str(), O_CREAT | O_WRONLY, 0644)), 0);
     const auto item = itemAt(path);

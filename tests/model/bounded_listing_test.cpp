@@ -12,7 +12,7 @@
 #include "tests/model/SpecialItems.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"
-#include "tests/support/SilentMount.h"
+#include "tests/support/UnresponsiveMount.h"
 
 #include <gtest/gtest.h>
 
@@ -39,32 +39,32 @@ int64_t givenTime() {
 
 TEST(TimeAllowances, GrantAFixedTimeAndAShareOfTheRest) {
     setTime = 1000;
-    TimeAllowance allowance({.fixed = 10, .share = 50}, givenTime);
-    const auto use = [&allowance](int64_t time) {
-        const TimeAllowance::Use granted(allowance);
+    TimeBudget timeBudget({.fixed = 10, .share = 50}, givenTime);
+    const auto use = [&timeBudget](int64_t time) {
+        const TimeBudget::Use granted(timeBudget);
         setTime += time;
         return granted.isGranted();
     };
     EXPECT_TRUE(use(8));
     EXPECT_TRUE(use(4)) << "two are left";
     EXPECT_FALSE(use(1)) << "which counts as other time";
-    EXPECT_FALSE(allowance.isLeft());
+    EXPECT_FALSE(timeBudget.isLeft());
     setTime += 4; // five of other time: half of them may be used, and two were
-    EXPECT_FALSE(allowance.isLeft());
+    EXPECT_FALSE(timeBudget.isLeft());
     ++setTime;
-    EXPECT_TRUE(allowance.isLeft());
+    EXPECT_TRUE(timeBudget.isLeft());
     {
-        const TimeAllowance::Use granted(allowance);
-        EXPECT_TRUE(allowance.isLeft());
+        const TimeBudget::Use granted(timeBudget);
+        EXPECT_TRUE(timeBudget.isLeft());
         ++setTime;
-        EXPECT_FALSE(allowance.isLeft()) << "while it is used";
+        EXPECT_FALSE(timeBudget.isLeft()) << "while it is used";
     }
-    EXPECT_FALSE(TimeAllowance({}, givenTime).isLeft());
+    EXPECT_FALSE(TimeBudget({}, givenTime).isLeft());
 }
 
 /// The kinds in a folder by name, as a listing within @p limits finds them.
 std::map<std::string, Classification> kindsIn(const std::string &folder,
-                                              TimeAllowance::Limits limits) {
+                                              TimeBudget::Limits limits) {
     ListedKinds kinds(limits);
     const std::unique_ptr<mfs_fso, decltype(&mfs_fso_destroy_tree)> record(
         mfs_fso_get_local_fso_visiting(folder.c_str(), &ListedKinds::visit, &kinds),
@@ -93,7 +93,7 @@ TEST(BoundedListings, TellWithoutALookWhatTheyCan) {
         {"flag alone", MXItemKindAlias}, // as nobody looked whether there is a record
     };
     const SpecialItems items;
-    const auto all = kindsIn(items.path(), Inspection::kUnlimited);
+    const auto all = kindsIn(items.path(), InspectionContext::kUnlimited);
     const auto unseen = kindsIn(items.path(), {});
     for (const SpecialItems::Row &row : SpecialItems::rows()) {
         EXPECT_EQ(all.at(row.name).kind, row.kind) << row.name;
@@ -110,9 +110,9 @@ TEST(BoundedListings, TellWithoutALookWhatTheyCan) {
 TEST(BoundedListings, ReadTheMetadataThatEachItemHas) {
     const SpecialItems items;
     const auto listed = itemAt(items.path());
-    TimeAllowance allowance(Inspection::kUnlimited);
-    TimeAllowance none({});
-    ListedMetadata metadata(*listed, allowance);
+    TimeBudget timeBudget(InspectionContext::kUnlimited);
+    TimeBudget none({});
+    ListedMetadata metadata(*listed, timeBudget);
     ListedMetadata hurried(*listed, none);
     using Part = ItemMetadata::Part;
     for (const auto &item : listed->visibleItems()) {
@@ -133,11 +133,12 @@ TEST(BoundedListings, DoNotReadHugeFoldersToTellApplications) {
     (void)folder.folder("AppDir");
     (void)folder.file("AppDir/AppRun");
     (void)folder.file("AppDir/a.desktop");
-    EXPECT_EQ(kindsIn(folder.path(), Inspection::kUnlimited).at("AppDir").kind,
+    EXPECT_EQ(kindsIn(folder.path(), InspectionContext::kUnlimited).at("AppDir").kind,
               MXItemKindApplication);
     for (int number = 0; number < 1000; ++number)
         (void)folder.file("AppDir/" + std::string(200, 'n') + std::to_string(number));
-    EXPECT_EQ(kindsIn(folder.path(), Inspection::kUnlimited).at("AppDir").kind, MXItemKindFolder);
+    EXPECT_EQ(kindsIn(folder.path(), InspectionContext::kUnlimited).at("AppDir").kind,
+              MXItemKindFolder);
     EXPECT_EQ(MXFileSystemObject::typeForItemAtPath(text(folder.at("AppDir")), nullptr, nullptr),
               MXItemKindApplication)
         << "when it is asked for";
@@ -152,8 +153,8 @@ TEST(BoundedListings, EndALongChainInTheMiddle) {
                        .c_str());
     (void)folder.file("end");
     constexpr int64_t kMilliseconds = 1'000'000;
-    TimeAllowance allowance({.fixed = 20 * kMilliseconds, .share = 0}, ticking);
-    ListedAliases aliases(allowance);
+    TimeBudget timeBudget({.fixed = 20 * kMilliseconds, .share = 0}, ticking);
+    ListedAliases aliases(timeBudget);
     QByteArray target;
     EXPECT_EQ(aliases.resolve(folder.at("2.desktop").c_str(), &target), noErr);
     EXPECT_EQ(target, folder.at("end").c_str());
@@ -178,8 +179,8 @@ void writeEntry(const std::string &path, const QByteArray &keys) {
 
 TEST(BoundedListings, DoNotWaitForWhereAliasesLead) {
     const MountedFolder home("tmpfs");
-    if (!home.obstacle().empty())
-        GTEST_SKIP() << home.obstacle();
+    if (!home.failureReason().empty())
+        GTEST_SKIP() << home.failureReason();
     for (const char *const name : {"silent", "listed"})
         fs::create_directory(home.at(name));
     fs::create_directory_symlink("silent", home.at("link"));
@@ -204,10 +205,10 @@ TEST(BoundedListings, DoNotWaitForWhereAliasesLead) {
     info.flags = kIsAlias;
     ASSERT_EQ(writeFinderInfo((listed + "finder").c_str(), info), noErr);
     ASSERT_EQ(writeResourceFork((listed + "finder").c_str(), *map.toBytes()), noErr);
-    const SilentMount silent(home.at("silent"));
-    if (!silent.obstacle().empty())
-        GTEST_SKIP() << silent.obstacle();
-    EXPECT_EQ(runGuarded([&listed] {
+    const UnresponsiveMount silent(home.at("silent"));
+    if (!silent.failureReason().empty())
+        GTEST_SKIP() << silent.failureReason();
+    EXPECT_EQ(runWithTimeout([&listed] {
                   const auto folder = itemAt(listed);
                   for (const auto &item : folder->visibleItems())
                       EXPECT_TRUE(

@@ -174,8 +174,8 @@ TEST(Identification, IsDoneAnewOnlyWhenAsked) {
 
 TEST(Identification, OfAMountPointIsFirstWhatIsMounted) {
     const MountedFolder mounted("tmpfs");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     const struct {
         const char *name;
         MXItemKind kind;

@@ -48,7 +48,7 @@ TEST(Size, AsAShortText) {
         {UINT64_MAX - 0xFFFFFFFFFF, "16777215TB"},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(taken(format_size(row.size)), row.text) << row.size;
+        EXPECT_EQ(takeText(format_size(row.size)), row.text) << row.size;
 }
 
 TEST(Size, TextsOfAPanel) {
@@ -156,8 +156,8 @@ TEST(Size, ThatFailsIsTriedAgain) {
 
 TEST(Size, OfAVolumeIsAskedForEachTime) {
     const MountedFolder volume("tmpfs", "size=1m");
-    if (!volume.obstacle().empty())
-        GTEST_SKIP() << volume.obstacle();
+    if (!volume.failureReason().empty())
+        GTEST_SKIP() << volume.failureReason();
     const auto item = itemAt(volume.path());
     ASSERT_TRUE(item->isVolume());
     struct statvfs status = {};

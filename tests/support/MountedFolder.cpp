@@ -52,6 +52,6 @@ bool MountedFolder::remount(const std::string &options) const {
 bool MountedFolder::run(const std::string &command) {
     const ProcessResult result = runProcess({"sh", "-c", command});
     if (result.status != 0)
-        obstacle_ = command + ": " + result.complaints;
+        obstacle_ = command + ": " + result.errorOutput;
     return result.status == 0;
 }

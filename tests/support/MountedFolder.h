@@ -18,7 +18,7 @@ public:
     ~MountedFolder();
 
     /// Why it could not be mounted (the machine may forbid it); empty if it is mounted.
-    [[nodiscard]] const std::string &obstacle() const { return obstacle_; }
+    [[nodiscard]] const std::string &failureReason() const { return obstacle_; }
 
     [[nodiscard]] const std::string &path() const { return path_; }
     [[nodiscard]] std::string at(const std::string &name) const { return path_ + "/" + name; }

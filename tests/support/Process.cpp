@@ -77,10 +77,10 @@ void readBoth(std::array<pollfd, 2> sources, std::array<std::string *, 2> texts)
 ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions &options) {
     const bool onTerminal = options.outputTo == OutputTo::Terminal;
     int output[2] = {-1, -1};
-    int complaints[2] = {-1, -1};
+    int errorOutput[2] = {-1, -1};
     const int opened = onTerminal ? openpty(&output[0], &output[1], nullptr, nullptr, nullptr)
                                   : pipe2(output, O_CLOEXEC);
-    if (opened != 0 || (!onTerminal && pipe2(complaints, O_CLOEXEC) != 0))
+    if (opened != 0 || (!onTerminal && pipe2(errorOutput, O_CLOEXEC) != 0))
         throw std::runtime_error("cannot open a pipe");
 
     const int input = openText(options.input);
@@ -88,16 +88,16 @@ ProcessResult runProcess(std::vector<std::string> command, const ProcessOptions 
     if (process == 0) {
         dup2(input, STDIN_FILENO);
         dup2(output[1], STDOUT_FILENO);
-        dup2(onTerminal ? output[1] : complaints[1], STDERR_FILENO);
+        dup2(onTerminal ? output[1] : errorOutput[1], STDERR_FILENO);
         execute(command, options);
     }
     close(input);
     close(output[1]);
     if (!onTerminal)
-        close(complaints[1]);
+        close(errorOutput[1]);
     ProcessResult result;
-    readBoth({{{output[0], POLLIN, 0}, {complaints[0], POLLIN, 0}}},
-             {&result.output, &result.complaints});
+    readBoth({{{output[0], POLLIN, 0}, {errorOutput[0], POLLIN, 0}}},
+             {&result.output, &result.errorOutput});
     result.status = statusOf(process);
     return result;
 }

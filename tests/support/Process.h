@@ -9,8 +9,8 @@
 /// The output and the exit status of a finished process.
 struct ProcessResult {
     std::string output;
-    std::string complaints; ///< standard error; on a terminal it is part of `output`
-    int status = -1;        ///< exit status, or 128 + the signal that ended it
+    std::string errorOutput; ///< standard error; on a terminal it is part of `output`
+    int status = -1;         ///< exit status, or 128 + the signal that ended it
 };
 
 /// Where a process's standard output goes.

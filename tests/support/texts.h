@@ -13,7 +13,7 @@
 
 /// Copies and frees a text that an operation returned; nullopt for null. Does not free the shared
 /// root.
-inline std::optional<std::string> taken(char *text) {
+inline std::optional<std::string> takeText(char *text) {
     if (!text)
         return std::nullopt;
     std::string copy = text;
@@ -30,12 +30,13 @@ inline char *fresh(const char *text) {
 using Tree = MWCore::RecordTree;
 
 /// Captures the library's trace lines during its lifetime.
-class Trace {
+class CapturedTrace {
 public:
-    Trace() : stream_(open_memstream(&text_, &size_)), before_(mfs_set_trace_stream(stream_)) {}
-    Trace(const Trace &) = delete;
-    Trace &operator=(const Trace &) = delete;
-    ~Trace() {
+    CapturedTrace()
+        : stream_(open_memstream(&text_, &size_)), before_(mfs_set_trace_stream(stream_)) {}
+    CapturedTrace(const CapturedTrace &) = delete;
+    CapturedTrace &operator=(const CapturedTrace &) = delete;
+    ~CapturedTrace() {
         mfs_set_trace_stream(before_);
         std::fclose(stream_);
         std::free(text_);

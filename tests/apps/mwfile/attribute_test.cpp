@@ -14,8 +14,8 @@ std::string said(const TemporaryFolder &folder, const std::vector<std::string> &
     ProcessOptions options;
     options.workingFolder = folder.path();
     const ProcessResult result = mwfile(arguments, options);
-    EXPECT_EQ(result.status == 0, result.complaints.empty()) << result.complaints;
-    return result.output + result.complaints;
+    EXPECT_EQ(result.status == 0, result.errorOutput.empty()) << result.errorOutput;
+    return result.output + result.errorOutput;
 }
 
 TEST(Attributes, AreSetShownAndRemoved) {
@@ -116,7 +116,7 @@ TEST(Aliases, AreMadeFollowedAndShown) {
     EXPECT_EQ(said(folder, {"alias", "make", "plain", "c"}),
               "mwfile: c: the name of such an alias ends with .desktop\n");
     EXPECT_EQ(said(folder, {"alias", "make", "plain", "a.desktop"}),
-              "mwfile: a.desktop: it is there already\n");
+              "mwfile: a.desktop: it already exists\n");
     EXPECT_EQ(mwfile({"alias"}).status, 2);
 }
 

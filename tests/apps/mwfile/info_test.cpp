@@ -40,7 +40,7 @@ TEST(Info, TellsWhatADesktopKnows) {
         << "<plist><dict><key>CFBundleGetInfoString</key><string>Editor 2</string></dict></plist>";
     std::ofstream(folder.file("note.txt")) << "text";
     const std::string alias = folder.at("alias.desktop");
-    ASSERT_EQ(mwfile({"alias", "make", folder.at("note.txt"), alias}).complaints, "");
+    ASSERT_EQ(mwfile({"alias", "make", folder.at("note.txt"), alias}).errorOutput, "");
     struct Row {
         const char *name;
         std::vector<std::string> facts;
@@ -87,7 +87,7 @@ TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
     for (const char *const name : {"[a,b]", "[x]", "++"}) // words that mean something to CLI11
         EXPECT_EQ(readJson(mwfile({"info", "--json", folder.file(name)}).output, "d['name']"),
                   name);
-    EXPECT_EQ(mwfile({"info", file + "/"}).complaints, "mwfile: " + file + "/: Not a directory\n");
+    EXPECT_EQ(mwfile({"info", file + "/"}).errorOutput, "mwfile: " + file + "/: Not a directory\n");
     EXPECT_EQ(mwfile({"info", folder.at("sub/../gone/x/..")}).status, 1);
 
     ProcessOptions inside;
@@ -101,7 +101,7 @@ TEST(Info, NeverWaitsForANode) {
     const TemporaryFolder folder;
     const ProcessResult result = runProcess({"timeout", "5", MWFILE, "info", folder.fifo("fifo"),
                                              "/dev/zero", "/dev/tty", folder.path()});
-    EXPECT_EQ(result.status, 0) << result.complaints;
+    EXPECT_EQ(result.status, 0) << result.errorOutput;
     EXPECT_NE(result.output.find("fifo\n"), std::string::npos);
     EXPECT_NE(result.output.find("character device\n"), std::string::npos);
 }
@@ -112,7 +112,7 @@ TEST(Info, GoesOnAfterAPathThatFails) {
     const ProcessResult result =
         mwfile({"info", "--json", folder.at("missing"), file, folder.at("gone")});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(linesOf(result.complaints).size(), 2U);
+    EXPECT_EQ(linesOf(result.errorOutput).size(), 2U);
     EXPECT_EQ(readJson(result.output, "len(d), d[0]['name']"), "(1, 'file')");
 }
 

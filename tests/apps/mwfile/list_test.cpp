@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "tests/apps/mwfile/mwfile.h"
 #include "tests/support/MountedFolder.h"
-#include "tests/support/SilentMount.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/UnresponsiveMount.h"
 
 #include <gtest/gtest.h>
 
@@ -83,7 +83,7 @@ TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
              {"label", "red", folder.at("parts.framework")},
              {"label", "blue", folder.at("plain")},
              {"invisible", "on", folder.at("plain")}})
-        ASSERT_EQ(mwfile(command).complaints, "");
+        ASSERT_EQ(mwfile(command).errorOutput, "");
     struct Row {
         const char *name;
         std::string ending; ///< of the row, from the name on
@@ -122,15 +122,15 @@ TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
 
 TEST(List, DoesNotWaitForWhereAliasesLead) {
     const MountedFolder home("tmpfs");
-    if (!home.obstacle().empty())
-        GTEST_SKIP() << home.obstacle();
+    if (!home.failureReason().empty())
+        GTEST_SKIP() << home.failureReason();
     std::filesystem::create_directory(home.at("silent"));
     std::filesystem::create_directory(home.at("listed"));
     std::ofstream(home.at("listed/a.desktop"))
         << "[Desktop Entry]\nType=Link\nURL=file://" << home.at("silent/item") << "\n";
-    const SilentMount silent(home.at("silent"));
-    if (!silent.obstacle().empty())
-        GTEST_SKIP() << silent.obstacle();
+    const UnresponsiveMount silent(home.at("silent"));
+    if (!silent.failureReason().empty())
+        GTEST_SKIP() << silent.failureReason();
     const ProcessResult text =
         runProcess({"timeout", "-s", "KILL", "20", MWFILE, "list", home.at("listed")});
     EXPECT_NE(text.output.find("a.desktop -> not looked for  (alias)\n"), std::string::npos)
@@ -160,7 +160,7 @@ TEST(List, TellsAPersonHowManyAreHidden) {
 
 TEST(List, ATerminalBreaksNoRemark) {
     const TemporaryFolder folder;
-    ASSERT_EQ(mwfile({"label", "red", folder.file("\xe6\xbc\xa2\xe5\xad\x97")}).complaints, "");
+    ASSERT_EQ(mwfile({"label", "red", folder.file("\xe6\xbc\xa2\xe5\xad\x97")}).errorOutput, "");
     ProcessOptions options;
     options.outputTo = OutputTo::Terminal;
     options.environment = {"TERM=xterm", "NO_COLOR=1"};
@@ -284,7 +284,7 @@ TEST(List, FailuresAreOneLineAndStatusOne) {
         {folder.at("file"), "not a folder"},
         {folder.at("file/x"), "not a folder"},
         {folder.at("fifo"), "not a folder"},
-        {folder.at("loop"), "its aliases or links lead in a circle"},
+        {folder.at("loop"), "its aliases or links form a loop"},
         {folder.at("unreadable"), "not permitted"},
         {folder.at("unsearchable"), "not permitted"},
         {"/dev", "what lies below a path that begins with /dev is not listed"},
@@ -296,10 +296,10 @@ TEST(List, FailuresAreOneLineAndStatusOne) {
             const ProcessResult result = mwfileAsNobody({"list", form, row.path});
             EXPECT_EQ(result.status, 1) << row.path;
             EXPECT_EQ(result.output, "") << row.path;
-            ASSERT_EQ(linesOf(result.complaints).size(), 1U);
-            EXPECT_TRUE(linesOf(result.complaints)[0].ends_with(std::string(": ") + row.reason))
-                << result.complaints;
-            EXPECT_EQ(result.complaints.find('\x1b'), std::string::npos);
+            ASSERT_EQ(linesOf(result.errorOutput).size(), 1U);
+            EXPECT_TRUE(linesOf(result.errorOutput)[0].ends_with(std::string(": ") + row.reason))
+                << result.errorOutput;
+            EXPECT_EQ(result.errorOutput.find('\x1b'), std::string::npos);
         }
 }
 
@@ -307,7 +307,7 @@ TEST(List, AFullDiskUnderTheOutputIsNoticed) {
     const ProcessResult result =
         runProcess({"sh", "-c", "\"$0\" list /usr/bin >/dev/full", MWFILE});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.complaints, "mwfile: standard output: No space left on device\n");
+    EXPECT_EQ(result.errorOutput, "mwfile: standard output: No space left on device\n");
 }
 
 } // namespace

@@ -33,5 +33,5 @@ inline std::string readJson(const std::string &json, const std::string &expressi
                     "sys.stdout.buffer.write(str((" +
                         expression + ")).encode('utf-8', 'surrogateescape'))"},
                    options);
-    return result.status == 0 ? result.output : "unreadable: " + result.complaints;
+    return result.status == 0 ? result.output : "unreadable: " + result.errorOutput;
 }

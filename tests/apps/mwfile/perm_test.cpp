@@ -42,7 +42,7 @@ TEST(Perm, RefusesWhatMeansNothing) {
         const ProcessResult result = mwfile({"perm", value});
         EXPECT_EQ(result.status, 2) << value;
         EXPECT_EQ(result.output, "") << value;
-        EXPECT_EQ(linesOf(result.complaints).size(), 1U) << result.complaints;
+        EXPECT_EQ(linesOf(result.errorOutput).size(), 1U) << result.errorOutput;
     }
 }
 

@@ -71,7 +71,7 @@ TEST(SizeCommand, TellsWhatItCouldNotRead) {
     const ProcessResult counted = mwfile({"size", folder.path()}, options);
     EXPECT_EQ(counted.status, 1);
     EXPECT_NE(counted.output.find("1 item (--errors lists them)"), std::string::npos);
-    EXPECT_NE(counted.complaints.find("1 item could not be read"), std::string::npos);
+    EXPECT_NE(counted.errorOutput.find("1 item could not be read"), std::string::npos);
     const ProcessResult listed = mwfile({"size", "--errors", folder.path()}, options);
     EXPECT_NE(listed.output.find(folder.path() + "/closed \\e\\xff: not permitted\n"),
               std::string::npos)
@@ -81,14 +81,14 @@ TEST(SizeCommand, TellsWhatItCouldNotRead) {
               folder.path() + "/closed \x1B\xFF");
     folder.file("damaged");
     std::ofstream(folder.at("._damaged")) << std::string("\0\5\x16\7\0\2\0\0", 8);
-    EXPECT_NE(mwfile({"size", folder.at("damaged")}).complaints.find("stored there is damaged"),
+    EXPECT_NE(mwfile({"size", folder.at("damaged")}).errorOutput.find("stored there is damaged"),
               std::string::npos);
     for (const std::string &path :
          {folder.at("closed \x1B\xFF"), folder.at("nothing"), folder.at("damaged")}) {
         const ProcessResult failed = mwfile({"size", path}, options);
         EXPECT_EQ(failed.status, 1);
         EXPECT_EQ(failed.output, "");
-        EXPECT_EQ(linesOf(failed.complaints).size(), 1U) << failed.complaints;
+        EXPECT_EQ(linesOf(failed.errorOutput).size(), 1U) << failed.errorOutput;
     }
 }
 
@@ -108,7 +108,7 @@ TEST(SizeCommand, EndsWithWhatIsKnownWhenInterrupted) {
     EXPECT_EQ(stopped.status, 1) << "or everything was measured by then";
     EXPECT_EQ(readJson(stopped.output, "d['isPartial'], d['containedItemCount'] > 0"),
               "(True, True)");
-    EXPECT_NE(stopped.complaints.find("interrupted, the sums are partial"), std::string::npos);
+    EXPECT_NE(stopped.errorOutput.find("interrupted, the sums are partial"), std::string::npos);
 }
 
 TEST(SizeCommand, ShowsOnATerminalHowFarItIs) {

@@ -27,16 +27,16 @@ TEST(Usage, WhatMeansNothingIsOneLineAndStatusTwo) {
     };
     for (const std::vector<std::string> &command : commands) {
         const ProcessResult result = mwfile(command);
-        SCOPED_TRACE(result.complaints);
+        SCOPED_TRACE(result.errorOutput);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.output, "");
-        EXPECT_EQ(linesOf(result.complaints).size(), 1U);
-        EXPECT_EQ(result.complaints.find('\x1b'), std::string::npos);
+        EXPECT_EQ(linesOf(result.errorOutput).size(), 1U);
+        EXPECT_EQ(result.errorOutput.find('\x1b'), std::string::npos);
     }
 }
 
 TEST(Usage, TraceShowsTheLibrarysOwnLines) {
-    EXPECT_EQ(mwfile({"--trace", "list", "/missing"}).complaints,
+    EXPECT_EQ(mwfile({"--trace", "list", "/missing"}).errorOutput,
               "\t\tError getting item statistics\n"
               "\t\terror : No such file or directory\n"
               "mwfile: /missing: no such file or folder\n");
@@ -45,14 +45,14 @@ TEST(Usage, TraceShowsTheLibrarysOwnLines) {
 TEST(Usage, WhatTheLibraryLogsIsShownWithTraceAlone) {
     const TemporaryFolder folder;
     const std::string file = folder.file("f");
-    ASSERT_EQ(mwfile({"type", file, "TEXT"}).complaints, "");
+    ASSERT_EQ(mwfile({"type", file, "TEXT"}).errorOutput, "");
     std::string other(60, '\0'); // AFP information that says another type
     other.replace(0, 8, std::string("AFP\0\0\0\1\0", 8)).replace(16, 4, "PICT");
     ASSERT_EQ(setxattr(file.c_str(), "user.AFP_AfpInfo", other.data(), other.size(), 0), 0);
     for (const char *const command : {"list", "info"}) {
         const std::string path = command == std::string("list") ? folder.path() : file;
-        EXPECT_EQ(mwfile({command, path}).complaints, "");
-        EXPECT_NE(mwfile({"--trace", command, path}).complaints.find("mwcore"), std::string::npos);
+        EXPECT_EQ(mwfile({command, path}).errorOutput, "");
+        EXPECT_NE(mwfile({"--trace", command, path}).errorOutput.find("mwcore"), std::string::npos);
     }
 }
 

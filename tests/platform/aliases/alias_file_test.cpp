@@ -214,8 +214,8 @@ TEST(AliasFiles, RecordsThatAreTooLongAreNotRead) {
 
 TEST(AliasFiles, AFailedCreationLeavesNothing) {
     const MountedFolder mounted("tmpfs", "size=64k");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     FSRef ref;
     EXPECT_EQ(FSPathMakeRef(mounted.path().c_str(), &ref), noErr);
     raw::write(mounted.at("filler"), QByteArray(64 * 1024, 'f'));

@@ -118,8 +118,8 @@ TEST(Aliases, LeadToTheItemWhateverHappensToIt) {
 TEST(Aliases, LeadToTheItemOnEveryFileSystem) {
     for (const char *const type : {"ext4", "tmpfs", "xfs", "btrfs", "ramfs"}) {
         const MountedFolder mounted(type);
-        if (!mounted.obstacle().empty()) {
-            std::printf("skipped: %s\n", mounted.obstacle().c_str());
+        if (!mounted.failureReason().empty()) {
+            std::printf("skipped: %s\n", mounted.failureReason().c_str());
             continue;
         }
         EXPECT_EQ(runForked([&] { return wrongFates(mounted.path()); }), 0) << type;
@@ -131,8 +131,8 @@ TEST(Aliases, LeadToTheItemOnEveryFileSystem) {
 
 TEST(Aliases, FollowAVolumeToAnotherMountPoint) {
     const MountedFolder mounted("ext4");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     fs::create_directory(mounted.at("folder"));
     raw::write(mounted.at("folder/item"), "content");
     const QByteArray alias = aliasOf(mounted.at("folder/item"));
@@ -147,8 +147,8 @@ TEST(Aliases, FollowAVolumeToAnotherMountPoint) {
 
 TEST(Aliases, SearchTheVolumeWhereverItIsMounted) {
     const MountedFolder mounted("ext4");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     raw::write(mounted.at("item"), "content");
     fs::permissions(mounted.path(), fs::perms::all);
     const QByteArray alias = aliasOf(mounted.at("item"));
@@ -184,8 +184,9 @@ TEST(Aliases, LeadThroughLayeredAndNestedMounts) {
         const MountedFolder mounted(row.type);
         const ProcessResult ready =
             runProcess({"sh", "-c", "cd " + mounted.path() + " && " + row.setUp});
-        if (!mounted.obstacle().empty() || ready.status != 0) {
-            std::printf("skipped: %s%s\n", mounted.obstacle().c_str(), ready.complaints.c_str());
+        if (!mounted.failureReason().empty() || ready.status != 0) {
+            std::printf("skipped: %s%s\n", mounted.failureReason().c_str(),
+                        ready.errorOutput.c_str());
             continue;
         }
         FSRef ref;
@@ -264,12 +265,12 @@ TEST(Aliases, ASearchCanBeCancelled) {
     const std::atomic<bool> cancelled = true;
     SearchLimits limits;
     limits.cancelled = &cancelled;
-    EXPECT_FALSE(locate(*record, Replacement::IsTheItem, limits, &status));
+    EXPECT_FALSE(locate(*record, Replacement::Accept, limits, &status));
     EXPECT_EQ(status, userCanceledErr);
     limits = {.entries = 50};
-    EXPECT_FALSE(locate(*record, Replacement::IsTheItem, limits, &status));
+    EXPECT_FALSE(locate(*record, Replacement::Accept, limits, &status));
     EXPECT_EQ(status, fileBoundsErr);
-    EXPECT_FALSE(locate(*record, Replacement::IsTheItem, {}, &status));
+    EXPECT_FALSE(locate(*record, Replacement::Accept, {}, &status));
     EXPECT_EQ(status, fnfErr);
 }
 
@@ -303,8 +304,8 @@ TEST(References, FollowARenamedItemAndFailIfItIsGone) {
 
 TEST(References, FollowItemsBehindALink) {
     const MountedFolder mounted("tmpfs");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     fs::create_directories(mounted.at("home/deep"));
     raw::write(mounted.at("home/item"), "");
     for (const char *const name : {"", "home", "home/deep"})

@@ -105,8 +105,8 @@ TEST(Catalogue, ChangesOnlyWhatIsRequested) {
 
 TEST(Catalogue, ALockedItemIsImmutable) {
     const MountedFolder mounted("ext4");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     const std::string item = mounted.at("item");
     raw::write(item, "content");
     FSCatalogInfo info;
@@ -137,8 +137,8 @@ TEST(Catalogue, ALockedItemIsImmutable) {
 
 TEST(Catalogue, UnsupportedFieldsAreReported) {
     const MountedFolder mounted("ramfs");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     raw::write(mounted.at("item"), "content");
     FSCatalogInfo info;
     EXPECT_EQ(FSGetCatalogInfo(refTo(mounted.at("item")),
@@ -171,12 +171,12 @@ TEST(Volumes, AreNamedByLabelMountPointOrHost) {
         return name.toStdString();
     };
     const MountedFolder memory("tmpfs");
-    if (!memory.obstacle().empty())
-        GTEST_SKIP() << memory.obstacle();
+    if (!memory.failureReason().empty())
+        GTEST_SKIP() << memory.failureReason();
     EXPECT_EQ(nameOf(memory.path()), "mounted");
     const MountedFolder disk("ext4");
-    if (!disk.obstacle().empty())
-        GTEST_SKIP() << disk.obstacle();
+    if (!disk.failureReason().empty())
+        GTEST_SKIP() << disk.failureReason();
     const std::string device = printed({"findmnt", "-no", "SOURCE", disk.path()});
     ASSERT_EQ(runProcess({"e2label", device, "My Disk"}).status, 0);
     fs::create_directory(disk.at("folder"));

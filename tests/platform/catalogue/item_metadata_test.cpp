@@ -94,8 +94,8 @@ TEST(ItemMetadata, FailsPartByPart) {
     EXPECT_EQ(metadata.labelNumber(), 6);
     EXPECT_EQ(metadata.resourceForkSize(), std::nullopt);
     const MountedFolder withoutDates("ramfs");
-    if (!withoutDates.obstacle().empty())
-        GTEST_SKIP() << withoutDates.obstacle();
+    if (!withoutDates.failureReason().empty())
+        GTEST_SKIP() << withoutDates.failureReason();
     EXPECT_EQ(statusesOf(ItemMetadata::read(bytes(withoutDates.at("")))),
               std::to_array({noErr, errFSOperationNotSupported, noErr, noErr}));
 }
@@ -121,8 +121,8 @@ TEST(ItemMetadata, IsReadWithinATimeAllowance) {
     for (const Row &row : rows) {
         const QByteArray path = bytes(folder.file(row.name));
         ASSERT_TRUE(raw::setAttribute(path.toStdString(), row.attribute, row.value));
-        TimeAllowance none({});
-        TimeAllowance enough({.fixed = INT64_MAX / 2});
+        TimeBudget none({});
+        TimeBudget enough({.fixed = INT64_MAX / 2});
         const auto hurried = ItemMetadata::readWithin(none, path, row.sidecars);
         EXPECT_EQ(statusesOf(hurried),
                   std::to_array({noErr, noErr, row.finderInfo, row.resourceFork}))

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // Failures that a test cannot provoke, such as a quota or a failing disk.
-#include "platform/files/ReplacedFile.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/changes/SystemCalls.h"
 #include "tests/platform/metadata/attributes.h"
@@ -95,8 +95,8 @@ TEST(RefusedWrites, AreNotCausedByMissingFileSystemFeatures) {
     });
     for (const char *const content : {"new", "replaced"}) {
         OSStatus status = noErr;
-        const auto place = ItemPlace::find(folder.at("file").c_str(), &status);
-        auto file = ReplacedFile::begin(*place, &status);
+        const auto place = ItemLocator::find(folder.at("file").c_str(), &status);
+        auto file = AtomicFile::begin(*place, &status);
         ASSERT_TRUE(file);
         EXPECT_EQ(file->replace(content, {0600, geteuid(), getegid()}), noErr);
         EXPECT_EQ(raw::content(folder.at("file")), content);

@@ -118,27 +118,30 @@ TEST(AppleDouble, AHostileAttributeBlockChangesNothingElse) {
 }
 
 TEST(AppleDouble, KnowsWhenItStoresNothing) {
-    EXPECT_TRUE(AppleDouble::fresh().isVoid());
-    const auto isVoid = [](const QByteArray &bytes) { return AppleDouble::parse(bytes)->isVoid(); };
-    EXPECT_TRUE(isVoid(header(1) + entry(8, 38, 4) + samples::zeros(4)));
-    EXPECT_FALSE(isVoid(header(1) + entry(4, 38, 4) + "note"));
-    EXPECT_FALSE(isVoid(header(2) + entry(4, 50, 4) + entry(4, 54, 4) + samples::zeros(4) + "note"))
+    EXPECT_TRUE(AppleDouble::fresh().isEmpty());
+    const auto isEmpty = [](const QByteArray &bytes) {
+        return AppleDouble::parse(bytes)->isEmpty();
+    };
+    EXPECT_TRUE(isEmpty(header(1) + entry(8, 38, 4) + samples::zeros(4)));
+    EXPECT_FALSE(isEmpty(header(1) + entry(4, 38, 4) + "note"));
+    EXPECT_FALSE(
+        isEmpty(header(2) + entry(4, 50, 4) + entry(4, 54, 4) + samples::zeros(4) + "note"))
         << "a second entry with the same id";
-    EXPECT_FALSE(isVoid(header(1) + entry(9, 38, 40) + samples::zeros(32) + "whatever"))
+    EXPECT_FALSE(isEmpty(header(1) + entry(9, 38, 40) + samples::zeros(32) + "whatever"))
         << "after the Finder information";
     EXPECT_TRUE(
-        isVoid(header(1) + entry(9, 38, 70) + samples::zeros(34) + "ATTR" + samples::zeros(32)))
+        isEmpty(header(1) + entry(9, 38, 70) + samples::zeros(34) + "ATTR" + samples::zeros(32)))
         << "an attribute block without attributes";
-    EXPECT_FALSE(isVoid(header(1) + entry(9, 38, 72) + samples::zeros(34) + "ATTR" +
-                        samples::zeros(32) + "!!"))
+    EXPECT_FALSE(isEmpty(header(1) + entry(9, 38, 72) + samples::zeros(34) + "ATTR" +
+                         samples::zeros(32) + "!!"))
         << "after such a block";
-    EXPECT_FALSE(isVoid(samples::sidecar(0)));
+    EXPECT_FALSE(isEmpty(samples::sidecar(0)));
     // Bytes outside all entries.
     const QByteArray two = header(2) + entry(2, 60, 4) + entry(9, 52, 4);
     const struct {
         const char *what;
         QByteArray bytes;
-        bool isVoid;
+        bool isEmpty;
     } rows[] = {
         {"zeros", two + samples::zeros(24), true},
         {"after the table", two + "no" + samples::zeros(12), false},
@@ -148,11 +151,11 @@ TEST(AppleDouble, KnowsWhenItStoresNothing) {
         {"the filler", samples::hex("0005160700020000") + "Mac OS X        " + number16(0), true},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(isVoid(row.bytes), row.isVoid) << row.what;
+        EXPECT_EQ(isEmpty(row.bytes), row.isEmpty) << row.what;
     const QByteArray onlyAttributes =
         samples::zeros(34) + samples::attributeBlock(72, samples::zeros(3));
-    EXPECT_FALSE(isVoid(header(1) + entry(9, 38, static_cast<uint32_t>(onlyAttributes.size())) +
-                        onlyAttributes))
+    EXPECT_FALSE(isEmpty(header(1) + entry(9, 38, static_cast<uint32_t>(onlyAttributes.size())) +
+                         onlyAttributes))
         << "an attribute of zeros counts";
 }
 

@@ -22,7 +22,7 @@ QByteArrayList written(const QByteArray &expressions, const char *format) {
     ProcessOptions options;
     options.input = expressions.toStdString();
     const auto result = runProcess({"python3", "-c", script}, options);
-    EXPECT_EQ(result.status, 0) << result.complaints;
+    EXPECT_EQ(result.status, 0) << result.errorOutput;
     QByteArrayList lists;
     for (const QByteArray &line : QByteArray::fromStdString(result.output).trimmed().split('\n'))
         lists += QByteArray::fromHex(line);

@@ -41,7 +41,7 @@ TEST(Notification, ReachesSlotsOfEveryForm) {
     const struct Row {
         const char *selector;
         QStringList heard;
-        qsizetype complaints;
+        qsizetype errorOutput;
     } rows[] = {
         {"heardQualified", {"name7"}, 0},
         {"heardBoth", {"name7"}, 0},
@@ -57,7 +57,7 @@ TEST(Notification, ReachesSlotsOfEveryForm) {
         center().addObserver(&listener, row.selector);
         center().postNotificationName("name", nullptr, {{"key", 7}});
         EXPECT_EQ(listener.heard, row.heard) << row.selector;
-        EXPECT_EQ(LoggedMessages::take().size(), row.complaints) << row.selector;
+        EXPECT_EQ(LoggedMessages::take().size(), row.errorOutput) << row.selector;
     }
 }
 

@@ -244,8 +244,8 @@ TEST(FinderInformation, EachFileSystemStoresItWhereItCan) {
     } rows[] = {{"ext4", true}, {"tmpfs", true}, {"xfs", true}, {"btrfs", true}, {"ramfs", false}};
     for (const auto &row : rows) {
         const MountedFolder mounted(row.type);
-        if (!mounted.obstacle().empty()) {
-            std::printf("skipped: %s\n", mounted.obstacle().c_str());
+        if (!mounted.failureReason().empty()) {
+            std::printf("skipped: %s\n", mounted.failureReason().c_str());
             continue;
         }
         SCOPED_TRACE(row.type);
@@ -269,8 +269,8 @@ TEST(FinderInformation, EachFileSystemStoresItWhereItCan) {
 
 TEST(FinderInformation, TheOwnerCanReadAndChangeWhatTheSuperuserWrote) {
     const MountedFolder mounted("ramfs");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     std::filesystem::permissions(mounted.path(), std::filesystem::perms::all);
     const std::string item = mounted.at("item");
     ASSERT_EQ(runAsNobody([&item] {
@@ -287,8 +287,8 @@ TEST(FinderInformation, TheOwnerCanReadAndChangeWhatTheSuperuserWrote) {
 
 TEST(FinderInformation, AFailedWriteReportsTheCauseAndChangesNothing) {
     const MountedFolder mounted("tmpfs", "size=64k");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     const std::string item = mounted.at("item");
     const std::string sidecar = mounted.at("._item");
     raw::write(item, "data");

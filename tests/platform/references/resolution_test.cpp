@@ -5,7 +5,7 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/references/AliasResolution.h"
-#include "platform/references/Reach.h"
+#include "platform/references/MountGuard.h"
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
@@ -46,7 +46,7 @@ uint64_t inodeOf(const std::string &path) {
 /// The path of the item, or the text of the status.
 std::string found(const AliasRecord &record, const SearchLimits &limits = {}) {
     OSStatus status = noErr;
-    const auto item = locate(record, Replacement::IsTheItem, limits, &status);
+    const auto item = locate(record, Replacement::Accept, limits, &status);
     return item ? item->path.toStdString() : statusText(status);
 }
 
@@ -87,7 +87,7 @@ TEST(Identities, AreComparedByWhatBothHave) {
 class EjectedVolume {
 public:
     explicit EjectedVolume(const char *type) : outer_("tmpfs") {
-        if (!outer_.obstacle().empty())
+        if (!outer_.failureReason().empty())
             return;
         fs::create_directory(volume());
         raw::write(outer_.at("other"), "");
@@ -104,7 +104,7 @@ public:
     void mountAgain(const char *type) const {
         EXPECT_EQ(mount("none", volume().c_str(), type, 0, nullptr), 0);
     }
-    [[nodiscard]] const std::string &obstacle() const { return outer_.obstacle(); }
+    [[nodiscard]] const std::string &failureReason() const { return outer_.failureReason(); }
     [[nodiscard]] std::string volume() const { return outer_.at("volume"); }
     [[nodiscard]] std::string other() const { return outer_.at("other"); }
 
@@ -126,8 +126,8 @@ private:
 
 TEST(Resolution, FailsForAnItemOnAnEjectedVolume) {
     const EjectedVolume ejected("ramfs");
-    if (!ejected.obstacle().empty())
-        GTEST_SKIP() << ejected.obstacle();
+    if (!ejected.failureReason().empty())
+        GTEST_SKIP() << ejected.failureReason();
     QByteArray path;
     EXPECT_EQ(found(ejected.recordOfNumber(ejected.other())), statusText(fnfErr));
     EXPECT_EQ(FSRefMakePath(ejected.refOfNumber(ejected.other()), &path), fnfErr);
@@ -142,8 +142,8 @@ TEST(Resolution, FailsForAnItemOnAnEjectedVolume) {
 
 TEST(Resolution, DistinguishesVolumesOfTheSameNumber) {
     const EjectedVolume ejected("ramfs");
-    if (!ejected.obstacle().empty())
-        GTEST_SKIP() << ejected.obstacle();
+    if (!ejected.failureReason().empty())
+        GTEST_SKIP() << ejected.failureReason();
     ejected.mountAgain("ramfs");
     const std::string stranger = ejected.volume() + "/stranger";
     raw::write(stranger, "");
@@ -154,10 +154,10 @@ TEST(Resolution, DistinguishesVolumesOfTheSameNumber) {
     umount2(ejected.volume().c_str(), MNT_DETACH);
 }
 
-TEST(Reach, ResolvesPathsLikeTheKernel) {
+TEST(MountGuard, ResolvesPathsLikeTheKernel) {
     const MountedFolder mounted("tmpfs");
-    if (!mounted.obstacle().empty())
-        GTEST_SKIP() << mounted.obstacle();
+    if (!mounted.failureReason().empty())
+        GTEST_SKIP() << mounted.failureReason();
     const TemporaryFolder folder;
     fs::create_directories(mounted.at("a/b"));
     raw::write(mounted.at("a/b/item"), "");
@@ -189,18 +189,18 @@ TEST(Reach, ResolvesPathsLikeTheKernel) {
     };
     MountSnapshot mounts;
     SearchBudget budget({});
-    Reach reach(mounts, budget);
+    MountGuard guard(mounts, budget);
     for (const char *const row : rows)
-        for (const LastLink link : {LastLink::Keep, LastLink::Follow}) {
+        for (const FinalLink link : {FinalLink::Keep, FinalLink::Follow}) {
             const std::string path = folder.at(row);
-            const bool keeps = link == LastLink::Keep;
+            const bool keeps = link == FinalLink::Keep;
             struct stat expected = {};
             struct stat item = {};
             const int outcome = (keeps ? lstat : stat)(path.c_str(), &expected);
             const OSStatus expectedStatus = statusFromErrno(outcome == 0 ? 0 : errno);
             OSStatus status = noErr;
             QByteArray real;
-            const Descriptor opened = reach.open(path.c_str(), link, &status, &real);
+            const Descriptor opened = guard.open(path.c_str(), link, &status, &real);
             EXPECT_EQ(status, expectedStatus) << row << keeps;
             if (!opened || outcome != 0)
                 continue;

@@ -8,7 +8,7 @@
 #include "tests/platform/metadata/attributes.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
-#include "tests/support/SilentMount.h"
+#include "tests/support/UnresponsiveMount.h"
 
 #include <gtest/gtest.h>
 
@@ -77,8 +77,8 @@ TEST(UnresponsiveMounts, DoNotBlockASearchElsewhere) {
     for (const Row &row : kRows) {
         SCOPED_TRACE(row.what);
         const MountedFolder home("tmpfs");
-        if (!home.obstacle().empty())
-            GTEST_SKIP() << home.obstacle();
+        if (!home.failureReason().empty())
+            GTEST_SKIP() << home.failureReason();
         for (const char *const name : {"volume", "outer", "silent", "z", "a", "a/silent"})
             fs::create_directory(home.at(name));
         fs::permissions(home.path(), fs::perms::all);
@@ -92,20 +92,20 @@ TEST(UnresponsiveMounts, DoNotBlockASearchElsewhere) {
         weak.fileSystemType.clear();  // as in an older record
         weak.source.clear();
         row.after(home.path());
-        const SilentMount silent(home.at(row.silent));
-        const SilentMount another(home.at("a/silent"), "elsewhere");
-        if (!silent.obstacle().empty())
-            GTEST_SKIP() << silent.obstacle();
+        const UnresponsiveMount silent(home.at(row.silent));
+        const UnresponsiveMount another(home.at("a/silent"), "elsewhere");
+        if (!silent.failureReason().empty())
+            GTEST_SKIP() << silent.failureReason();
         const std::string expected = row.leads ? home.at(row.leads) : statusText(fnfErr);
         setenv("HOME", home.path().c_str(), 1);
-        EXPECT_EQ(runGuarded([&] { return resolved(alias) == expected ? 0 : 1; }), 0);
+        EXPECT_EQ(runWithTimeout([&] { return resolved(alias) == expected ? 0 : 1; }), 0);
         const bool liesBelow = std::string(row.made).starts_with(row.silent);
-        EXPECT_EQ(runGuarded([&] {
+        EXPECT_EQ(runWithTimeout([&] {
                       // The file system of an older record is taken to be where its path leads.
                       return liesBelow || resolved(weak.toBytes()) == expected ? 0 : 1;
                   }),
                   0);
-        EXPECT_EQ(runGuarded([&] {
+        EXPECT_EQ(runWithTimeout([&] {
                       QByteArray path;
                       if (liesBelow || std::string(row.made).starts_with("link"))
                           return 0; // its path leads to the unresponsive mount
@@ -120,12 +120,12 @@ TEST(UnresponsiveMounts, DoNotBlockASearchElsewhere) {
 
 TEST(UnresponsiveMounts, OfTheSameTypeAreDistinguishedByTheMountTable) {
     const MountedFolder home("tmpfs");
-    if (!home.obstacle().empty())
-        GTEST_SKIP() << home.obstacle();
+    if (!home.failureReason().empty())
+        GTEST_SKIP() << home.failureReason();
     fs::create_directory(home.at("silent"));
-    const SilentMount silent(home.at("silent"), "server");
-    if (!silent.obstacle().empty())
-        GTEST_SKIP() << silent.obstacle();
+    const UnresponsiveMount silent(home.at("silent"), "server");
+    if (!silent.failureReason().empty())
+        GTEST_SKIP() << silent.failureReason();
     const struct {
         const char *what;
         const char *type;
@@ -144,8 +144,9 @@ TEST(UnresponsiveMounts, OfTheSameTypeAreDistinguishedByTheMountTable) {
         record.fileSystemType = row.type;
         record.source = row.source;
         record.mountPointLength = static_cast<uint32_t>(PathParts(record.path).parent.size());
-        EXPECT_EQ(
-            runGuarded([&] { return resolved(record.toBytes()) == statusText(fnfErr) ? 0 : 1; }), 0)
+        EXPECT_EQ(runWithTimeout(
+                      [&] { return resolved(record.toBytes()) == statusText(fnfErr) ? 0 : 1; }),
+                  0)
             << row.what;
     }
 }

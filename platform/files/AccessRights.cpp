@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/CopiedAccess.h"
+#include "platform/files/AccessRights.h"
 
 #include "platform/files/UserAccount.h"
 

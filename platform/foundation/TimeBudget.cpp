@@ -1,27 +1,27 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/foundation/TimeAllowance.h"
+#include "platform/foundation/TimeBudget.h"
 
 #include <ctime>
 
 namespace MWCore {
 
-TimeAllowance::TimeAllowance(Limits limits, Clock clock)
+TimeBudget::TimeBudget(Limits limits, Clock clock)
     : limits_(limits), clock_(clock), begin_(clock()) {}
 
-bool TimeAllowance::isLeftAt(int64_t now) const {
+bool TimeBudget::isLeftAt(int64_t now) const {
     constexpr int64_t kWhole = 100; // percent
     const int64_t used = used_ + (usedSince_ == kNotUsed ? 0 : now - usedSince_);
     const int64_t rest = now - begin_ - used;
     return used < limits_.fixed + rest * limits_.share / kWhole;
 }
 
-void TimeAllowance::end() {
+void TimeBudget::end() {
     used_ += clock_() - usedSince_;
     usedSince_ = kNotUsed;
 }
 
-int64_t TimeAllowance::threadTime() {
+int64_t TimeBudget::threadTime() {
     constexpr int64_t kNanoseconds = 1'000'000'000;
     timespec time = {};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);

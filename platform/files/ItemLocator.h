@@ -18,12 +18,12 @@ namespace MWCore {
 /// it. Code that changes an item finds its place first and does everything else relative to the
 /// open folder, so that later changes to the folders on the path do not matter. Copies share the
 /// folder. Any thread.
-class ItemPlace {
+class ItemLocator {
 public:
     /// The place of the item at @p path, which need not exist. Links on the path are followed as by
     /// openTrustedFolder(). nullopt on failure, with the cause in @p status: fnfErr if the folder
     /// does not exist, permErr if this process may not search it, ioErr without /proc.
-    [[nodiscard]] static std::optional<ItemPlace> find(const QByteArray &path, OSStatus *status);
+    [[nodiscard]] static std::optional<ItemLocator> find(const QByteArray &path, OSStatus *status);
 
     /// An O_PATH descriptor.
     [[nodiscard]] int folder() const { return folder_->number(); }
@@ -36,7 +36,7 @@ public:
     [[nodiscard]] QByteArray path() const;
 
     /// The place of another name in the same folder.
-    [[nodiscard]] ItemPlace sibling(const QByteArray &name) const;
+    [[nodiscard]] ItemLocator sibling(const QByteArray &name) const;
 
     /// Sets @p item to the status of the item; a link is not followed.
     [[nodiscard]] OSStatus examine(struct stat *item) const;
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] Descriptor openFolder(OSStatus *status) const;
 
 private:
-    ItemPlace(std::shared_ptr<const Descriptor> folder, QByteArray name)
+    ItemLocator(std::shared_ptr<const Descriptor> folder, QByteArray name)
         : folder_(std::move(folder)), name_(std::move(name)) {}
 
     std::shared_ptr<const Descriptor> folder_;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/posix/Descriptor.h"
+#include "core/posix/FinalLink.h"
 #include "platform/files/MountSnapshot.h"
 #include "platform/references/SearchBudget.h"
 
@@ -10,17 +11,15 @@
 
 namespace MWCore {
 
-/// What Reach::open() does with a link at the end of a path.
-enum class LastLink { Keep, Follow };
-
 /// Opens items without touching file systems that might block. Where a server or program does not
 /// answer, even looking up a name blocks. Local file systems may always be touched, others only if
 /// they are allowed. Where a file system is mounted is read from the mount table, not from the
 /// item. Belongs to one thread.
-class Reach {
+class MountGuard {
 public:
     /// @p snapshot and @p budget must outlive this object.
-    Reach(MountSnapshot &snapshot, SearchBudget &budget) : snapshot_(snapshot), budget_(budget) {}
+    MountGuard(MountSnapshot &snapshot, SearchBudget &budget)
+        : snapshot_(snapshot), budget_(budget) {}
 
     /// Allow the mount of that id, or every mount.
     void allow(int32_t mountId) { allowed_.push_back(mountId); }
@@ -30,7 +29,7 @@ public:
 
     /// Whether @p mount is visible at its mount point and every mount on the path to it may be
     /// touched.
-    [[nodiscard]] bool reaches(const Mount &mount) const;
+    [[nodiscard]] bool isReachable(const Mount &mount) const;
 
     /// Whether something is mounted at @p path, which must have no links.
     [[nodiscard]] bool isMountPoint(const QByteArray &path) const;
@@ -39,7 +38,7 @@ public:
     /// Returns an empty descriptor on failure, with the cause in @p status: fileBoundsErr
     /// if the path leads to a mount that may not be touched or the budget has stopped. Sets
     /// @p realPath, which may be null, to the path without links.
-    [[nodiscard]] Descriptor open(const QByteArray &path, LastLink link, OSStatus *status,
+    [[nodiscard]] Descriptor open(const QByteArray &path, FinalLink link, OSStatus *status,
                                   QByteArray *realPath = nullptr);
 
     [[nodiscard]] const std::vector<Mount> &mounts() const { return snapshot_.mounts(); }
@@ -47,7 +46,7 @@ public:
 private:
     class Walk;
 
-    [[nodiscard]] Descriptor openWithin(const QByteArray &path, LastLink link, OSStatus *status);
+    [[nodiscard]] Descriptor openWithin(const QByteArray &path, FinalLink link, OSStatus *status);
     [[nodiscard]] bool isWayOpen(const std::vector<const Mount *> &way) const;
 
     MountSnapshot &snapshot_;

@@ -11,6 +11,6 @@ namespace MWCore {
 /// repetitions out, so that 28 characters can take minutes and gigabytes; references to groups,
 /// which are no part of extended expressions, can crash it. Too much is more than 4,096 bytes, 250
 /// groups or three repetitions in one another, or 10,000 parts when written out.
-[[nodiscard]] bool isBearable(const QByteArray &pattern);
+[[nodiscard]] bool isWithinLimits(const QByteArray &pattern);
 
 } // namespace MWCore

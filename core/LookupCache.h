@@ -13,12 +13,12 @@ namespace MWCore {
 
 /// A cache from numbers to values: an open-addressing hash table that grows and never evicts. If
 /// memory runs out, it caches less.
-template <typename Value> class SeenTable {
+template <typename Value> class LookupCache {
 public:
-    SeenTable() = default;
-    SeenTable(const SeenTable &) = delete;
-    SeenTable &operator=(const SeenTable &) = delete;
-    ~SeenTable() { release(); }
+    LookupCache() = default;
+    LookupCache(const LookupCache &) = delete;
+    LookupCache &operator=(const LookupCache &) = delete;
+    ~LookupCache() { release(); }
 
     /// The value cached for @p key, or null. Valid until the next remember().
     [[nodiscard]] const Value *find(int64_t key) const {
@@ -59,9 +59,9 @@ private:
     }
 
     [[nodiscard]] bool grow() {
-        SeenTable larger;
+        LookupCache larger;
         larger.capacity_ = capacity_ ? capacity_ * 2 : kFirstCapacity;
-        void *const block = Malloc(larger.capacity_ * sizeof(Slot), "SeenTable");
+        void *const block = allocate(larger.capacity_ * sizeof(Slot), "LookupCache");
         if (!block)
             return false;
         larger.slots_ = static_cast<Slot *>(block);

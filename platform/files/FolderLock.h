@@ -3,7 +3,7 @@
 #pragma once
 
 #include "core/posix/Descriptor.h"
-#include "platform/files/ItemPlace.h"
+#include "platform/files/ItemLocator.h"
 
 namespace MWCore {
 
@@ -14,9 +14,9 @@ namespace MWCore {
 /// without the lock, as it does where nothing can be locked at all, and only the checks before and
 /// after the change protect other writers' changes. If this process may not read the folder, the
 /// item is locked instead, which does not exclude writers that lock the folder.
-class FolderTurn {
+class FolderLock {
 public:
-    explicit FolderTurn(const ItemPlace &place);
+    explicit FolderLock(const ItemLocator &place);
 
     /// tmfoErr or memFullErr if descriptors or memory ran out, else noErr.
     [[nodiscard]] OSStatus status() const { return status_; }

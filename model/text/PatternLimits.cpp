@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/text/PatternEffort.h"
+#include "model/text/PatternLimits.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -10,14 +10,14 @@ namespace MWCore {
 namespace {
 
 /// Goes through a pattern and adds up what becomes of it.
-class Effort {
+class ResolutionContext {
 public:
-    explicit Effort(const QByteArray &pattern) : rest_(pattern.constData()) {
+    explicit ResolutionContext(const QByteArray &pattern) : rest_(pattern.constData()) {
         while (*rest_ && isBearable_)
             takeNext();
     }
 
-    [[nodiscard]] bool isBearable() const { return isBearable_; }
+    [[nodiscard]] bool isWithinLimits() const { return isBearable_; }
 
 private:
     struct Piece {
@@ -115,9 +115,9 @@ private:
 
 } // namespace
 
-bool isBearable(const QByteArray &pattern) {
+bool isWithinLimits(const QByteArray &pattern) {
     constexpr qsizetype kLongest = 4096;
-    return pattern.size() <= kLongest && Effort(pattern).isBearable();
+    return pattern.size() <= kLongest && ResolutionContext(pattern).isWithinLimits();
 }
 
 } // namespace MWCore

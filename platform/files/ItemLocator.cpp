@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/ItemPlace.h"
+#include "platform/files/ItemLocator.h"
 
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
@@ -15,14 +15,14 @@
 
 namespace MWCore {
 
-std::optional<ItemPlace> ItemPlace::find(const QByteArray &path, OSStatus *status) {
+std::optional<ItemLocator> ItemLocator::find(const QByteArray &path, OSStatus *status) {
     const PathParts parts(path);
     const bool isParent = parts.name == "..";
     Descriptor folder = openTrustedFolder(isParent ? path : parts.parent, status);
     if (!folder)
         return std::nullopt;
-    ItemPlace place(std::make_shared<const Descriptor>(std::move(folder)),
-                    isParent || parts.name.isEmpty() ? "." : parts.name);
+    ItemLocator place(std::make_shared<const Descriptor>(std::move(folder)),
+                      isParent || parts.name.isEmpty() ? "." : parts.name);
     if (faccessat(AT_FDCWD, place.sibling(".").path().constData(), F_OK, 0) != 0) {
         *status = errno == EACCES ? permErr : ioErr;
         if (*status == ioErr)
@@ -32,21 +32,21 @@ std::optional<ItemPlace> ItemPlace::find(const QByteArray &path, OSStatus *statu
     return place;
 }
 
-QByteArray ItemPlace::path() const {
+QByteArray ItemLocator::path() const {
     return pathOfDescriptor(folder()) + '/' + name_;
 }
 
-ItemPlace ItemPlace::sibling(const QByteArray &name) const {
+ItemLocator ItemLocator::sibling(const QByteArray &name) const {
     return {folder_, name};
 }
 
-OSStatus ItemPlace::examine(struct stat *item) const {
+OSStatus ItemLocator::examine(struct stat *item) const {
     return fstatat(folder(), name_.constData(), item, AT_SYMLINK_NOFOLLOW) == 0
                ? noErr
                : statusFromErrno(errno);
 }
 
-Descriptor ItemPlace::openFolder(OSStatus *status) const {
+Descriptor ItemLocator::openFolder(OSStatus *status) const {
     Descriptor opened(openat(folder(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     *status = opened ? noErr : statusFromErrno(errno);
     return opened;

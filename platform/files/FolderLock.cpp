@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/FolderTurn.h"
+#include "platform/files/FolderLock.h"
 
 #include "platform/files/RegularFile.h"
 
@@ -13,7 +13,7 @@
 
 namespace MWCore {
 
-FolderTurn::FolderTurn(const ItemPlace &place) : locked_(place.openFolder(&status_)) {
+FolderLock::FolderLock(const ItemLocator &place) : locked_(place.openFolder(&status_)) {
     if (status_ == permErr)
         locked_ = openFileOrFolderAt(place.folder(), place.name(), &status_);
     if (status_ != tmfoErr && status_ != memFullErr)
@@ -24,7 +24,7 @@ FolderTurn::FolderTurn(const ItemPlace &place) : locked_(place.openFolder(&statu
 
 /// Counts checks, half a millisecond apart, instead of measuring time: on a machine that is too
 /// busy to run this loop, the other writers are too busy to finish.
-void FolderTurn::wait(int folder) const {
+void FolderLock::wait(int folder) const {
     using namespace std::chrono_literals;
     constexpr int kQuietChecks = 4'000;
     constexpr int kMostChecks = 20'000;
@@ -43,7 +43,7 @@ void FolderTurn::wait(int folder) const {
 }
 
 /// Takes the lock, or returns true if somebody else holds it.
-bool FolderTurn::isHeldElsewhere() const {
+bool FolderLock::isHeldElsewhere() const {
     return flock(locked_.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/references/ReferencePlace.h"
+#include "platform/references/ReferenceLocator.h"
 
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
@@ -11,7 +11,7 @@ namespace {
 
 /// Whether the item of @p ref is at @p place. Another item may have taken the path before its
 /// folder was opened.
-bool holds(const ItemPlace &place, const FSRef &ref, OSStatus *status) {
+bool holds(const ItemLocator &place, const FSRef &ref, OSStatus *status) {
     const auto found = identityOf(place.folder(), place.name().constData(), status);
     if (!found)
         return false;
@@ -28,18 +28,19 @@ OSStatus pathToChange(const FSRef &ref, QByteArray *path) {
 
 } // namespace
 
-std::optional<ItemPlace> placeOf(const FSRef &ref, OSStatus *status) {
+std::optional<ItemLocator> locatorOf(const FSRef &ref, OSStatus *status) {
     QByteArray path;
     *status = pathToChange(ref, &path);
-    const auto place = *status == noErr ? ItemPlace::find(path, status) : std::nullopt;
+    const auto place = *status == noErr ? ItemLocator::find(path, status) : std::nullopt;
     return place && holds(*place, ref, status) ? place : std::nullopt;
 }
 
-std::optional<ItemPlace> placeIn(const FSRef &folder, const QByteArray &name, OSStatus *status) {
+std::optional<ItemLocator> locatorIn(const FSRef &folder, const QByteArray &name,
+                                     OSStatus *status) {
     QByteArray path;
     *status = pathToChange(folder, &path);
     const auto place =
-        *status == noErr ? ItemPlace::find(pathIn(path, name), status) : std::nullopt;
+        *status == noErr ? ItemLocator::find(pathIn(path, name), status) : std::nullopt;
     return place && holds(place->sibling("."), folder, status) ? place : std::nullopt;
 }
 

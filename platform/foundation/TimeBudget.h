@@ -11,7 +11,7 @@ namespace MWCore {
 /// A budget of processor time for optional work: a fixed amount, plus a share of the time that
 /// everything else takes from construction on. It counts the processor time of the calling thread,
 /// not its waits. Belongs to one thread.
-class MWCORE_EXPORT TimeAllowance {
+class MWCORE_EXPORT TimeBudget {
 public:
     using Clock = int64_t (*)(); ///< nanoseconds of the calling thread
 
@@ -20,32 +20,32 @@ public:
         int64_t share = 0; ///< percent of the time that everything else takes
     };
 
-    explicit TimeAllowance(Limits limits, Clock clock = &threadTime);
+    explicit TimeBudget(Limits limits, Clock clock = &threadTime);
 
     /// Whether any time is left. May be called within a Use, to end a long one.
     [[nodiscard]] bool isLeft() const { return isLeftAt(clock_()); }
 
-    /// Charges the time of its own lifetime to the allowance, if any is left at the start. One at a
-    /// time.
+    /// Charges the time of its own lifetime to the time budget, if any is left at the start. One at
+    /// a time.
     class Use {
     public:
-        explicit Use(TimeAllowance &allowance) : allowance_(allowance) {
-            const int64_t now = allowance.clock_();
-            isGranted_ = allowance.isLeftAt(now);
+        explicit Use(TimeBudget &timeBudget) : timeBudget_(timeBudget) {
+            const int64_t now = timeBudget.clock_();
+            isGranted_ = timeBudget.isLeftAt(now);
             if (isGranted_)
-                allowance.usedSince_ = now;
+                timeBudget.usedSince_ = now;
         }
         Use(const Use &) = delete;
         Use &operator=(const Use &) = delete;
         ~Use() {
             if (isGranted_)
-                allowance_.end();
+                timeBudget_.end();
         }
 
         [[nodiscard]] bool isGranted() const { return isGranted_; }
 
     private:
-        TimeAllowance &allowance_;
+        TimeBudget &timeBudget_;
         bool isGranted_;
     };
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/references/Reach.h"
+#include "platform/references/MountGuard.h"
 
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/FileSystemTypes.h"
@@ -30,13 +30,13 @@ OSStatus statusOf(const Descriptor &opened) {
     return errno == EXDEV ? kOutOfReach : statusFromErrno(errno);
 }
 
-int flagsFor(LastLink link) {
-    return O_PATH | O_CLOEXEC | (link == LastLink::Keep ? O_NOFOLLOW : 0);
+int flagsFor(FinalLink link) {
+    return O_PATH | O_CLOEXEC | (link == FinalLink::Keep ? O_NOFOLLOW : 0);
 }
 
 /// Opens @p path unless it crosses into another mount: EXDEV. ENOSYS if the kernel (before 5.6) or
 /// a sandbox does not support the call.
-Descriptor openOnOneMount(int folder, const QByteArray &path, LastLink link) {
+Descriptor openOnOneMount(int folder, const QByteArray &path, FinalLink link) {
     open_how how = {};
     how.flags = static_cast<uint64_t>(flagsFor(link));
     how.resolve = RESOLVE_NO_XDEV;
@@ -49,10 +49,10 @@ Descriptor openOnOneMount(int folder, const QByteArray &path, LastLink link) {
 } // namespace
 
 /// Follows a path name by name and compares each with the mount points before touching it.
-class Reach::Walk {
+class MountGuard::Walk {
 public:
-    Walk(const Reach &reach, SearchBudget &budget, QByteArray path, LastLink link)
-        : reach_(reach), budget_(budget), path_(std::move(path)), link_(link) {}
+    Walk(const MountGuard &guard, SearchBudget &budget, QByteArray path, FinalLink link)
+        : guard_(guard), budget_(budget), path_(std::move(path)), link_(link) {}
 
     [[nodiscard]] Descriptor run(OSStatus *status) {
         *status = noErr;
@@ -93,14 +93,15 @@ private:
         Descriptor found(openat(item_.number(), name.constData(), kFlags));
         if (!found)
             return statusOf(found);
-        if (isLast_ && link_ == LastLink::Keep)
+        if (isLast_ && link_ == FinalLink::Keep)
             return enter(std::move(found), next);
         const auto target = linkText(found.number(), "");
         return target ? follow(*target) : enter(std::move(found), next);
     }
 
     [[nodiscard]] bool mayEnter(const QByteArray &next) const {
-        return !reach_.isMountPoint(next) || reach_.isWayOpen(mountsOnWay(next, reach_.mounts()));
+        return !guard_.isMountPoint(next) ||
+               guard_.isWayOpen(mountsAlongPath(next, guard_.mounts()));
     }
 
     /// Succeeds only in a folder, like a path that ends in "/".
@@ -124,42 +125,42 @@ private:
         return noErr;
     }
 
-    const Reach &reach_;
+    const MountGuard &guard_;
     SearchBudget &budget_;
     QByteArray path_;  ///< links are replaced by their targets when followed
     qsizetype at_ = 0; ///< how far path_ was followed
-    LastLink link_;
+    FinalLink link_;
     Descriptor item_;
     QByteArray realPath_; ///< of the item
     bool isLast_ = false;
     int links_ = 0;
 };
 
-bool Reach::mayTouch(const Mount &mount) const {
+bool MountGuard::mayTouch(const Mount &mount) const {
     return allowsAll_ || mount.mountPoint == "/" || isLocalFileSystem(mount.type) ||
            std::ranges::find(allowed_, mount.id) != allowed_.end();
 }
 
-bool Reach::isWayOpen(const std::vector<const Mount *> &way) const {
+bool MountGuard::isWayOpen(const std::vector<const Mount *> &way) const {
     return std::ranges::all_of(way, [this](const Mount *mount) { return mayTouch(*mount); });
 }
 
-bool Reach::reaches(const Mount &mount) const {
-    const auto way = mountsOnWay(mount.mountPoint, mounts());
+bool MountGuard::isReachable(const Mount &mount) const {
+    const auto way = mountsAlongPath(mount.mountPoint, mounts());
     return !way.empty() && way.back()->id == mount.id && isWayOpen(way);
 }
 
-bool Reach::isMountPoint(const QByteArray &path) const {
+bool MountGuard::isMountPoint(const QByteArray &path) const {
     return std::ranges::find(mounts(), path, &Mount::mountPoint) != mounts().end();
 }
 
-Descriptor Reach::openWithin(const QByteArray &path, LastLink link, OSStatus *status) {
+Descriptor MountGuard::openWithin(const QByteArray &path, FinalLink link, OSStatus *status) {
     // Most items are on the mount of "/" and need no mount table.
     Descriptor item = openOnOneMount(AT_FDCWD, path, link);
     *status = statusOf(item);
     if (*status != kOutOfReach)
         return item;
-    const auto way = mountsOnWay(path, mounts());
+    const auto way = mountsAlongPath(path, mounts());
     if (way.size() < 2 || !isWayOpen(way))
         return {};
     const QByteArray &mountPoint = way.back()->mountPoint;
@@ -170,8 +171,8 @@ Descriptor Reach::openWithin(const QByteArray &path, LastLink link, OSStatus *st
     return item;
 }
 
-Descriptor Reach::open(const QByteArray &path, LastLink link, OSStatus *status,
-                       QByteArray *realPath) {
+Descriptor MountGuard::open(const QByteArray &path, FinalLink link, OSStatus *status,
+                            QByteArray *realPath) {
     Descriptor item;
     *status = budget_.mayStep() ? noErr : kOutOfReach;
     if (*status != noErr)

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/metadata/MetadataLook.h"
+#include "platform/metadata/MetadataReader.h"
 
 #include <utility>
 
 namespace MWCore {
 
-std::optional<SidecarEntry> MetadataLook::sidecarEntry(AppleDoubleId id, int64_t limit,
-                                                       OSStatus *status) {
+std::optional<SidecarEntry> MetadataReader::sidecarEntry(AppleDoubleId id, int64_t limit,
+                                                         OSStatus *status) {
     if (sidecars_ == Sidecars::MayExist && !std::exchange(isSidecarOpened_, true))
         sidecar_ = openSidecar(path_, &sidecarStatus_);
     *status = sidecarStatus_;

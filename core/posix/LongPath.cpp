@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/posix/ReachablePath.h"
+#include "core/posix/LongPath.h"
 
 #include <climits>
 #include <cstring>
 
 namespace MWCore {
 
-ReachablePath::ReachablePath(const char *path, int start, int (*open)(int, const char *, int, ...))
+LongPath::LongPath(const char *path, int start, int (*open)(int, const char *, int, ...))
     : start_(start), rest_(path) {
     if (!path)
         errno = EFAULT;
@@ -33,7 +33,7 @@ ReachablePath::ReachablePath(const char *path, int start, int (*open)(int, const
     }
 }
 
-int ReachablePath::folder() const {
+int LongPath::folder() const {
     return folder_ ? folder_.number() : start_;
 }
 

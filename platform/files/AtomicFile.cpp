@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/files/ReplacedFile.h"
+#include "platform/files/AtomicFile.h"
 
 #include "core/posix/stat_fields.h"
 #include "platform/files/DescriptorPath.h"
@@ -40,7 +40,7 @@ auto versionOf(const struct stat &item) {
                       item.st_mtim.tv_nsec, item.st_ctim.tv_sec, item.st_ctim.tv_nsec);
 }
 
-bool refersTo(const ItemPlace &place, const Descriptor &file) {
+bool refersTo(const ItemLocator &place, const Descriptor &file) {
     struct stat named = {};
     struct stat open = {};
     return place.examine(&named) == noErr && fstat(file.number(), &open) == 0 &&
@@ -49,19 +49,20 @@ bool refersTo(const ItemPlace &place, const Descriptor &file) {
 
 /// Removes this user's temporary file if no writer has locked it. Leaves it where files cannot be
 /// locked, as on some network file systems, because a writer may still need it.
-void removeStale(const ItemPlace &place) {
+void removeStale(const ItemLocator &place) {
     struct stat item = {};
     OSStatus status = place.examine(&item);
     if (status != noErr || !S_ISREG(item.st_mode) || item.st_uid != geteuid())
         return;
-    const Descriptor stale = openRegularFileAt(place.folder(), place.name(), Links::Keep, &status);
+    const Descriptor stale =
+        openRegularFileAt(place.folder(), place.name(), FinalLink::Keep, &status);
     const bool isStale = stale && flock(stale.number(), LOCK_EX | LOCK_NB) == 0;
     if (isStale && refersTo(place, stale))
         unlinkat(place.folder(), place.name().constData(), 0);
 }
 
 /// Whether names can be added to the folder but not removed or replaced.
-bool isAppendOnly(const ItemPlace &place) {
+bool isAppendOnly(const ItemLocator &place) {
     struct statx folder = {};
     return statx(place.folder(), ".", AT_NO_AUTOMOUNT, STATX_TYPE, &folder) == 0 &&
            (folder.stx_attributes & STATX_ATTR_APPEND);
@@ -104,35 +105,35 @@ OSStatus writeAll(int descriptor, QByteArrayView content) {
 
 } // namespace
 
-std::optional<ReplacedFile> ReplacedFile::begin(const ItemPlace &place, OSStatus *status) {
-    ReplacedFile file(place);
+std::optional<AtomicFile> AtomicFile::begin(const ItemLocator &place, OSStatus *status) {
+    AtomicFile file(place);
     removeStale(place.sibling(usualTemporaryName(place.name())));
     *status = file.openOld();
     return *status == noErr ? std::optional(std::move(file)) : std::nullopt;
 }
 
-ReplacedFile::~ReplacedFile() {
+AtomicFile::~AtomicFile() {
     if (temporary_ && !temporaryName_.isEmpty())
         unlinkat(place_.folder(), temporaryName_.constData(), 0);
 }
 
 /// Only ENOENT means that there is no file. After any other error the caller must not begin with an
 /// empty file.
-OSStatus ReplacedFile::openOld() {
+OSStatus AtomicFile::openOld() {
     if (fstatat(place_.folder(), place_.name().constData(), &oldStatus_, AT_SYMLINK_NOFOLLOW) != 0)
         return errno == ENOENT ? noErr : errno == ESTALE ? ioErr : statusFromErrno(errno);
     OSStatus status = noErr;
-    old_ = openRegularFileAt(place_.folder(), place_.name(), Links::Keep, &status);
+    old_ = openRegularFileAt(place_.folder(), place_.name(), FinalLink::Keep, &status);
     if (old_ && fstat(old_.number(), &oldStatus_) != 0)
         return statusFromErrno(errno);
     return status == fnfErr ? fBsyErr : status; // removed in between
 }
 
-std::optional<QByteArray> ReplacedFile::content(int64_t limit, OSStatus *status) const {
+std::optional<QByteArray> AtomicFile::content(int64_t limit, OSStatus *status) const {
     return readWhole(old_.number(), limit, status);
 }
 
-bool ReplacedFile::isCurrent() const {
+bool AtomicFile::isCurrent() const {
     struct stat now = {};
     if (fstatat(place_.folder(), place_.name().constData(), &now, AT_SYMLINK_NOFOLLOW) != 0)
         return errno == ENOENT && !old_;
@@ -140,7 +141,7 @@ bool ReplacedFile::isCurrent() const {
 }
 
 /// Calls @p make with the usual temporary name and, as long as the name is taken, with random ones.
-template <typename Make> OSStatus ReplacedFile::underTemporaryName(const Make &make) {
+template <typename Make> OSStatus AtomicFile::underTemporaryName(const Make &make) {
     temporaryName_ = usualTemporaryName(place_.name());
     OSStatus status = make(temporaryName_.constData());
     while (status == dupFNErr) {
@@ -152,7 +153,7 @@ template <typename Make> OSStatus ReplacedFile::underTemporaryName(const Make &m
     return status;
 }
 
-OSStatus ReplacedFile::makeTemporary(mode_t mode) {
+OSStatus AtomicFile::makeTemporary(mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
     const int error = temporary_ ? 0 : errno;
     if (needsName(error))
@@ -164,7 +165,7 @@ OSStatus ReplacedFile::makeTemporary(mode_t mode) {
 
 /// dupFNErr also if another writer took the new file for a stale one, before it was locked, and
 /// removes it. Only the usual name can be taken for a stale one.
-OSStatus ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
+OSStatus AtomicFile::makeNamed(const QByteArray &name, mode_t mode) {
     temporary_ = Descriptor(openat(place_.folder(), name.constData(),
                                    O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     if (!temporary_)
@@ -176,7 +177,7 @@ OSStatus ReplacedFile::makeNamed(const QByteArray &name, mode_t mode) {
 
 /// Copies attributes and access rights from the existing file to the temporary one; without an
 /// existing file, sets @p fresh.
-OSStatus ReplacedFile::copyMetadata(const Access &fresh) const {
+OSStatus AtomicFile::copyMetadata(const Access &fresh) const {
     OSStatus status = noErr;
     const auto made = accessOf(temporary_.number(), &status);
     if (!made)
@@ -194,7 +195,7 @@ OSStatus ReplacedFile::copyMetadata(const Access &fresh) const {
     return status == noErr ? setAccess(temporary_.number(), *wanted) : status;
 }
 
-OSStatus ReplacedFile::fill(const QByteArray &content, const Access &fresh) {
+OSStatus AtomicFile::fill(const QByteArray &content, const Access &fresh) {
     constexpr mode_t kPrivate = S_IRUSR | S_IWUSR;
     OSStatus status = makeTemporary(old_ ? kPrivate : fresh.mode);
     if (status == noErr)
@@ -206,19 +207,19 @@ OSStatus ReplacedFile::fill(const QByteArray &content, const Access &fresh) {
     return status;
 }
 
-OSStatus ReplacedFile::prepare(const QByteArray &content, const Access &fresh) {
+OSStatus AtomicFile::prepare(const QByteArray &content, const Access &fresh) {
     if (old_ && isAppendOnly(place_))
         return permErr; // the temporary name could be added there but never removed
     return fill(content, fresh);
 }
 
-OSStatus ReplacedFile::linkTemporary(const char *name) const {
+OSStatus AtomicFile::linkTemporary(const char *name) const {
     const QByteArray file = pathOfDescriptor(temporary_.number());
     const int result = linkat(AT_FDCWD, file.constData(), place_.folder(), name, AT_SYMLINK_FOLLOW);
     return result == 0 ? noErr : statusFromErrno(errno);
 }
 
-OSStatus ReplacedFile::rename(unsigned flags) {
+OSStatus AtomicFile::rename(unsigned flags) {
     const char *const name = place_.name().constData();
     if (renameat2(place_.folder(), temporaryName_.constData(), place_.folder(), name, flags) != 0)
         return statusFromErrno(errno);
@@ -226,7 +227,7 @@ OSStatus ReplacedFile::rename(unsigned flags) {
     return noErr;
 }
 
-OSStatus ReplacedFile::put() {
+OSStatus AtomicFile::put() {
     const auto link = [this](const char *name) { return linkTemporary(name); };
     if (!old_ && temporaryName_.isEmpty())
         return link(place_.name().constData());
@@ -238,19 +239,19 @@ OSStatus ReplacedFile::put() {
     return status;
 }
 
-OSStatus ReplacedFile::remove() const {
+OSStatus AtomicFile::remove() const {
     if (unlinkat(place_.folder(), place_.name().constData(), 0) != 0 && errno != ENOENT)
         return statusFromErrno(errno);
     return noErr;
 }
 
-void ReplacedFile::syncFolder() const {
+void AtomicFile::syncFolder() const {
     OSStatus status = noErr;
     if (const Descriptor folder = place_.openFolder(&status))
         fsync(folder.number());
 }
 
-OSStatus ReplacedFile::replace(const QByteArray &content, const Access &fresh) {
+OSStatus AtomicFile::replace(const QByteArray &content, const Access &fresh) {
     OSStatus status = prepare(content, fresh);
     if (status == noErr)
         status = put();

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "core/posix/Descriptor.h"
-#include "platform/files/CopiedAccess.h"
-#include "platform/files/ItemPlace.h"
+#include "platform/files/AccessRights.h"
+#include "platform/files/ItemLocator.h"
 #include "platform/foundation/OSStatus.h"
 
 #include <optional>
@@ -19,20 +19,20 @@ namespace MWCore {
 /// Replaces a small file atomically. The new content is written to a temporary file that nobody
 /// else can open, synced, and only then given the file's name, so that a power failure or crash
 /// leaves either the old or the new content. Concurrent writers lose no changes if each of them,
-/// holding a FolderTurn, calls put() only if isCurrent(), and otherwise begins again. Belongs to
+/// holding a FolderLock, calls put() only if isCurrent(), and otherwise begins again. Belongs to
 /// one thread.
-class ReplacedFile {
+class AtomicFile {
 public:
     /// Opens the file at @p place, if there is one. nullopt on failure, with the cause in
     /// @p status: errFSOperationNotSupported if the item there is not a regular file.
-    [[nodiscard]] static std::optional<ReplacedFile> begin(const ItemPlace &place,
-                                                           OSStatus *status);
+    [[nodiscard]] static std::optional<AtomicFile> begin(const ItemLocator &place,
+                                                         OSStatus *status);
 
-    ReplacedFile(ReplacedFile &&) noexcept = default;
-    ReplacedFile(const ReplacedFile &) = delete;
-    ReplacedFile &operator=(const ReplacedFile &) = delete;
-    ReplacedFile &operator=(ReplacedFile &&) = delete;
-    ~ReplacedFile();
+    AtomicFile(AtomicFile &&) noexcept = default;
+    AtomicFile(const AtomicFile &) = delete;
+    AtomicFile &operator=(const AtomicFile &) = delete;
+    AtomicFile &operator=(AtomicFile &&) = delete;
+    ~AtomicFile();
 
     /// Whether begin() found a file.
     [[nodiscard]] bool isThere() const { return bool(old_); }
@@ -65,7 +65,7 @@ public:
     [[nodiscard]] OSStatus replace(const QByteArray &content, const Access &fresh);
 
 private:
-    explicit ReplacedFile(ItemPlace place) : place_(std::move(place)) {}
+    explicit AtomicFile(ItemLocator place) : place_(std::move(place)) {}
 
     [[nodiscard]] OSStatus openOld();
     [[nodiscard]] OSStatus makeTemporary(mode_t mode);
@@ -76,7 +76,7 @@ private:
     [[nodiscard]] OSStatus fill(const QByteArray &content, const Access &fresh);
     [[nodiscard]] OSStatus rename(unsigned flags);
 
-    ItemPlace place_;
+    ItemLocator place_;
     Descriptor old_; ///< the existing file; empty if there is none
     struct stat oldStatus_ {};
     Descriptor temporary_;     ///< locked

@@ -8,15 +8,15 @@
 /// A FUSE file system whose program never answers, as if its server were gone. The process must
 /// have a mount namespace of its own (MountedFolder). The destructor unmounts it and so releases
 /// any process that waits for it.
-class SilentMount {
+class UnresponsiveMount {
 public:
-    explicit SilentMount(const std::string &path, const std::string &source = "/dev/sdx");
-    SilentMount(const SilentMount &) = delete;
-    SilentMount &operator=(const SilentMount &) = delete;
-    ~SilentMount();
+    explicit UnresponsiveMount(const std::string &path, const std::string &source = "/dev/sdx");
+    UnresponsiveMount(const UnresponsiveMount &) = delete;
+    UnresponsiveMount &operator=(const UnresponsiveMount &) = delete;
+    ~UnresponsiveMount();
 
     /// Why it could not be mounted (the machine may forbid it); empty if it is mounted.
-    [[nodiscard]] const std::string &obstacle() const { return obstacle_; }
+    [[nodiscard]] const std::string &failureReason() const { return obstacle_; }
 
 private:
     std::string path_;
@@ -25,4 +25,4 @@ private:
 };
 
 /// As runForked(), but ends a process that hangs; the result is then above 127.
-int runGuarded(const std::function<int()> &work);
+int runWithTimeout(const std::function<int()> &work);

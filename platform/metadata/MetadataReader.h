@@ -14,9 +14,9 @@ namespace MWCore {
 
 /// What is kept of one item, for several readers: its extended attributes are listed once, and its
 /// sidecar is opened once, when the first of them asks for it. Belongs to one thread.
-class MetadataLook {
+class MetadataReader {
 public:
-    MetadataLook(const QByteArray &path, Sidecars sidecars)
+    MetadataReader(const QByteArray &path, Sidecars sidecars)
         : path_(path), names_(path), status_(statusOfNames(path, names_)), sidecars_(sidecars) {}
 
     [[nodiscard]] const QByteArray &path() const { return path_; }
@@ -40,7 +40,7 @@ private:
 };
 
 // As the functions of these names in MetadataStore.h.
-[[nodiscard]] OSStatus readFinderInfo(MetadataLook &look, FinderInfo *info);
-[[nodiscard]] OSStatus resourceForkSize(MetadataLook &look, ForkSize *size);
+[[nodiscard]] OSStatus readFinderInfo(MetadataReader &look, FinderInfo *info);
+[[nodiscard]] OSStatus resourceForkSize(MetadataReader &look, ForkSize *size);
 
 } // namespace MWCore

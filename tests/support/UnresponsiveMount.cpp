@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "tests/support/SilentMount.h"
+#include "tests/support/UnresponsiveMount.h"
 
 #include "tests/support/Process.h"
 
@@ -11,7 +11,7 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-SilentMount::SilentMount(const std::string &path, const std::string &source)
+UnresponsiveMount::UnresponsiveMount(const std::string &path, const std::string &source)
     : path_(path), connection_(open("/dev/fuse", O_RDWR | O_CLOEXEC)) {
     const std::string options =
         "fd=" + std::to_string(connection_) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
@@ -19,13 +19,13 @@ SilentMount::SilentMount(const std::string &path, const std::string &source)
         obstacle_ = std::string("cannot mount a FUSE file system: ") + strerror(errno);
 }
 
-SilentMount::~SilentMount() {
+UnresponsiveMount::~UnresponsiveMount() {
     if (obstacle_.empty())
         umount2(path_.c_str(), MNT_DETACH);
     close(connection_);
 }
 
-int runGuarded(const std::function<int()> &work) {
+int runWithTimeout(const std::function<int()> &work) {
     return runForked([&work] {
         constexpr unsigned kSeconds = 20;
         alarm(kSeconds);
