@@ -168,7 +168,7 @@ MXFileSystemObject::newFSOForLocalItem(const QString &path, OSStatus *error,
     mfs_fso *const record = bytes ? mfs_fso_get_local_item(bytes->constData()) : nullptr;
     const int cause = errno;
     if (error)
-        *error = record ? noErr : bytes ? statusFromErrno(cause) : bdNamErr;
+        *error = record ? noErr : bytes ? statusOfListing(cause) : bdNamErr;
     if (!record)
         return {};
     Ptr object = wrap(record, ListedTree::own(record), prototype);

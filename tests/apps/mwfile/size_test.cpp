@@ -81,7 +81,7 @@ TEST(SizeCommand, TellsWhatItCouldNotRead) {
               folder.path() + "/closed \x1B\xFF");
     folder.file("damaged");
     std::ofstream(folder.at("._damaged")) << std::string("\0\5\x16\7\0\2\0\0", 8);
-    EXPECT_NE(mwfile({"size", folder.at("damaged")}).errorOutput.find("stored there is damaged"),
+    EXPECT_NE(mwfile({"size", folder.at("damaged")}).errorOutput.find("stored data is damaged"),
               std::string::npos);
     for (const std::string &path :
          {folder.at("closed \x1B\xFF"), folder.at("nothing"), folder.at("damaged")}) {
