@@ -14,7 +14,9 @@ endif()
 
 if(MWCORE_SANITIZE)
     set(sanitizers -fsanitize=${MWCORE_SANITIZE} -fno-sanitize=vptr)
-    add_compile_options(${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    # Line numbers are all that a report shows of the debug information.
+    add_compile_options(
+        ${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
     add_link_options(${sanitizers})
 endif()
 
