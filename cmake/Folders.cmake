@@ -19,6 +19,9 @@ function(mwcore_add_folder PATH)
     add_library(${target} OBJECT ${FOLDER_SOURCES} ${FOLDER_HEADERS} ${FOLDER_INSTALLED})
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     target_link_libraries(${target} PUBLIC ${FOLDER_BELOW} ${FOLDER_USES})
+    if(NOT PATH MATCHES "^core") # the core knows no Qt
+        mwcore_precompile(${target} precompiled)
+    endif()
 
     # The compiler finds only the headers that are linked here, and no others of the tree.
     set(visible ${PROJECT_BINARY_DIR}/headers/${target})
