@@ -21,7 +21,7 @@ template <typename Value> int threeWay(const Value &receiver, const Value &argum
 
 /// In a new order, given the place from which each comes. Nothing is copied.
 template <typename Places, typename PlaceOf>
-Items rearranged(Items items, const Places &places, PlaceOf locatorOf) {
+Items rearranged(Items &&items, const Places &places, PlaceOf locatorOf) {
     Items sorted;
     sorted.reserve(items.size());
     for (const auto &place : places)
