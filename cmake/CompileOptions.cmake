@@ -14,7 +14,7 @@ endif()
 
 if(MWCORE_SANITIZE)
     set(sanitizers -fsanitize=${MWCORE_SANITIZE} -fno-sanitize=vptr)
-    # Line numbers are all that a report shows of the debug information.
+    # -g1: reports need only line numbers.
     add_compile_options(
         ${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
     add_link_options(${sanitizers})

@@ -19,7 +19,7 @@ function(mwcore_add_folder PATH)
     add_library(${target} OBJECT ${FOLDER_SOURCES} ${FOLDER_HEADERS} ${FOLDER_INSTALLED})
     set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     target_link_libraries(${target} PUBLIC ${FOLDER_BELOW} ${FOLDER_USES})
-    if(NOT PATH MATCHES "^core") # the core knows no Qt
+    if(NOT PATH MATCHES "^core") # the core does not use Qt
         mwcore_precompile(${target} precompiled)
     endif()
 

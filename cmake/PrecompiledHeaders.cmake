@@ -1,15 +1,15 @@
 # SPDX-License-Identifier: MIT
-# Precompiled headers: of Qt, the standard library and GoogleTest alone, so that a folder sees no more
-# of this tree than it is linked with. A file that includes too little compiles all the same; the
-# `sanitize` preset builds without them, and there it fails.
+# Precompiled headers: only those of Qt, the standard library and GoogleTest, so a folder still finds
+# only the project headers of the folders below it. They hide missing includes; the `sanitize` preset
+# builds without them to find those.
 
 set(MWCORE_STANDARD_HEADERS
     <algorithm> <filesystem> <fstream> <functional> <map> <memory> <optional> <sstream> <string>
     <string_view> <vector>)
 set(MWCORE_QT_HEADERS <QByteArray> <QDateTime> <QList> <QString> <QVariant>)
 
-# Adds NAME, which mwcore_precompile() takes precompiled headers from: those of HEADERS, with the
-# flags of OPTIONS and of LIBRARIES.
+# Adds NAME, a set of precompiled headers for mwcore_precompile(): HEADERS, compiled with OPTIONS and
+# the flags of LIBRARIES.
 function(mwcore_add_precompiled NAME)
     cmake_parse_arguments(PRECOMPILED "" "" "HEADERS;LIBRARIES;OPTIONS" ${ARGN})
     if(NOT MWCORE_PRECOMPILE_HEADERS)
@@ -23,7 +23,7 @@ function(mwcore_add_precompiled NAME)
     target_precompile_headers(${NAME} PRIVATE ${PRECOMPILED_HEADERS})
 endfunction()
 
-# Compiles TARGET with the precompiled headers NAME, whose flags have to be the same.
+# Compiles TARGET with the precompiled headers NAME. The flags of both must be the same.
 function(mwcore_precompile TARGET NAME)
     if(MWCORE_PRECOMPILE_HEADERS)
         target_precompile_headers(${TARGET} REUSE_FROM ${NAME})
