@@ -87,8 +87,7 @@ TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
     for (const char *const name : {"[a,b]", "[x]", "++"}) // words that mean something to CLI11
         EXPECT_EQ(readJson(mwfile({"info", "--json", folder.file(name)}).output, "d['name']"),
                   name);
-    EXPECT_EQ(mwfile({"info", file + "/"}).errorOutput,
-              "mwfile: " + file + "/: not a folder\n");
+    EXPECT_EQ(mwfile({"info", file + "/"}).errorOutput, "mwfile: " + file + "/: not a folder\n");
     EXPECT_EQ(mwfile({"info", folder.at("sub/../gone/x/..")}).status, 1);
 
     ProcessOptions inside;
