@@ -21,11 +21,11 @@ template <typename Value> int threeWay(const Value &receiver, const Value &argum
 
 /// In a new order, given the place from which each comes. Nothing is copied.
 template <typename Places, typename PlaceOf>
-Items rearranged(Items &&items, const Places &places, PlaceOf locatorOf) {
+Items rearranged(Items &&items, const Places &places, PlaceOf placeOf) {
     Items sorted;
     sorted.reserve(items.size());
     for (const auto &place : places)
-        sorted += std::move(items[locatorOf(place)]);
+        sorted += std::move(items[placeOf(place)]);
     return sorted;
 }
 

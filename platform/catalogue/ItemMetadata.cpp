@@ -21,7 +21,7 @@ StoredParts storedParts(Parts parts) {
         .setFlag(StoredPart::ResourceFork, parts.testFlag(Part::ResourceFork));
 }
 
-std::size_t locatorOf(Part part) {
+std::size_t indexOf(Part part) {
     return static_cast<std::size_t>(std::countr_zero(static_cast<uint8_t>(part)));
 }
 
@@ -55,13 +55,13 @@ ItemMetadata ItemMetadata::readWithin(TimeBudget &timeBudget, const QByteArray &
 }
 
 OSStatus ItemMetadata::status(Part part) const {
-    return statuses_[locatorOf(part)];
+    return statuses_[indexOf(part)];
 }
 
 void ItemMetadata::setStatus(Parts parts, OSStatus status) {
     for (const Part part : {Part::Inode, Part::DateCreated, Part::FinderInfo, Part::ResourceFork})
         if (parts.testFlag(part))
-            statuses_[locatorOf(part)] = status;
+            statuses_[indexOf(part)] = status;
 }
 
 /// What statx tells, if any of that is asked for. False where there is nothing to be examined.
