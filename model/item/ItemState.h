@@ -8,26 +8,27 @@
 
 namespace MWCore {
 
-/// What folders alone need.
+/// The children of a folder, their order and the filter.
 struct MXFileSystemObject::Contents {
-    QList<Ptr> actualContents;  ///< all children
-    QList<Ptr> unfilteredItems; ///< those that are not hidden, and some that are about to be
-    bool isFiltered = false;    ///< whether the latter are the visible ones
-    QSet<const MXFileSystemObject *> leavingItems; ///< hidden, and perhaps still in that list
+    QList<Ptr> actualContents;                    ///< all children
+    QList<Ptr> unfilteredItems;                   ///< the filtered list; see removeHiddenItems()
+    bool isFiltered = false;                      ///< whether the filtered list is the visible one
+    QSet<const MXFileSystemObject *> newlyHidden; ///< to be removed from the filtered list
     MXSortAttribute sortAttribute = MXSortAttributeNone;
     MXSortOrder sortOrder = MXSortOrderNone;
-    OSStatus error = noErr; ///< why there are none
+    OSStatus error = noErr; ///< contentsError()
 };
 
-/// Texts that few objects have; null where they do not.
+/// Texts that few objects have; null if unset.
 struct MXFileSystemObject::RareTexts {
-    // what a host set in place of the record's
+    // set by the host to replace those of the record
     QString completePath;
     QString owner;
     QString group;
 
-    QString volumeName;    ///< of a volume, from the first use on
-    QString formattedSize; ///< as it first was
+    // cached at the first call
+    QString volumeName;
+    QString formattedSize;
 };
 
 } // namespace MWCore

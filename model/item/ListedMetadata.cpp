@@ -9,7 +9,7 @@ namespace MWCore {
 
 ListedMetadata::ListedMetadata(const MXFileSystemObject &folder, TimeBudget &timeBudget)
     : timeBudget_(timeBudget) {
-    // Sidecars are no folders.
+    // Sidecars are files, so the subfolders' names need no check.
     for (int32_t index = 0; index < folder.fileCount(); ++index) {
         const QByteArrayView name =
             mfs_fso_get_subitem_at_index(folder.cstruct(), index, MFS_FILES)->name;

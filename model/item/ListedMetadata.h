@@ -13,26 +13,26 @@
 
 namespace MWCore {
 
-/// Reads the metadata of the items of a listed folder, cheaper than item by item: the listing tells
-/// which items have no sidecar. All items together take no longer than a time budget grants,
-/// whatever somebody wrote in them on purpose. Belongs to one thread.
+/// Reads the metadata of the items of a listed folder. Faster than item by item, because the
+/// listing shows which items have no sidecar. All items together take no longer than a time budget
+/// allows, even if their metadata was made to be slow to read. Belongs to one thread.
 class MWCORE_EXPORT ListedMetadata {
 public:
-    /// Enough for every folder that was not made to stall a listing (docs/decisions/0015).
+    /// Enough for any folder that was not made to stall a listing (docs/decisions/0015).
     static constexpr TimeBudget::Limits kUsualLimits = {.fixed = 35'000'000, .share = 20};
 
     /// For the children of @p folder. @p timeBudget must outlive this object; ListedAliases may
     /// share it.
     ListedMetadata(const MXFileSystemObject &folder, TimeBudget &timeBudget);
 
-    /// The metadata of @p child as it is now. A part that takes longer than the time budget grants
+    /// Reads the current metadata of @p child. A part that takes longer than the time budget allows
     /// has the status fileBoundsErr.
     [[nodiscard]] ItemMetadata read(const MXFileSystemObject &child,
                                     ItemMetadata::Parts parts = ItemMetadata::kAllParts);
 
 private:
     TimeBudget &timeBudget_;
-    QSet<QByteArray> sidecars_; ///< names
+    QSet<QByteArray> sidecars_; ///< their names
 };
 
 } // namespace MWCore

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Names, paths and what the record tells.
+// Names, paths and the fields of the record.
 #include "model/item/ItemState.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/ListedTree.h"
@@ -16,10 +16,10 @@
 namespace MWCore {
 namespace {
 
-/// Paths as people and their desktops take them apart: "/" is the last component of "/", and
-/// slashes at the end, also of the parent, mean nothing.
+/// A path split as desktops do: the last component of "/" is "/", and trailing slashes, also those
+/// of the parent, are ignored.
 struct PathText {
-    QStringView parent; ///< "" for a name alone
+    QStringView parent; ///< "" if the path is only a name
     QStringView name;
 
     explicit PathText(QStringView path) {
@@ -33,13 +33,13 @@ struct PathText {
     }
 };
 
-/// Where the extension's dot is in a name; the end of one without extension.
+/// The index of the extension's dot in a name, or the name's length if it has no extension.
 qsizetype extensionDot(QStringView name) {
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot > 0 ? dot : name.size();
 }
 
-/// Empty for no path.
+/// Empty for an empty path.
 QByteArray urlOf(const QByteArray &path) {
     return path.isEmpty() ? QByteArray() : fileUrl(absolutePath(path));
 }
@@ -65,7 +65,7 @@ MXNodeKind nodeKindAt(const QByteArray &path) {
     return row == std::end(kRows) ? MXNodeKind::Unknown : row->kind;
 }
 
-/// The address of an item of this system.
+/// The URL of a local item.
 class FileURLObject : public MXURLObject {
 public:
     explicit FileURLObject(const QByteArray &url) : url_(QString::fromLatin1(url)) {}
@@ -80,12 +80,12 @@ private:
 
 } // namespace
 
-bool MXFileSystemObject::hasPathOfHost() const {
+bool MXFileSystemObject::hasCustomPath() const {
     return rareTexts_ && !rareTexts_->completePath.isNull();
 }
 
 QString MXFileSystemObject::completePath() const {
-    if (hasPathOfHost())
+    if (hasCustomPath())
         return rareTexts_->completePath;
     return record_ ? stringWithFileSystemRepresentation(record_->complete_path) : QString();
 }
@@ -94,24 +94,23 @@ void MXFileSystemObject::setCompletePath(const QString &path) {
     rareTexts().completePath = path;
 }
 
-/// The path's bytes; none for a text that no path can have.
-QByteArray MXFileSystemObject::representation() const {
-    if (hasPathOfHost())
+QByteArray MXFileSystemObject::pathBytes() const {
+    if (hasCustomPath())
         return fileSystemRepresentation(rareTexts_->completePath).value_or(QByteArray());
     return record_ ? QByteArray(record_->complete_path) : QByteArray();
 }
 
 QString MXFileSystemObject::name() const {
     if (isVolume()) {
-        QString &kept = rareTexts().volumeName;
-        return kept.isNull() ? kept = volumeName() : kept;
+        QString &cached = rareTexts().volumeName;
+        return cached.isNull() ? cached = volumeName() : cached;
     }
-    if (hasPathOfHost())
+    if (hasCustomPath())
         return PathText(rareTexts_->completePath).name.toString();
     return stringWithFileSystemRepresentation(recordName());
 }
 
-/// The last component of the record's path, which the record keeps; null without one.
+/// The last component of the record's path, whose bytes belong to the record; null without one.
 QByteArrayView MXFileSystemObject::recordName() const {
     if (isListedChild())
         return record_->name;
@@ -121,9 +120,9 @@ QByteArrayView MXFileSystemObject::recordName() const {
     return path.size() == 1 ? path : path.sliced(path.lastIndexOf('/') + 1);
 }
 
-/// name() as the system has it.
+/// name() in file-system representation; may share the record's bytes.
 QByteArray MXFileSystemObject::nameBytes() const {
-    if (isVolume() || hasPathOfHost())
+    if (isVolume() || hasCustomPath())
         return cString(name());
     const QByteArrayView name = recordName();
     return QByteArray::fromRawData(name.data(), name.size());
@@ -167,7 +166,7 @@ bool MXFileSystemObject::isRoot() const {
 }
 
 std::unique_ptr<MXURLObject> MXFileSystemObject::urlObject() const {
-    return std::make_unique<FileURLObject>(urlOf(representation()));
+    return std::make_unique<FileURLObject>(urlOf(pathBytes()));
 }
 
 QString MXFileSystemObject::url() const {
@@ -186,7 +185,7 @@ QString MXFileSystemObject::cleanURL() const {
 }
 
 QUrl MXFileSystemObject::previewItemURL() const {
-    return QUrl::fromEncoded(urlOf(representation()), QUrl::StrictMode);
+    return QUrl::fromEncoded(urlOf(pathBytes()), QUrl::StrictMode);
 }
 
 QString MXFileSystemObject::owner() const {
@@ -217,6 +216,10 @@ int32_t MXFileSystemObject::links() const {
     return _fso_get_int_for_attribute(MFS_KEY_LINKS);
 }
 
+int32_t MXFileSystemObject::subFolderCount() const {
+    return record_ ? mfs_fso_subdirectory_count(record_) : 0;
+}
+
 MXNodeKind MXFileSystemObject::nodeKind() const {
     switch (record_ ? record_->type : int32_t(MFS_TYPE_OTHER)) {
     case MFS_TYPE_DIRECTORY:
@@ -226,7 +229,7 @@ MXNodeKind MXFileSystemObject::nodeKind() const {
     case MFS_TYPE_LINK:
         return MXNodeKind::Link;
     default:
-        return isLocal() ? nodeKindAt(representation()) : MXNodeKind::Unknown;
+        return isLocal() ? nodeKindAt(pathBytes()) : MXNodeKind::Unknown;
     }
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What the system tells of an item beyond its record, and conversions.
+// Metadata that is not in the record, and conversions.
 #include "core/mfs_permissions.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/ListedTree.h"
@@ -28,7 +28,7 @@ constexpr int64_t kSecondsFrom1970To2001 = 978'307'200;
 constexpr int64_t kMilliseconds = 1000;
 constexpr int64_t kFractions = 65536; // of a second
 
-/// As the C library's "%B %d, %Y %I:%M%p" has it.
+/// As strftime(3) formats with "%B %d, %Y %I:%M%p".
 QString asString(const QDateTime &date) {
     return date.isNull() ? QString()
                          : QLocale::system().toString(date.toLocalTime(),
@@ -56,15 +56,15 @@ std::optional<FSCatalogInfo> MXFileSystemObject::catalogInfo(FSCatalogInfoBitmap
                                                              OSStatus *status) const {
     FSCatalogInfo info;
     const OSStatus outcome =
-        isLocal() ? FSGetCatalogInfoForPath(representation(), whichInfo, &info) : paramErr;
+        isLocal() ? FSGetCatalogInfoForPath(pathBytes(), whichInfo, &info) : paramErr;
     if (status)
         *status = outcome;
     return outcome == noErr ? std::optional(info) : std::nullopt;
 }
 
-bool MXFileSystemObject::isThere() const {
+bool MXFileSystemObject::exists() const {
     struct stat item = {};
-    return isLocal() && lstat(representation().constData(), &item) == 0;
+    return isLocal() && lstat(pathBytes().constData(), &item) == 0;
 }
 
 MXPermission::Ptr MXFileSystemObject::permissions() const {
@@ -74,11 +74,11 @@ MXPermission::Ptr MXFileSystemObject::permissions() const {
     if (!isLocal())
         permissions_ =
             MXPermission::initWithNumber(_fso_get_int_for_attribute(MFS_KEY_PERMISSIONS));
-    else if (isListedChild() && !hasPathOfHost()) // the listing looked at it
+    else if (isListedChild() && !hasCustomPath()) // examined by the listing
         permissions_ = permissionsOf(record_->mode);
     else
-        permissions_ = permissionsOf(stat(representation().constData(), &item) == 0 ? item.st_mode
-                                                                                    : mode_t(0));
+        permissions_ =
+            permissionsOf(stat(pathBytes().constData(), &item) == 0 ? item.st_mode : mode_t(0));
     return permissions_;
 }
 
@@ -88,6 +88,10 @@ void MXFileSystemObject::setPermissions(const MXPermission::Ptr &permissions) {
 
 QString MXFileSystemObject::permissionsAsString() const {
     return permissions()->stringValue();
+}
+
+ItemMetadata MXFileSystemObject::metadata(ItemMetadata::Parts parts) const {
+    return isLocal() ? ItemMetadata::read(pathBytes(), parts) : ItemMetadata();
 }
 
 OrMarker<QDateTime> MXFileSystemObject::dateModified() const {
@@ -133,7 +137,7 @@ MXLabel::Ptr MXFileSystemObject::label() const {
     if (!isLocal())
         return labels->noneLabel();
     const auto info = catalogInfo(kFSCatInfoFinderInfo);
-    if (!info && !isThere()) {
+    if (!info && !exists()) {
         qCWarning(mwcoreLog, "Could not get FSRef");
         return {};
     }
@@ -145,7 +149,7 @@ bool MXFileSystemObject::isInvisible() const {
     if (isRemote())
         return false;
     const auto info = catalogInfo(kFSCatInfoFinderInfo);
-    if (!info && !isThere())
+    if (!info && !exists())
         qCWarning(mwcoreLog, "Could not get FSRef");
     return info && info->finderInfo.flags.testFlag(kIsInvisible);
 }
@@ -176,7 +180,7 @@ QString MXFileSystemObject::volumeName() const {
 }
 
 QString MXFileSystemObject::versionString() const {
-    const QByteArray path = representation();
+    const QByteArray path = pathBytes();
     const auto bundle = isLocal() && !path.isEmpty() ? Bundle::open(path) : std::nullopt;
     const QVariant version = bundle ? bundle->value("CFBundleGetInfoString") : QVariant();
     return version.typeId() == QMetaType::QString ? version.toString() : QString();
@@ -186,7 +190,7 @@ std::optional<FSRef> MXFileSystemObject::fsRef() const {
     if (!isLocal())
         return std::nullopt;
     FSRef reference;
-    const OSStatus status = FSPathMakeRef(representation(), &reference);
+    const OSStatus status = FSPathMakeRef(pathBytes(), &reference);
     if (status == noErr)
         return reference;
     qCWarning(mwcoreLog).noquote().nospace()

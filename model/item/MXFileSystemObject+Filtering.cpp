@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// The objects of a folder's children, and which of them are shown.
+// The objects of a folder's children, and filtering.
 #include "model/item/ItemState.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/ListedKinds.h"
@@ -29,8 +29,8 @@ void MXFileSystemObject::performAssimilation() {
     assimilate(nullptr);
 }
 
-/// Remote folders in it are filled, too, but not by recursion: a host may nest them to any depth.
-/// @param kinds of the children as the listing found them; null when it was not just made
+/// Also fills remote subfolders; iteratively, as a host may nest them to any depth. @p kinds has
+/// the kinds that the listing found; if null, local children are identified one by one.
 void MXFileSystemObject::assimilate(const ListedKinds *kinds) {
     makeChildren(kinds);
     QList<MXFileSystemObject *> folders = {this};
@@ -44,7 +44,7 @@ void MXFileSystemObject::assimilate(const ListedKinds *kinds) {
 
 void MXFileSystemObject::makeChildren(const ListedKinds *kinds) {
     Contents &lists = contents();
-    takeOutHidden();
+    removeHiddenItems();
     lists.unfilteredItems.clear();
     release(std::exchange(lists.actualContents, {}));
     const int32_t files = fileCount();
@@ -79,24 +79,24 @@ uint32_t MXFileSystemObject::_fileCount() const {
 void MXFileSystemObject::invalidateFilteredItems() {
     Contents &lists = contents();
     lists.isFiltered = false;
-    takeOutHidden();
+    removeHiddenItems();
     lists.unfilteredItems = lists.actualContents;
 }
 
 void MXFileSystemObject::hideItem(const Ptr &child) {
     if (contents_ && child)
-        contents_->leavingItems += child.data();
+        contents_->newlyHidden += child.data();
 }
 
-/// Hiding many children one by one would move the rest of the list each time; so they are noted,
-/// and taken out together when somebody looks. The note is the folder's and not the child's, which
-/// may go on to the list of another object of the folder.
-void MXFileSystemObject::takeOutHidden() const {
-    if (!contents_ || contents_->leavingItems.isEmpty())
+/// Removing each hidden child at once would move the rest of the list each time, so hidden children
+/// are removed together before the list is used. The folder records them, not the child, which may
+/// later be in the list of another object of the same folder.
+void MXFileSystemObject::removeHiddenItems() const {
+    if (!contents_ || contents_->newlyHidden.isEmpty())
         return;
-    const auto leaving = std::exchange(contents_->leavingItems, {});
+    const auto hidden = std::exchange(contents_->newlyHidden, {});
     contents_->unfilteredItems.removeIf(
-        [&leaving](const Ptr &item) { return leaving.contains(item.data()); });
+        [&hidden](const Ptr &item) { return hidden.contains(item.data()); });
 }
 
 void MXFileSystemObject::setIsHidden(bool /*hidden*/) {
@@ -113,7 +113,7 @@ void MXFileSystemObject::setIsFiltered(bool filtered) {
 }
 
 int32_t MXFileSystemObject::filteredItemCount() const {
-    takeOutHidden();
+    removeHiddenItems();
     return contents_ ? static_cast<int32_t>(contents_->actualContents.size() -
                                             contents_->unfilteredItems.size())
                      : 0;
@@ -123,9 +123,9 @@ const QList<MXFileSystemObject::Ptr> &MXFileSystemObject::visibleList() const {
     static const QList<Ptr> kNone;
     if (!contents_)
         return kNone;
-    if (!contents_->isFiltered) // a host that hides while it goes through all children is here
+    if (!contents_->isFiltered) // leaves hidden items for later: a host may hide more in a loop
         return contents_->actualContents;
-    takeOutHidden();
+    removeHiddenItems();
     return contents_->unfilteredItems;
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What kind of thing an item is, and where links and aliases lead.
+// The kind of an item, and the targets of links and aliases.
 #include "core/posix/stat_fields.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/Classification.h"
@@ -31,8 +31,7 @@ int32_t recordType(mode_t mode) {
                            : MFS_TYPE_OTHER;
 }
 
-/// What stat and lstat tell; nothing when there is nothing at the path, or a link that leads
-/// nowhere.
+/// From stat(2) and lstat(2); nullopt if the item does not exist or is a broken link.
 std::optional<ItemFacts> factsAt(const QByteArray &path) {
     struct stat target = {};
     struct stat item = {};
@@ -43,7 +42,7 @@ std::optional<ItemFacts> factsAt(const QByteArray &path) {
                      .isExecutable = hasExecuteBit(item.st_mode)};
 }
 
-/// The text of the link at @p path; empty if it cannot be read.
+/// Null if the link cannot be read.
 QString textOfLink(const QByteArray &path) {
     const auto text = linkText(AT_FDCWD, path.constData());
     return text ? stringWithFileSystemRepresentation(*text) : QString();
@@ -54,7 +53,8 @@ QString withoutLastComponent(const QString &path) {
     return slash == 0 ? QStringLiteral("/") : path.left(std::max<qsizetype>(slash, 0));
 }
 
-/// Of "../" at the beginning only the first is folded, and then always with a "/".
+/// The text of a link in @p folder, made absolute. Only the first leading "../" is resolved, and
+/// the result then always has a "/" in its place.
 QString linkTarget(const QString &text, const QString &folder) {
     if (text.startsWith(u'/'))
         return text;
@@ -87,7 +87,7 @@ void MXFileSystemObject::identify() {
     setApplicationIsPackaged(isPackaged);
 }
 
-/// As identify(), with what a listing just found out.
+/// As identify(), with the result of a listing.
 void MXFileSystemObject::identifyAs(const Classification &classification) {
     kind_ = classification.kind;
     if (kind_ == MXItemKindLink || kind_ == MXItemKindAlias)
@@ -107,12 +107,16 @@ bool MXFileSystemObject::isFile() const {
     return isLocal() ? kind_ == MXItemKindFile : mfs_fso_isFile(record_) != 0;
 }
 
+bool MXFileSystemObject::isBrokenLink() const {
+    return isSymbolicLink() && record_->target_type == MFS_TARGET_UNKNOWN;
+}
+
 bool MXFileSystemObject::isPackagedApplication() const {
     return isApplication() && isApplicationPackaged();
 }
 
 QString MXFileSystemObject::kindAsString() const {
-    return isRemote() ? QStringLiteral("Remote File") : LSCopyKindString(representation());
+    return isRemote() ? QStringLiteral("Remote File") : LSCopyKindString(pathBytes());
 }
 
 QString MXFileSystemObject::aliasOrLinkTargetPath() const {
@@ -121,7 +125,7 @@ QString MXFileSystemObject::aliasOrLinkTargetPath() const {
     if (!isLink())
         return {};
     if (isLocal())
-        return linkTarget(textOfLink(representation()), parentPath());
+        return linkTarget(textOfLink(pathBytes()), parentPath());
     QString target = _fso_get_string_for_attribute(MFS_KEY_COMPLETE_ALIAS_PATH);
     qCWarning(mwcoreLog).noquote() << "Alias points to :" << target;
     return target;
@@ -144,7 +148,7 @@ bool MXFileSystemObject::isGraphicFile() const {
 
 bool MXFileSystemObject::isCarbonApplication() const {
     constexpr QByteArrayView kFragmentMark = "Joy!";
-    QByteArray file = isLocal() ? representation() : QByteArray();
+    QByteArray file = isLocal() ? pathBytes() : QByteArray();
     if (isPackagedApplication()) {
         const auto bundle = Bundle::open(file);
         file = bundle ? bundle->executablePath() : QByteArray();
@@ -165,6 +169,10 @@ QString MXFileSystemObject::private_resolveAliasPath(const QString &path) {
         FSResolveAliasFile(&ref, AliasSteps::All, &targetIsFolder, &isAlias) != noErr || !isAlias)
         return path;
     return stringWithFileSystemRepresentation(ref.path);
+}
+
+QString MXFileSystemObject::resolveAliasPath(const QString &path) {
+    return private_resolveAliasPath(path);
 }
 
 QString MXFileSystemObject::resolveAliasFromFileAtPath(const QString &path) {

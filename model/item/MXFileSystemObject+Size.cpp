@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What an item takes, with all that is in it.
+// The size of an item with its contents.
 #include "model/item/ItemState.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/size/SizeWalk.h"
@@ -17,22 +17,24 @@ void setTotals(MXFSOSizeRecord &record) {
     record.containedItemCount = record.containedFileCount + record.containedFolderCount;
 }
 
-} // namespace
-
-/// Of other than local items what the record says.
-MXFSOSizeRecord MXFileSystemObject::remoteSize() const {
+/// The size in the record.
+MXFSOSizeRecord remoteSize(const MXFileSystemObject &item) {
     MXFSOSizeRecord size;
-    size.dataForkSize = static_cast<uint64_t>(int64_t(record_->size));
-    if (isFolder()) {
-        size.containedFileCount = static_cast<uint64_t>(int64_t(fileCount()));
-        size.containedFolderCount = static_cast<uint64_t>(int64_t(subFolderCount()));
+    size.dataForkSize = static_cast<uint64_t>(int64_t(item.cstruct()->size));
+    if (item.isFolder()) {
+        size.containedFileCount = static_cast<uint64_t>(int64_t(item.fileCount()));
+        size.containedFolderCount = static_cast<uint64_t>(int64_t(item.subFolderCount()));
     }
     return size;
 }
 
-bool MXFileSystemObject::hasSizeOfItsOwn() const {
-    return isFile() || isAlias() || isLink() || (isApplication() && !isApplicationPackaged());
+/// Whether the item has no contents to be measured, only forks or a length.
+bool isLeaf(const MXFileSystemObject &item) {
+    return item.isFile() || item.isAlias() || item.isLink() ||
+           (item.isApplication() && !item.isApplicationPackaged());
 }
+
+} // namespace
 
 std::optional<MXSizeMeasurement>
 MXFileSystemObject::measureSize(const MXSizeOptions &options) const {
@@ -47,14 +49,14 @@ MXFileSystemObject::measureSize(const MXSizeOptions &options) const {
         return measured;
     }
     if (!isLocal()) {
-        measured.record = remoteSize();
-    } else if (hasSizeOfItsOwn()) {
+        measured.record = remoteSize(*this);
+    } else if (isLeaf(*this)) {
         const auto own = getLocalFileSize();
         if (!own)
             return std::nullopt;
         measured.record = *own;
     } else {
-        measured = measureContents(representation(), options, myCancelFolderSizeCalc_);
+        measured = measureContents(pathBytes(), options, myCancelFolderSizeCalc_);
     }
     setTotals(measured.record);
     return measured;
@@ -82,13 +84,13 @@ void MXFileSystemObject::invalidateCachedSize() {
 std::optional<MXFSOSizeRecord> MXFileSystemObject::getLocalFileSize() const {
     MXFSOSizeRecord size;
     struct stat item = {};
-    const bool isThere = isLocal() && lstat(representation().constData(), &item) == 0;
-    if (isThere && S_ISLNK(item.st_mode)) {
+    const bool isExamined = isLocal() && lstat(pathBytes().constData(), &item) == 0;
+    if (isExamined && S_ISLNK(item.st_mode)) {
         size.dataForkSize = static_cast<uint64_t>(item.st_size);
         size.totalSize = size.dataForkSize;
         return size;
     }
-    if (!isThere && !fsRef()) { // which says more in the log
+    if (!isExamined && !fsRef()) { // fsRef() logs the cause
         qCWarning(mwcoreLog, "getLocalFileSize : FSRef was null");
         return std::nullopt;
     }
@@ -106,8 +108,8 @@ std::optional<MXFSOSizeRecord> MXFileSystemObject::getLocalFileSize() const {
 }
 
 std::optional<MXFSOSizeRecord> MXFileSystemObject::getVolumeInformation() const {
-    if (!isThere() && !fsRef()) {
-        qCWarning(mwcoreLog, "getLocalFileSize : FSRef was null"); // deliberately the same
+    if (!exists() && !fsRef()) {
+        qCWarning(mwcoreLog, "getLocalFileSize : FSRef was null"); // deliberately not its own name
         return std::nullopt;
     }
     const auto item = catalogInfo(kFSCatInfoVolume);

@@ -15,25 +15,25 @@ namespace {
 
 using Items = QList<MXFileSystemObject::Ptr>;
 
-template <typename Value> int threeWay(const Value &receiver, const Value &argument) {
-    return receiver < argument ? -1 : receiver > argument ? 1 : 0;
+template <typename Value> int threeWay(const Value &one, const Value &other) {
+    return one < other ? -1 : one > other ? 1 : 0;
 }
 
 /// In a new order, given the place from which each comes. Nothing is copied.
-template <typename Places, typename PlaceOf>
-Items rearranged(Items &&items, const Places &places, PlaceOf placeOf) {
+template <typename Entries, typename IndexOf>
+Items rearranged(Items items, const Entries &entries, IndexOf indexOf) {
     Items sorted;
     sorted.reserve(items.size());
-    for (const auto &place : places)
-        sorted += std::move(items[placeOf(place)]);
+    for (const auto &entry : entries)
+        sorted += std::move(items[indexOf(entry)]);
     return sorted;
 }
 
-/// Sorted, stably, by a key that is made once an item.
+/// Sorts stably by a key, which is made once for each item.
 template <typename MakeKey> Items sortedByKey(Items items, MakeKey makeKey) {
     struct Entry {
         decltype(makeKey(*items.front())) key;
-        qsizetype place;
+        qsizetype index;
     };
     std::vector<Entry> entries;
     entries.reserve(static_cast<std::size_t>(items.size()));
@@ -41,7 +41,7 @@ template <typename MakeKey> Items sortedByKey(Items items, MakeKey makeKey) {
         entries.push_back({makeKey(*item), static_cast<qsizetype>(entries.size())});
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry &one, const Entry &other) { return one.key < other.key; });
-    return rearranged(std::move(items), entries, [](const Entry &entry) { return entry.place; });
+    return rearranged(std::move(items), entries, [](const Entry &entry) { return entry.index; });
 }
 
 template <typename MakeName> Items sortedByName(Items items, MakeName nameOf) {
@@ -49,7 +49,13 @@ template <typename MakeName> Items sortedByName(Items items, MakeName nameOf) {
     for (const auto &item : std::as_const(items))
         names.add(nameOf(*item));
     return rearranged(std::move(items), names.lastToFirst(),
-                      [](uint32_t place) { return qsizetype(place); });
+                      [](uint32_t index) { return qsizetype(index); });
+}
+
+/// Both forks; 0 for a folder.
+uint64_t sizeForSorting(const MXFileSystemObject &item) {
+    const auto size = item.isFolder() ? MXFileSystemObjectSize::Ptr() : item.sizeObject();
+    return size ? size->totalSize() : 0;
 }
 
 } // namespace
@@ -65,7 +71,7 @@ MXSortOrder MXFileSystemObject::sortOrder() const {
 void MXFileSystemObject::setSortsByAttribute(MXSortAttribute attribute, MXSortOrder withOrder) {
     contents().sortAttribute = attribute;
     contents().sortOrder = withOrder;
-    takeOutHidden();
+    removeHiddenItems();
     Items &list = contents_->isFiltered ? contents_->unfilteredItems : contents_->actualContents;
     switch (attribute) {
     case MXSortAttributeAccess:
@@ -82,7 +88,7 @@ void MXFileSystemObject::setSortsByAttribute(MXSortAttribute attribute, MXSortOr
         break;
     case MXSortAttributeSize:
         list = sortedByKey(std::exchange(list, {}),
-                           [](const auto &item) { return item.sizeForSorting(); });
+                           [](const auto &item) { return sizeForSorting(item); });
         break;
     default:
         return;
@@ -108,12 +114,7 @@ int MXFileSystemObject::_sortByName(const MXFileSystemObject &other) const {
 }
 
 int MXFileSystemObject::_sortBySize(const MXFileSystemObject &other) const {
-    return threeWay(sizeForSorting(), other.sizeForSorting());
-}
-
-uint64_t MXFileSystemObject::sizeForSorting() const {
-    const auto size = isFolder() ? MXFileSystemObjectSize::Ptr() : sizeObject();
-    return size ? size->totalSize() : 0;
+    return threeWay(sizeForSorting(*this), sizeForSorting(other));
 }
 
 } // namespace MWCore

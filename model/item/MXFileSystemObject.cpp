@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Creation, the record, and the end.
+// Creation, the record, and destruction.
 #include "model/item/MXFileSystemObject.h"
 
 #include "core/mfs_path.h"
@@ -39,7 +39,7 @@ bool isTextKey(int32_t key) {
     return std::ranges::find(kTextKeys, key) != std::end(kTextKeys);
 }
 
-/// Null also where a host cleared the pointer alone.
+/// Also null if a host cleared the pointer but not `has_object`.
 MXFileSystemObject *objectOf(const mfs_fso *record) {
     return mfs_fso_has_object(record) ? static_cast<MXFileSystemObject *>(mfs_fso_object(record))
                                       : nullptr;
@@ -54,7 +54,7 @@ void logUnusable(const QString &path) {
             << path << " ]";
 }
 
-/// What an `errno` value of the core's listing means: some tell more than from a system call.
+/// The status for an `errno` value of the core's listing, where some have a special meaning.
 OSStatus statusOfListing(int error) {
     switch (error) {
     case EAGAIN:
@@ -78,7 +78,7 @@ MXFileSystemObject::~MXFileSystemObject() {
     }
 }
 
-/// Not by recursion: the folders of a host may be nested to any depth.
+/// Iteratively: a host may nest folders to any depth.
 void MXFileSystemObject::release(QList<Ptr> children) {
     while (!children.isEmpty()) {
         const Ptr child = children.takeLast();
@@ -176,7 +176,7 @@ MXFileSystemObject::newFSOForLocalItem(const QString &path, OSStatus *error,
     return object;
 }
 
-/// The object that @p record has, or a new one that keeps @p tree.
+/// The object that wraps @p record, or a new one that shares @p tree.
 MXFileSystemObject::Ptr MXFileSystemObject::wrap(mfs_fso *record, const Tree &tree,
                                                  const MXFileSystemObject *prototype) {
     if (MXFileSystemObject *const known = objectOf(record))

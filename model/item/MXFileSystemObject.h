@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "MXSortOrder.h"
+
 #include <MWCore/MXItemKind.h>
 #include <MWCore/MXLabel.h>
 #include <MWCore/MXNodeKind.h>
@@ -38,32 +40,17 @@ struct Classification;
 class ListedKinds;
 class ListedTree;
 
-/// What the children of a folder are sorted by: keys of the record.
-enum MXSortAttribute : int32_t {
-    MXSortAttributeNone = -1, ///< never sorted
-    MXSortAttributeAccess = MFS_KEY_ACCESS_PERMS,
-    MXSortAttributeDate = MFS_KEY_DATE_MODIFIED,
-    MXSortAttributeName = MFS_KEY_NAME,
-    MXSortAttributeSize = MFS_KEY_SIZE,
-};
-
-enum MXSortOrder : int64_t {
-    MXSortOrderNone = -1, ///< never sorted
-    MXSortOrderNatural = 0,
-    MXSortOrderReversed = 1,
-};
-
-/// One item of a file system: a file, folder, link or other node, on this system or, around a
-/// record that the host made, elsewhere. For a folder also the objects of what is in it.
+/// A file, folder, link or other item of a file system, and the objects of a folder's children. An
+/// item can be remote if the host makes its record.
 ///
-/// An object answers from its record, which is a snapshot, and asks the system where an operation
-/// says so. What it derives (permissions, date text) is kept from the first use on and never
-/// refreshed: fresh state means a fresh object. Paths and names are the texts of
-/// stringWithFileSystemRepresentation(). A null text, date or pointer means that there is none.
+/// An object wraps a record, which is a snapshot; only the operations that say so ask the system.
+/// Permissions and date text are cached at the first call and never refreshed: make a new object
+/// for the current state. Paths and names are texts of stringWithFileSystemRepresentation(). A null
+/// text, date or pointer means that there is no value.
 ///
-/// Reference-counted. The record tree of a listing lives as long as any object around one of its
-/// records; a record that the host gave stays the host's and must outlive its object. An object and
-/// its tree belong to one thread at a time.
+/// Reference-counted. The records of a listing live as long as any object that wraps one of them; a
+/// record made by the host stays the host's and must outlive its object. An object and its tree
+/// belong to one thread at a time.
 class MWCORE_EXPORT MXFileSystemObject : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<MXFileSystemObject>;
@@ -73,40 +60,39 @@ public:
     virtual ~MXFileSystemObject();
 
     /// @name Creation
-    /// Objects are of the class of @p prototype where one is given (see alloc()).
+    /// If @p prototype is given, the new objects are of its class (see alloc()).
     /// @{
 
     /// An object without a record.
     [[nodiscard]] static Ptr init();
 
-    /// The item at @p path, links followed, and with @p assimilatingContents, for a folder, what is
-    /// in it. Null, with a line in the log and the cause in @p error (which may be null), when it
-    /// cannot be examined; after folderChangesErr another try may succeed. A folder that cannot be
-    /// read comes without children; contentsError() says why.
+    /// The item at @p path, following links. With @p assimilatingContents, a folder also gets its
+    /// children; if it cannot be read it has none, and contentsError() gives the cause. Returns
+    /// null, with a line in the log and the cause in @p error (which may be null), if the item
+    /// cannot be examined; after folderChangesErr, trying again may succeed.
     ///
-    /// The core's trace lines are no part of the log: they go to standard output, or wherever
-    /// mfs_set_trace_stream() (mfs_utility.h) sends them; mfs_set_trace_stream(nullptr) silences
-    /// them.
+    /// The core's trace lines are not part of the log. They go to standard output or to the stream
+    /// set by mfs_set_trace_stream() (mfs_utility.h); a null stream silences them.
     [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path, bool assimilatingContents,
                                                 OSStatus *error = nullptr,
                                                 const MXFileSystemObject *prototype = nullptr);
 
-    /// The same with contents and without messages in the log. The core's trace lines still appear.
+    /// The same with children and without messages in the log; trace lines are still written.
     [[nodiscard]] static Ptr newFSOForLocalPath(const QString &path, OSStatus *error = nullptr,
                                                 const MXFileSystemObject *prototype = nullptr);
 
-    // Without this, a prototype in place of the error would be taken for "true".
+    // Otherwise, a prototype in place of the error would convert to bool.
     static Ptr newFSOForLocalPath(const QString &path,
                                   const MXFileSystemObject *prototype) = delete;
 
-    /// The item at @p path itself: a link is not followed, and a folder comes without its contents.
-    /// Null, with the cause in @p error (which may be null), when it cannot be examined.
+    /// The item at @p path itself: a link is not followed, and a folder gets no children. Returns
+    /// null, with the cause in @p error (which may be null), if the item cannot be examined.
     [[nodiscard]] static Ptr newFSOForLocalItem(const QString &path, OSStatus *error = nullptr,
                                                 const MXFileSystemObject *prototype = nullptr);
 
-    /// The object around @p record: the one that it has, else a new one. A remote folder gets its
-    /// children; a local one does not, and is not identified. A null record fails the assertion
-    /// "MXFilesystemObject : File Info Was NULL"; null where that returns.
+    /// The object that wraps @p record; made if there is none yet. A new remote folder gets its
+    /// children; a new local item gets none and is not identified. A null record fails the
+    /// assertion "MXFilesystemObject : File Info Was NULL"; if that returns, the result is null.
     [[nodiscard]] static Ptr newFSOWithCStruct(mfs_fso *record,
                                                const MXFileSystemObject *prototype = nullptr);
 
@@ -114,21 +100,19 @@ public:
     /// @name Record
     /// @{
 
-    /// The record, which the object does not own; null without one.
+    /// The object's record, or null.
     [[nodiscard]] mfs_fso *cstruct() const { return record_; }
     [[nodiscard]] mfs_fso *_fso_struct() const { return record_; }
 
-    /// Takes @p record as the object's own. It does not learn of the object.
+    /// Replaces the record, but does not set the `object` of @p record.
     void _setCStruct(mfs_fso *record);
 
-    /// The record's number for @p key, cut to 32 bits; 0 without a record and for a key that means
-    /// a text or a record.
+    /// The record's number for @p key (MFS_KEY_...), truncated to 32 bits. 0 if there is no record
+    /// or the key is that of a text or a record.
     [[nodiscard]] int32_t _fso_get_int_for_attribute(int32_t key) const;
 
-    /// The record's text for @p key; null for a key that means no text.
+    /// The record's text for @p key; null if the key is not that of a text.
     [[nodiscard]] QString _fso_get_string_for_attribute(int32_t key) const;
-
-    /// Prints the record to standard output.
     void dumpToStdOut() const;
 
     /// @}
@@ -137,43 +121,40 @@ public:
 
     [[nodiscard]] QString completePath() const;
 
-    /// The path for system calls, byte for byte; empty for a text that no path can have.
-    [[nodiscard]] QByteArray pathBytes() const { return representation(); }
+    /// The path in file-system representation; empty if the text cannot be a path.
+    [[nodiscard]] QByteArray pathBytes() const;
 
-    /// Makes the object answer for another path; null restores the record's. Nothing on the disk
-    /// changes. Names, addresses and whatever is asked of the system follow the path: permissions,
-    /// codes, label, flags, catalogue dates, size, reference. Answers that are kept already stay
-    /// (see above), as does the kind until identify(). Extension, owner, group, links, counts,
-    /// date(), dateAsTimeT(), parent and children stay those of the record.
+    /// Makes the object describe the item at another path; null restores the record's. Changes
+    /// names, URLs and what is asked of the system (permissions, codes, label, flags, catalogue
+    /// dates, size, reference), but not the disk, cached values or, until identify(), the kind.
+    /// Everything else stays as in the record.
     void setCompletePath(const QString &path);
 
-    /// The last component of the path; of a volume its own name, kept from the first use on.
+    /// The last component of the path; for a volume, the volume's name, cached at the first call.
     [[nodiscard]] QString name() const;
     [[nodiscard]] QString description() const { return name(); }
     [[nodiscard]] QString nameWithoutExtension() const;
     [[nodiscard]] bool nameStartsWithADot() const;
 
-    /// The record's: without its dot. extensionReal() is that of the path, "" for none.
+    /// The record's extension, without its dot.
     [[nodiscard]] QString extension() const;
+    /// The path's extension, without its dot; "" if it has none.
     [[nodiscard]] QString extensionReal() const;
 
+    [[nodiscard]] bool isRoot() const; ///< whether the path is "/"
     [[nodiscard]] QString parentPath() const;
-
-    /// The object of the folder whose listing this item is from.
+    /// The folder in whose listing this item is.
     [[nodiscard]] Ptr parent() const;
 
-    /// Whether the path is "/".
-    [[nodiscard]] bool isRoot() const;
-
-    /// The forms of the item's address, from urlObject().
+    // From urlObject().
     [[nodiscard]] QString url() const;
     [[nodiscard]] QString urlWithoutPath() const;
     [[nodiscard]] QString cleanURL() const;
 
-    /// For previewers: the "file:" URL of the path, of which the encoded form has every byte.
+    /// The "file:" URL of the path, for previewers. Its encoded form preserves every byte.
     [[nodiscard]] QUrl previewItemURL() const;
     [[nodiscard]] QString previewItemTitle() const { return name(); }
-    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): of an item, as the others
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): called on an item
     [[nodiscard]] QVariant previewItemDisplayState() const { return {}; }
 
     /// @}
@@ -183,8 +164,8 @@ public:
     [[nodiscard]] bool isLocal() const { return mfs_fso_isLocal(record_) != 0; }
     [[nodiscard]] bool isRemote() const { return mfs_fso_isRemote(record_) != 0; }
 
-    /// Names; "Unknown" for an account that the system does not know. Setting one changes what
-    /// this object reports and leaves the disk untouched; null restores the record's.
+    /// Account names, or "Unknown". Setting one changes only what this object reports, not the
+    /// disk; null restores the record's.
     [[nodiscard]] QString owner() const;
     void setOwner(const QString &owner);
     [[nodiscard]] QString group() const;
@@ -192,93 +173,84 @@ public:
     [[nodiscard]] bool ownedByCurrentUser() const;
 
     [[nodiscard]] int32_t links() const;
-
-    /// The item's own size in bytes; 0 without a record. sizeObject() adds what is in a folder.
+    /// The item's own size in bytes; 0 without a record. sizeObject() adds a folder's contents.
     [[nodiscard]] int64_t size() const { return record_ ? mfs_fso_full_size(record_) : 0; }
 
-    /// The permission, set-id and sticky bits (07777); a link's are its target's, 0 if it is
-    /// broken. Unlike permissions(), they never change.
+    /// The permission, set-id and sticky bits (07777), which never change; for a link, those of its
+    /// target, or 0 if it is broken.
     [[nodiscard]] uint32_t mode() const { return record_ ? record_->mode : 0; }
 
-    /// The type of the item's node. One system call tells devices, fifos and sockets apart.
+    /// The type of the item's node. For devices, fifos and sockets, makes one system call.
     [[nodiscard]] MXNodeKind nodeKind() const;
 
-    /// Where a link leads in the end, without links on the way. Null for anything else, for a
-    /// broken link, and for a target that has no path, as a pipe below /proc.
+    /// The final target of a link, as a path without links. Null if the item is not a link, the
+    /// link is broken, or its target has no path (a pipe in /proc).
     [[nodiscard]] QString resolvedLinkTarget() const;
 
-    /// 0 without a record.
+    // 0 without a record.
     [[nodiscard]] int32_t fileCount() const { return record_ ? mfs_fso_file_count(record_) : 0; }
-    [[nodiscard]] int32_t subFolderCount() const {
-        return record_ ? mfs_fso_subdirectory_count(record_) : 0;
-    }
+    [[nodiscard]] int32_t subFolderCount() const;
 
-    /// When the contents changed, in seconds since 1970-01-01 UTC; -1 without a record.
+    /// Modification time in seconds since 1970-01-01 UTC; -1 without a record.
     [[nodiscard]] int64_t dateAsTimeT() const { return record_ ? record_->mod_time : -1; }
-
-    /// The same for people, in local time: "Today, 14:05:09".
+    /// The same as a text in local time: "Today, 14:05:09".
     [[nodiscard]] QString date() const;
 
-    /// What @p key ("NAME", "DATE", "USER", "GROUP", "PERMISSIONS") means: name(), date(), owner(),
+    /// For the keys "NAME", "DATE", "USER", "GROUP", "PERMISSIONS": name(), date(), owner(),
     /// group(), permissionsAsString(). Null for any other key.
     [[nodiscard]] QString getObjectForKey(const QString &key) const;
 
     /// @}
-    /// @name From the system, of local items
+    /// @name From the system, for local items
     /// @{
 
-    /// A link reports its target's permissions. A listed child reports what the listing saw, unless
-    /// a path was set for it; any other local item is examined at the first call, with number 0 if
-    /// that fails; a remote item reports its record's.
+    /// A link reports its target's permissions. A listed child reports the listing's snapshot,
+    /// unless its path was set; any other local item is examined at the first call (number 0 if
+    /// that fails); a remote item reports its record's.
     ///
-    /// The result is the item's own object, kept from the first call on: toggling one of its bits
-    /// changes what the item reports from then on. MXPermission::copy() makes one of your own.
+    /// The object is cached and shared with the caller: toggling a bit changes what the item
+    /// reports. Use MXPermission::copy() for an independent object.
     [[nodiscard]] MXPermission::Ptr permissions() const;
 
-    /// Makes the item report @p permissions, which it shares with the caller; null has them found
-    /// out anew at the next call. The disk stays untouched: use chmod(2) to change the item.
+    /// Replaces the cached object; after null, the next call makes it again. The disk is not
+    /// changed; use chmod(2) for that.
     void setPermissions(const MXPermission::Ptr &permissions);
     [[nodiscard]] QString permissionsAsString() const;
 
-    /// A snapshot of dates, type, creator, label, flags and fork sizes, read at once; each of the
-    /// operations below asks the system again. All parts fail with paramErr for other than local
-    /// items. ListedMetadata reads the metadata of a whole folder.
-    [[nodiscard]] ItemMetadata metadata(ItemMetadata::Parts parts = ItemMetadata::kAllParts) const {
-        return isLocal() ? ItemMetadata::read(pathBytes(), parts) : ItemMetadata();
-    }
+    /// A snapshot for many questions; each operation below asks the system again. If the item is
+    /// not local, every status is paramErr. ListedMetadata reads that of a whole folder.
+    [[nodiscard]] ItemMetadata metadata(ItemMetadata::Parts parts = ItemMetadata::kAllParts) const;
 
-    /// In UTC. The marker for other than local items and on failure.
+    /// In UTC. The marker if the item is not local or on failure.
     [[nodiscard]] OrMarker<QDateTime> dateModified() const;
-
-    /// In UTC. Null for other than local items, on failure, and where it is not kept.
+    /// In UTC. Null if the item is not local, if its file system stores no such date or on failure.
     [[nodiscard]] QDateTime dateCreated() const;
 
-    /// "March 04, 2008 05:45PM", in local time and the user's language. Null without the date.
+    // "March 04, 2008 05:45PM", in local time and the user's language. Null without the date.
     [[nodiscard]] QString dateModifiedAsString() const;
     [[nodiscard]] QString dateCreatedAsString() const;
 
-    /// Four-character codes; 0xFFFFFFFF for other than local items and on failure.
+    // Four-character codes; 0xFFFFFFFF if the item is not local or on failure.
     [[nodiscard]] uint32_t type() const;
     [[nodiscard]] uint32_t creator() const;
     [[nodiscard]] QString typeAsString() const;
     [[nodiscard]] QString creatorAsString() const;
 
-    /// One of the shared label manager; its noneLabel() for other than local items. Null, with a
-    /// line in the log, when the item is gone.
+    /// A label of the shared label manager; its noneLabel() if the item is not local. Null, with a
+    /// line in the log, if the item does not exist.
     [[nodiscard]] MXLabel::Ptr label() const;
 
-    /// Whether nobody may change the item; never for a package. Failures go to
+    /// Whether the item is immutable (chattr(1)); false for a package. Failures are reported to
     /// recordCarbonError().
     [[nodiscard]] bool isLocked() const;
 
-    /// The name of the volume that holds the item. Null on failure, with a line in the log when the
-    /// item cannot be examined.
+    /// The name of the item's volume. Null on failure, with a line in the log if the item cannot be
+    /// examined.
     [[nodiscard]] QString volumeName() const;
-
-    /// What the bundle at the path says about its version ("CFBundleGetInfoString").
+    /// The "CFBundleGetInfoString" of the bundle at the path, or null.
     [[nodiscard]] QString versionString() const;
 
-    /// A reference to the item. Nothing on failure, with two lines in the log.
+    /// A reference to the item. nullopt on failure, with two lines in the log if it is local.
     [[nodiscard]] std::optional<FSRef> fsRef() const;
     [[nodiscard]] std::optional<FSSpec> _fsSpec() const;
 
@@ -286,128 +258,116 @@ public:
     /// @name Conversions
     /// @{
 
-    /// The characters of a code, the most significant byte first, up to the first zero. The way
-    /// back takes the first four bytes in the order of this machine's memory: on a little-endian
-    /// one it is deliberately not the inverse.
+    /// The characters of a code, most significant byte first, up to the first zero.
     [[nodiscard]] static QString osTypeToFourCharCode(uint32_t code);
+    /// The first four bytes of @p text in host byte order; on a little-endian machine deliberately
+    /// not the inverse of osTypeToFourCharCode().
     [[nodiscard]] static uint32_t fourCharCodeToOSType(const QString &text);
 
     /// Seconds from 2001-01-01 to 1904-01-01, both 00:00:00 GMT.
     [[nodiscard]] static double carbonReferenceDate();
     [[nodiscard]] static QDateTime UTCDateTimeToNSDate(UTCDateTime utc);
-
-    /// Dates before 1904 are 0, as is the null date.
+    /// Gives 0 for a date before 1904 and for the null date.
     static void NSDateToUTCDateTime(const QDateTime &date, UTCDateTime *utcTime);
 
-    /// Nothing when the item at @p path, links followed, cannot be examined.
+    /// stat(2) of the item at @p path, following links; nullopt on failure.
     [[nodiscard]] static std::optional<struct stat> statsForFileAtPath(const QString &path);
 
-    /// The bytes of a text up to its first U+0000.
+    /// cString() of @p text.
     [[nodiscard]] static QByteArray nsToCString(const QString &text);
-
     [[nodiscard]] static bool isBigEndian();
 
     /// @}
     /// @name Children and sorting
-    /// The visible list is the filtered one while isFiltered(), else all children.
+    /// The visible list is the filtered list while isFiltered(), else the list of all children.
     /// @{
 
-    /// Why a folder that newFSOForLocalPath() made comes without its children; noErr where they are
-    /// there, and for any other item.
+    /// Why newFSOForLocalPath() could not list the folder; noErr if it could or for another item.
     [[nodiscard]] OSStatus contentsError() const;
 
     [[nodiscard]] qsizetype totalItems() const { return visibleList().size(); }
     [[nodiscard]] qsizetype count() const { return totalItems(); }
 
-    /// Null outside the list.
+    // Null if the index is out of range.
     [[nodiscard]] Ptr subitemAtIndex(qsizetype index) const { return visibleList().value(index); }
     [[nodiscard]] Ptr objectAtIndex(qsizetype index) const { return subitemAtIndex(index); }
 
-    /// All of it, for a loop; hiding and sorting do not change what was handed out.
+    /// A copy of the visible list, which later hiding and sorting do not change.
     [[nodiscard]] QList<Ptr> visibleItems() const { return visibleList(); }
 
     [[nodiscard]] bool isSorted() const { return sortAttribute() != MXSortAttributeNone; }
     [[nodiscard]] MXSortAttribute sortAttribute() const;
     [[nodiscard]] MXSortOrder sortOrder() const;
 
-    /// Sorts the visible list, stably: least accessible, oldest and smallest first, names from Z to
-    /// A; the reversed order turns all of that round, names from A to Z. An unknown attribute is
-    /// remembered and changes no list.
+    /// Sorts the visible list stably: least accessible, oldest or smallest first, names from Z to
+    /// A. The reversed order is the opposite: names from A to Z. An unknown attribute is stored and
+    /// changes no list.
     void setSortsByAttribute(MXSortAttribute attribute, MXSortOrder withOrder);
 
-    // How this item compares with another: -1, 0 or 1. Names compare the other way round, and
-    // without regard to case; of sizes a folder's is 0.
+    // Compare this item with another: -1, 0 or 1. Names are compared in descending order, ignoring
+    // case; the size of a folder is 0.
     [[nodiscard]] int _sortByPermissions(const MXFileSystemObject &other) const;
     [[nodiscard]] int _sortByDate(const MXFileSystemObject &other) const;
     [[nodiscard]] int _sortByName(const MXFileSystemObject &other) const;
     [[nodiscard]] int _sortBySize(const MXFileSystemObject &other) const;
 
-    /// The elements in reverse order.
-    [[nodiscard]] static QList<Ptr> _swapArray(const QList<Ptr> &items);
+    [[nodiscard]] static QList<Ptr> _swapArray(const QList<Ptr> &items); ///< in reverse order
 
     /// @}
     /// @name Filtering
-    /// Hiding is membership of the folder's filtered list. The host calls invalidateFilteredItems()
-    /// on the folder, hides children, then calls setIsFiltered(true).
+    /// To filter a folder, the host calls its invalidateFilteredItems(), hides children, then calls
+    /// setIsFiltered(true).
     /// @{
 
     /// Makes the objects of all children from the record, files before folders, and identifies the
-    /// local ones. The filtered list is then empty.
+    /// local ones. Clears the filtered list.
     void performAssimilation();
-
-    /// The object of a child by its place among files and, behind them, folders. Null outside.
+    /// The object of a child by its index, files before folders. Null if out of range.
     [[nodiscard]] Ptr child_fso_at_index(int32_t index) const;
 
-    /// 0xFFFFFFFF without a record.
+    // 0xFFFFFFFF without a record.
     [[nodiscard]] uint32_t _subdirectoryCount() const;
     [[nodiscard]] uint32_t _fileCount() const;
 
-    /// Not filtered, and every child in the filtered list again.
+    /// Ends filtering and puts every child back into the filtered list.
     void invalidateFilteredItems();
-
-    /// Takes @p child out of the filtered list.
+    /// Removes @p child from the filtered list.
     void hideItem(const Ptr &child);
-
-    /// Takes the item out of its parent's filtered list, whatever the argument is.
+    /// Removes the item from its parent's filtered list, whatever @p hidden is.
     void setIsHidden(bool hidden);
-
-    /// Always false.
-    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): of an item, as the others
-    [[nodiscard]] bool isHidden() const { return false; }
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): called on an item
+    [[nodiscard]] bool isHidden() const { return false; } ///< always
 
     [[nodiscard]] bool isFiltered() const;
     void setIsFiltered(bool filtered);
-
-    /// How many children are not in the filtered list.
+    /// The number of children that are not in the filtered list.
     [[nodiscard]] int32_t filteredItemCount() const;
 
     /// @}
     /// @name Identification
     /// @{
 
-    /// Finds out the kind of the item at the path as it is now. Creation does so for the item and
-    /// its local children.
+    /// Updates the kind from the item at the path. newFSOForLocalPath() identifies the item and its
+    /// children, newFSOForLocalItem() the item.
     void identify();
-
     [[nodiscard]] MXItemKind fsoKind() const { return kind_; }
 
-    /// Of a link or alias: folder, file, or unknown for any other node and for what would have to
-    /// be searched for.
+    /// For a link or alias: folder, file, or unknown (any other node, or a target that would have
+    /// to be searched for).
     [[nodiscard]] MXItemKind aliasOrLinkTargetKind() const { return targetKind_; }
 
-    /// Where a link points, with the folder that it is in before a relative path and one leading
-    /// "../" folded; where an alias leads, its own path for one that leads nowhere. Null for
-    /// anything else. A link that is gone gives its folder with "/" behind it.
+    /// For a link: its text, made absolute with the link's folder and with one leading "../"
+    /// resolved; if the link was removed, its folder and "/". For an alias: the target's path, or
+    /// the alias's own path if the target is not found. Null for any other item.
     [[nodiscard]] QString aliasOrLinkTargetPath() const;
-
-    /// Whether aliasOrLinkTargetPath() is null: also for what is neither link nor alias.
+    /// Whether aliasOrLinkTargetPath() is null, as for an item that is neither link nor alias.
     [[nodiscard]] bool aliasOrLinkTargetIsInvalid() const;
 
-    /// What people call an item of this kind, in their language; "Remote File" for a remote one.
+    /// The kind in the user's language; "Remote File" for a remote item.
     [[nodiscard]] QString kindAsString() const;
 
-    // The kind; of remote items only isDir, isFolder, isLink and isFile can be true. Packages,
-    // application bundles and volumes are directories, too. An alias is no file.
+    // For a remote item only isDir, isFolder, isLink and isFile can be true. Packages, application
+    // bundles and volumes are also directories. An alias is not a file.
     [[nodiscard]] bool isPackage() const { return isLocalKind(MXItemKindPackage); }
     [[nodiscard]] bool isVolume() const { return isLocalKind(MXItemKindVolume); }
     [[nodiscard]] bool isApplication() const { return isLocalKind(MXItemKindApplication); }
@@ -418,80 +378,65 @@ public:
     [[nodiscard]] bool isLink() const;
     [[nodiscard]] bool isFile() const;
 
-    /// Whether the record is of a symbolic link, broken or not. A broken one, whose target is
-    /// missing or could not be examined, is of unknown kind, so that isLink() is false.
+    /// Whether the record is that of a symbolic link. A broken link, whose target is missing or
+    /// cannot be examined, is of unknown kind: isLink() is false.
     [[nodiscard]] bool isSymbolicLink() const { return mfs_fso_isLink(record_) != 0; }
-    [[nodiscard]] bool isBrokenLink() const {
-        return isSymbolicLink() && record_->target_type == MFS_TARGET_UNKNOWN;
-    }
+    [[nodiscard]] bool isBrokenLink() const;
 
     [[nodiscard]] bool isApplicationPackaged() const { return isApplicationPackaged_; }
     void setApplicationIsPackaged(bool packaged) { isApplicationPackaged_ = packaged; }
 
-    /// Whether it is a file with the extension of an image that can be read here; decided once.
+    /// Whether it is a file with the extension of an image format that Qt can read; cached.
     [[nodiscard]] bool isGraphicFile() const;
-
-    /// Whether file managers are asked to hide the item, as it is now.
+    /// Whether the item's Finder flag kIsInvisible is set; asks the system.
     [[nodiscard]] bool isInvisible() const;
-
-    /// Whether the file, or the executable of a packaged application, begins with "Joy!", as code
-    /// fragments do.
+    /// Whether the file, or a packaged application's executable, starts with "Joy!", the magic of
+    /// code fragments.
     [[nodiscard]] bool isCarbonApplication() const;
 
-    /// The kind of the item at @p path as it is now. @p typeWePointTo is written for a link or
-    /// alias alone, @p isPackaged (true for an application bundle) when there is something at the
-    /// path. Both may be null.
+    /// The kind of the item at @p path. Sets @p typeWePointTo only for a link or alias, and
+    /// @p isPackaged (true for an application bundle) only if the item exists. Both may be null.
     [[nodiscard]] static MXItemKind typeForItemAtPath(const QString &path,
                                                       MXItemKind *typeWePointTo, bool *isPackaged);
 
-    /// Where the alias file at @p path leads, chains followed; @p path itself when it is none, or
-    /// leads nowhere. Null for null.
+    /// The target of the alias file at @p path, following chains; @p path if it is not an alias
+    /// file or its target is not found. Null for null.
     [[nodiscard]] static QString resolveAliasFromFileAtPath(const QString &path);
     [[nodiscard]] static QString private_resolveAliasPath(const QString &path);
-    [[nodiscard]] static QString resolveAliasPath(const QString &path) {
-        return private_resolveAliasPath(path);
-    }
+    [[nodiscard]] static QString resolveAliasPath(const QString &path);
 
     /// @}
     /// @name Size
-    /// An item that is measured may be told to stop from another thread, with
-    /// cancelFolderSizeCalulation() alone.
     /// @{
 
-    /// What the item takes with all that is in it: of a folder, package or application bundle the
-    /// sums over everything below, each link with its own length and unfollowed; of a remote item
-    /// what its record says. Measured once and kept, also when it was cancelled; of a volume what
-    /// its file system tells at each call. Null, with lines in the log, where getLocalFileSize() or
-    /// getVolumeInformation() is; a folder that is gone or closed has nothing in it.
+    /// The size of the item and its contents. A folder, package or application bundle is the sum of
+    /// everything below it, where a link adds its own length and is not followed; a remote item has
+    /// the size in its record. The result is cached, even if the measurement was cancelled; only a
+    /// volume's comes from its file system at each call. Null if getLocalFileSize() or
+    /// getVolumeInformation() fails; a folder that is gone or cannot be read counts as empty.
     [[nodiscard]] MXFileSystemObjectSize::Ptr
     sizeObject(const MXSizeProgressCallback &progress = {}) const;
     void invalidateCachedSize();
-
-    /// Measures in another way, or to learn more. Nothing is kept. Nothing where sizeObject() is
-    /// null.
+    /// Measures with @p options and caches nothing. nullopt if sizeObject() would be null.
     [[nodiscard]] std::optional<MXSizeMeasurement>
     measureSize(const MXSizeOptions &options = {}) const;
 
-    /// Ends the measurement that runs, and every later one of this item after a single entry. Any
-    /// thread, and signal handlers.
-    void cancelFolderSizeCalulation() {
-        myCancelFolderSizeCalc_.store(true, std::memory_order_relaxed);
-    }
-    [[nodiscard]] bool folderSizeCalulationCancelled() const {
-        return myCancelFolderSizeCalc_.load(std::memory_order_relaxed);
-    }
+    /// Stops the current measurement, and every later one of this item after one entry. Any thread,
+    /// and signal handlers.
+    void cancelFolderSizeCalulation() { myCancelFolderSizeCalc_ = true; }
+    [[nodiscard]] bool folderSizeCalulationCancelled() const { return myCancelFolderSizeCalc_; }
 
-    /// The forks of the item itself, without the physical total; of a link its length. Nothing,
-    /// with lines in the log, when it is gone or a fork cannot be read.
+    /// The item's own forks, or a link's length, without `physicalTotalSize`. nullopt, with lines
+    /// in the log, if the item does not exist or a fork cannot be read.
     [[nodiscard]] std::optional<MXFSOSizeRecord> getLocalFileSize() const;
 
-    /// Capacity, free space and used inodes (as files) of the volume that holds the item. Nothing
-    /// on failure, with lines in the log when the item is gone.
+    /// Capacity, free space and used inodes (as files) of the item's volume. nullopt on failure,
+    /// with lines in the log if the item does not exist.
     [[nodiscard]] std::optional<MXFSOSizeRecord> getVolumeInformation() const;
 
-    /// The total size, or the used space of a volume, as format_size() has it. Null from the first
-    /// call, which measures; the same text, never made anew, from later ones. The marker where
-    /// sizeObject() is null.
+    /// The total size, or a volume's used space, formatted by format_size(). The first call
+    /// measures and returns null; later calls return the cached text. The marker if sizeObject() is
+    /// null.
     [[nodiscard]] OrMarker<QString> totalSizeFormattedAsString() const;
 
     /// @}
@@ -499,14 +444,14 @@ public:
 protected:
     MXFileSystemObject();
 
-    /// A new object of the receiver's class. A class derived from this one overrides it: the
-    /// objects of children and parents are made by it (docs/examples/checksums).
+    /// A new object of the receiver's class. Derived classes override it: it makes the objects of
+    /// children and parents (docs/examples/checksums).
     [[nodiscard]] virtual Ptr alloc() const;
 
-    /// What knows the item's address; null for none. Here: its "file:" URL.
+    /// The item's URL, or null. Here: its "file:" URL.
     [[nodiscard]] virtual std::unique_ptr<MXURLObject> urlObject() const;
 
-    /// Hears of a failure that isLocked() met. Here: logs it.
+    /// Called if isLocked() fails. Here: logs the error.
     virtual void recordCarbonError(OSStatus error) const;
 
 private:
@@ -525,33 +470,29 @@ private:
     void assimilate(const ListedKinds *kinds);
     void makeChildren(const ListedKinds *kinds);
     void identifyAs(const Classification &classification);
-    [[nodiscard]] bool hasPathOfHost() const;
+    [[nodiscard]] bool hasCustomPath() const;
     [[nodiscard]] QByteArrayView recordName() const;
     [[nodiscard]] bool isListedChild() const { return tree_ && mfs_fso_parent(record_); }
     [[nodiscard]] QByteArray nameBytes() const;
-    [[nodiscard]] uint64_t sizeForSorting() const;
-    [[nodiscard]] MXFSOSizeRecord remoteSize() const;
-    [[nodiscard]] bool hasSizeOfItsOwn() const;
-    void takeOutHidden() const;
+    void removeHiddenItems() const;
     [[nodiscard]] const QList<Ptr> &visibleList() const;
     [[nodiscard]] bool isLocalKind(MXItemKind kind) const { return kind_ == kind && !isRemote(); }
-    [[nodiscard]] QByteArray representation() const;
     [[nodiscard]] std::optional<FSCatalogInfo> catalogInfo(FSCatalogInfoBitmap whichInfo,
                                                            OSStatus *status = nullptr) const;
-    [[nodiscard]] bool isThere() const;
+    [[nodiscard]] bool exists() const;
 
     mfs_fso *record_ = nullptr;
-    Tree tree_;                             ///< null for a record of the host's
-    mutable MXPermission::Ptr permissions_; ///< made at first use
-    mutable QString date_;                  ///< made at first use
-    std::unique_ptr<Contents> contents_;    ///< made when a folder is filled, filtered or sorted
-    mutable std::unique_ptr<RareTexts> rareTexts_; ///< made when there is one
+    Tree tree_; ///< null for a record made by the host
+    mutable MXPermission::Ptr permissions_;
+    mutable QString date_;
+    std::unique_ptr<Contents> contents_; ///< null until the item is filled, filtered or sorted
+    mutable std::unique_ptr<RareTexts> rareTexts_;
     mutable MXFileSystemObjectSize::Ptr cachedSizeObject_;
     MXItemKind kind_ = MXItemKindUnknown;
     MXItemKind targetKind_ = MXItemKindUnknown;
-    mutable int8_t detectedTypeGraphic_ = 0; ///< 1 graphic, 2 not, 0 not decided
+    mutable int8_t detectedTypeGraphic_ = 0; ///< 0 not yet known, 1 graphic, 2 not
     bool isApplicationPackaged_ = false;
-    std::atomic<bool> myCancelFolderSizeCalc_ = false; ///< never back again
+    std::atomic<bool> myCancelFolderSizeCalc_ = false; ///< never reset
 };
 
 } // namespace MWCore
