@@ -7,12 +7,13 @@
 
 #include <QList>
 
-/// Lists whose order a user chose: one element is inserted at, or moved to, a position. Entries are
-/// compared with ==. Indexes are positions before the change.
+/// Inserts and moves elements of lists that users arrange. Elements are compared with ==. Indexes
+/// are positions before the change.
 namespace MWCore::Insert {
 
-/// Moves @p object to position @p toIndex; one that was not in @p list is inserted there. Every
-/// other entry equal to it goes. A negative index, or one from the list's length on, means the end.
+/// Moves @p object to position @p toIndex, or inserts it there if it is not in @p list. Removes
+/// every other equal element. An index that is negative or not below the list's length means the
+/// end.
 template <typename Element>
 void moveItem(QList<Element> &list, const Element &object, int32_t toIndex) {
     const Element kept = object; // it may be an element of the list
@@ -25,7 +26,7 @@ void moveItem(QList<Element> &list, const Element &object, int32_t toIndex) {
     list.insert(std::min(target, list.size()), kept);
 }
 
-/// With @p noRemoval nothing goes: the object becomes an additional entry. Else as above.
+/// The same, but with @p noRemoval no element is removed: @p object is added.
 template <typename Element>
 void moveItem(QList<Element> &list, const Element &object, int32_t toIndex, bool noRemoval) {
     if (!noRemoval) {

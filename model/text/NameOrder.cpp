@@ -28,7 +28,8 @@ QByteArray foldedBeyondAscii(QByteArrayView name) {
     return cString(folded);
 }
 
-/// Appends bytes that compare, as bytes, like names do: code points in UTF-8 have that property.
+/// Appends a key; keys compare bytewise as their names do, because UTF-8 preserves the order of
+/// code points.
 void appendKey(QByteArrayView name, std::string &key) {
     const std::size_t start = key.size();
     key.append(name.data(), static_cast<std::size_t>(name.size()));
@@ -44,20 +45,20 @@ void appendKey(QByteArrayView name, std::string &key) {
     }
 }
 
-/// A key in the part where keys differ. Most are told apart by its first bytes alone.
+/// A key without the prefix that all keys have in common. Most differ in their first eight bytes.
 struct Entry {
-    uint64_t head = 0; ///< the first eight bytes, most significant first, 0 behind the end
+    uint64_t head = 0; ///< the first eight bytes, most significant first, padded with 0
     std::string_view rest;
-    uint32_t number;
+    uint32_t index;
 
-    Entry(std::string_view key, uint32_t place) : number(place) {
+    Entry(std::string_view key, uint32_t nameIndex) : index(nameIndex) {
         const std::size_t length = std::min(key.size(), sizeof head);
-        for (std::size_t index = 0; index < length; ++index)
-            head |= uint64_t(static_cast<unsigned char>(key[index])) << (56 - 8 * index);
+        for (std::size_t at = 0; at < length; ++at)
+            head |= uint64_t(static_cast<unsigned char>(key[at])) << (56 - 8 * at);
         rest = key.substr(length);
     }
 
-    [[nodiscard]] bool isBehind(const Entry &other) const {
+    [[nodiscard]] bool isAfter(const Entry &other) const {
         return head != other.head ? head > other.head : rest > other.rest;
     }
 };
@@ -101,12 +102,12 @@ std::vector<uint32_t> NameSorter::lastToFirst() const {
     for (const std::string_view key : keys)
         entries.emplace_back(key.substr(common), static_cast<uint32_t>(entries.size()));
     std::stable_sort(entries.begin(), entries.end(),
-                     [](const Entry &one, const Entry &other) { return one.isBehind(other); });
-    std::vector<uint32_t> numbers;
-    numbers.reserve(entries.size());
+                     [](const Entry &one, const Entry &other) { return one.isAfter(other); });
+    std::vector<uint32_t> indexes;
+    indexes.reserve(entries.size());
     for (const Entry &entry : entries)
-        numbers.push_back(entry.number);
-    return numbers;
+        indexes.push_back(entry.index);
+    return indexes;
 }
 
 } // namespace MWCore

@@ -8,25 +8,24 @@
 
 #include <QByteArrayView>
 
-/// The order of names, in file-system representation, without regard to case: by code point, each
-/// in its simple case folding (Unicode, CaseFolding.txt, statuses C and S). Bytes that are no UTF-8
-/// stand for themselves.
+/// Compares names (file-system representation), ignoring case: by code point after simple case
+/// folding (Unicode, CaseFolding.txt, statuses C and S). Invalid UTF-8 bytes compare as themselves.
 namespace MWCore {
 
-/// Below 0, 0 or above 0, as @p one comes before, with or behind @p other.
+/// Below, equal to or above 0 if @p one comes before, is equal to or comes after @p other.
 [[nodiscard]] int compareNames(QByteArrayView one, QByteArrayView other);
 
-/// Sorts many names; each is folded once.
+/// Sorts many names and folds each only once.
 class NameSorter {
 public:
     void add(QByteArrayView name);
 
-    /// The numbers of the names, in which they were added from 0 on, from the last name to the
-    /// first; names that are equal in the order in which they came.
+    /// The names in descending order, each given by its index in the order of addition. Equal names
+    /// keep the order of addition.
     [[nodiscard]] std::vector<uint32_t> lastToFirst() const;
 
 private:
-    std::string keys_; ///< one behind the other
+    std::string keys_; ///< concatenated
     std::vector<std::size_t> ends_;
 };
 

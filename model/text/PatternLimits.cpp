@@ -9,20 +9,20 @@
 namespace MWCore {
 namespace {
 
-/// Goes through a pattern and adds up what becomes of it.
-class ResolutionContext {
+/// Scans a pattern and adds up the size of its expansion.
+class PatternScanner {
 public:
-    explicit ResolutionContext(const QByteArray &pattern) : rest_(pattern.constData()) {
-        while (*rest_ && isBearable_)
+    explicit PatternScanner(const QByteArray &pattern) : rest_(pattern.constData()) {
+        while (*rest_ && isWithinLimits_)
             takeNext();
     }
 
-    [[nodiscard]] bool isWithinLimits() const { return isBearable_; }
+    [[nodiscard]] bool isWithinLimits() const { return isWithinLimits_; }
 
 private:
     struct Piece {
-        int64_t size = 0; ///< parts when written out
-        int depth = 0;    ///< of repetitions in repetitions
+        int64_t size = 0; ///< parts when expanded
+        int depth = 0;    ///< of nested repetitions
     };
     struct Group {
         Piece whole;
@@ -32,14 +32,14 @@ private:
     void takeNext() {
         switch (*rest_++) {
         case '\\':
-            isBearable_ = *rest_ < '1' || *rest_ > '9';
+            isWithinLimits_ = *rest_ < '1' || *rest_ > '9';
             rest_ += *rest_ != 0;
             return add({1, 0});
         case '[':
             skipBrackets();
             return add({1, 0});
         case '(':
-            isBearable_ = groups_.size() <= kMostGroups;
+            isWithinLimits_ = groups_.size() <= kMostGroups;
             return groups_.push_back({});
         case ')': {
             Piece inside = groups_.back().whole;
@@ -65,7 +65,7 @@ private:
         group.last = piece;
         group.whole.size += piece.size;
         group.whole.depth = std::max(group.whole.depth, piece.depth);
-        isBearable_ = isBearable_ && group.whole.size <= kLargest;
+        isWithinLimits_ = isWithinLimits_ && group.whole.size <= kLargest;
     }
 
     void repeat(int64_t times) {
@@ -74,10 +74,10 @@ private:
         piece.size *= times;
         ++piece.depth;
         add(piece);
-        isBearable_ = isBearable_ && piece.depth <= kDeepest;
+        isWithinLimits_ = isWithinLimits_ && piece.depth <= kDeepest;
     }
 
-    /// The larger number of "{2,3}"; one more than that of "{2,}".
+    /// The larger number in "{2,3}"; the number in "{2,}" plus one.
     int64_t takeCount() {
         int64_t largest = 1;
         for (int64_t number = 0; *rest_ && *rest_ != '}'; ++rest_) {
@@ -110,14 +110,14 @@ private:
 
     const char *rest_;
     std::vector<Group> groups_ = {{}};
-    bool isBearable_ = true;
+    bool isWithinLimits_ = true;
 };
 
 } // namespace
 
 bool isWithinLimits(const QByteArray &pattern) {
     constexpr qsizetype kLongest = 4096;
-    return pattern.size() <= kLongest && ResolutionContext(pattern).isWithinLimits();
+    return pattern.size() <= kLongest && PatternScanner(pattern).isWithinLimits();
 }
 
 } // namespace MWCore

@@ -6,11 +6,11 @@
 
 namespace MWCore {
 
-/// Whether the C library can compile and match an extended regular expression (POSIX) with the
-/// stack, memory and time that a program has. It compiles groups by recursion and writes
-/// repetitions out, so that 28 characters can take minutes and gigabytes; references to groups,
-/// which are no part of extended expressions, can crash it. Too much is more than 4,096 bytes, 250
-/// groups or three repetitions in one another, or 10,000 parts when written out.
+/// Whether the C library can safely compile and match an extended regular expression (POSIX). It
+/// compiles groups by recursion and expands repetitions, so 28 characters can take minutes and
+/// gigabytes; back-references, which extended expressions do not have, can crash it. False if
+/// @p pattern has a back-reference, more than 4,096 bytes, 250 groups or three nested repetitions,
+/// or more than 10,000 parts when expanded.
 [[nodiscard]] bool isWithinLimits(const QByteArray &pattern);
 
 } // namespace MWCore

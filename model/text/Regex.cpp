@@ -15,16 +15,16 @@
 namespace MWCore::Regex {
 namespace {
 
-/// Makes the C library read texts as UTF-8 on this thread, whatever the host's locale is.
-class InUtf8 {
+/// Sets the C library's locale to UTF-8 on this thread while it exists.
+class Utf8Locale {
 public:
-    InUtf8() : before_(uselocale(utf8())) {}
-    InUtf8(const InUtf8 &) = delete;
-    InUtf8 &operator=(const InUtf8 &) = delete;
-    ~InUtf8() { uselocale(before_); }
+    Utf8Locale() : before_(uselocale(utf8())) {}
+    Utf8Locale(const Utf8Locale &) = delete;
+    Utf8Locale &operator=(const Utf8Locale &) = delete;
+    ~Utf8Locale() { uselocale(before_); }
 
 private:
-    /// The one that the C library has built in; null, which changes nothing, should it be missing.
+    /// The C library's built-in locale. Null, which keeps the current locale, if it is missing.
     static locale_t utf8() {
         static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
         return locale;
@@ -33,7 +33,7 @@ private:
     locale_t before_;
 };
 
-/// Names that a file browser hides. "bin" stands there twice, which harms nobody.
+/// Names that file browsers hide. "bin" occurs twice, which is harmless.
 const QSet<QString> &hiddenNames() {
     static const QSet<QString> names = {
         "bin",
@@ -71,7 +71,7 @@ const QSet<QString> &hiddenNames() {
 
 constexpr QStringView kSpecialCharacters = u"\\.$^[()|*+?{";
 
-/// With a backslash before the units that @p isEscaped names.
+/// @p text with a backslash before every unit for which @p isEscaped is true.
 template <typename IsEscaped> QString escapedWhere(const QString &text, IsEscaped isEscaped) {
     QString escaped;
     escaped.reserve(text.size() + std::ranges::count_if(text, isEscaped));
@@ -89,7 +89,7 @@ bool matchesRegex(const QString &text, const QString &pattern) {
     const QByteArray expression = cString(pattern);
     if (!isWithinLimits(expression))
         return false;
-    const InUtf8 inUtf8;
+    const Utf8Locale utf8;
     regex_t compiled = {};
     if (regcomp(&compiled, expression.constData(), REG_EXTENDED | REG_ICASE | REG_NOSUB) != 0)
         return false;

@@ -7,29 +7,29 @@
 #include <QString>
 #include <QStringList>
 
-/// Operations on texts that help to decide what to hide. Any thread.
+/// Pattern matching, and the names that file browsers hide. Any thread.
 namespace MWCore::Regex {
 
-/// Whether the extended regular expression @p pattern (POSIX) matches anywhere in @p text, without
-/// regard to case. Both are taken as UTF-8, up to their first U+0000. False for a pattern that does
-/// not compile, refers back to a group ("\1"), or would take too long (PatternLimits.h): more than
-/// 4,096 bytes, 250 groups or three repetitions in one another, or 10,000 parts when written out.
-/// The C library compiles no range beyond ASCII; single characters in brackets may be any.
+/// Whether the extended regular expression @p pattern (POSIX) matches anywhere in @p text, ignoring
+/// case. Both are read as UTF-8 up to their first U+0000. False if the pattern does not compile,
+/// has a back-reference ("\1") or could take too long: if it has more than 4,096 bytes, 250 groups
+/// or three nested repetitions, or more than 10,000 parts when its repetitions are expanded. Ranges
+/// in brackets must be ASCII; single characters need not be.
 [[nodiscard]] MWCORE_EXPORT bool matchesRegex(const QString &text, const QString &pattern);
 
-/// The UTF-16 code units, each a text of its own.
+/// The UTF-16 code units of @p text, one per string.
 [[nodiscard]] MWCORE_EXPORT QStringList arrayValue(const QString &text);
 
-/// The text with a backslash before each of \ . $ ^ [ ( ) | * + ? {, so that a pattern takes it
-/// literally; deliberately unchanged unless the first character behind leading white space is one
-/// of them.
+/// The text with a backslash before each of \ . $ ^ [ ( ) | * + ? {, for use as a literal in a
+/// pattern. Deliberately unchanged unless the first character after leading white space is one of
+/// them.
 [[nodiscard]] MWCORE_EXPORT QString _escapeString(const QString &text);
 
-/// @p string with a backslash before every code unit that equals the text @p forChar.
+/// @p string with a backslash before every code unit that is equal to @p forChar.
 [[nodiscard]] MWCORE_EXPORT QString _escapeString(const QString &string, const QString &forChar);
 
-/// Whether a file browser hides an item of that name unless asked: names that begin with a dot, and
-/// 28 names of system folders and files such as "bin", "usr" and "Temporary Items".
+/// Whether file browsers hide items of that name by default: names that begin with a dot, and 28
+/// names of system folders and files such as "bin", "usr" and "Temporary Items".
 [[nodiscard]] MWCORE_EXPORT bool isHidden(const QString &name);
 
 } // namespace MWCore::Regex

@@ -12,9 +12,9 @@ namespace MWCore {
 namespace {
 
 struct Unit {
-    uint64_t last; ///< size that is told in it
+    uint64_t largest; ///< size that is given in this unit
     int shift;
-    uint64_t fraction; ///< that the rest is divided by
+    uint64_t divisor; ///< of the remainder
     const char *text;
 };
 constexpr Unit kUnits[] = {
@@ -29,10 +29,10 @@ constexpr int kLargestDropped = 4;
 } // namespace
 
 char *format_size(uint64_t size) {
-    const Unit &unit = *std::ranges::lower_bound(kUnits, size, {}, &Unit::last);
+    const Unit &unit = *std::ranges::lower_bound(kUnits, size, {}, &Unit::largest);
     const int whole = static_cast<int>(size >> unit.shift); // at most 24 bits
-    const uint64_t rest = size - (uint64_t(whole) << unit.shift);
-    const int fraction = static_cast<int>(rest / unit.fraction);
+    const uint64_t remainder = size - (uint64_t(whole) << unit.shift);
+    const int fraction = static_cast<int>(remainder / unit.divisor);
     const bool isPrinted = fraction > kLargestDropped;
     const std::size_t length = std::strlen(unit.text) + (isPrinted ? 16 : 8);
     auto *const text = static_cast<char *>(std::malloc(length + 1));

@@ -8,9 +8,10 @@
 
 namespace MWCore {
 
-/// A number of bytes as a short text: "500", "1.5KB", "1.524MB". Units are binary. What stands
-/// behind the point is deliberately no decimal fraction but the rest, divided by a constant of the
-/// unit, where that is more than 4. The caller frees it; null when memory ran out. Any thread.
+/// A number of bytes as a short text: "500", "1.5KB", "1.524MB". Units are binary. The digits after
+/// the point are deliberately not a decimal fraction, but the remainder divided by a constant of
+/// the unit; they are omitted if that is 4 or less. The caller frees the text. Null if memory runs
+/// out. Any thread.
 [[nodiscard]] MWCORE_EXPORT char *format_size(uint64_t size);
 
 } // namespace MWCore

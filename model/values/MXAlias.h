@@ -15,32 +15,32 @@
 
 namespace MWCore {
 
-/// A remembered item: plain bytes that lead to it after it was renamed or moved on its volume. The
-/// record never changes. Reference-counted; any thread.
+/// An alias record: bytes by which an item is found after it was renamed or moved on its volume.
+/// The record never changes. Reference-counted; any thread.
 class MWCORE_EXPORT MXAlias : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<MXAlias>;
 
-    // Each makes an alias; null on failure. The class constructors and the initialisers are the
-    // same.
+    // init... and alias... are the same. Each returns null on failure.
 
-    /// For the item at @p path; null when nothing is there, also behind a link.
+    /// An alias to the item at @p path. Null if the item, or the target of a link, does not exist.
     [[nodiscard]] static Ptr initWithPath(const QString &path);
     [[nodiscard]] static Ptr aliasWithPath(const QString &path) { return initWithPath(path); }
 
-    /// For a record that data() gave; null for null. Other bytes are accepted and lead nowhere.
+    /// An alias from a record of data(); null for null. Other bytes are accepted, but path() is
+    /// then null.
     [[nodiscard]] static Ptr initWithData(const QByteArray &data);
     [[nodiscard]] static Ptr aliasWithData(const QByteArray &data) { return initWithData(data); }
 
-    /// The record, to be kept between runs.
+    /// The record, which programs may store.
     [[nodiscard]] QByteArray data() const { return alias_; }
 
-    /// Where the item is now; null when it is gone, cannot be found, or has a path of more than
-    /// 1,024 bytes. An item that was moved far away is searched for, which may take seconds;
-    /// it stops soon after @p cancelled, which may be null, becomes true.
+    /// The item's current path. Null if the item is gone or not found, or the path has more than
+    /// 1,024 bytes. Searching for a moved item may take seconds; it stops soon after @p cancelled,
+    /// which may be null, becomes true.
     [[nodiscard]] QString path(const std::atomic<bool> *cancelled = nullptr) const;
 
-    /// A reference to the item at @p path; nothing when there is none.
+    /// A reference to the item at @p path; nullopt if it does not exist.
     [[nodiscard]] static std::optional<FSRef> _fsRefForPath(const QString &path);
 
 private:

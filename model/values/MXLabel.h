@@ -14,7 +14,7 @@
 
 namespace MWCore {
 
-/// One of the labels with which people mark items: a number, a name and a colour. Never changes.
+/// A label with which users mark items: a number, a name and a colour. Never changes.
 /// Reference-counted; any thread.
 class MWCORE_EXPORT MXLabel : public QSharedData {
 public:
@@ -26,12 +26,12 @@ public:
     [[nodiscard]] int16_t id() const { return labelID_; }
     [[nodiscard]] QColor color() const { return labelColor_; }
 
-    /// The name as the user knows it.
+    /// The name, which users may have chosen.
     [[nodiscard]] QString description() const { return labelName_; }
 
-    /// The label's image for menus, 16 x 16 pixels, or 32 x 32 for a screen on which
-    /// @p devicePixelRatio is above 1. Null for label 0 and numbers that have none. It shows the
-    /// label's own colour, not one that the user chose.
+    /// The label's image for menus: 16 x 16 pixels, or 32 x 32 if @p devicePixelRatio is above 1.
+    /// It has the label's default colour, not the user's. Null for label 0 and for numbers without
+    /// an image.
     [[nodiscard]] QImage colorSwatch(qreal devicePixelRatio = 1) const;
 
 private:

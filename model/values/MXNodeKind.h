@@ -6,13 +6,13 @@
 
 namespace MWCore {
 
-/// The type of an item's node in its file system (inode(7)), whatever the item is to people: an
+/// The type of an item's node in its file system (inode(7)). It differs from the item's kind: an
 /// application can be a folder or a file.
 enum class MXNodeKind : uint8_t {
-    Unknown, ///< gone, or not to be examined
+    Unknown, ///< gone or not examinable
     Folder,
     File,
-    Link, ///< symbolic, wherever it leads
+    Link, ///< symbolic, possibly broken
     Fifo,
     Socket,
     BlockDevice,

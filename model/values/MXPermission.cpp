@@ -21,14 +21,14 @@ MXPermission::Ptr MXPermission::initWithString(const QString &text) {
 }
 
 MXPermission::Ptr MXPermission::copy() const {
-    Ptr twin = initWithNumber(intValue());
+    Ptr result = initWithNumber(intValue());
     if (stickyBit_)
-        twin->toggleStickyBit();
+        result->toggleStickyBit();
     if (suidBit_)
-        twin->toggleSuidBit();
+        result->toggleSuidBit();
     if (sgidBit_)
-        twin->toggleSgidBit();
-    return twin;
+        result->toggleSgidBit();
+    return result;
 }
 
 QString MXPermission::octalToString(int32_t number) {
@@ -37,7 +37,7 @@ QString MXPermission::octalToString(int32_t number) {
 }
 
 int32_t MXPermission::stringToOctal(const QString &text) {
-    return mfs_permissions_string_to_octal(text.toLatin1().constData()); // a byte a character
+    return mfs_permissions_string_to_octal(text.toLatin1().constData()); // one byte per character
 }
 
 } // namespace MWCore

@@ -14,21 +14,21 @@
 
 namespace MWCore {
 
-/// An item's access permissions: nine flags, and beside them the sticky, set-user-id and
-/// set-group-id bits, which are part of no number and no text. Reference-counted; one thread at a
-/// time.
+/// An item's access permissions: nine flags, and the sticky, set-user-id and set-group-id bits,
+/// which numbers and texts do not include. Reference-counted; one thread at a time.
 class MWCORE_EXPORT MXPermission : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<MXPermission>;
 
-    /// Of a permission number: 755 means rwxr-xr-x. One digit is the owner's (mfs_permissions.h).
+    /// From a permission number: 755 is rwxr-xr-x. A single digit is the owner's
+    /// (mfs_permissions.h).
     [[nodiscard]] static Ptr initWithNumber(int32_t number);
 
-    /// Of a listing's ten characters, "-rwxr-xr-x". Shorter texts have the number -1, which is read
-    /// as others-execute alone.
+    /// From the ten characters of a long listing, "-rwxr-xr-x". A shorter text gives the number -1,
+    /// which sets only others-execute.
     [[nodiscard]] static Ptr initWithString(const QString &text);
 
-    /// An object of its own with the same flags and bits.
+    /// An independent object with the same flags and bits.
     [[nodiscard]] Ptr copy() const;
 
     void toggleUserRead() { toggle(0); }
@@ -61,7 +61,7 @@ public:
     [[nodiscard]] int32_t intValue() const { return mfs_permissions_perms_to_octal(&perms_); }
     [[nodiscard]] QVariant numberValue() const { return intValue(); }
 
-    /// Nine characters, "rwxr-xr-x", of the permission number: fewer when it lost its zeros, "rwx"
+    /// The permission number as nine characters, "rwxr-xr-x"; fewer if it has fewer digits: "rwx"
     /// for 7.
     [[nodiscard]] QString stringValue() const { return octalToString(intValue()); }
 

@@ -4,6 +4,6 @@
 
 namespace MWCore {
 
-MXURLObject::~MXURLObject() = default; // here, so that hosts share one type with the library
+MXURLObject::~MXURLObject() = default; // the one definition of the vtable and type information
 
 } // namespace MWCore

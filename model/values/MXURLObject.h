@@ -8,8 +8,8 @@
 
 namespace MWCore {
 
-/// The address of an item, in the forms that hosts show and pass on. A host that has items
-/// elsewhere than on this system derives from it. Texts are URLs (RFC 3986).
+/// The URL of an item (RFC 3986), in several forms. A host with remote items derives from this
+/// class.
 class MWCORE_EXPORT MXURLObject {
 public:
     MXURLObject() = default;
@@ -17,13 +17,13 @@ public:
     MXURLObject &operator=(const MXURLObject &) = delete;
     virtual ~MXURLObject();
 
-    /// The whole address.
+    /// The whole URL.
     [[nodiscard]] virtual QString urlAsString() const = 0;
 
-    /// Scheme and host alone: "file://".
+    /// Only scheme and host: "file://".
     [[nodiscard]] virtual QString urlWithoutPath() const = 0;
 
-    /// The whole address, fit to be shown: without a password.
+    /// The whole URL without a password, for display.
     [[nodiscard]] virtual QString urlAsCleanString() const = 0;
 };
 

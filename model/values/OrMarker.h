@@ -7,8 +7,8 @@
 
 namespace MWCore {
 
-/// What an operation answers that has two ways to give no value: a null value, and the marker -1
-/// in a value's place. Callers test for the marker first.
+/// The result of an operation that may return a null value or, as a second kind of missing value,
+/// a marker. Callers test for the marker first.
 template <typename Value> class OrMarker {
 public:
     [[nodiscard]] static OrMarker marker() { return OrMarker(); }
@@ -17,7 +17,7 @@ public:
 
     [[nodiscard]] bool isMarker() const { return !value_; }
 
-    /// A null value for the marker.
+    /// The value; a null value if this is the marker.
     [[nodiscard]] Value value() const { return value_.value_or(Value()); }
 
 private:
