@@ -25,7 +25,7 @@ namespace {
 
 constexpr uint32_t kApplicationType = 0x4150504C; // 'APPL'
 
-/// 1 folder, 2 file; any other target has no code.
+/// Folder, file, or unknown for any other target.
 MXItemKind targetKindOf(int32_t targetType) {
     switch (targetType) {
     case MFS_TYPE_DIRECTORY:
@@ -44,7 +44,7 @@ FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts,
         .finderInfo;
 }
 
-/// Whether a look at what may be an AppDir, all of whose names are read, is short.
+/// Whether all names in the folder fit one block, so that inspecting it as an AppDir is fast.
 bool hasFewNames(const QByteArray &folder) {
     const Descriptor opened(
         open(folder.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -52,11 +52,11 @@ bool hasFewNames(const QByteArray &folder) {
     return opened && names.fill(opened.number()) == FolderBlock::Outcome::AllRead;
 }
 
-/// Whether it may be told that the folder is an application.
-bool mayBeAsked(const QByteArray &folder, const TimeBudget::Use &look,
+/// Whether the folder may be inspected as an application.
+bool mayInspect(const QByteArray &folder, const TimeBudget::Use &use,
                 const InspectionContext &inspection) {
     return inspection.extent == InspectionContext::Extent::OneItem ||
-           (look.isGranted() && hasFewNames(folder));
+           (use.isGranted() && hasFewNames(folder));
 }
 
 Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
@@ -72,9 +72,9 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
         {kLSItemInfoIsVolume, MXItemKindVolume},
     };
     const FinderInfo info = finderInfoOf(path, facts, inspection);
-    std::optional<TimeBudget::Use> look;
+    std::optional<TimeBudget::Use> use;
     if (isRegularFile(appRunPath(path)) &&
-        !mayBeAsked(path, look.emplace(inspection.timeBudget), inspection))
+        !mayInspect(path, use.emplace(inspection.timeBudget), inspection))
         return {.kind = itemStatus(path).isMountPoint ? MXItemKindVolume : MXItemKindFolder};
     LSItemInfoFlags flags;
     (void)LSCopyItemInfoForPath(path, info.flags, &flags);
@@ -84,15 +84,15 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
     return {.kind = MXItemKindFolder};
 }
 
-/// Whether the name at the end of @p path has the extension; a name that is nothing else has not.
+/// Whether the last component of @p path ends with @p withDot, ignoring case, and has more.
 bool hasExtension(const QByteArray &path, QByteArrayView withDot) {
     const qsizetype start = path.size() - withDot.size();
     return start > 0 && path[start - 1] != '/' &&
            qstrnicmp(path.constData() + start, withDot.data(), std::size_t(withDot.size())) == 0;
 }
 
-/// Whether a file that has no type of its own is worth opening: a program may be executed, or has a
-/// name that says what it is (docs/decisions/0011).
+/// Whether a file without a Finder type must be opened to find its kind: it is executable or has an
+/// extension of applications (docs/decisions/0011).
 bool mayBeApplication(const QByteArray &path, bool isExecutable) {
     return isExecutable || hasExtension(path, ".appimage") || hasExtension(path, ".desktop");
 }
@@ -105,7 +105,7 @@ bool isApplicationFile(const AliasTarget &target) {
            isPlainFileApplication(path);
 }
 
-ResolutionContext effortFor(const QByteArray &path, InspectionContext &inspection) {
+ResolutionContext resolutionContext(const QByteArray &path, InspectionContext &inspection) {
     const bool isListing = inspection.extent == InspectionContext::Extent::Listing;
     ResolutionContext context({.entries = kQuickSearchNames, .timeBudget = &inspection.timeBudget},
                               inspection.mounts,
@@ -116,14 +116,14 @@ ResolutionContext effortFor(const QByteArray &path, InspectionContext &inspectio
     return context;
 }
 
-/// What the alias file at @p path leads to, and nothing else, means; nothing for one that leads
-/// nowhere. A listing must not search the whole disk for each item that is gone: an alias that
-/// would need that is one with an unknown target.
-std::optional<Classification> classifyAlias(const QByteArray &path, const AliasContent &lead,
+/// The classification of the alias file at @p path; nullopt if its target is gone. A listing must
+/// not search the whole disk for each missing target, so an alias that would need a long search has
+/// an unknown target.
+std::optional<Classification> classifyAlias(const QByteArray &path, const AliasContent &content,
                                             InspectionContext &inspection) {
-    ResolutionContext context = effortFor(path, inspection);
+    ResolutionContext context = resolutionContext(path, inspection);
     OSStatus status = noErr;
-    const auto target = followAlias(lead, AliasSteps::All, context, &status);
+    const auto target = followAlias(content, AliasSteps::All, context, &status);
     if (status == fileBoundsErr)
         return Classification{.kind = MXItemKindAlias};
     if (!target)
@@ -135,26 +135,26 @@ std::optional<Classification> classifyAlias(const QByteArray &path, const AliasC
     return Classification{.kind = MXItemKindAlias, .targetKind = MXItemKindFile};
 }
 
-/// An AppImage may have any name.
-bool mayBeProgram(const QByteArray &content) {
+/// Whether the file may be an AppImage, which may have any name.
+bool isElf(const QByteArray &content) {
     return content.startsWith("\x7F"
                               "ELF");
 }
 
-/// What a look into the file tells; @p byType is what its Finder type says.
-Classification lookInto(const QByteArray &path, const FinderInfo &info,
-                        const Classification &byType, InspectionContext &inspection) {
+/// The classification by the file's contents, or @p byType, that of its Finder type.
+Classification classifyContents(const QByteArray &path, const FinderInfo &info,
+                                const Classification &byType, InspectionContext &inspection) {
     const auto entry = path.endsWith(kAliasFileSuffix) ? desktopEntryAt(path) : std::nullopt;
     const EntryContent content = entry ? contentOf(*entry) : EntryContent();
     const bool isFlagged = info.flags.testFlag(kIsAlias);
-    const auto lead = content.lead || !isFlagged ? content.lead : aliasContentInFork(path);
-    const auto alias = lead ? classifyAlias(path, *lead, inspection) : std::nullopt;
-    if (alias)
-        return *alias;
+    const auto alias = content.lead || !isFlagged ? content.lead : aliasContentInFork(path);
+    const auto byAlias = alias ? classifyAlias(path, *alias, inspection) : std::nullopt;
+    if (byAlias)
+        return *byAlias;
     if (info.type != 0)
         return byType;
     const bool isApplication =
-        entry && !mayBeProgram(*entry) ? content.startsApplication : isPlainFileApplication(path);
+        entry && !isElf(*entry) ? content.startsApplication : isPlainFileApplication(path);
     return {.kind = isApplication ? MXItemKindApplication : MXItemKindFile};
 }
 
@@ -164,13 +164,13 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
     const Classification byType = {.kind = info.type == kApplicationType ? MXItemKindApplication
                                                                          : MXItemKindFile};
     const bool isFlagged = info.flags.testFlag(kIsAlias);
-    const bool isWorthALook = isFlagged || path.endsWith(kAliasFileSuffix) ||
-                              (info.type == 0 && mayBeApplication(path, facts.isExecutable));
-    if (!isWorthALook)
+    const bool mustOpen = isFlagged || path.endsWith(kAliasFileSuffix) ||
+                          (info.type == 0 && mayBeApplication(path, facts.isExecutable));
+    if (!mustOpen)
         return byType;
-    const TimeBudget::Use look(inspection.timeBudget);
-    if (look.isGranted())
-        return lookInto(path, info, byType, inspection);
+    const TimeBudget::Use use(inspection.timeBudget);
+    if (use.isGranted())
+        return classifyContents(path, info, byType, inspection);
     return isFlagged ? Classification{.kind = MXItemKindAlias} : byType;
 }
 
@@ -179,7 +179,7 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
 Classification classify(const QByteArray &path, const ItemFacts &facts,
                         InspectionContext &inspection) {
     if (path.size() >= PATH_MAX)
-        return {}; // no system call takes it
+        return {}; // too long for a system call
     switch (facts.type) {
     case MFS_TYPE_DIRECTORY:
         return classifyFolder(path, facts, inspection);
@@ -187,7 +187,7 @@ Classification classify(const QByteArray &path, const ItemFacts &facts,
         return classifyFile(path, facts, inspection);
     case MFS_TYPE_LINK:
         if (facts.targetType == MFS_TARGET_UNKNOWN)
-            return {}; // leads nowhere
+            return {}; // broken
         return {.kind = MXItemKindLink, .targetKind = targetKindOf(facts.targetType)};
     default:
         return {};

@@ -11,27 +11,27 @@
 
 namespace MWCore {
 
-/// What the looks into items share that find their kinds: into what others wrote, who may mean to
-/// stall us. Belongs to one thread.
+/// What the inspections of items share. Their contents are untrusted: another user may have made
+/// them slow to inspect. Belongs to one thread.
 struct InspectionContext {
     enum class Extent {
-        OneItem, ///< asked for by itself: as long as it takes
-        Listing, ///< all items of a folder: together no longer than the time budget, and no waiting
+        OneItem, ///< takes as long as necessary
+        Listing, ///< all items of a folder; limited by the time budget, and never waits
     };
 
-    /// Beside what listing the rest takes (docs/decisions/0015).
+    /// In addition to the time of the listing itself (docs/decisions/0015).
     static constexpr TimeBudget::Limits kForListing = {.fixed = 60'000'000, .share = 40};
     static constexpr TimeBudget::Limits kUnlimited = {.fixed = INT64_MAX / 2, .share = 0};
 
-    explicit InspectionContext(Extent guard)
-        : InspectionContext(guard, guard == Extent::Listing ? kForListing : kUnlimited) {}
-    InspectionContext(Extent guard, TimeBudget::Limits limits)
-        : extent(guard), timeBudget(limits) {}
+    explicit InspectionContext(Extent items)
+        : InspectionContext(items, items == Extent::Listing ? kForListing : kUnlimited) {}
+    InspectionContext(Extent items, TimeBudget::Limits limits)
+        : extent(items), timeBudget(limits) {}
 
     Extent extent;
     TimeBudget timeBudget;
     MountSnapshot mounts;
-    std::optional<int32_t> ownMount; ///< id of the mount of the items, once one was asked
+    std::optional<int32_t> ownMount; ///< id of the mount of the items, set when first needed
 };
 
 } // namespace MWCore

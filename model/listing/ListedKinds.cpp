@@ -7,7 +7,6 @@
 
 namespace MWCore {
 
-/// What the listing saw of the item, which is all that its record keeps.
 Classification ListedKinds::kindOf(const mfs_fso &child, Sidecars sidecars) const {
     const QByteArrayView path = child.complete_path;
     return classify(QByteArray::fromRawData(path.data(), path.size()),
@@ -21,31 +20,31 @@ Classification ListedKinds::kindOf(const mfs_fso &child, Sidecars sidecars) cons
 void ListedKinds::visit(void *self, const mfs_fso *child, int32_t index) noexcept {
     auto *const kinds = static_cast<ListedKinds *>(self);
     if (index == 0)
-        kinds->beginAgain();
+        kinds->reset();
     kinds->add(*child);
 }
 
-/// What was spent so far stays spent.
-void ListedKinds::beginAgain() {
+/// The time already used is not given back.
+void ListedKinds::reset() {
     files_.clear();
     subdirectories_.clear();
-    described_.clear();
+    namesWithSidecar_.clear();
 }
 
 void ListedKinds::add(const mfs_fso &child) {
     const QByteArrayView name = child.name;
     if (isSidecarName(name))
-        described_ += name.sliced(kSidecarPrefix.size()).toByteArray();
-    // Which items have a sidecar is known when all names are.
+        namesWithSidecar_ += name.sliced(kSidecarPrefix.size()).toByteArray();
+    // Sidecars may follow in the listing; of() considers them.
     (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, Sidecars::Absent));
 }
 
 Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
-    if (!described_.isEmpty() && inspection_.timeBudget.isLeft() &&
-        described_.contains(child->name))
+    if (!namesWithSidecar_.isEmpty() && inspection_.timeBudget.isLeft() &&
+        namesWithSidecar_.contains(child->name))
         return kindOf(*child, Sidecars::MayExist);
-    const auto place = static_cast<std::size_t>(index);
-    return mfs_fso_isDir(child) ? subdirectories_[place] : files_[place];
+    const auto at = static_cast<std::size_t>(index);
+    return mfs_fso_isDir(child) ? subdirectories_[at] : files_[at];
 }
 
 } // namespace MWCore

@@ -12,30 +12,30 @@
 
 namespace MWCore {
 
-/// The kinds of a folder's children, each found while the folder is listed: the system has just
-/// looked at the item then, and a second look costs half of what it does later. What others wrote
-/// in the items or beside them is looked into for a bounded time.
+/// The kinds of a folder's children, found while the folder is listed: the item is then in the
+/// system's caches, and examining it costs half as much as later. Inspecting the contents of items
+/// and sidecars takes a limited time. Belongs to one thread.
 class ListedKinds {
 public:
     explicit ListedKinds(TimeBudget::Limits limits = InspectionContext::kForListing)
         : inspection_(InspectionContext::Extent::Listing, limits) {}
 
-    /// To be told of each child (mfs_fso_visitor); @p self is the object.
+    /// An mfs_fso_visitor; @p self is the object.
     static void visit(void *self, const mfs_fso *child, int32_t index) noexcept;
 
-    /// The kind of child number @p index among its folder's files or, as @p child is one,
-    /// subdirectories.
+    /// The kind of @p child, which is number @p index of its folder's `files` or, if it is a
+    /// directory, `subdirectories`.
     [[nodiscard]] Classification of(const mfs_fso *child, int32_t index) const;
 
 private:
-    void beginAgain();
+    void reset();
     void add(const mfs_fso &child);
     [[nodiscard]] Classification kindOf(const mfs_fso &child, Sidecars sidecars) const;
 
     std::vector<Classification> files_;
     std::vector<Classification> subdirectories_;
-    mutable InspectionContext inspection_; ///< what is left of it
-    QSet<QByteArray> described_;           ///< names of items beside which a sidecar stands
+    mutable InspectionContext inspection_;
+    QSet<QByteArray> namesWithSidecar_;
 };
 
 } // namespace MWCore

@@ -8,7 +8,7 @@
 namespace MWCore {
 namespace {
 
-/// All trees by their roots.
+/// Maps roots to trees.
 struct Trees {
     std::mutex mutex;
     std::unordered_map<const mfs_fso *, ListedTree *> byRoot;
@@ -30,7 +30,7 @@ ListedTree::Ptr ListedTree::own(mfs_fso *root) {
 
 ListedTree::Ptr ListedTree::of(const mfs_fso *record) {
     const std::scoped_lock lock(trees().mutex);
-    // A host may have put our root into a folder of its own.
+    // A host may have added the root to its own folder.
     for (; record; record = mfs_fso_parent(record))
         if (const auto found = trees().byRoot.find(record); found != trees().byRoot.end())
             return Ptr(found->second);

@@ -9,17 +9,17 @@
 
 namespace MWCore {
 
-/// The records of one listing, owned together by the objects around them. A record alone leads back
-/// to its tree, so that a host that kept nothing but the record can have an object for it again.
-/// Any thread for of(); a tree itself belongs to one.
+/// The records of one listing, owned jointly by the objects that wrap them. The tree of a record
+/// can be looked up, so a host that kept only the record can get an object for it again. of() works
+/// on any thread; a tree belongs to one.
 class ListedTree : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<ListedTree>;
 
-    /// Takes the records at and below @p root.
+    /// A new tree, which takes ownership of @p root and the records below it.
     [[nodiscard]] static Ptr own(mfs_fso *root);
 
-    /// The tree that @p record belongs to; null for a record of a host.
+    /// The tree of @p record; null for a record made by the host.
     [[nodiscard]] static Ptr of(const mfs_fso *record);
 
     ListedTree(const ListedTree &) = delete;

@@ -10,10 +10,10 @@
 namespace MWCore {
 namespace {
 
-constexpr int kMostOpen = 64; // leaves most of the usual 1,024 to the program
+constexpr int kMostOpen = 64; // leaves most of the usual 1,024 descriptors to the program
 constexpr std::chrono::milliseconds kLongestWait(50);
 
-/// @p names from the last to the first, with slashes between them, behind @p start.
+/// @p start and then @p names from last to first, separated by slashes.
 QByteArray joined(QByteArray start, std::vector<const QByteArray *> names) {
     qsizetype length = start.size();
     for (const QByteArray *const name : names)
@@ -49,7 +49,7 @@ FolderQueue::FolderQueue(QByteArray path, OpenFolder top)
     : top_(new WalkedFolder), mostOpen_(kMostOpen) {
     top_->name = std::move(path);
     top_->opened = std::move(top);
-    top_->users = 1; // this queue, to the end
+    top_->users = 1; // this queue
 }
 
 FolderQueue::~FolderQueue() {
@@ -91,7 +91,7 @@ void FolderQueue::drop(Task &task) {
         finish(task);
 }
 
-/// Leaves the task empty.
+/// Resets the task.
 void FolderQueue::finish(Task &task) {
     WalkedFolder *const folder = task.folder;
     if (!task.subfolders.isEmpty()) {
@@ -165,7 +165,7 @@ bool FolderQueue::share(Task &task) {
     return true;
 }
 
-/// Once no task uses its descriptor any more.
+/// The descriptor is closed when no task shares it any longer.
 void FolderQueue::close(WalkedFolder &folder) {
     if (&folder != top_ && std::exchange(folder.opened, {}))
         --open_;
@@ -190,7 +190,7 @@ void FolderQueue::stop() {
     changed_.notify_all();
 }
 
-/// Not by recursion: a tree may be of any depth.
+/// Iteratively: a tree may have any depth.
 void FolderQueue::release(WalkedFolder *folder) {
     while (folder && --folder->users == 0)
         delete std::exchange(folder, folder->parent);

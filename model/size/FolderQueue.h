@@ -15,79 +15,79 @@ namespace MWCore {
 
 using OpenFolder = std::shared_ptr<const Descriptor>;
 
-/// A folder of a tree that is walked, known by its name and the folders above it: the depth of a
-/// tree then costs neither descriptors nor long paths.
+/// A folder of the tree. It has only a name and a parent, so that a deep tree needs neither many
+/// descriptors nor long paths.
 struct WalkedFolder {
     WalkedFolder *parent = nullptr; ///< null for the top
-    QByteArray name;                ///< of the top its path
-    bool hasSidecars = false;       ///< whether names in it begin with "._"; known when it is read
+    QByteArray name;                ///< for the top, its path
+    bool hasSidecars = false;       ///< whether names in it begin with "._"; set when it is read
 
 private:
-    friend class FolderQueue; // which alone knows the rest, under its lock
+    friend class FolderQueue; // uses the rest, under its lock
 
-    int users = 0;          ///< folders in it, threads busy with it, and the queue where it waits
-    bool isWaiting = false; ///< whether it is in the queue, which is when there is any of these:
-    QByteArray subfolders;  ///< names, each with a NUL, of folders that are to be read
-    qsizetype next = 0;     ///< the place of the first of those that is left
-    bool isUnread = false;  ///< names are left in it for anyone to read on
+    int users = 0;          ///< references: subfolders, tasks, and the queue if it is waiting
+    bool isWaiting = false; ///< in the queue: has unread subfolders or is unread itself
+    QByteArray subfolders;  ///< names, each with a NUL, of folders to be read
+    qsizetype next = 0;     ///< offset of the first name in `subfolders` that is left
+    bool isUnread = false;  ///< names in it are left for any thread to read
 
-    OpenFolder opened; ///< while it waits, unless too many are open; of the top always
+    OpenFolder opened; ///< while it is waiting, unless too many are open; for the top, always
 };
 
-/// The path of a folder, beginning with the path of the top.
+/// The path of a folder, starting with the path of the top.
 [[nodiscard]] QByteArray pathOf(const WalkedFolder &folder);
 
-/// Whether that path has more than @p length bytes. Takes no longer the deeper the folder is.
+/// Whether that path has more than @p length bytes. The time does not grow with the depth.
 [[nodiscard]] bool isPathLonger(const WalkedFolder &folder, qsizetype length);
 
-/// The folders of one tree that are still to be read, shared by the threads that read them. What
-/// was found last is read first, so that little waits. Any thread.
+/// The folders of a tree that are still to be read, shared by the threads that read them. The last
+/// folder found is read first, so that the queue stays short. Any thread.
 class FolderQueue {
 public:
-    /// @p top is the folder at @p path, open.
+    /// @p top is the open folder at @p path.
     FolderQueue(QByteArray path, OpenFolder top);
     FolderQueue(const FolderQueue &) = delete;
     FolderQueue &operator=(const FolderQueue &) = delete;
     ~FolderQueue();
 
-    /// What a thread is to do or has done with a folder.
+    /// The task of reading one folder, and its result.
     struct Task {
         WalkedFolder *folder = nullptr; ///< null before the first task
 
-        OpenFolder opened;       ///< the folder; null while it is to be opened:
-        OpenFolder base;         ///< a folder above it,
-        QByteArray pathFromBase; ///< and its path from there
-        bool isShared = false;   ///< another thread began to read the folder
+        OpenFolder opened;       ///< the folder; if null, it must be opened by these two:
+        OpenFolder base;         ///< a folder above it
+        QByteArray pathFromBase; ///< its path relative to `base`
+        bool isShared = false;   ///< whether another task began to read the folder
 
         QByteArray subfolders; ///< found in it: names, each with a NUL
     };
 
-    /// To read the top.
+    /// The task of reading the top.
     [[nodiscard]] Task first();
 
     enum class Next {
         Task,
-        Waited, ///< there was none; ask again
+        Waited, ///< there was no task; call again
         End,    ///< everything is read, or the walk was stopped
     };
 
-    /// Ends a task and takes the next one, or waits a while.
+    /// Finishes a task and takes the next one, or waits for up to 50 milliseconds.
     [[nodiscard]] Next next(Task &task);
 
-    /// Ends a task, if there is one, of which nothing came.
+    /// Finishes a task, if there is one, and discards its result.
     void drop(Task &task);
 
-    /// Lets other threads, or a later task, read on in the folder of a task. False when too many
-    /// are open for it: the thread then reads it to its end.
+    /// Lets other threads, or a later task, continue reading the folder of a task. False if too
+    /// many folders are open: the task must then read the whole folder.
     [[nodiscard]] bool share(Task &task);
 
-    /// Whether there is a task to take.
     [[nodiscard]] bool hasWaiting();
 
-    /// Closes folders that wait; they are opened again by their path. When descriptors run out.
+    /// Closes the waiting folders, which are later opened again by path. For when descriptors run
+    /// out.
     void closeWaiting();
 
-    /// No more tasks.
+    /// Makes next() return End.
     void stop();
 
 private:
@@ -103,10 +103,10 @@ private:
     std::condition_variable changed_;
     WalkedFolder *const top_;
     std::vector<WalkedFolder *> waiting_;
-    int busy_ = 0; ///< tasks in work
+    int busy_ = 0; ///< unfinished tasks
     bool isStopped_ = false;
     int mostOpen_;
-    int open_ = 0; ///< folders that wait open, beside the top
+    int open_ = 0; ///< waiting folders that are open, without the top
 };
 
 } // namespace MWCore

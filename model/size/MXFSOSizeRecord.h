@@ -6,24 +6,24 @@
 
 namespace MWCore {
 
-/// What an item takes, and how much is in it. Sizes are in bytes; what a sort of item does not have
-/// is 0.
+/// The size of an item and the number of items in it. Sizes are in bytes; a field that does not
+/// apply to the item is 0.
 struct MXFSOSizeRecord {
-    // Of a folder the sums over everything below it; of a volume not told.
+    // For a folder, the sums over everything below it; for a volume, 0.
     uint64_t dataForkSize = 0;
     uint64_t physicalDataForkSize = 0; ///< allocated
     uint64_t resourceForkSize = 0;
     uint64_t physicalResourceForkSize = 0; ///< allocated
 
-    uint64_t volumeFreeBytes = 0;   ///< of volumes alone
-    uint64_t totalSize = 0;         ///< both forks; of a volume its capacity
-    uint64_t physicalTotalSize = 0; ///< both forks; of a volume not told
+    uint64_t volumeFreeBytes = 0;   ///< for a volume only
+    uint64_t totalSize = 0;         ///< both forks; for a volume, its capacity
+    uint64_t physicalTotalSize = 0; ///< both forks; for a volume, 0
 
-    // What is inside, at any depth.
+    // Contained items at any depth.
     uint64_t containedItemCount = 0;
     uint64_t containedFolderCount = 0;
-    uint64_t containedFileCount = 0; ///< everything that is no folder
-    uint64_t hiddenItemCount = 0;    ///< those that file managers are asked to hide
+    uint64_t containedFileCount = 0; ///< everything that is not a folder
+    uint64_t hiddenItemCount = 0;    ///< with the Finder flag kIsInvisible
 
     friend bool operator==(const MXFSOSizeRecord &, const MXFSOSizeRecord &) = default;
 };

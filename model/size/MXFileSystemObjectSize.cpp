@@ -70,7 +70,7 @@ QString MXFileSystemObjectSize::usedGetInfoString() const {
     return _format_size(totalSize() - record().volumeFreeBytes);
 }
 
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static): of a size, as the others
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): called on a size object
 QString MXFileSystemObjectSize::_commaDelimitedSize(uint64_t size) const {
     char digits[255];
     std::snprintf(digits, sizeof digits, "%.0lf", static_cast<double>(size));

@@ -15,13 +15,13 @@
 
 namespace MWCore {
 
-/// A measurement of an item and the texts that an information panel shows of it. Reference-counted;
-/// never changes, so any thread may read it.
+/// The size of an item, and the texts for it in an information panel. Never changes.
+/// Reference-counted; any thread.
 class MWCORE_EXPORT MXFileSystemObjectSize : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<MXFileSystemObjectSize>;
 
-    /// Without a record every size is 0.
+    /// Without a record, every size is 0.
     [[nodiscard]] static Ptr
     initWithLocalFileSize(const std::optional<MXFSOSizeRecord> &record = std::nullopt);
 
@@ -31,7 +31,7 @@ public:
 
     [[nodiscard]] const MXFSOSizeRecord &record() const { return myFSOSize_; }
 
-    // In bytes.
+    // in bytes
     [[nodiscard]] uint64_t dataForkSize() const { return myFSOSize_.dataForkSize; }
     [[nodiscard]] uint64_t physicalDataForkSize() const { return myFSOSize_.physicalDataForkSize; }
     [[nodiscard]] uint64_t resourceForkSize() const { return myFSOSize_.resourceForkSize; }
@@ -43,11 +43,11 @@ public:
 
     [[nodiscard]] uint64_t containedItemCount() const { return myFSOSize_.containedItemCount; }
 
-    /// One of the sizes as format_size() has it: 0 data, 1 data allocated, 2 resources, 3 resources
-    /// allocated, 4 total, 5 total allocated. "Unknown Key" for any other key.
+    /// A size formatted by format_size(): 0 data fork, 1 data fork allocated, 2 resource fork,
+    /// 3 resource fork allocated, 4 total, 5 total allocated. "Unknown Key" for any other key.
     [[nodiscard]] QString formattedStringForKey(int32_t key) const;
 
-    /// What is allocated, and the exact size: "4KB on disk. ( 1,234 bytes )".
+    // The allocated and the exact size: "4KB on disk. ( 1,234 bytes )".
     [[nodiscard]] QString dataGetInfoString() const;
     [[nodiscard]] QString resourceGetInfoString() const;
     [[nodiscard]] QString totalSizeGetInfoString() const;
@@ -55,13 +55,12 @@ public:
     /// "1,234 Files. 56 Folders. ( 7 hidden )" or "No items".
     [[nodiscard]] QString containsGetInfo() const;
 
-    // Of volumes: "232.845GB".
+    // For volumes: "232.845GB".
     [[nodiscard]] QString capacityGetInfoString() const;
     [[nodiscard]] QString availableGetInfoString() const;
     [[nodiscard]] QString usedGetInfoString() const;
 
-    /// The digits in groups of three: "1,234,567". Above 2^53 those of the nearest number that a
-    /// double holds.
+    /// The digits in groups of three: "1,234,567". Above 2^53, those of the nearest double.
     [[nodiscard]] QString _commaDelimitedSize(uint64_t size) const;
 
 private:

@@ -14,31 +14,31 @@
 
 namespace MWCore {
 
-/// How far a measurement has come.
+/// The progress of a measurement.
 struct MXSizeProgress {
-    uint64_t entries = 0; ///< files and folders seen
-    uint64_t bytes = 0;   ///< of both forks of those files
+    uint64_t entries = 0; ///< files and folders measured
+    uint64_t bytes = 0;   ///< both forks of those files
 };
 
-/// Hears of it at most 20 times a second, on the thread that asked for the measurement. What it
-/// throws ends the measurement and comes through to the caller.
+/// Called at most 20 times a second, on the thread that started the measurement. An exception that
+/// it throws stops the measurement and reaches the caller.
 using MXSizeProgressCallback = std::function<void(const MXSizeProgress &)>;
 
 /// How a folder is measured. The defaults match sizeObject().
 struct MXSizeOptions {
-    /// Of a file or link that has several names below the folder the size is added once. Counts
-    /// stay.
+    /// Adds the size of a file or link with several names below the folder only once. Item counts
+    /// are unaffected.
     bool countsHardLinksOnce = false;
 
-    /// A resource fork that a sidecar keeps is added once: to the resource forks, and no longer to
-    /// the sidecar's data as well. Counts stay.
+    /// Adds a resource fork in a sidecar only once: as a resource fork, not also as the sidecar's
+    /// data. Item counts are unaffected.
     bool countsSidecarForksOnce = false;
 
-    /// Folders on which something is mounted are counted, and left out with all that is in them.
+    /// Counts folders that are mount points, but not their contents.
     bool staysOnVolume = false;
 
-    /// A volume's contents are measured like those of any folder; else its file system tells what
-    /// it knows.
+    /// Measures a volume's contents like those of any folder. Otherwise its file system's figures
+    /// are used.
     bool walksVolume = false;
 
     bool listsUnreadable = false;
@@ -46,18 +46,18 @@ struct MXSizeOptions {
     MXSizeProgressCallback progress; ///< may be empty
 };
 
-/// What could not be examined or read, and so is missing in the sums.
+/// An item that could not be examined or read and is missing from the sums.
 struct MXUnreadableItem {
     QString path;
     OSStatus status = noErr;
 };
 
-/// What measureSize() found.
+/// The result of measureSize().
 struct MXSizeMeasurement {
     MXFSOSizeRecord record;
-    bool isPartial = false; ///< it was cancelled, so that something may be missing
+    bool isPartial = false; ///< whether it was cancelled, so that items may be missing
     uint64_t unreadableCount = 0;
-    QList<MXUnreadableItem> unreadable; ///< by path, where MXSizeOptions::listsUnreadable
+    QList<MXUnreadableItem> unreadable; ///< sorted by path; empty without `listsUnreadable`
 };
 
 } // namespace MWCore

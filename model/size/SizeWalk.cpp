@@ -3,8 +3,8 @@
 #include "model/size/SizeWalk.h"
 
 #include "core/posix/LongPath.h"
-#include "model/size/SeenLinks.h"
 #include "model/size/SizeWorker.h"
+#include "model/size/VisitedLinks.h"
 #include "platform/files/MountTable.h"
 #include "platform/foundation/FileSystemText.h"
 
@@ -29,15 +29,15 @@ namespace {
 
 using std::chrono::microseconds;
 
-/// To a few milliseconds, and cheap enough to be asked after each entry.
+/// Accurate to a few milliseconds, and cheap enough to be called after each entry.
 microseconds now() {
     timespec time = {};
     clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
     return std::chrono::seconds(time.tv_sec) + microseconds(time.tv_nsec / 1000);
 }
 
-/// How long this thread has been awake, with a processor or waiting for one (proc(5), schedstat).
-/// Nothing where the system does not tell.
+/// How long this thread has been running or waiting for a processor (proc(5), schedstat). nullopt
+/// if the system does not report it.
 std::optional<microseconds> timeAwake() {
     std::ifstream statistics("/proc/thread-self/schedstat");
     int64_t computed = 0; // nanoseconds
@@ -47,7 +47,7 @@ std::optional<microseconds> timeAwake() {
     return microseconds((computed + queued) / 1000);
 }
 
-/// While it lives, threads that are started get no signals: those are for the program's own.
+/// Blocks all signals while it exists, so that new threads leave signals to the program's own.
 class SignalsBlocked {
 public:
     SignalsBlocked() {
@@ -63,96 +63,96 @@ private:
     sigset_t before_ = {};
 };
 
-/// The threads of one measurement.
-class Crew {
+/// The threads of one measurement. The first worker runs on the calling thread.
+class WorkerPool {
 public:
-    Crew(const SharedWalk &walk, const MXSizeProgressCallback &report)
-        : walk_(walk), report_(report) {}
-    Crew(const Crew &) = delete;
-    Crew &operator=(const Crew &) = delete;
-    ~Crew() { dismiss(); }
+    WorkerPool(const SharedWalk &walk, const MXSizeProgressCallback &progress)
+        : walk_(walk), progress_(progress) {}
+    WorkerPool(const WorkerPool &) = delete;
+    WorkerPool &operator=(const WorkerPool &) = delete;
+    ~WorkerPool() { join(); }
 
     void measure(FolderQueue::Task top);
 
-    /// What all of them found.
+    /// The sums of all workers.
     [[nodiscard]] MXSizeMeasurement measurement() const;
 
 private:
-    using Moment = SizeWorker::Moment;
+    using Event = SizeWorker::Event;
     struct Member {
         explicit Member(const SharedWalk &walk) : worker(walk) {}
         SizeWorker worker;
-        std::thread thread;         ///< the caller's own has none
-        std::exception_ptr failure; ///< want of memory that ended it
+        std::thread thread;         ///< none for the first worker
+        std::exception_ptr failure; ///< bad_alloc that ended the thread
     };
 
-    void lookAfter(Moment moment);
-    void hireWhatHelps(Moment moment, microseconds time);
-    void hire(std::size_t count);
-    void work(Member &member);
+    void handle(Event event);
+    void startUsefulWorkers(Event event, microseconds time);
+    void startWorkers(std::size_t count);
+    void run(Member &member);
     void report() const;
-    void dismiss();
+    void join();
 
     const SharedWalk &walk_;
-    const MXSizeProgressCallback &report_;
+    const MXSizeProgressCallback &progress_;
     std::list<Member> members_;
-    std::size_t entries_ = 0; ///< that the caller's thread measured
+    std::size_t entries_ = 0; ///< measured by the calling thread
     microseconds lastReport_ = now();
-    microseconds lastLook_ = lastReport_;
+    microseconds lastCheck_ = lastReport_;
     std::optional<microseconds> lastAwake_ = timeAwake();
     bool wasIdle_ = false;
 };
 
-void Crew::measure(FolderQueue::Task top) {
+void WorkerPool::measure(FolderQueue::Task top) {
     SizeWorker &worker = members_.emplace_back(walk_).worker;
-    worker.setPause([this](Moment moment) { lookAfter(moment); });
+    worker.setObserver([this](Event event) { handle(event); });
     worker.run(std::move(top));
-    dismiss();
+    join();
     for (const Member &member : members_)
         if (member.failure)
             std::rethrow_exception(member.failure);
 }
 
-void Crew::lookAfter(Moment moment) {
+void WorkerPool::handle(Event event) {
     constexpr microseconds kBetweenReports = std::chrono::milliseconds(50);
     const microseconds time = now();
-    entries_ += moment == Moment::EntryDone;
-    wasIdle_ = wasIdle_ || moment == Moment::NothingToDo;
-    hireWhatHelps(moment, time);
-    if (report_ && time - lastReport_ >= kBetweenReports) {
+    entries_ += event == Event::EntryMeasured;
+    wasIdle_ = wasIdle_ || event == Event::Idle;
+    startUsefulWorkers(event, time);
+    if (progress_ && time - lastReport_ >= kBetweenReports) {
         report();
         lastReport_ = time;
     }
 }
 
-/// Threads are started when there is enough to do for them: one for each processor, and more where
-/// a slow disk leaves those idle.
-void Crew::hireWhatHelps(Moment moment, microseconds time) {
+/// If there is enough work, starts one thread per processor; if a slow disk leaves those idle,
+/// starts more.
+void WorkerPool::startUsefulWorkers(Event event, microseconds time) {
     constexpr std::size_t kWorthwhile = 256;
     constexpr std::size_t kMostProcessors = 8;
-    constexpr microseconds kBetweenLooks = std::chrono::milliseconds(10);
-    if (moment == Moment::EntryDone && entries_ % kWorthwhile == 0 && walk_.folders.hasWaiting())
-        hire(std::min<std::size_t>(std::thread::hardware_concurrency(), kMostProcessors));
-    const microseconds elapsed = time - lastLook_;
-    if (elapsed < kBetweenLooks)
+    constexpr microseconds kBetweenChecks = std::chrono::milliseconds(10);
+    if (event == Event::EntryMeasured && entries_ % kWorthwhile == 0 && walk_.folders.hasWaiting())
+        startWorkers(std::min<std::size_t>(std::thread::hardware_concurrency(), kMostProcessors));
+    const microseconds elapsed = time - lastCheck_;
+    if (elapsed < kBetweenChecks)
         return;
     const auto awake = timeAwake();
     const bool sleeps = awake && lastAwake_ && (elapsed - (*awake - *lastAwake_)) * 4 > elapsed;
     if (sleeps && !wasIdle_)
-        hire(members_.size() + 1);
-    lastLook_ = time;
+        startWorkers(members_.size() + 1);
+    lastCheck_ = time;
     lastAwake_ = awake;
     wasIdle_ = false;
 }
 
-/// Makes them @p count, or as many as the system gives.
-void Crew::hire(std::size_t count) {
+/// Starts threads until there are @p count workers or the system refuses.
+void WorkerPool::startWorkers(std::size_t count) {
     constexpr std::size_t kMost = 16;
     const SignalsBlocked blocked;
     while (members_.size() < std::min(count, kMost)) {
         Member &member = members_.emplace_back(walk_);
         try {
-            member.thread = std::thread([this, &member] { work(member); });
+            member.thread = std::thread([this, &member] { run(member); });
         } catch (const std::system_error &) {
             members_.pop_back();
             return;
@@ -160,8 +160,7 @@ void Crew::hire(std::size_t count) {
     }
 }
 
-/// What a thread of ours does.
-void Crew::work(Member &member) {
+void WorkerPool::run(Member &member) {
     try {
         member.worker.run();
     } catch (...) {
@@ -170,24 +169,25 @@ void Crew::work(Member &member) {
     }
 }
 
-void Crew::report() const {
+void WorkerPool::report() const {
     MXSizeProgress all;
     for (const Member &member : members_) {
         const MXSizeProgress progress = member.worker.progress();
         all.entries += progress.entries;
         all.bytes += progress.bytes;
     }
-    report_(all);
+    progress_(all);
 }
 
-void Crew::dismiss() {
+/// Stops the walk and waits for all threads.
+void WorkerPool::join() {
     walk_.folders.stop();
     for (Member &member : members_)
         if (member.thread.joinable())
             member.thread.join();
 }
 
-MXSizeMeasurement Crew::measurement() const {
+MXSizeMeasurement WorkerPool::measurement() const {
     MXSizeMeasurement all;
     MXFSOSizeRecord &record = all.record;
     for (const Member &member : members_) {
@@ -208,11 +208,11 @@ MXSizeMeasurement Crew::measurement() const {
 }
 
 MXSizeMeasurement unreadableTop(const QByteArray &path, OSStatus status, bool isListed) {
-    MXSizeMeasurement nothing;
-    nothing.unreadableCount = 1;
+    MXSizeMeasurement empty;
+    empty.unreadableCount = 1;
     if (isListed)
-        nothing.unreadable += {stringWithFileSystemRepresentation(path), status};
-    return nothing;
+        empty.unreadable += {stringWithFileSystemRepresentation(path), status};
+    return empty;
 }
 
 } // namespace
@@ -225,7 +225,7 @@ MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &o
         place ? openat(place.folder(), place.relativePath(), kFlags) : -1);
     if (!*top) {
         const OSStatus status = statusFromErrno(errno);
-        struct stat item; // perhaps a link that leads nowhere
+        struct stat item; // may be a broken link
         const bool isNoFolder =
             place &&
             fstatat(place.folder(), place.relativePath(), &item, AT_SYMLINK_NOFOLLOW) == 0 &&
@@ -234,18 +234,18 @@ MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &o
                           : unreadableTop(path, status, options.listsUnreadable);
     }
     FolderQueue folders(path, top);
-    SeenLinks seenLinks;
+    VisitedLinks visitedLinks;
     const SharedWalk walk = {
         .folders = folders,
         .isCancelled = isCancelled,
-        .seenLinks = options.countsHardLinksOnce ? &seenLinks : nullptr,
+        .visitedLinks = options.countsHardLinksOnce ? &visitedLinks : nullptr,
         .countsSidecarForksOnce = options.countsSidecarForksOnce,
         .mountId = options.staysOnVolume ? mountIdOf(top->number(), "") : 0,
         .listsUnreadable = options.listsUnreadable,
     };
-    Crew crew(walk, options.progress);
-    crew.measure(folders.first());
-    return crew.measurement();
+    WorkerPool workers(walk, options.progress);
+    workers.measure(folders.first());
+    return workers.measurement();
 }
 
 } // namespace MWCore

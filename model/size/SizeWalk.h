@@ -10,13 +10,14 @@
 
 namespace MWCore {
 
-/// Measures everything below the folder at @p path, in file-system representation and of any
-/// length; nothing below what is no folder. Links are not followed, except by @p path. What each
-/// entry adds is what an object made of it would tell of itself.
+/// Measures everything below the folder at @p path (file-system representation, of any length); the
+/// result is empty if the item is not a folder. Links are not followed, except in @p path. Each
+/// entry adds the size that an object of the entry would report.
 ///
-/// Runs on this thread and, once there is more to do, on others of its own, which are gone when it
-/// returns. Once @p isCancelled, each thread ends the entry that it measures; the first entry is
-/// always measured, before other threads start. Memory does not grow with the tree.
+/// Runs on the calling thread and, if there is enough work, on further threads, which end before it
+/// returns. After @p isCancelled is set, each thread finishes its current entry and stops; the
+/// first entry is always measured, before other threads start. Memory use does not grow with the
+/// tree.
 [[nodiscard]] MXSizeMeasurement measureContents(const QByteArray &path,
                                                 const MXSizeOptions &options,
                                                 const std::atomic<bool> &isCancelled);

@@ -7,7 +7,7 @@
 #include "core/posix/LongPath.h"
 #include "core/posix/stat_fields.h"
 #include "core/record_tree.h"
-#include "model/size/SeenLinks.h"
+#include "model/size/VisitedLinks.h"
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/MountTable.h"
 #include "platform/foundation/FileSystemText.h"
@@ -31,15 +31,15 @@
 namespace MWCore {
 namespace {
 
-/// openat(2) of a folder that follows no link anywhere on the way; where the system or a sandbox
-/// has no call for that, none at the end.
+/// As openat(2), for a folder, but follows no link in the path. If the system or a sandbox does not
+/// allow openat2(2), only a link at the end is not followed.
 int openUnlinked(int start, const char *path, int flags, ...) {
     open_how how = {};
     how.flags = static_cast<unsigned>(flags | O_NOFOLLOW);
     how.resolve = RESOLVE_NO_SYMLINKS;
     const auto folder = static_cast<int>(syscall(SYS_openat2, start, path, &how, sizeof how));
     if (folder < 0 && errno == ELOOP)
-        errno = ENOTDIR; // as for a link at the end: the folder has gone
+        errno = ENOTDIR; // as for a link at the end: the folder is gone
     if (folder >= 0 || (errno != ENOSYS && errno != EPERM))
         return folder;
     return openat(start, path, flags | O_NOFOLLOW);
@@ -47,7 +47,7 @@ int openUnlinked(int start, const char *path, int flags, ...) {
 
 } // namespace
 
-/// What is kept of an entry beside its contents.
+/// Metadata of an entry.
 struct SizeWorker::Metadata {
     bool isInvisible = false;
     ForkSize fork;
@@ -55,7 +55,7 @@ struct SizeWorker::Metadata {
 };
 
 void SizeWorker::run(Task task) {
-    const auto dropped = qScopeGuard([this, &task] { walk_.folders.drop(task); }); // if one throws
+    const auto drop = qScopeGuard([this, &task] { walk_.folders.drop(task); }); // on an exception
     if (task.folder)
         measure(task);
     for (;;) {
@@ -65,8 +65,8 @@ void SizeWorker::run(Task task) {
                 measure(task);
             break;
         case FolderQueue::Next::Waited:
-            if (pause_)
-                pause_(Moment::NothingToDo);
+            if (observer_)
+                observer_(Event::Idle);
             break;
         case FolderQueue::Next::End:
             return;
@@ -97,14 +97,14 @@ void SizeWorker::measure(Task &task) {
     }
 }
 
-/// Measures what was read with @p outcome. Whether the task goes on with another block.
+/// Measures a block that was read with @p outcome. Returns whether the task must read another one.
 bool SizeWorker::measureBlock(Task &task, FolderBlock::Outcome outcome) {
     bool leavesMore = outcome == FolderBlock::Outcome::MoreLeft;
     bool isShared = false;
     for (const dirent64 &entry : block_) {
         measureEntry(task, entry.d_name);
-        if (pause_)
-            pause_(Moment::EntryDone);
+        if (observer_)
+            observer_(Event::EntryMeasured);
         if (isCancelled())
             return false;
         if (std::exchange(leavesMore, false))
@@ -113,8 +113,8 @@ bool SizeWorker::measureBlock(Task &task, FolderBlock::Outcome outcome) {
     return outcome == FolderBlock::Outcome::MoreLeft && !isShared;
 }
 
-/// The folder of the task, unless a link is in its place or on the way by now. Waits for
-/// descriptors alone, and not for ever, where others keep them all.
+/// Opens the task's folder, unless it or a folder above it has been replaced by a link. If
+/// descriptors run out, waits for some, but not forever.
 bool SizeWorker::open(Task &task) {
     constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
     int error = 0;
@@ -127,24 +127,24 @@ bool SizeWorker::open(Task &task) {
             return true;
         }
         error = errno;
-    } while (isExhaustion(error) && mayTryAgain(attemptsToOpen_));
+    } while (isExhaustion(error) && waitForDescriptors(attemptsToOpen_));
     addUnreadable(task, nullptr, statusFromErrno(error));
     return false;
 }
 
-/// When descriptors ran out: waits a while for some, unless that was in vain too often.
-bool SizeWorker::mayTryAgain(int &attemptsLeft) {
+/// Waits briefly for descriptors. False if there were too many attempts or the walk is cancelled.
+bool SizeWorker::waitForDescriptors(int &attemptsLeft) {
     constexpr std::chrono::milliseconds kBetweenAttempts(1);
     if (attemptsLeft == 0 || isCancelled())
         return false;
     --attemptsLeft;
-    walk_.folders.closeWaiting(); // and other threads will soon have read theirs
+    walk_.folders.closeWaiting(); // other threads will soon close theirs, too
     std::this_thread::sleep_for(kBetweenAttempts);
     return true;
 }
 
-/// Finds out, too, whether the folder has sidecars, which may come behind the items that they
-/// belong to: of a large folder the names are read twice.
+/// Also finds out whether the folder has sidecars. They may follow their items, so the names in a
+/// large folder are read twice.
 FolderBlock::Outcome SizeWorker::readFirstBlock(const Task &task) {
     const int folder = task.opened->number();
     auto outcome = block_.fill(folder);
@@ -152,7 +152,7 @@ FolderBlock::Outcome SizeWorker::readFirstBlock(const Task &task) {
     if (outcome == FolderBlock::Outcome::MoreLeft && !hasSidecars) {
         while (outcome == FolderBlock::Outcome::MoreLeft && !hasSidecars) {
             outcome = block_.fill(folder);
-            // In a hurry: to suppose that there are some costs time alone, and not much any more.
+            // If cancelled, assume sidecars: that costs only a little time.
             hasSidecars = blockNamesSidecar() || walk_.isCancelled.load(std::memory_order_relaxed);
         }
         outcome = block_.fillFromStart(folder);
@@ -197,7 +197,7 @@ void SizeWorker::measureFile(const Task &task, const char *name, const struct st
         addUnreadable(task, name, metadata.forkStatus);
         return;
     }
-    if (walk_.seenLinks && !walk_.seenLinks->isFirst(file))
+    if (walk_.visitedLinks && !walk_.visitedLinks->isFirstVisit(file))
         return;
     MXFSOSizeRecord own;
     own.dataForkSize = static_cast<uint64_t>(file.st_size);
@@ -212,8 +212,8 @@ void SizeWorker::measureFile(const Task &task, const char *name, const struct st
     sums_.physicalResourceForkSize += own.physicalResourceForkSize;
 }
 
-/// Moves a fork in a sidecar from the item that it belongs to to the sidecar's file: the blocks are
-/// that file's, which may have several names where the item has one.
+/// Counts a fork in a sidecar with the sidecar's file and not with the item: the blocks belong to
+/// that file, which may have several names even if the item has one.
 void SizeWorker::countForkWithSidecar(const Task &task, const char *name, MXFSOSizeRecord *own) {
     if (own->resourceForkSize > 0 && forkInSidecar(task, name).logical > 0)
         own->resourceForkSize = own->physicalResourceForkSize = 0;
@@ -228,8 +228,8 @@ void SizeWorker::countForkWithSidecar(const Task &task, const char *name, MXFSOS
     own->physicalResourceForkSize += std::exchange(own->physicalDataForkSize, 0);
 }
 
-/// What measureFile() finds of the entry's fork in a sidecar; of no length for none, for a fork
-/// kept elsewhere, and for an entry that measures none.
+/// The entry's fork in a sidecar as measureFile() counts it. Length 0 if there is none, if the fork
+/// is in an attribute, or if the entry's forks are not measured.
 ForkSize SizeWorker::forkInSidecar(const Task &task, const char *name) {
     struct stat item;
     ForkSize fork;
@@ -247,13 +247,13 @@ void SizeWorker::measureLink(const Task &task, const char *name, const struct st
     if (!hasObject(task, name))
         return;
     sums_.hiddenItemCount += metadataOf(task, name, link).isInvisible;
-    if (walk_.seenLinks && !walk_.seenLinks->isFirst(link))
+    if (walk_.visitedLinks && !walk_.visitedLinks->isFirstVisit(link))
         return;
     sums_.dataForkSize += static_cast<uint64_t>(link.st_size);
 }
 
-/// Whether an object could be made of an entry: what it is or, as a link, leads to can be examined
-/// and, if it is a folder, so can all that is in it.
+/// Whether an object could be made of an entry: the item or, for a link, its target can be examined
+/// and, if it is a folder, all its children as well.
 bool SizeWorker::hasObject(const Task &task, const char *name) {
     struct stat target;
     const int folder = task.opened->number();
@@ -264,14 +264,14 @@ bool SizeWorker::hasObject(const Task &task, const char *name) {
     return RecordTree(mfs_fso_get_local_fso(pathOfEntry(name).constData())) != nullptr;
 }
 
-/// Waits while descriptors are short, as open() does.
+/// If descriptors run out, waits as open() does.
 template <typename Read, typename Result>
 OSStatus SizeWorker::readMetadata(Read read, const QByteArray &path, Result *result,
                                   Sidecars sidecars) {
     OSStatus status = noErr;
     do
         status = read(path, result, sidecars);
-    while (status == tmfoErr && mayTryAgain(attemptsToRead_));
+    while (status == tmfoErr && waitForDescriptors(attemptsToRead_));
     if (status != tmfoErr)
         attemptsToRead_ = kMostAttempts;
     return status;
@@ -294,7 +294,7 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
     return metadata;
 }
 
-/// That of the folder itself, unless entries of long names would have one that the system refuses.
+/// Uses the folder's own path, unless an entry's path could become too long for system calls.
 void SizeWorker::setFolderPath(const Task &task) {
     constexpr qsizetype kLongestEntry = sizeof "/._" + NAME_MAX;
     path_ = isPathLonger(*task.folder, PATH_MAX - kLongestEntry)
@@ -311,7 +311,7 @@ const QByteArray &SizeWorker::pathOfEntry(const char *name) {
     return path_;
 }
 
-/// An entry or, for a null name, the folder itself. What has gone by now is none.
+/// Records an entry or, if @p name is null, the folder itself; ignores an item that is gone.
 void SizeWorker::addUnreadable(const Task &task, const char *name, OSStatus status) {
     if (status == fnfErr)
         return;

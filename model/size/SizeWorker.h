@@ -17,19 +17,19 @@
 
 namespace MWCore {
 
-class SeenLinks;
+class VisitedLinks;
 
-/// What all threads of a measurement share. Whoever sets it up keeps what it refers to.
+/// What all threads of a measurement share. Owns none of what it refers to.
 struct SharedWalk {
     FolderQueue &folders;
     const std::atomic<bool> &isCancelled;
-    SeenLinks *seenLinks = nullptr;      ///< null: every name of a file counts
-    bool countsSidecarForksOnce = false; ///< not with the item, too
-    uint64_t mountId = 0;                ///< the only one whose folders are entered; 0: any
+    VisitedLinks *visitedLinks = nullptr; ///< null: every name of a file counts
+    bool countsSidecarForksOnce = false;  ///< with the sidecar, not also with the item
+    uint64_t mountId = 0;                 ///< of the only mount that is entered; 0: any
     bool listsUnreadable = false;
 };
 
-/// Measures folder after folder: the part of a measurement that one thread does.
+/// The part of a measurement that runs on one thread: measures folder after folder.
 class SizeWorker {
 public:
     explicit SizeWorker(const SharedWalk &walk) : walk_(walk) {}
@@ -37,16 +37,16 @@ public:
     SizeWorker &operator=(const SizeWorker &) = delete;
     ~SizeWorker() = default;
 
-    enum class Moment { EntryDone, NothingToDo };
+    enum class Event { EntryMeasured, Idle };
 
-    /// Is called after each entry, and now and then while there is nothing to do.
-    void setPause(std::function<void(Moment)> pause) { pause_ = std::move(pause); }
+    /// @p observer is called after each entry, and repeatedly while there is no task.
+    void setObserver(std::function<void(Event)> observer) { observer_ = std::move(observer); }
 
-    /// Measures @p task, if there is one, and then what the queue holds, until everything is
-    /// measured or the walk is cancelled. One entry is measured in any case.
+    /// Measures @p task, if there is one, and then tasks of the queue until everything is measured
+    /// or the walk is cancelled. An entry of @p task is measured in any case.
     void run(FolderQueue::Task task = {});
 
-    // For when the threads are done. Of the record: forks, folders, files, hidden items.
+    // Call these after the thread has ended. sums() has forks, folders, files and hidden items.
     [[nodiscard]] const MXFSOSizeRecord &sums() const { return sums_; }
     [[nodiscard]] bool wasCancelled() const { return wasCancelled_; }
     [[nodiscard]] uint64_t unreadableCount() const { return unreadableCount_; }
@@ -63,7 +63,7 @@ private:
 
     void measure(Task &task);
     [[nodiscard]] bool open(Task &task);
-    [[nodiscard]] bool mayTryAgain(int &attemptsLeft);
+    [[nodiscard]] bool waitForDescriptors(int &attemptsLeft);
     [[nodiscard]] FolderBlock::Outcome readFirstBlock(const Task &task);
     [[nodiscard]] bool blockNamesSidecar() const;
     [[nodiscard]] bool measureBlock(Task &task, FolderBlock::Outcome outcome);
@@ -84,20 +84,20 @@ private:
     void addUnreadable(const Task &task, const char *name, OSStatus status);
 
     const SharedWalk &walk_;
-    std::function<void(Moment)> pause_;
+    std::function<void(Event)> observer_;
     FolderBlock block_;
-    QByteArray path_;         ///< of an entry, in a form that every system call takes
-    qsizetype nameStart_ = 0; ///< where its name begins in there
+    QByteArray path_;         ///< of an entry; short enough for every system call
+    qsizetype nameStart_ = 0; ///< index of the entry's name in `path_`
 
     MXFSOSizeRecord sums_;
     uint64_t unreadableCount_ = 0;
     QList<MXUnreadableItem> unreadable_;
     bool wasCancelled_ = false;
-    // While others have all descriptors; as many again after a success.
+    // Attempts left while descriptors are exhausted; reset after a success.
     static constexpr int kMostAttempts = 1000;
     int attemptsToOpen_ = kMostAttempts; ///< a folder
     int attemptsToRead_ = kMostAttempts; ///< metadata
-    std::atomic<uint64_t> entries_ = 0;  ///< of the sums, for other threads
+    std::atomic<uint64_t> entries_ = 0;  ///< copied from the sums for other threads
     std::atomic<uint64_t> bytes_ = 0;
 };
 

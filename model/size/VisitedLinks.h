@@ -11,11 +11,12 @@
 
 namespace MWCore {
 
-/// Which files with several names were met. Any thread.
-class SeenLinks {
+/// The files with several names that were already measured. Any thread.
+class VisitedLinks {
 public:
-    /// Whether the file is met for the first time. Forgets it with the last of its names.
-    [[nodiscard]] bool isFirst(const struct stat &file) {
+    /// Whether this is the first visit of @p file, which is recorded until its last name is
+    /// visited.
+    [[nodiscard]] bool isFirstVisit(const struct stat &file) {
         if (file.st_nlink < 2)
             return true;
         const std::lock_guard lock(mutex_);
