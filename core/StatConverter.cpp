@@ -6,6 +6,7 @@
 #include "core/mfs_permissions.h"
 #include "core/posix/errors.h"
 #include "core/posix/stat_fields.h"
+#include "core/record_type.h"
 #include "core/text_views.h"
 #include "core/trace.h"
 
@@ -13,19 +14,6 @@ namespace MWCore {
 namespace {
 
 constexpr std::string_view kBrokenLink = "Link is broken. Use the finder to fix";
-
-int32_t typeOf(const struct stat &item) {
-    switch (item.st_mode & S_IFMT) {
-    case S_IFDIR:
-        return MFS_TYPE_DIRECTORY;
-    case S_IFLNK:
-        return MFS_TYPE_LINK;
-    case S_IFREG:
-        return MFS_TYPE_FILE;
-    default:
-        return MFS_TYPE_OTHER;
-    }
-}
 
 /// The permission and special bits, for a link those of its target; 0 for a broken link.
 uint16_t followedMode(const struct stat &item, const struct stat *target) {
@@ -35,7 +23,7 @@ uint16_t followedMode(const struct stat &item, const struct stat *target) {
 
 /// The type of a link's target, which is never a link.
 int32_t targetTypeOf(const struct stat &target) {
-    const int32_t type = typeOf(target);
+    const int32_t type = recordTypeOf(target.st_mode);
     return type == MFS_TYPE_LINK ? static_cast<int32_t>(MFS_TYPE_OTHER) : type;
 }
 
@@ -44,7 +32,7 @@ int32_t targetTypeOf(const struct stat &target) {
 RecordTree StatConverter::convert(const struct stat &item, const struct stat *target,
                                   ItemPaths paths) {
     RecordDraft draft;
-    draft.type = typeOf(item);
+    draft.type = recordTypeOf(item.st_mode);
     draft.permissions = mfs_get_perms_from_mode(item.st_mode);
     draft.mode = followedMode(item, target);
     draft.links = static_cast<int32_t>(item.st_nlink);

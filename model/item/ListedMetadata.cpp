@@ -8,24 +8,19 @@
 namespace MWCore {
 
 ListedMetadata::ListedMetadata(const MXFileSystemObject &folder, TimeBudget &timeBudget)
-    : timeBudget_(timeBudget) {
+    : timeBudget_(timeBudget), sidecars_(std::make_unique<SidecarNames>()) {
     // Sidecars are files, so the subfolders' names need no check.
-    for (int32_t index = 0; index < folder.fileCount(); ++index) {
-        const QByteArrayView name =
-            mfs_fso_get_subitem_at_index(folder.cstruct(), index, MFS_FILES)->name;
-        if (isSidecarName(name))
-            sidecars_ += name.toByteArray();
-    }
+    for (int32_t index = 0; index < folder.fileCount(); ++index)
+        sidecars_->add(mfs_fso_get_subitem_at_index(folder.cstruct(), index, MFS_FILES)->name);
 }
+
+ListedMetadata::~ListedMetadata() = default;
 
 ItemMetadata ListedMetadata::read(const MXFileSystemObject &child, ItemMetadata::Parts parts) {
     if (!child.isLocal())
         return {};
     const QByteArray path = child.pathBytes();
-    const bool hasSidecar =
-        !sidecars_.isEmpty() && sidecars_.contains(sidecarName(PathParts(path).name));
-    return ItemMetadata::readWithin(timeBudget_, path,
-                                    hasSidecar ? Sidecars::MayExist : Sidecars::Absent, parts);
+    return ItemMetadata::readWithin(timeBudget_, path, sidecars_->of(PathParts(path).name), parts);
 }
 
 } // namespace MWCore

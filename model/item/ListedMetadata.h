@@ -8,10 +8,11 @@
 #include <MWCore/mwcore_export.h>
 #include <MWCore/TimeBudget.h>
 
-#include <QByteArray>
-#include <QSet>
+#include <memory>
 
 namespace MWCore {
+
+class SidecarNames;
 
 /// Reads the metadata of the items of a listed folder. Faster than item by item, because the
 /// listing shows which items have no sidecar. All items together take no longer than a time budget
@@ -24,6 +25,9 @@ public:
     /// For the children of @p folder. @p timeBudget must outlive this object; ListedAliases may
     /// share it.
     ListedMetadata(const MXFileSystemObject &folder, TimeBudget &timeBudget);
+    ListedMetadata(const ListedMetadata &) = delete;
+    ListedMetadata &operator=(const ListedMetadata &) = delete;
+    ~ListedMetadata();
 
     /// Reads the current metadata of @p child. A part that takes longer than the time budget allows
     /// has the status fileBoundsErr.
@@ -32,7 +36,7 @@ public:
 
 private:
     TimeBudget &timeBudget_;
-    QSet<QByteArray> sidecars_; ///< their names
+    std::unique_ptr<SidecarNames> sidecars_;
 };
 
 } // namespace MWCore

@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstdlib>
 #include <cstring>
-#include <limits>
 
 #include <sys/stat.h>
 
@@ -24,30 +24,14 @@ namespace {
 
 constexpr uint32_t kNoCode = 0xFFFFFFFF;
 constexpr double kCarbonReferenceDate = -3'061'152'000; // seconds
-constexpr int64_t kSecondsFrom1970To2001 = 978'307'200;
-constexpr int64_t kMilliseconds = 1000;
-constexpr int64_t kFractions = 65536; // of a second
+constexpr int64_t kMilliseconds = 1000;                 // in a second
+constexpr int64_t kNanoseconds = 1'000'000;             // in a millisecond
 
 /// As strftime(3) formats with "%B %d, %Y %I:%M%p".
 QString asString(const QDateTime &date) {
     return date.isNull() ? QString()
                          : QLocale::system().toString(date.toLocalTime(),
                                                       QStringLiteral("MMMM dd, yyyy hh:mmAP"));
-}
-
-MXPermission::Ptr permissionsOf(mode_t mode) {
-    unsigned char sticky = 0;
-    unsigned char setGroup = 0;
-    unsigned char setUser = 0;
-    auto permissions =
-        MXPermission::initWithNumber(modetToPerms(mode, &sticky, &setGroup, &setUser));
-    if (sticky)
-        permissions->toggleStickyBit();
-    if (setGroup)
-        permissions->toggleSgidBit();
-    if (setUser)
-        permissions->toggleSuidBit();
-    return permissions;
 }
 
 } // namespace
@@ -75,10 +59,10 @@ MXPermission::Ptr MXFileSystemObject::permissions() const {
         permissions_ =
             MXPermission::initWithNumber(_fso_get_int_for_attribute(MFS_KEY_PERMISSIONS));
     else if (isListedChild() && !hasCustomPath()) // examined by the listing
-        permissions_ = permissionsOf(record_->mode);
+        permissions_ = MXPermission::initWithMode(record_->mode);
     else
-        permissions_ =
-            permissionsOf(stat(pathBytes().constData(), &item) == 0 ? item.st_mode : mode_t(0));
+        permissions_ = MXPermission::initWithMode(
+            stat(pathBytes().constData(), &item) == 0 ? item.st_mode : mode_t(0));
     return permissions_;
 }
 
@@ -226,28 +210,19 @@ double MXFileSystemObject::carbonReferenceDate() {
 }
 
 QDateTime MXFileSystemObject::UTCDateTimeToNSDate(UTCDateTime utc) {
-    const auto seconds = static_cast<int64_t>(utc / kFractions) +
-                         static_cast<int64_t>(kCarbonReferenceDate) + kSecondsFrom1970To2001;
-    const auto fraction = static_cast<int64_t>(utc % kFractions);
-    return QDateTime::fromMSecsSinceEpoch(
-        seconds * kMilliseconds + (fraction * kMilliseconds + kFractions / 2) / kFractions,
-        Qt::UTC);
+    const timespec time = timeFrom(utc);
+    const int64_t milliseconds = (time.tv_nsec + kNanoseconds / 2) / kNanoseconds;
+    return QDateTime::fromMSecsSinceEpoch(time.tv_sec * kMilliseconds + milliseconds, Qt::UTC);
 }
 
 void MXFileSystemObject::NSDateToUTCDateTime(const QDateTime &date, UTCDateTime *utcTime) {
     *utcTime = 0;
     if (!date.isValid())
         return;
-    constexpr int64_t kFrom1904To1970 =
-        -(int64_t(kCarbonReferenceDate) + kSecondsFrom1970To2001) * kMilliseconds;
-    const auto milliseconds =
-        static_cast<uint64_t>(std::max<int64_t>(date.toMSecsSinceEpoch(), -kFrom1904To1970)) +
-        static_cast<uint64_t>(kFrom1904To1970);
-    const uint64_t seconds = milliseconds / kMilliseconds;
-    const uint64_t rest = milliseconds % kMilliseconds;
-    constexpr uint64_t kLastSecond = std::numeric_limits<UTCDateTime>::max() / kFractions;
-    *utcTime = seconds > kLastSecond ? std::numeric_limits<UTCDateTime>::max()
-                                     : seconds * kFractions + rest * kFractions / kMilliseconds;
+    const std::lldiv_t time = std::lldiv(date.toMSecsSinceEpoch(), kMilliseconds);
+    const bool isBelow = time.rem < 0; // division rounds towards 0
+    *utcTime = utcDateTimeFrom({static_cast<time_t>(time.quot - (isBelow ? 1 : 0)),
+                                (time.rem + (isBelow ? kMilliseconds : 0)) * kNanoseconds});
 }
 
 std::optional<struct stat> MXFileSystemObject::statsForFileAtPath(const QString &path) {

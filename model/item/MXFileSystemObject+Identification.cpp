@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // The kind of an item, and the targets of links and aliases.
 #include "core/posix/stat_fields.h"
+#include "core/record_type.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/Classification.h"
 #include "model/listing/ListedTree.h"
@@ -24,21 +25,14 @@
 namespace MWCore {
 namespace {
 
-int32_t recordType(mode_t mode) {
-    return S_ISDIR(mode)   ? MFS_TYPE_DIRECTORY
-           : S_ISREG(mode) ? MFS_TYPE_FILE
-           : S_ISLNK(mode) ? MFS_TYPE_LINK
-                           : MFS_TYPE_OTHER;
-}
-
 /// From stat(2) and lstat(2); nullopt if the item does not exist or is a broken link.
 std::optional<ItemFacts> factsAt(const QByteArray &path) {
     struct stat target = {};
     struct stat item = {};
     if (stat(path.constData(), &target) != 0 || lstat(path.constData(), &item) != 0)
         return std::nullopt;
-    return ItemFacts{.type = recordType(item.st_mode),
-                     .targetType = recordType(target.st_mode),
+    return ItemFacts{.type = recordTypeOf(item.st_mode),
+                     .targetType = recordTypeOf(target.st_mode),
                      .isExecutable = hasExecuteBit(item.st_mode)};
 }
 

@@ -3,7 +3,6 @@
 #include "model/listing/ListedKinds.h"
 
 #include "core/posix/stat_fields.h"
-#include "platform/metadata/Sidecar.h"
 
 namespace MWCore {
 
@@ -28,21 +27,19 @@ void ListedKinds::visit(void *self, const mfs_fso *child, int32_t index) noexcep
 void ListedKinds::reset() {
     files_.clear();
     subdirectories_.clear();
-    namesWithSidecar_.clear();
+    sidecars_.clear();
 }
 
 void ListedKinds::add(const mfs_fso &child) {
-    const QByteArrayView name = child.name;
-    if (isSidecarName(name))
-        namesWithSidecar_ += name.sliced(kSidecarPrefix.size()).toByteArray();
+    sidecars_.add(child.name);
     // Sidecars may follow in the listing; of() considers them.
     (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, Sidecars::Absent));
 }
 
 Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {
-    if (!namesWithSidecar_.isEmpty() && inspection_.timeBudget.isLeft() &&
-        namesWithSidecar_.contains(child->name))
-        return kindOf(*child, Sidecars::MayExist);
+    const Sidecars sidecars = sidecars_.of(child->name);
+    if (sidecars == Sidecars::MayExist && inspection_.timeBudget.isLeft())
+        return kindOf(*child, sidecars);
     const auto at = static_cast<std::size_t>(index);
     return mfs_fso_isDir(child) ? subdirectories_[at] : files_[at];
 }

@@ -4,11 +4,9 @@
 
 #include "core/mfs_fso.h"
 #include "model/listing/Classification.h"
+#include "platform/metadata/Sidecar.h"
 
 #include <vector>
-
-#include <QByteArray>
-#include <QSet>
 
 namespace MWCore {
 
@@ -35,7 +33,7 @@ private:
     std::vector<Classification> files_;
     std::vector<Classification> subdirectories_;
     mutable InspectionContext inspection_;
-    QSet<QByteArray> namesWithSidecar_;
+    SidecarNames sidecars_;
 };
 
 } // namespace MWCore

@@ -25,6 +25,19 @@ struct MXFSOSizeRecord {
     uint64_t containedFileCount = 0; ///< everything that is not a folder
     uint64_t hiddenItemCount = 0;    ///< with the Finder flag kIsInvisible
 
+    /// Adds the sizes of both forks and the numbers of files, folders and hidden items, but no
+    /// totals.
+    MXFSOSizeRecord &operator+=(const MXFSOSizeRecord &part) {
+        dataForkSize += part.dataForkSize;
+        physicalDataForkSize += part.physicalDataForkSize;
+        resourceForkSize += part.resourceForkSize;
+        physicalResourceForkSize += part.physicalResourceForkSize;
+        containedFolderCount += part.containedFolderCount;
+        containedFileCount += part.containedFileCount;
+        hiddenItemCount += part.hiddenItemCount;
+        return *this;
+    }
+
     friend bool operator==(const MXFSOSizeRecord &, const MXFSOSizeRecord &) = default;
 };
 

@@ -2,11 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/size/MXFileSystemObjectSize.h"
 
+#include "core/posix/allocation.h"
 #include "model/text/format_size.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 
 namespace MWCore {
 
@@ -81,7 +80,7 @@ QString MXFileSystemObjectSize::_commaDelimitedSize(uint64_t size) const {
 }
 
 QString MXFileSystemObjectSize::_format_size(uint64_t size) {
-    const std::unique_ptr<char, decltype(&std::free)> text(format_size(size), &std::free);
+    const Text text(format_size(size));
     return QString::fromLatin1(text.get());
 }
 

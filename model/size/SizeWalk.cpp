@@ -189,16 +189,8 @@ void WorkerPool::join() {
 
 MXSizeMeasurement WorkerPool::measurement() const {
     MXSizeMeasurement all;
-    MXFSOSizeRecord &record = all.record;
     for (const Member &member : members_) {
-        const MXFSOSizeRecord &sums = member.worker.sums();
-        record.dataForkSize += sums.dataForkSize;
-        record.physicalDataForkSize += sums.physicalDataForkSize;
-        record.resourceForkSize += sums.resourceForkSize;
-        record.physicalResourceForkSize += sums.physicalResourceForkSize;
-        record.containedFolderCount += sums.containedFolderCount;
-        record.containedFileCount += sums.containedFileCount;
-        record.hiddenItemCount += sums.hiddenItemCount;
+        all.record += member.worker.sums();
         all.unreadableCount += member.worker.unreadableCount();
         all.unreadable += member.worker.unreadable();
         all.isPartial = all.isPartial || member.worker.wasCancelled();

@@ -206,10 +206,7 @@ void SizeWorker::measureFile(const Task &task, const char *name, const struct st
     own.physicalResourceForkSize = static_cast<uint64_t>(metadata.fork.physical);
     if (walk_.countsSidecarForksOnce && task.folder->hasSidecars)
         countForkWithSidecar(task, name, &own);
-    sums_.dataForkSize += own.dataForkSize;
-    sums_.physicalDataForkSize += own.physicalDataForkSize;
-    sums_.resourceForkSize += own.resourceForkSize;
-    sums_.physicalResourceForkSize += own.physicalResourceForkSize;
+    sums_ += own;
 }
 
 /// Counts a fork in a sidecar with the sidecar's file and not with the item: the blocks belong to

@@ -16,18 +16,26 @@ MXPermission::Ptr MXPermission::initWithNumber(int32_t number) {
     return Ptr(new MXPermission(number));
 }
 
+MXPermission::Ptr MXPermission::initWithMode(uint32_t mode) {
+    unsigned char sticky = 0;
+    unsigned char setGroup = 0;
+    unsigned char setUser = 0;
+    const Ptr permission = initWithNumber(modetToPerms(mode, &sticky, &setGroup, &setUser));
+    permission->stickyBit_ = sticky != 0;
+    permission->sgidBit_ = setGroup != 0;
+    permission->suidBit_ = setUser != 0;
+    return permission;
+}
+
 MXPermission::Ptr MXPermission::initWithString(const QString &text) {
     return initWithNumber(stringToOctal(text));
 }
 
 MXPermission::Ptr MXPermission::copy() const {
     Ptr result = initWithNumber(intValue());
-    if (stickyBit_)
-        result->toggleStickyBit();
-    if (suidBit_)
-        result->toggleSuidBit();
-    if (sgidBit_)
-        result->toggleSgidBit();
+    result->stickyBit_ = stickyBit_;
+    result->suidBit_ = suidBit_;
+    result->sgidBit_ = sgidBit_;
     return result;
 }
 

@@ -24,11 +24,15 @@ public:
     /// (mfs_permissions.h).
     [[nodiscard]] static Ptr initWithNumber(int32_t number);
 
+    /// From the permission, sticky, set-user-id and set-group-id bits of a mode (inode(7)).
+    [[nodiscard]] static Ptr initWithMode(uint32_t mode);
+
     /// From the ten characters of a long listing, "-rwxr-xr-x". A shorter text gives the number -1,
     /// which sets only others-execute.
     [[nodiscard]] static Ptr initWithString(const QString &text);
 
-    /// An independent object with the same flags and bits.
+    /// An independent object with the same number and bits. It is made from intValue(), whose
+    /// single digit is the owner's: flags of others alone become the owner's.
     [[nodiscard]] Ptr copy() const;
 
     void toggleUserRead() { toggle(0); }

@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/PathParts.h"
 
-#include <cstdlib>
-#include <memory>
+#include "core/posix/allocation.h"
 
 #include <unistd.h>
 
@@ -12,7 +11,7 @@ namespace MWCore {
 QByteArray absolutePath(const QByteArray &path) {
     if (path.startsWith('/'))
         return path;
-    const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
+    const Text folder(getcwd(nullptr, 0));
     const QByteArray current = folder.get();
     if (!current.startsWith('/'))
         return {}; // removed, or outside this process's root

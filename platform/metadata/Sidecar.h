@@ -5,10 +5,12 @@
 #include "core/posix/Descriptor.h"
 #include "platform/formats/AppleDouble.h"
 #include "platform/foundation/OSStatus.h"
+#include "platform/metadata/MetadataStore.h"
 
 #include <optional>
 
 #include <QByteArray>
+#include <QSet>
 
 /// The AppleDouble file "._name" beside an item, for metadata that the file system cannot store
 /// (RFC 1740). A file of that name in another format is ignored. Any thread.
@@ -21,6 +23,28 @@ inline constexpr QByteArrayView kSidecarPrefix = "._";
 [[nodiscard]] inline bool isSidecarName(QByteArrayView name) {
     return name.startsWith(kSidecarPrefix);
 }
+
+/// The names of a folder's items that have a sidecar, collected while the folder is listed. Belongs
+/// to one thread.
+class SidecarNames {
+public:
+    /// @p name is that of any entry of the folder.
+    void add(QByteArrayView name) {
+        if (isSidecarName(name))
+            names_ += name.sliced(kSidecarPrefix.size()).toByteArray();
+    }
+    void clear() { names_.clear(); }
+
+    /// Whether the item @p name may have a sidecar. @p name is not copied.
+    [[nodiscard]] Sidecars of(QByteArrayView name) const {
+        const bool isListed =
+            !names_.isEmpty() && names_.contains(QByteArray::fromRawData(name.data(), name.size()));
+        return isListed ? Sidecars::MayExist : Sidecars::Absent;
+    }
+
+private:
+    QSet<QByteArray> names_; ///< of the items, not of their sidecars
+};
 
 /// The name of the sidecar of an item @p name; empty for an item that can have none: a sidecar
 /// itself, ".", ".." and "/".

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // What a listing makes of items that somebody made to stall it.
+#include "core/record_tree.h"
 #include "model/item/ListedMetadata.h"
 #include "model/listing/ListedKinds.h"
 #include "platform/aliases/Aliases.h"
@@ -66,9 +67,8 @@ TEST(TimeAllowances, GrantAFixedTimeAndAShareOfTheRest) {
 std::map<std::string, Classification> kindsIn(const std::string &folder,
                                               TimeBudget::Limits limits) {
     ListedKinds kinds(limits);
-    const std::unique_ptr<mfs_fso, decltype(&mfs_fso_destroy_tree)> record(
-        mfs_fso_get_local_fso_visiting(folder.c_str(), &ListedKinds::visit, &kinds),
-        &mfs_fso_destroy_tree);
+    const RecordTree record(
+        mfs_fso_get_local_fso_visiting(folder.c_str(), &ListedKinds::visit, &kinds));
     std::map<std::string, Classification> found;
     for (const int32_t list : {MFS_FILES, MFS_SUBDIRECTORIES}) {
         const int32_t count = list == MFS_FILES ? mfs_fso_file_count(record.get())
