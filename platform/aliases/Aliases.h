@@ -34,14 +34,14 @@ constexpr int64_t kQuickSearchNames = 4096;
                                                     const std::atomic<bool> *cancelled = nullptr,
                                                     int64_t searchedNames = kMostSearchedNames);
 
-/// What a record says of its item, which may have moved since.
+/// The contents of a record. The item may have been moved since.
 struct AliasInfo {
-    QByteArray path;     ///< absolute, as the alias was made from it
-    QByteArray realPath; ///< the same without links on the way
+    QByteArray path;     ///< the absolute path from which the alias was made
+    QByteArray realPath; ///< the same without links
     FileIdentity identity;
 };
 
-/// Reads a record without looking for its item. Nothing for bytes that are no record of this
+/// Reads a record without searching for its item. nullopt if @p alias is not a record of this
 /// library.
 [[nodiscard]] MWCORE_EXPORT std::optional<AliasInfo> aliasInfo(const QByteArray &alias);
 
@@ -72,9 +72,8 @@ enum class AliasSteps { One, All };
     FSRef *ref, AliasSteps steps, bool *targetIsFolder, bool *wasAliased,
     const std::atomic<bool> *cancelled = nullptr, int64_t searchedNames = kMostSearchedNames);
 
-/// Resolves the alias files of a listing. Together they take no longer than a time budget grants,
-/// and they touch no file system that is not local, unless the alias file itself is on it. Belongs
-/// to one thread.
+/// Resolves the alias files of a listing. Together they take no longer than a time budget allows,
+/// and they touch only local file systems and the one of the alias file. Belongs to one thread.
 class MWCORE_EXPORT ListedAliases {
 public:
     /// @p timeBudget must outlive this object.
@@ -83,10 +82,10 @@ public:
     ListedAliases &operator=(const ListedAliases &) = delete;
     ~ListedAliases();
 
-    /// Sets @p target to the path, without links, of the item to which the alias file at @p path
-    /// leads in the end. Searches for some milliseconds at most: fileBoundsErr if that or the
-    /// time budget does not suffice, or a file system that may block would have to be touched.
-    /// fnfErr if @p path is not an alias file. Other failures are those of FSResolveAliasFile().
+    /// Sets @p target to the path, without links, of the final target of the alias file at @p path.
+    /// Searches for a few milliseconds at most. fileBoundsErr if that or the time budget is not
+    /// enough, or if a file system that may block would have to be touched; fnfErr if @p path is
+    /// not an alias file; otherwise the failures of FSResolveAliasFile().
     [[nodiscard]] OSStatus resolve(const QByteArray &path, QByteArray *target);
 
 private:

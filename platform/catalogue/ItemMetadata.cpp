@@ -64,7 +64,7 @@ void ItemMetadata::setStatus(Parts parts, OSStatus status) {
             statuses_[indexOf(part)] = status;
 }
 
-/// What statx tells, if any of that is asked for. False where there is nothing to be examined.
+/// Reads the parts of @p parts that come from statx(2). False if the item cannot be examined.
 bool ItemMetadata::examine(const QByteArray &path, Parts parts) {
     if (!(parts & kFromStatx))
         return true;

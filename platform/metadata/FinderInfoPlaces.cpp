@@ -16,7 +16,7 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
         OSStatus status = noErr;
         const auto value = attribute(path, convention.attribute, &status, convention.longest);
         if (status == fileBoundsErr)
-            continue; // not of this convention
+            continue; // too long for this convention
         failure = failure == noErr ? status : failure;
         if (const auto info = value ? convention.read(*value) : std::nullopt)
             places.append({&convention, *value, *info});
@@ -24,9 +24,9 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
     return failure;
 }
 
-OSStatus addSidecar(MetadataReader &look, FinderInfoPlaces &places) {
+OSStatus addSidecar(MetadataReader &reader, FinderInfoPlaces &places) {
     OSStatus status = noErr;
-    const auto entry = look.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
+    const auto entry = reader.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
     if (!entry || entry->beginning.size() < FinderInfo::kLength)
         return status;
     // Every sidecar has the 32 bytes, even one that holds only a fork.
@@ -38,11 +38,11 @@ OSStatus addSidecar(MetadataReader &look, FinderInfoPlaces &places) {
 
 } // namespace
 
-OSStatus findFinderInfoPlaces(MetadataReader &look, FinderInfoPlaces &places) {
-    if (look.status() != noErr)
-        return look.status();
-    const OSStatus attributes = addAttributes(look.path(), look.names(), places);
-    const OSStatus sidecar = addSidecar(look, places);
+OSStatus findFinderInfoPlaces(MetadataReader &reader, FinderInfoPlaces &places) {
+    if (reader.status() != noErr)
+        return reader.status();
+    const OSStatus attributes = addAttributes(reader.path(), reader.names(), places);
+    const OSStatus sidecar = addSidecar(reader, places);
     return !places.isEmpty() ? noErr : attributes != noErr ? attributes : sidecar;
 }
 

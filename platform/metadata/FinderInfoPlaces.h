@@ -22,9 +22,9 @@ struct FinderInfoPlace {
 };
 using FinderInfoPlaces = QVarLengthArray<FinderInfoPlace, 4>;
 
-/// Finds the places in order of precedence. A place that cannot be read is left out; that is a
-/// failure only if there is no other. Any thread.
-[[nodiscard]] OSStatus findFinderInfoPlaces(MetadataReader &look, FinderInfoPlaces &places);
+/// Appends the places in order of precedence. Skips a place that cannot be read; that is a failure
+/// only if no other place is found. Any thread.
+[[nodiscard]] OSStatus findFinderInfoPlaces(MetadataReader &reader, FinderInfoPlaces &places);
 
 /// The first place whose information is not all zero, or null.
 [[nodiscard]] const FinderInfoPlace *firstWithInfo(const FinderInfoPlaces &places);

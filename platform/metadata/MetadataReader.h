@@ -12,8 +12,8 @@
 
 namespace MWCore {
 
-/// What is kept of one item, for several readers: its extended attributes are listed once, and its
-/// sidecar is opened once, when the first of them asks for it. Belongs to one thread.
+/// Gives several functions access to the metadata of one item. Lists the extended attributes once
+/// and opens the sidecar at most once, when it is first needed. Belongs to one thread.
 class MetadataReader {
 public:
     MetadataReader(const QByteArray &path, Sidecars sidecars)
@@ -22,10 +22,11 @@ public:
     [[nodiscard]] const QByteArray &path() const { return path_; }
     [[nodiscard]] const AttributeNames &names() const { return names_; }
 
-    /// noErr where metadata of the item can be looked for, else why not.
+    /// noErr if the item's attributes could be listed, else the cause.
     [[nodiscard]] OSStatus status() const { return status_; }
 
-    /// As sidecarEntry() in Sidecar.h; nothing, with noErr, where no sidecar can be.
+    /// As sidecarEntry() in Sidecar.h. nullopt, with noErr in @p status, if there can be no
+    /// sidecar.
     [[nodiscard]] std::optional<SidecarEntry> sidecarEntry(AppleDoubleId id, int64_t limit,
                                                            OSStatus *status);
 
@@ -39,8 +40,8 @@ private:
     OSStatus sidecarStatus_ = noErr;
 };
 
-// As the functions of these names in MetadataStore.h.
-[[nodiscard]] OSStatus readFinderInfo(MetadataReader &look, FinderInfo *info);
-[[nodiscard]] OSStatus resourceForkSize(MetadataReader &look, ForkSize *size);
+// As the functions with the same names in MetadataStore.h.
+[[nodiscard]] OSStatus readFinderInfo(MetadataReader &reader, FinderInfo *info);
+[[nodiscard]] OSStatus resourceForkSize(MetadataReader &reader, ForkSize *size);
 
 } // namespace MWCore

@@ -16,14 +16,14 @@
 namespace MWCore {
 namespace {
 
-/// What two system calls tell, whatever an item keeps.
-struct Glance {
-    FinderInfo info;    ///< of the plain extended attribute alone
-    StoredParts unseen; ///< what other extended attributes may keep
+/// The metadata that can always be read with two system calls.
+struct QuickResult {
+    FinderInfo info;    ///< of the plain extended attribute only
+    StoredParts unread; ///< parts that other extended attributes may hold
     OSStatus status = noErr;
 };
 
-/// The value of 32 bytes; all zero for anything else.
+/// The Finder information; all zero if the value does not have 32 bytes.
 FinderInfo plainInfo(const QByteArray &path, const char *name) {
     std::array<char, FinderInfo::kLength> value{};
     const ssize_t length = lgetxattr(path.constData(), name, value.data(), value.size());
@@ -31,67 +31,67 @@ FinderInfo plainInfo(const QByteArray &path, const char *name) {
                                          : FinderInfo();
 }
 
-bool keepsFork(const char *attribute) {
+bool holdsFork(const char *attribute) {
     return std::ranges::any_of(kForkAttributes, [attribute](const ForkAttribute &place) {
         return std::strcmp(attribute, place.name) == 0;
     });
 }
 
-Glance failedGlance(int error) {
+QuickResult failedResult(int error) {
     if (error == ERANGE)
         return {{}, StoredPart::FinderInfo | StoredPart::ResourceFork};
-    if (error == EOPNOTSUPP) // no file of this file system has any
+    if (error == EOPNOTSUPP) // the file system has no extended attributes
         return {};
     return {{}, {}, statusFromErrno(error)};
 }
 
-Glance glanceAt(const QByteArray &path) {
-    char names[1024]; // a longer list is not gone through here
+QuickResult readQuickly(const QByteArray &path) {
+    char names[1024]; // a longer list is not read here
     const ssize_t length = llistxattr(path.constData(), names, sizeof names);
     if (length < 0)
-        return failedGlance(errno);
+        return failedResult(errno);
     const auto plain = conventions().begin();
-    Glance glance;
+    QuickResult result;
     for (const char *name = names; name < names + length; name += std::strlen(name) + 1) {
         for (auto convention = plain; convention != conventions().end(); ++convention) {
             if (std::strcmp(name, convention->attribute) != 0)
                 continue;
             if (convention == plain)
-                glance.info = plainInfo(path, name);
+                result.info = plainInfo(path, name);
             else
-                glance.unseen |= StoredPart::FinderInfo;
+                result.unread |= StoredPart::FinderInfo;
         }
-        if (keepsFork(name))
-            glance.unseen |= StoredPart::ResourceFork;
+        if (holdsFork(name))
+            result.unread |= StoredPart::ResourceFork;
     }
-    return glance;
+    return result;
 }
 
 } // namespace
 
 StoredMetadata readStoredMetadata(const QByteArray &path, StoredParts parts, Sidecars sidecars) {
     StoredMetadata metadata;
-    MetadataReader look(path, sidecars);
+    MetadataReader reader(path, sidecars);
     if (parts & StoredPart::FinderInfo)
-        metadata.finderInfoStatus = readFinderInfo(look, &metadata.finderInfo);
+        metadata.finderInfoStatus = readFinderInfo(reader, &metadata.finderInfo);
     if (parts & StoredPart::ResourceFork)
-        metadata.resourceForkStatus = resourceForkSize(look, &metadata.resourceFork);
+        metadata.resourceForkStatus = resourceForkSize(reader, &metadata.resourceFork);
     return metadata;
 }
 
 StoredMetadata readStoredMetadataWithin(TimeBudget &timeBudget, const QByteArray &path,
                                         StoredParts parts, Sidecars sidecars) {
-    const Glance glance = glanceAt(path);
-    StoredMetadata metadata = {glance.info, glance.status, {}, glance.status};
-    const StoredParts unseen = sidecars == Sidecars::Absent ? parts & glance.unseen : parts;
-    if (!unseen)
+    const QuickResult quick = readQuickly(path);
+    StoredMetadata metadata = {quick.info, quick.status, {}, quick.status};
+    const StoredParts unread = sidecars == Sidecars::Absent ? parts & quick.unread : parts;
+    if (!unread)
         return metadata;
     const TimeBudget::Use use(timeBudget);
     if (use.isGranted())
         return readStoredMetadata(path, parts, sidecars);
-    if (unseen & StoredPart::FinderInfo)
+    if (unread & StoredPart::FinderInfo)
         metadata.finderInfoStatus = fileBoundsErr;
-    if (unseen & StoredPart::ResourceFork)
+    if (unread & StoredPart::ResourceFork)
         metadata.resourceForkStatus = fileBoundsErr;
     return metadata;
 }

@@ -25,10 +25,10 @@ ChecksumItem::Ptr ChecksumItem::from(const MXFileSystemObject::Ptr &item) {
 }
 
 std::optional<QByteArray> ChecksumItem::checksum() const {
-    // Aliases and applications may be plain files, too; isFile() is false for them.
+    // Not isFile(), which is false for aliases and applications even if they are plain files.
     if (checksum_ || !mfs_fso_isFile(cstruct()))
         return checksum_;
-    // Not with QFile's own names: a name may have bytes that are no UTF-8.
+    // Not opened by QFile, whose names cannot have invalid UTF-8 bytes.
     const auto path = fileSystemRepresentation(completePath());
     const int descriptor =
         path ? open(path->constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC) : -1;

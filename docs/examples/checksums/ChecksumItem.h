@@ -8,25 +8,25 @@
 
 #include <QByteArray>
 
-/// A file item that knows the checksum of its contents. Its folder, and the items in it, are of
-/// this class as well.
+/// A file item with the checksum of its contents. Its parent and children are of this class as
+/// well.
 class ChecksumItem : public MWCore::MXFileSystemObject {
 public:
     using Ptr = QExplicitlySharedDataPointer<ChecksumItem>;
 
-    /// The folder at @p path with what is in it. Null, with the cause in @p error, when it cannot
-    /// be listed: errFSNotAFolder when it is no folder.
+    /// The folder at @p path with its children. Returns null, with the cause in @p error, if it
+    /// cannot be listed: errFSNotAFolder if it is not a folder.
     [[nodiscard]] static Ptr folderAt(const QString &path, MWCore::OSStatus *error);
 
-    /// @p item, which this class made: one of a folder that folderAt() listed.
+    /// Casts @p item, which must come from a folder that folderAt() listed.
     [[nodiscard]] static Ptr from(const MWCore::MXFileSystemObject::Ptr &item);
 
-    /// SHA-256 (FIPS 180-4) in hexadecimal digits; read at the first call and then kept. Nothing
-    /// for what is no plain file or cannot be read.
+    /// SHA-256 (FIPS 180-4) in hexadecimal digits, cached at the first call. nullopt if the item is
+    /// not a plain file or cannot be read.
     [[nodiscard]] std::optional<QByteArray> checksum() const;
 
 protected:
-    /// This is all it takes: the listing makes its objects with it.
+    /// Listings make their objects with this function; nothing else has to be overridden.
     [[nodiscard]] MWCore::MXFileSystemObject::Ptr alloc() const override;
 
 private:

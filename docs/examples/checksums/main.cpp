@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // usage: checksums FOLDER | (cd FOLDER && sha256sum --check)
-// Prints the checksums of the plain files in a folder as sha256sum(1) does, but for names with a
-// newline or backslash, which that escapes.
+// Prints the checksums of the plain files in a folder like sha256sum(1), but does not escape
+// newlines and backslashes in names.
 #include "ChecksumItem.h"
 
 #include <MWCore/FileSystemText.h>

@@ -12,7 +12,7 @@ namespace MWCore {
 struct Alert {
     QString title;
     QString message;
-    QString button; ///< text of the one button
+    QString button; ///< text of the only button
 };
 
 /// How the framework alerts the user. A program that shows windows makes a MessageBoxAlerts the
@@ -33,10 +33,11 @@ public:
     /// are written to the log.
     static void setCurrent(Alerts *alerts);
 
-    /// Shows @p alert. Returns once the user has acknowledged it, or at once where nobody is asked.
+    /// Shows @p alert and waits until the user acknowledges it; if it only goes to the log, returns
+    /// at once.
     virtual void show(const Alert &alert) = 0;
 
-    /// Sounds the system beep where there is one.
+    /// Sounds the system beep, if there is one.
     virtual void beep() = 0;
 };
 
