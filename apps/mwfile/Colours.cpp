@@ -14,12 +14,12 @@ namespace {
 constexpr std::string_view kBegin = "\033[";
 constexpr std::string_view kEnd = "m";
 constexpr std::string_view kPlain;
-constexpr std::string_view kQuiet = "2";
+constexpr std::string_view kDimmed = "2";
 constexpr std::string_view kFolder = "1;34";
 constexpr std::string_view kPackage = "34";
 constexpr std::string_view kApplication = "1;32";
 constexpr std::string_view kLink = "36";
-constexpr std::string_view kDeadLink = "31";
+constexpr std::string_view kBrokenLink = "31";
 constexpr std::string_view kExecutable = "32";
 constexpr std::string_view kOtherNode = "33";
 
@@ -48,11 +48,11 @@ std::string_view attributesFor(const MXFileSystemObject &item) {
     case MXItemKindFile:
         return isExecutable(item) ? kExecutable : kPlain;
     default:
-        return item.isSymbolicLink() ? kDeadLink : kOtherNode;
+        return item.isSymbolicLink() ? kBrokenLink : kOtherNode;
     }
 }
 
-/// In full depth (ISO 8613-6); terminals with fewer colours take the nearest.
+/// A direct colour (ISO 8613-6); terminals with fewer colours use the nearest one.
 std::string attributesFor(const QColor &color) {
     return "38;2;" + std::to_string(color.red()) + ";" + std::to_string(color.green()) + ";" +
            std::to_string(color.blue());
@@ -64,18 +64,18 @@ Colours::Colours()
     : on_(printsToTerminal() && environment("NO_COLOR").empty() && environment("TERM") != "dumb") {}
 
 std::string Colours::name(const MXFileSystemObject &item, std::string_view text) const {
-    return dressed(attributesFor(item), text);
+    return styled(attributesFor(item), text);
 }
 
-std::string Colours::quiet(std::string_view text) const {
-    return dressed(kQuiet, text);
+std::string Colours::dimmed(std::string_view text) const {
+    return styled(kDimmed, text);
 }
 
 std::string Colours::dot(const MXLabel &label) const {
-    return on_ ? dressed(attributesFor(label.color()), "● ") : "";
+    return on_ ? styled(attributesFor(label.color()), "● ") : "";
 }
 
-std::string Colours::dressed(std::string_view attributes, std::string_view text) const {
+std::string Colours::styled(std::string_view attributes, std::string_view text) const {
     std::string result;
     if (!on_ || attributes.empty())
         return result.append(text);

@@ -17,7 +17,7 @@ std::string escaped(const char *format, char32_t value) {
     return text;
 }
 
-/// How a step that may not be printed as it is is written; empty when it may.
+/// The escape sequence for @p step; empty if the character can be printed.
 std::string escapeFor(const TextStep &step, Backslash backslash) {
     if (!step.valid)
         return escaped("\\x%02x", step.character);
@@ -37,7 +37,7 @@ std::string escapeFor(const TextStep &step, Backslash backslash) {
     }
 }
 
-/// A character that the system's tables do not know is taken for one column wide.
+/// 1 if the system's tables do not contain the character.
 int columnsOf(char32_t character) {
     const int columns = wcwidth(static_cast<wchar_t>(character));
     return columns < 0 ? 1 : columns;

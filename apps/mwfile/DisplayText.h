@@ -7,18 +7,18 @@
 
 namespace MWCore::mwfile {
 
-/// Whether a backslash stands for itself or, doubled, is told apart from an escape.
+/// Whether a backslash is doubled, to distinguish it from an escape, or printed as it is.
 enum class Backslash { Doubled, Plain };
 
-/// A text made fit for a terminal: control characters as \n, \t, \e or \u{...}, bytes that are no
-/// UTF-8 as \xNN.
+/// A text that is safe to print on a terminal: control characters become \n, \t, \e or \u{...},
+/// invalid UTF-8 bytes \xNN.
 class DisplayText {
 public:
     explicit DisplayText(std::string_view raw, Backslash backslash = Backslash::Doubled);
 
     [[nodiscard]] const std::string &text() const { return text_; }
 
-    /// Columns that it takes on a terminal: two for a wide character, none for a combining one.
+    /// The columns that it takes on a terminal: two for a wide character, none for a combining one.
     [[nodiscard]] int columns() const { return columns_; }
 
 private:

@@ -10,20 +10,20 @@
 
 namespace MWCore::mwfile {
 
-/// Why a command could not do what it was asked: one line for standard error.
+/// Why a command failed: one line for standard error.
 class Failure : public std::runtime_error {
 public:
-    /// @p subject is a path or value as given; it is made fit for a terminal when it is printed.
+    /// @p subject is a path or value as the user gave it; printError() escapes it.
     Failure(const std::string &subject, const std::string &reason)
         : std::runtime_error((subject.empty() ? "\"\"" : subject) + ": " + reason) {}
 
-    /// With the system's own reason for an `errno` value.
+    /// With the system's message for an `errno` value.
     Failure(const std::string &subject, int error) : Failure(subject, std::strerror(error)) {}
 
     Failure(const std::string &subject, OSStatus status) : Failure(subject, statusText(status)) {}
 };
 
-/// A command line that means nothing.
+/// An invalid command line.
 class UsageFailure : public Failure {
 public:
     using Failure::Failure;

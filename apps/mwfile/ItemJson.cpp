@@ -22,14 +22,14 @@ void addMetadata(JsonObject &json, const MXFileSystemObject &item, const ItemMet
     addTime(json, "dateCreated", secondsCreated(metadata));
     addCode(json, "type", metadata.type());
     addCode(json, "creator", metadata.creator());
-    if (isCutShort(metadata)) {
+    if (isIncomplete(metadata)) {
         json.null("label");
         json.null("isInvisible");
     } else {
-        json.text("label", labelText(*labelNumbered(metadata.labelNumber())));
-        json.truth("isInvisible", metadata.isInvisible());
+        json.text("label", labelText(*labelWithNumber(metadata.labelNumber())));
+        json.boolean("isInvisible", metadata.isInvisible());
     }
-    json.truth("isLocked", isLocked(item, metadata));
+    json.boolean("isLocked", isLocked(item, metadata));
 }
 
 } // namespace
@@ -90,7 +90,7 @@ JsonObject itemJson(const MXFileSystemObject &item, const ItemMetadata &metadata
     json.number("dateAsTimeT", item.dateAsTimeT());
     addTime(json, "dateModified", item.dateAsTimeT());
     addMetadata(json, item, metadata);
-    if (isPointer(item)) {
+    if (isLinkOrAlias(item)) {
         if (item.isAlias())
             json.textOrNull("aliasOrLinkTargetPath", target ? target->c_str() : nullptr);
         else
@@ -99,7 +99,7 @@ JsonObject itemJson(const MXFileSystemObject &item, const ItemMetadata &metadata
         json.text("aliasOrLinkTargetKind", kindWord(item.aliasOrLinkTargetKind()));
     }
     if (item.isApplication())
-        json.truth("isPackagedApplication", item.isPackagedApplication());
+        json.boolean("isPackagedApplication", item.isPackagedApplication());
     return json;
 }
 

@@ -2,23 +2,23 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "Catalogue.h"
 #include "JsonObject.h"
+#include "ShownMetadata.h"
 
 #include <MWCore/MXFileSystemObject.h>
 
 namespace MWCore::mwfile {
 
-/// What an item and its metadata tell, as JSON members named after its operations; a link or alias
-/// leads to @p target in the end. Times are ISO 8601 in UTC, sizes in bytes.
+/// An item and its metadata as JSON members named after the item's operations. @p target is the
+/// final target of a link or alias. Times are ISO 8601 in UTC, sizes in bytes.
 [[nodiscard]] JsonObject itemJson(const MXFileSystemObject &item, const ItemMetadata &metadata,
                                   const std::optional<std::string> &target);
 
-/// Adds a time, given in seconds since 1970-01-01 UTC, in ISO 8601; null for none, and for a year
-/// that four digits cannot write.
+/// Adds a time (seconds since 1970-01-01 UTC) in ISO 8601. Adds null if there is no time or if the
+/// year does not have four digits.
 void addTime(JsonObject &json, std::string_view key, std::optional<int64_t> seconds);
 
-/// The kind of an item in a word.
+/// The kind as a word: "folder".
 [[nodiscard]] const char *kindWord(MXItemKind kind);
 
 } // namespace MWCore::mwfile

@@ -11,7 +11,7 @@
 namespace MWCore::mwfile {
 namespace {
 
-/// As absolutePath(), but empty where the system cannot say.
+/// As absolutePath(), but empty on failure and not verified.
 std::string pathFromRoot(const std::string &path) {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -30,8 +30,8 @@ std::string pathFromRoot(const std::string &path) {
     return text;
 }
 
-/// Whether both paths name one item, or links to one.
-bool leadToTheSame(const std::string &one, const std::string &other) {
+/// Whether both paths lead to the same item or to links with the same target.
+bool isSameItem(const std::string &one, const std::string &other) {
     for (const int flags : {AT_SYMLINK_NOFOLLOW, 0}) {
         struct stat first = {};
         struct stat second = {};
@@ -47,10 +47,10 @@ bool leadToTheSame(const std::string &one, const std::string &other) {
 
 std::string absolutePath(const std::string &path) {
     const std::string resolved = pathFromRoot(path);
-    return leadToTheSame(path, resolved) ? resolved : path;
+    return isSameItem(path, resolved) ? resolved : path;
 }
 
-std::string followedPath(const std::string &path) {
+std::string resolvedPath(const std::string &path) {
     std::error_code error;
     const std::filesystem::path followed = std::filesystem::canonical(path, error);
     return error ? path : followed.string();

@@ -6,12 +6,12 @@
 
 namespace MWCore::mwfile {
 
-/// @p path from the root folder on, without "." and "..", as the system would resolve them. Where
-/// that does not lead to the same item (the folders on the way may be closed to the user, gone, or
-/// too deep) it is @p path as it stands.
+/// @p path made absolute, with "." and ".." resolved as the system would. Returns @p path unchanged
+/// if the result does not lead to the same item (a folder in the path may be inaccessible, gone or
+/// too deep).
 [[nodiscard]] std::string absolutePath(const std::string &path);
 
-/// The path without links of what @p path leads to; @p path itself where that cannot be told.
-[[nodiscard]] std::string followedPath(const std::string &path);
+/// @p path with all links resolved; unchanged on failure.
+[[nodiscard]] std::string resolvedPath(const std::string &path);
 
 } // namespace MWCore::mwfile

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "JsonObject.h"
 
-#include "bytes.h"
+#include "TextBytes.h"
 #include "TextReader.h"
 
 #include <cstdio>
@@ -10,7 +10,7 @@
 namespace MWCore::mwfile {
 namespace {
 
-/// The range of lone surrogates that carries invalid bytes.
+/// Start of the lone surrogates that represent invalid bytes.
 constexpr char32_t kInvalidByteBase = 0xDC00;
 
 std::string unicodeEscape(char32_t unit) {
@@ -27,7 +27,7 @@ JsonObject &JsonObject::text(std::string_view key, std::string_view value) {
     return *this;
 }
 
-JsonObject &JsonObject::truth(std::string_view key, bool value) {
+JsonObject &JsonObject::boolean(std::string_view key, bool value) {
     return raw(key, value ? "true" : "false");
 }
 

@@ -11,8 +11,8 @@
 
 namespace MWCore::mwfile {
 
-/// One JSON object on one line (RFC 8259), built member by member in order. Texts may be any
-/// bytes: what is no UTF-8 is written as the lone surrogate \udcNN, so that nothing is lost, and
+/// A JSON object on one line (RFC 8259), built member by member in order. Texts may have any bytes:
+/// an invalid UTF-8 byte is written as the lone surrogate \udcNN, so that it is not lost, and
 /// control characters are escaped.
 class JsonObject {
 public:
@@ -20,13 +20,13 @@ public:
     JsonObject &number(std::string_view key, std::integral auto value) {
         return raw(key, std::to_string(value));
     }
-    JsonObject &truth(std::string_view key, bool value);
+    JsonObject &boolean(std::string_view key, bool value);
     JsonObject &null(std::string_view key);
 
-    /// An array.
+    /// Adds an array.
     JsonObject &objects(std::string_view key, const std::vector<JsonObject> &values);
 
-    // A text; null for a null pointer and for a null text.
+    // Add a text, or null for a null pointer or null text.
     JsonObject &textOrNull(std::string_view key, const char *value);
     JsonObject &textOrNull(std::string_view key, const QString &value);
 

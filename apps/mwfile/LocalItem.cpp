@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "LocalItem.h"
 
-#include "bytes.h"
 #include "Failure.h"
 #include "ItemPath.h"
+#include "TextBytes.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@
 namespace MWCore::mwfile {
 namespace {
 
-bool isThere(const std::string &path) {
+bool exists(const std::string &path) {
     struct stat item = {};
     return stat(path.c_str(), &item) == 0;
 }
@@ -46,7 +46,7 @@ MXFileSystemObject::Ptr listedFolder(const std::string &path) {
     OSStatus error = noErr;
     MXFileSystemObject::Ptr folder = MXFileSystemObject::newFSOForLocalPath(text, &error);
     if (!folder) {
-        if (error != folderChangesErr && error != memFullErr && isThere(path))
+        if (error != folderChangesErr && error != memFullErr && exists(path))
             throw Failure(path + ": its contents cannot be examined", error);
         throw Failure(path, error);
     }
@@ -57,9 +57,9 @@ MXFileSystemObject::Ptr listedFolder(const std::string &path) {
     return folder;
 }
 
-MXFileSystemObject::Ptr itemItself(const std::string &path) {
+MXFileSystemObject::Ptr itemAtPath(const std::string &path) {
     const bool folderMeant = path.ends_with('/');
-    const std::string absolute = folderMeant ? followedPath(path) : absolutePath(path);
+    const std::string absolute = folderMeant ? resolvedPath(path) : absolutePath(path);
     OSStatus error = noErr;
     auto item = MXFileSystemObject::newFSOForLocalItem(stringWithFileSystemRepresentation(absolute),
                                                        &error);
@@ -68,8 +68,8 @@ MXFileSystemObject::Ptr itemItself(const std::string &path) {
     return item;
 }
 
-DescribedItem describedItem(const std::string &path) {
-    const MXFileSystemObject::Ptr item = itemItself(path);
+ItemWithContents itemWithContents(const std::string &path) {
+    const MXFileSystemObject::Ptr item = itemAtPath(path);
     if (!item->isDir())
         return {item, noErr};
     constexpr bool kAssimilatesContents = false;
@@ -96,11 +96,11 @@ const char *nodeWord(MXNodeKind kind) {
     return rowOf(kind).word;
 }
 
-bool isPointer(const MXFileSystemObject &item) {
+bool isLinkOrAlias(const MXFileSystemObject &item) {
     return item.isSymbolicLink() || item.isAlias();
 }
 
-bool isLost(const MXFileSystemObject &alias) {
+bool isTargetUnknown(const MXFileSystemObject &alias) {
     return alias.aliasOrLinkTargetKind() == MXItemKindUnknown;
 }
 
@@ -112,7 +112,8 @@ std::optional<std::string> linkTarget(const MXFileSystemObject &link) {
 std::optional<std::string> finalTarget(const MXFileSystemObject &item) {
     if (!item.isAlias())
         return linkTarget(item);
-    return isLost(item) ? std::nullopt : std::optional(bytesOf(item.aliasOrLinkTargetPath()));
+    return isTargetUnknown(item) ? std::nullopt
+                                 : std::optional(bytesOf(item.aliasOrLinkTargetPath()));
 }
 
 } // namespace MWCore::mwfile

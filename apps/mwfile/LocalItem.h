@@ -9,44 +9,43 @@
 
 namespace MWCore::mwfile {
 
-/// The folder at @p path with its contents. Throws Failure, about @p path as given, when it is no
+/// The folder at @p path with its children. Throws Failure, with @p path as given, if it is not a
 /// folder or its contents cannot be read.
 [[nodiscard]] MXFileSystemObject::Ptr listedFolder(const std::string &path);
 
-/// An item and, for a folder, why its contents could not be read.
-struct DescribedItem {
+/// An item and, for a folder, the status of reading its contents.
+struct ItemWithContents {
     MXFileSystemObject::Ptr object;
     OSStatus contentsError = noErr;
 };
 
-/// The item at @p path itself; when the path ends with "/", the folder that it leads to. What is in
-/// a folder is not looked at. Throws Failure when the item cannot be examined.
-[[nodiscard]] MXFileSystemObject::Ptr itemItself(const std::string &path);
+/// The item at @p path; a link is followed only if the path ends with "/". Does not read a folder's
+/// contents. Throws Failure if the item cannot be examined.
+[[nodiscard]] MXFileSystemObject::Ptr itemAtPath(const std::string &path);
 
-/// The same with what is in a folder; one that cannot be read is no failure.
-[[nodiscard]] DescribedItem describedItem(const std::string &path);
+/// The same, but reads a folder's contents. It is not a failure if they cannot be read.
+[[nodiscard]] ItemWithContents itemWithContents(const std::string &path);
 
-/// The name that the item goes by in its folder, also of a volume.
+/// The item's name in its folder; for a volume, that of the mount point.
 [[nodiscard]] std::string nameInFolder(const MXFileSystemObject &item);
 
-/// The letter that stands for a kind of node in a listing.
+/// The letter for a kind of node in a listing.
 [[nodiscard]] char nodeLetter(MXNodeKind kind);
 
-/// What a node is called that is no file, folder or link; null for those.
+/// The word for a fifo, socket or device; null for other nodes.
 [[nodiscard]] const char *nodeWord(MXNodeKind kind);
 
-/// Whether it is there to lead to another item: a link, also a dead one, or an alias.
-[[nodiscard]] bool isPointer(const MXFileSystemObject &item);
+/// Whether the item is an alias or a link, possibly broken.
+[[nodiscard]] bool isLinkOrAlias(const MXFileSystemObject &item);
 
-/// Whether it is not known where the target of an alias is: it would have to be searched or waited
-/// for.
-[[nodiscard]] bool isLost(const MXFileSystemObject &alias);
+/// Whether the target of an alias is not known, because finding it would take a search or waiting.
+[[nodiscard]] bool isTargetUnknown(const MXFileSystemObject &alias);
 
-/// The path to which a link leads in the end, as the listing saw it; nothing when it leads nowhere
-/// or to something without a path.
+/// The path of a link's final target, from the listing; nullopt if the link is broken or its target
+/// has no path.
 [[nodiscard]] std::optional<std::string> linkTarget(const MXFileSystemObject &link);
 
-/// The same of an alias, too: nothing when it is lost.
+/// The same for a link or alias; nullopt if isTargetUnknown().
 [[nodiscard]] std::optional<std::string> finalTarget(const MXFileSystemObject &item);
 
 } // namespace MWCore::mwfile

@@ -33,7 +33,7 @@ void finishOutput() {
         throw Failure("standard output", errno);
 }
 
-void complain(std::string_view message) {
+void printError(std::string_view message) {
     const DisplayText line(message, Backslash::Plain);
     std::fprintf(stderr, "mwfile: %s\n", line.text().c_str());
 }

@@ -8,21 +8,20 @@
 /// Standard output and standard error of the command.
 namespace MWCore::mwfile {
 
-/// Prints to standard output, through a buffer that empties whenever it is full.
-/// Throws Failure when the data cannot be written.
+/// Writes to standard output through a buffer. Throws Failure if the data cannot be written.
 void print(std::string_view text);
 
-/// Whether a person reads what is printed.
+/// Whether standard output is a terminal.
 [[nodiscard]] bool printsToTerminal();
 
-/// The columns of the terminal that a descriptor leads to; nothing where there is none, or none
-/// that tells.
+/// The width of the terminal behind a descriptor, in columns; nullopt if it is not a terminal or
+/// the width is not known.
 [[nodiscard]] std::optional<int> terminalColumns(int descriptor);
 
-/// Empties the buffer. Throws Failure when the data cannot be written.
+/// Flushes the buffer. Throws Failure if the data cannot be written.
 void finishOutput();
 
-/// Prints one line to standard error: the program's name and @p message made fit for a terminal.
-void complain(std::string_view message);
+/// Prints one line to standard error: the program's name and @p message, escaped for a terminal.
+void printError(std::string_view message);
 
 } // namespace MWCore::mwfile

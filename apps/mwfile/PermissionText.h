@@ -10,13 +10,12 @@
 
 namespace MWCore::mwfile {
 
-/// The permission number of an item; of a link, whose own mean nothing, that of what it leads to,
-/// and 0 when it leads nowhere.
+/// The permission number of an item. A link, whose own permissions mean nothing, has that of its
+/// target, or 0 if it is broken.
 [[nodiscard]] int32_t permissionNumber(const MXFileSystemObject &item);
 
-/// The nine permission bits behind the permission number of an item. The codec would read the
-/// number 7 as the owner's digit, since it cannot know of the zeros before it; an item's number
-/// always has three digits.
+/// The nine permission bits of an item's permission number, read as three digits. The core's codec
+/// would read 7 as the owner's digit, because a number has no leading zeros.
 [[nodiscard]] uint32_t modeOfNumber(int32_t permissions);
 
 /// The nine characters of an item's permission number: "rwxr-xr-x", "------rwx" for 7.
@@ -25,7 +24,7 @@ namespace MWCore::mwfile {
 /// The special bits of a mode word: "set user id, sticky", or "none".
 [[nodiscard]] std::string specialText(uint32_t mode);
 
-/// Words with commas between them, or "none". Each is there when its bit is in @p bits.
+/// The words whose bits are set in @p bits, separated by commas, or "none".
 struct BitWord {
     uint32_t bit;
     const char *word;

@@ -12,7 +12,7 @@ namespace MWCore::mwfile {
 
 SizeText shortSize(int64_t bytes) {
     constexpr int64_t kGigabyte = 1'024'000'000;
-    if (bytes / kGigabyte > INT32_MAX) // the number in the library's text has 32 bits
+    if (bytes / kGigabyte > INT32_MAX) // too large for the 32-bit number in the library's text
         return {std::to_string(bytes / kGigabyte), "GB"};
     const std::unique_ptr<char, decltype(&std::free)> text(mfs_utility_format_size(bytes),
                                                            &std::free);

@@ -7,17 +7,17 @@
 
 namespace MWCore::mwfile {
 
-/// A short size: a number and the unit that it counts, "4" and "MB". Bytes have no unit.
+/// A short size: a number and its unit, "4" and "MB". The unit of bytes is empty.
 struct SizeText {
     std::string number;
     std::string unit;
 };
 [[nodiscard]] SizeText shortSize(int64_t bytes);
 
-/// The whole count with the short text behind it: "281,624 bytes (275 k)".
+/// The exact size and then the short one: "281,624 bytes (275 k)".
 [[nodiscard]] std::string wholeSize(int64_t bytes);
 
-/// All digits in groups of three, as "281,624".
+/// The digits in groups of three: "281,624".
 [[nodiscard]] std::string groupedDigits(int64_t number);
 
 } // namespace MWCore::mwfile

@@ -22,10 +22,10 @@ constexpr Range kControls[] = {
     {0x2066, 0x2069}, // isolates
 };
 
-/// What U+DCNN, which carries the invalid byte 0xNN, is above that byte.
-constexpr char32_t kByteCarrier = 0xDC00;
+/// U+DCNN represents the invalid byte 0xNN.
+constexpr char32_t kInvalidByteBase = 0xDC00;
 
-/// In UTF-8, in bytes.
+/// The number of bytes in UTF-8.
 std::size_t lengthOf(char32_t character) {
     return character < 0x80 ? 1 : character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
 }
@@ -44,7 +44,7 @@ std::optional<TextStep> TextReader::next() {
     if (unit.isHighSurrogate())
         step.character = QChar::surrogateToUcs4(unit, units_[index_++]);
     else if (!step.valid)
-        step.character -= kByteCarrier;
+        step.character -= kInvalidByteBase;
     step.bytes = rest_.substr(0, step.valid ? lengthOf(step.character) : 1);
     rest_.remove_prefix(step.bytes.size());
     return step;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "Catalogue.h"
 #include "commands.h"
 #include "DisplayText.h"
 #include "Failure.h"
 #include "ItemJson.h"
 #include "Output.h"
+#include "ShownMetadata.h"
 
 #include <MWCore/Aliases.h>
 
@@ -38,7 +38,7 @@ void printJson(const AliasInfo &record) {
 void printText(const AliasInfo &record) {
     print("Path     " + DisplayText(record.path.toStdString()).text() + "\n");
     if (record.realPath != record.path)
-        print("Really   " + DisplayText(record.realPath.toStdString()).text() + "\n");
+        print("Real     " + DisplayText(record.realPath.toStdString()).text() + "\n");
     print("Device   " + deviceText(record.identity.device) + "\n");
     print("Inode    " + std::to_string(record.identity.inode) + "\n");
     const QByteArray handle = record.identity.handle.toHex();
@@ -53,7 +53,7 @@ void aliasMake(const AliasOptions &options) {
     const QByteArray file = QByteArray::fromStdString(options.file);
     const OSStatus status = FSCreateAliasFile(target, file, form);
     if (status == bdNamErr && !options.finderForm && !file.endsWith(".desktop"))
-        throw UsageFailure(options.file, "the name of such an alias ends with .desktop");
+        throw UsageFailure(options.file, "the name must end with .desktop");
     if (status != noErr)
         throw Failure(options.file, status);
 }
@@ -64,14 +64,14 @@ void aliasResolve(const AliasOptions &options) {
     bool wasAliased = false;
     const OSStatus status = FSResolveAliasFile(&ref, AliasSteps::All, &isFolder, &wasAliased);
     if (status == fnfErr)
-        throw Failure(options.file, "what it leads to is gone");
+        throw Failure(options.file, "its target is gone");
     if (status != noErr)
         throw Failure(options.file, status);
     if (!wasAliased)
         throw Failure(options.file, "not an alias");
     const std::string path = ref.path.toStdString();
     if (options.form == Form::Text) {
-        // A program that reads it needs every byte as it is.
+        // A program that reads the output needs the unescaped bytes.
         print((printsToTerminal() ? DisplayText(path).text() : path) + "\n");
         return;
     }
@@ -86,7 +86,7 @@ void aliasShow(const AliasOptions &options) {
     (void)referenceTo(options.file);
     const auto record = aliasInfo(aliasRecordInFile(QByteArray::fromStdString(options.file)));
     if (!record)
-        throw Failure(options.file, "holds no alias record");
+        throw Failure(options.file, "contains no alias record");
     if (options.form == Form::Json)
         printJson(*record);
     else

@@ -6,11 +6,10 @@
 #include <string>
 #include <vector>
 
-/// The subcommands. Each does its work and prints to standard output; a failure is thrown as
-/// Failure.
+/// The subcommands. Each prints to standard output and throws Failure on failure.
 namespace MWCore::mwfile {
 
-/// Whether data is printed for people or as JSON.
+/// The form of the output.
 enum class Form { Text, Json };
 
 enum class Order { Name, Date, Size, Access };
@@ -19,7 +18,7 @@ struct ListOptions {
     std::string folder;
     Order order = Order::Name;
     bool reverse = false;
-    bool all = false; ///< also names that file browsers hide
+    bool all = false; ///< includes names that file browsers hide
     Form form = Form::Text;
 };
 void list(const ListOptions &options);
@@ -28,29 +27,29 @@ struct InfoOptions {
     std::vector<std::string> paths;
     Form form = Form::Text;
 };
-/// Paths that fail are reported on standard error and left out; false when there was one.
+/// Reports paths that fail on standard error and omits them; then returns false.
 [[nodiscard]] bool info(const InfoOptions &options);
 
 struct SizeOptions {
     std::string path;
-    bool linksOnce = false;     ///< of a file with several names the size counts once
-    bool sidecarsOnce = false;  ///< a fork in a sidecar counts once
-    bool oneFileSystem = false; ///< leaves out what is mounted below
-    bool walk = false;          ///< of a volume, too, measures what is in it
-    bool errors = false;        ///< lists what could not be read
+    bool linksOnce = false;     ///< counts the size of a file with several names once
+    bool sidecarsOnce = false;  ///< counts a fork in a sidecar once
+    bool oneFileSystem = false; ///< skips file systems that are mounted below
+    bool walk = false;          ///< measures the contents even of a volume
+    bool errors = false;        ///< lists the items that could not be read
     Form form = Form::Text;
 };
-/// Prints the item's size and, of a folder, what is in it; meanwhile, on a terminal, how far it has
-/// come. Ctrl-C ends it with what is known by then. False when something is missing in the sums.
+/// Prints the item's size and, for a folder, counts of its contents; shows progress on a terminal.
+/// Ctrl-C stops it and prints the partial sums. False if anything is missing from the sums.
 [[nodiscard]] bool size(const SizeOptions &options);
 
-/// What a desktop keeps of an item beside its contents, one subcommand each.
+/// Attributes of an item for desktops, one subcommand each.
 enum class Attribute { Label, Type, Creator, Invisible, Lock };
 
 struct AttributeOptions {
     Attribute attribute = Attribute::Label;
     std::string path;
-    std::optional<std::string> value; ///< nothing: print it; may be the path, and the path this
+    std::optional<std::string> value; ///< nullopt: print; may be swapped with `path`
     Form form = Form::Text;
 };
 /// Prints the attribute, or sets it.

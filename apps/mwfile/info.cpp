@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "Catalogue.h"
 #include "commands.h"
-#include "Facts.h"
 #include "Failure.h"
 #include "ItemJson.h"
+#include "LabelledLines.h"
 #include "LocalItem.h"
 #include "Output.h"
 #include "PermissionText.h"
+#include "ShownMetadata.h"
 #include "SizeText.h"
 
 #include <MWCore/mfs_date.h>
@@ -21,24 +21,24 @@
 namespace MWCore::mwfile {
 namespace {
 
-/// What leads elsewhere says to what; anything else says what people call it, if that is more.
+/// The kind and, for a link or alias, the kind of its target, otherwise the desktop's name for it.
 std::string kindText(const MXFileSystemObject &item) {
     if (const char *const word = nodeWord(item.nodeKind()))
         return word;
     if (item.isBrokenLink())
-        return "link to nothing";
+        return "broken link";
     const std::string word = kindWord(item.fsoKind());
-    if (item.isAlias() && isLost(item))
-        return word + " to something that is not where it was";
-    if (isPointer(item))
+    if (item.isAlias() && isTargetUnknown(item))
+        return word + " to an item that was moved or deleted";
+    if (isLinkOrAlias(item))
         return word + " to a " +
                (item.aliasOrLinkTargetKind() == MXItemKindUnknown
                     ? "device, fifo or socket"
                     : kindWord(item.aliasOrLinkTargetKind()));
-    const QString called = item.kindAsString();
-    const bool isMore =
-        !called.isEmpty() && called.compare(QString::fromStdString(word), Qt::CaseInsensitive) != 0;
-    return isMore ? word + " (" + DisplayText(bytesOf(called)).text() + ")" : word;
+    const QString name = item.kindAsString();
+    const bool isDifferent =
+        !name.isEmpty() && name.compare(QString::fromStdString(word), Qt::CaseInsensitive) != 0;
+    return isDifferent ? word + " (" + DisplayText(bytesOf(name)).text() + ")" : word;
 }
 
 std::string dateText(int64_t seconds) {
@@ -58,59 +58,59 @@ std::string contentsText(const MXFileSystemObject &folder) {
            countText(folder.fileCount(), "file", "files");
 }
 
-void addPermissions(Facts &facts, const MXFileSystemObject &item) {
+void addPermissions(LabelledLines &lines, const MXFileSystemObject &item) {
     if (item.isSymbolicLink() && !item.isLink())
-        return; // leads nowhere
+        return; // broken
     const int32_t number = permissionNumber(item);
-    facts.add("Permissions", permissionsText(number) + " (" + std::to_string(number) + ")" +
-                                 (item.isLink() ? ", of what it leads to" : ""));
+    lines.add("Permissions", permissionsText(number) + " (" + std::to_string(number) + ")" +
+                                 (item.isLink() ? ", of the target" : ""));
     if (const uint32_t special = item.mode() & (S_ISUID | S_ISGID | S_ISVTX))
-        facts.add("Special", specialText(special));
+        lines.add("Special", specialText(special));
 }
 
-void addMetadata(Facts &facts, const MXFileSystemObject &item, const Colours &colours) {
+void addMetadata(LabelledLines &lines, const MXFileSystemObject &item, const Colours &colours) {
     const ItemMetadata metadata = item.metadata(kShownMetadata);
     if (const auto seconds = secondsCreated(metadata))
-        facts.add("Created", DisplayText(dateText(*seconds)).text());
-    facts.addText("Volume", item.volumeName());
-    const MXLabel::Ptr label = labelNumbered(metadata.labelNumber());
+        lines.add("Created", DisplayText(dateText(*seconds)).text());
+    lines.addText("Volume", item.volumeName());
+    const MXLabel::Ptr label = labelWithNumber(metadata.labelNumber());
     if (label->id() != 0)
-        facts.add("Label", colours.dot(*label) + labelText(*label));
+        lines.add("Label", colours.dot(*label) + labelText(*label));
     if (const auto type = codeText(metadata.type()))
-        facts.add("Type", DisplayText(*type).text());
+        lines.add("Type", DisplayText(*type).text());
     if (const auto creator = codeText(metadata.creator()))
-        facts.add("Creator", DisplayText(*creator).text());
+        lines.add("Creator", DisplayText(*creator).text());
     if (metadata.isInvisible())
-        facts.add("Invisible", "yes");
+        lines.add("Invisible", "yes");
     if (isLocked(item, metadata))
-        facts.add("Locked", "yes");
+        lines.add("Locked", "yes");
 }
 
-/// The item's path as a heading and below it what is known.
-std::string description(const DescribedItem &described, const Colours &colours) {
+/// The item's path as a heading, followed by its properties.
+std::string description(const ItemWithContents &described, const Colours &colours) {
     const MXFileSystemObject &item = *described.object;
-    Facts facts(colours);
-    facts.add("Kind", kindText(item));
-    if (const auto target = isPointer(item) ? finalTarget(item) : std::nullopt)
-        facts.add("Leads to", DisplayText(*target).text());
-    facts.addText("Version", item.versionString());
+    LabelledLines lines(colours);
+    lines.add("Kind", kindText(item));
+    if (const auto target = isLinkOrAlias(item) ? finalTarget(item) : std::nullopt)
+        lines.add("Target", DisplayText(*target).text());
+    lines.addText("Version", item.versionString());
     if (item.isDir())
-        facts.add("Contains", described.contentsError == noErr
+        lines.add("Contains", described.contentsError == noErr
                                   ? contentsText(item)
                                   : statusText(described.contentsError));
     else
-        facts.add("Size", wholeSize(item.size()));
-    addPermissions(facts, item);
-    facts.addText("Owner", item.owner());
-    facts.addText("Group", item.group());
-    facts.add("Hard links", groupedDigits(item.links()));
-    facts.addText("Modified", item.date());
-    addMetadata(facts, item, colours);
+        lines.add("Size", wholeSize(item.size()));
+    addPermissions(lines, item);
+    lines.addText("Owner", item.owner());
+    lines.addText("Group", item.group());
+    lines.add("Hard links", groupedDigits(item.links()));
+    lines.addText("Modified", item.date());
+    addMetadata(lines, item, colours);
     return colours.name(item, DisplayText(bytesOf(item.completePath())).text()) + "\n" +
-           facts.text();
+           lines.text();
 }
 
-std::string json(const DescribedItem &described) {
+std::string json(const ItemWithContents &described) {
     const MXFileSystemObject &item = *described.object;
     JsonObject object = itemJson(item, item.metadata(kShownMetadata), finalTarget(item));
     object.textOrNull("kindAsString", item.kindAsString());
@@ -137,10 +137,10 @@ bool info(const InfoOptions &options) {
     std::vector<std::string> texts;
     for (const std::string &path : options.paths) {
         try {
-            const DescribedItem item = describedItem(path);
+            const ItemWithContents item = itemWithContents(path);
             texts.push_back(options.form == Form::Json ? json(item) : description(item, colours));
         } catch (const Failure &failure) {
-            complain(failure.what());
+            printError(failure.what());
         }
     }
     const bool isArray = options.form == Form::Json && options.paths.size() > 1;

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "bytes.h"
+#include "Annotations.h"
 #include "commands.h"
 #include "DisplayText.h"
 #include "ItemJson.h"
 #include "LocalItem.h"
 #include "Output.h"
 #include "PermissionText.h"
-#include "Remarks.h"
 #include "SizeText.h"
+#include "TextBytes.h"
 
 #include <MWCore/Regex.h>
 
@@ -21,7 +21,8 @@
 namespace MWCore::mwfile {
 namespace {
 
-/// Leaves out what file browsers hide. A volume goes by its name in the folder, which is shown.
+/// Hides what file browsers hide. For a volume, the name of its mount point decides, which is
+/// shown.
 void hideItems(MXFileSystemObject &folder) {
     folder.invalidateFilteredItems();
     for (const auto &item : folder.visibleItems())
@@ -47,12 +48,13 @@ void sort(MXFileSystemObject &folder, Order order, bool reverse) {
                                                                             : MXSortOrderNatural);
 }
 
-/// The short size of an item; a folder has none of its own.
+/// The short size of an item; "-" for a folder.
 SizeText sizeOf(const MXFileSystemObject &item) {
     return item.isDir() ? SizeText{"-", ""} : shortSize(item.size());
 }
 
-/// The widths of the columns and of a whole line, so that rows can be printed one by one.
+/// The widths of the columns and of the terminal, computed in advance so that rows can be printed
+/// one by one.
 struct Columns {
     int links = 0;
     int size = 0;
@@ -95,29 +97,30 @@ std::string rightAligned(const std::string &text, int columns) {
 }
 
 std::string cells(const MXFileSystemObject &item, const Columns &columns, const Colours &colours) {
-    std::string facts(1, nodeLetter(item.nodeKind()));
-    facts += permissionsText(permissionNumber(item));
-    facts += "  " + rightAligned(std::to_string(item.links()), columns.links);
-    facts += "  " + leftAligned(bytesOf(item.owner()), columns.owner);
-    facts += "  " + leftAligned(bytesOf(item.group()), columns.group);
+    std::string details(1, nodeLetter(item.nodeKind()));
+    details += permissionsText(permissionNumber(item));
+    details += "  " + rightAligned(std::to_string(item.links()), columns.links);
+    details += "  " + leftAligned(bytesOf(item.owner()), columns.owner);
+    details += "  " + leftAligned(bytesOf(item.group()), columns.group);
     const SizeText text = sizeOf(item);
     const std::string size = rightAligned(text.number, columns.size) + (columns.unit ? " " : "") +
                              leftAligned(text.unit, columns.unit);
     const std::string date = leftAligned(bytesOf(item.date()), columns.date);
-    return colours.quiet(facts) + "  " + size + "  " + colours.quiet(date) + "  " +
+    return colours.dimmed(details) + "  " + size + "  " + colours.dimmed(date) + "  " +
            colours.name(item, DisplayText(nameInFolder(item)).text());
 }
 
-/// The row, and behind it what is to be said of the item; below it, at the end of the line, where
-/// a terminal would break it.
-std::string row(const MXFileSystemObject &item, RowLooks &looks, const Columns &columns,
+/// The row of an item, followed by its annotations. If the terminal would wrap them, they go into a
+/// line below, right-aligned.
+std::string row(const MXFileSystemObject &item, RowInspection &inspection, const Columns &columns,
                 const Colours &colours) {
     const std::string text = cells(item, columns, colours);
-    const std::string target = arrow(item, looks.targetOf(item), colours);
-    const std::string remark = remarks(item, looks.metadataOf(item), colours);
-    if (target.empty() && remark.empty())
+    const std::string target = targetAnnotation(item, inspection.targetOf(item), colours);
+    const std::string annotation = annotations(item, inspection.metadataOf(item), colours);
+    if (target.empty() && annotation.empty())
         return text + "\n";
-    const std::string note = target + (target.empty() || remark.empty() ? "" : "  ") + remark;
+    const std::string note =
+        target + (target.empty() || annotation.empty() ? "" : "  ") + annotation;
     const std::string gap = target.empty() ? "  " : " ";
     if (!columns.line || columnsOf(text + gap + note) <= *columns.line)
         return text + gap + note + "\n";
@@ -127,21 +130,21 @@ std::string row(const MXFileSystemObject &item, RowLooks &looks, const Columns &
 void printRows(const MXFileSystemObject &folder) {
     const Columns columns(folder);
     const Colours colours;
-    RowLooks looks(folder);
+    RowInspection inspection(folder);
     for (const auto &item : folder.visibleItems())
-        print(row(*item, looks, columns, colours));
+        print(row(*item, inspection, columns, colours));
     const int32_t hidden = folder.isFiltered() ? folder.filteredItemCount() : 0;
     if (hidden > 0 && printsToTerminal())
-        print(colours.quiet(groupedDigits(hidden) + " hidden; --all shows them") + "\n");
+        print(colours.dimmed(groupedDigits(hidden) + " hidden; --all shows them") + "\n");
 }
 
 void printJson(const MXFileSystemObject &folder) {
-    RowLooks looks(folder);
+    RowInspection inspection(folder);
     print("[");
     const char *separator = "\n";
     for (const auto &item : folder.visibleItems()) {
         print(separator +
-              itemJson(*item, looks.metadataOf(*item), looks.targetOf(*item)).finished());
+              itemJson(*item, inspection.metadataOf(*item), inspection.targetOf(*item)).finished());
         separator = ",\n";
     }
     print("\n]\n");

@@ -43,25 +43,24 @@ void addJson(CLI::App &command, Form &form) {
         "--json", [&form] { form = Form::Json; }, "Print JSON");
 }
 
-/// CLI11 has a meaning of its own for "[a,b]" and "++"; as paths they need one that begins with a
-/// folder.
+/// CLI11 interprets "[a,b]" and "++", so paths of that form are prefixed with "./".
 std::string asPath(const std::string &argument) {
     const bool isList = argument.starts_with('[') && argument.ends_with(']');
     return isList || argument == "++" ? "./" + argument : argument;
 }
 
-/// The command line, and what it asked for once it is parsed.
+/// Parses the command line and runs the subcommand.
 class CommandLine {
 public:
     CommandLine();
 
-    /// Throws what CLI11 throws when the command line means nothing or asks for help.
+    /// Throws CLI::ParseError if the command line is invalid or asks for help.
     void parse(int count, char **arguments);
 
-    /// What CLI11 has to say about its exception.
+    /// Prints the help or the error message for @p error.
     Status explain(const CLI::ParseError &error);
 
-    /// Does it. False when only a part could be done.
+    /// Runs the subcommand. False if it succeeded only in part.
     [[nodiscard]] bool run() const { return work_(); }
 
 private:
@@ -72,7 +71,7 @@ private:
     void addAttribute(const char *name, const char *what, Attribute which);
     void addAlias();
 
-    CLI::App app_{"Looks at files and folders", "mwfile"};
+    CLI::App app_{"Inspects files and folders", "mwfile"};
     ListOptions list_;
     InfoOptions info_;
     SizeOptions size_;
@@ -90,7 +89,7 @@ CommandLine::CommandLine() {
             mfs_set_trace_stream(stderr);
             QLoggingCategory::setFilterRules({});
         },
-        "Show the library's own lines on standard error");
+        "Show the library's log and trace lines on standard error");
     app_.require_subcommand(1);
     app_.get_formatter()->label("REQUIRED", "");
     app_.get_formatter()->label("TEXT", "");
@@ -99,27 +98,28 @@ CommandLine::CommandLine() {
     addSize();
     addPerm();
     addAttribute("label", "a label: red, orange, ... none, or its number", Attribute::Label);
-    addAttribute("type", "a file type: four characters, or none", Attribute::Type);
-    addAttribute("creator", "a creator: four characters, or none", Attribute::Creator);
-    addAttribute("invisible", "whether file managers hide an item: on, off", Attribute::Invisible);
-    addAttribute("lock", "whether nobody may change an item: on, off", Attribute::Lock);
+    addAttribute("type", "a file type: four characters or none", Attribute::Type);
+    addAttribute("creator", "a creator: four characters or none", Attribute::Creator);
+    addAttribute("invisible", "whether file managers hide an item: on or off",
+                 Attribute::Invisible);
+    addAttribute("lock", "whether an item cannot be changed: on or off", Attribute::Lock);
     addAlias();
 }
 
 void CommandLine::addList() {
-    CLI::App &command = *app_.add_subcommand("list", "Print what is in a folder");
+    CLI::App &command = *app_.add_subcommand("list", "List the contents of a folder");
     command.add_option("FOLDER", list_.folder, "The folder")->required();
     command.add_flag("--all", list_.all,
-                     "Also what file browsers hide: names that begin with a\n"
-                     "dot, and those of system folders and files, such as\n"
-                     "bin, dev, etc, tmp, usr, var and Trash");
+                     "Include what file browsers hide: names that begin with a\n"
+                     "dot and names of system folders and files such as bin,\n"
+                     "dev, etc, tmp, usr, var and Trash");
     command
         .add_option_function<std::string>(
             "--sort", [this](const std::string &word) { list_.order = orderNamed(word); },
-            "By name from A to Z (unless told otherwise), by date, size or access,\n"
+            "Sort by name from A to Z (default), or by date, size or access, with\n"
             "the oldest, smallest or least accessible first")
         ->option_text("name|date|size|access");
-    command.add_flag("--reverse", list_.reverse, "The other way round");
+    command.add_flag("--reverse", list_.reverse, "Reverse the order");
     addJson(command, list_.form);
     command.final_callback([this] {
         work_ = [this] {
@@ -130,33 +130,33 @@ void CommandLine::addList() {
 }
 
 void CommandLine::addInfo() {
-    CLI::App &command = *app_.add_subcommand("info", "Print what is known of items");
-    command.add_option("PATH", info_.paths, "The items; a link means the link itself")->required();
+    CLI::App &command = *app_.add_subcommand("info", "Print the properties of items");
+    command.add_option("PATH", info_.paths, "The items; links are not followed")->required();
     addJson(command, info_.form);
     command.final_callback([this] { work_ = [this] { return info(info_); }; });
 }
 
 void CommandLine::addSize() {
-    CLI::App &command = *app_.add_subcommand("size", "Measure an item and what is in it");
-    command.add_option("PATH", size_.path, "The item; a link means the link itself")->required();
+    CLI::App &command = *app_.add_subcommand("size", "Measure an item and its contents");
+    command.add_option("PATH", size_.path, "The item; a link is not followed")->required();
     command.add_flag("--links-once", size_.linksOnce,
-                     "Add the size of a file with several names only once");
+                     "Count the size of a file with several names only once");
     command.add_flag("--sidecars-once", size_.sidecarsOnce,
-                     "Add a resource fork that a sidecar (._name) keeps only once");
+                     "Count a resource fork in a sidecar (._name) only once");
     command.add_flag("--one-file-system", size_.oneFileSystem,
-                     "Leave out what is mounted on folders in it");
-    command.add_flag("--walk", size_.walk, "Of a volume, too, measure what is in it");
-    command.add_flag("--errors", size_.errors, "List what could not be read");
+                     "Skip file systems that are mounted below it");
+    command.add_flag("--walk", size_.walk, "Measure the contents even of a volume");
+    command.add_flag("--errors", size_.errors, "List the items that could not be read");
     addJson(command, size_.form);
     command.final_callback([this] { work_ = [this] { return size(size_); }; });
 }
 
 void CommandLine::addPerm() {
-    CLI::App &command = *app_.add_subcommand("perm", "Print permissions in all their forms");
+    CLI::App &command = *app_.add_subcommand("perm", "Convert permissions to all forms");
     command.add_option("VALUE", perm_.value,
-                       "A number (755; one digit is the owner's, two are the group's and the\n"
-                       "others'), a text (rwxr-xr-x, -rwxr-xr-x) or a mode (0755, 04755)");
-    // A listing's text begins with "-" and looks like an option that does not exist.
+                       "A number (755; a single digit is the owner's, two are the group's and\n"
+                       "the others'), a text (rwxr-xr-x, -rwxr-xr-x) or a mode (0755, 04755)");
+    // A listing's text begins with "-" like an option.
     command.allow_extras();
     addJson(command, perm_.form);
     command.final_callback([this, &command] {
@@ -168,9 +168,9 @@ void CommandLine::addPerm() {
             throw CLI::RequiredError("VALUE");
         for (const std::string &value : values)
             if (value.starts_with("--") && value.find_first_not_of("-rwx") != std::string::npos)
-                throw CLI::ValidationError(value, "not understood here");
+                throw CLI::ValidationError(value, "unknown option");
         if (values.size() > 1)
-            throw CLI::ValidationError(values.back(), "there is a value already");
+            throw CLI::ValidationError(values.back(), "only one value is allowed");
         perm_.value = values.front();
         work_ = [this] {
             perm(perm_);
@@ -183,8 +183,8 @@ void CommandLine::addAttribute(const char *name, const char *what, Attribute whi
     CLI::App &command = *app_.add_subcommand(name, std::string("Print or set ") + what);
     command.add_option("PATH", attribute_.path, "The item")->required();
     command.add_option("VALUE", attribute_.value,
-                       "What to set, behind the item or before it; without it the value is\n"
-                       "printed");
+                       "The new value, before or after the item; without it the current value\n"
+                       "is printed");
     addJson(command, attribute_.form);
     command.final_callback([this, which] {
         attribute_.attribute = which;
@@ -196,7 +196,7 @@ void CommandLine::addAttribute(const char *name, const char *what, Attribute whi
 }
 
 void CommandLine::addAlias() {
-    CLI::App &command = *app_.add_subcommand("alias", "Files that lead to others, also moved ones");
+    CLI::App &command = *app_.add_subcommand("alias", "Make and resolve alias files");
     command.require_subcommand(1);
     const auto does = [this](CLI::App &subcommand, void (*work)(const AliasOptions &)) {
         subcommand.final_callback([this, work] {
@@ -207,23 +207,23 @@ void CommandLine::addAlias() {
         });
     };
     CLI::App &make = *command.add_subcommand("make", "Make an alias file");
-    make.add_option("TARGET", alias_.target, "What it leads to")->required();
+    make.add_option("TARGET", alias_.target, "The target")->required();
     make.add_option("FILE", alias_.file, "The alias file; its name ends with .desktop")->required();
     make.add_flag("--finder", alias_.finderForm,
-                  "An empty file with metadata, of any name, instead of a desktop entry");
+                  "Make an empty file with metadata, with any name, not a desktop entry");
     does(make, aliasMake);
-    CLI::App &resolve = *command.add_subcommand("resolve", "Print where an alias file leads");
+    CLI::App &resolve = *command.add_subcommand("resolve", "Print the target of an alias file");
     resolve.add_option("FILE", alias_.file, "The alias file")->required();
     addJson(resolve, alias_.form);
     does(resolve, aliasResolve);
-    CLI::App &show = *command.add_subcommand("show", "Print what an alias file has written down");
+    CLI::App &show = *command.add_subcommand("show", "Print the record in an alias file");
     show.add_option("FILE", alias_.file, "The alias file")->required();
     addJson(show, alias_.form);
     does(show, aliasShow);
 }
 
 void CommandLine::parse(int count, char **arguments) {
-    std::vector<std::string> texts; // CLI11 takes them from the last to the first
+    std::vector<std::string> texts; // CLI11 expects them in reverse order
     for (int index = count - 1; index > 0; --index)
         texts.push_back(asPath(arguments[index]));
     app_.parse(std::move(texts));
@@ -237,13 +237,13 @@ Status CommandLine::explain(const CLI::ParseError &error) {
         print(answer.str());
         return kDone;
     }
-    // What is missing is often only misspelt, and the misspelt word says more.
-    constexpr bool kOfSubcommandsToo = true;
-    const std::vector<std::string> unknown = app_.remaining(kOfSubcommandsToo);
+    // A missing word is often only misspelt; then report the misspelt word.
+    constexpr bool kWithSubcommands = true;
+    const std::vector<std::string> unknown = app_.remaining(kWithSubcommands);
     const bool isAboutAValue = error.get_name() == "ValidationError";
-    complain(isAboutAValue || unknown.empty()
-                 ? error.what()
-                 : unknown.front() + ": not understood here (see mwfile --help)");
+    printError(isAboutAValue || unknown.empty()
+                   ? error.what()
+                   : unknown.front() + ": unknown argument (see mwfile --help)");
     return kWrongUsage;
 }
 
@@ -261,16 +261,16 @@ Status statusOf(int count, char **arguments) {
         finishOutput();
         return allDone ? kDone : kFailed;
     } catch (const UsageFailure &failure) {
-        complain(failure.what());
+        printError(failure.what());
         return kWrongUsage;
     } catch (const Failure &failure) {
-        complain(failure.what());
+        printError(failure.what());
         return kFailed;
     }
 }
 
-/// Dates are written in the user's language where that is written in UTF-8; names are UTF-8 or
-/// bytes in any case.
+/// Dates are in the user's language if its locale uses UTF-8. Names are always read as UTF-8 or
+/// bytes.
 void useLocale() {
     std::setlocale(LC_ALL, "");
     if (std::string_view(nl_langinfo(CODESET)) != "UTF-8")

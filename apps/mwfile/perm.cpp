@@ -28,7 +28,7 @@ uint32_t octalValue(std::string_view digits) {
     return value;
 }
 
-/// "0755", "04755": a mode word, which always begins with a zero.
+/// "0755", "04755": a mode word, which starts with a zero.
 std::optional<uint32_t> modeFromMode(std::string_view value) {
     constexpr std::size_t kLongest = 5; // 07777
     if (value.size() < 2 || value.size() > kLongest || value[0] != '0' || !isOctal(value))
@@ -36,7 +36,7 @@ std::optional<uint32_t> modeFromMode(std::string_view value) {
     return octalValue(value);
 }
 
-/// "755": the permission number of the codec, which fills the missing digits in its own way.
+/// "755": a permission number. The core's codec defines what fewer digits mean.
 std::optional<uint32_t> modeFromNumber(std::string_view value) {
     constexpr std::size_t kLongest = 3;
     if (value.size() > kLongest || !isOctal(value))
@@ -44,7 +44,7 @@ std::optional<uint32_t> modeFromNumber(std::string_view value) {
     return mfs_permissions_octal_to_mode(std::stoi(std::string(value)));
 }
 
-/// "rwxr-xr-x", or with the type letter of a listing before it.
+/// "rwxr-xr-x", optionally after the type letter of a listing.
 std::optional<uint32_t> modeFromText(std::string_view value) {
     constexpr std::string_view kAllRights = "rwxrwxrwx";
     constexpr std::string_view kTypeLetters = "-bcdlps";
@@ -67,11 +67,12 @@ uint32_t modeFrom(const std::string &value) {
         if (const auto mode = read(value))
             return *mode;
     if (isOctal(value))
-        throw UsageFailure(
-            value, "write a mode with a 0 before it (04755), a number in up to three digits");
+        throw UsageFailure(value,
+                           "a mode must start with 0 (04755); a number has up to three digits");
     if (value.find_first_not_of("-bcdlprwxsStT") == std::string::npos)
-        throw UsageFailure(value, "set-id and sticky letters are not read; give the mode (04755)");
-    throw UsageFailure(value, "not a number (755), text (rwxr-xr-x) or mode (0755) of permissions");
+        throw UsageFailure(value,
+                           "set-id and sticky letters are not supported; use a mode (04755)");
+    throw UsageFailure(value, "not a permission number (755), text (rwxr-xr-x) or mode (0755)");
 }
 
 struct Permissions {
@@ -81,14 +82,14 @@ struct Permissions {
     unsigned char setuid = 0;
 };
 
-/// Four digits, and one more before special bits: "0755", "04755".
+/// Four digits, or five if there are special bits: "0755", "04755".
 std::string modeText(uint32_t mode) {
     char text[16];
     std::snprintf(text, sizeof text, "%#.4o", mode);
     return text;
 }
 
-/// The rights of one triple, of which @p read is the bit for reading, in words.
+/// The rights of one triple in words; @p read is its read bit.
 std::string rightsText(uint32_t mode, uint32_t read) {
     return wordsFor(mode, {{read, "read"}, {read >> 1, "write"}, {read >> 2, "execute"}});
 }
@@ -105,9 +106,9 @@ void perm(const PermOptions &options) {
         json.number("permissions", permissions.number)
             .text("permissionsAsString", permissionsText(permissions.number))
             .text("mode", modeText(mode))
-            .truth("hasSuidBit", permissions.setuid)
-            .truth("hasSgidBit", permissions.setgid)
-            .truth("hasStickyBit", permissions.sticky);
+            .boolean("hasSuidBit", permissions.setuid)
+            .boolean("hasSgidBit", permissions.setgid)
+            .boolean("hasStickyBit", permissions.sticky);
         print(json.finished() + "\n");
         return;
     }

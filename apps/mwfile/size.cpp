@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "commands.h"
-#include "Facts.h"
 #include "Failure.h"
 #include "ItemJson.h"
-#include "LiveLine.h"
+#include "LabelledLines.h"
 #include "LocalItem.h"
 #include "Output.h"
 #include "SizeText.h"
+#include "StatusLine.h"
 
 #include <atomic>
 #include <cerrno>
@@ -20,24 +20,24 @@
 namespace MWCore::mwfile {
 namespace {
 
-/// While it lives, the first Ctrl-C ends the measurement of an item; the second one the program.
-class Interruptible {
+/// While it exists, the first Ctrl-C stops the measurement, and the second one ends the program.
+class InterruptHandler {
 public:
-    explicit Interruptible(MXFileSystemObject &item) {
+    explicit InterruptHandler(MXFileSystemObject &item) {
         item_ = &item;
         struct sigaction action = {};
         action.sa_handler = [](int) { item_.load()->cancelFolderSizeCalulation(); };
         action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
         sigaction(SIGINT, nullptr, &before_);
-        if (before_.sa_handler != SIG_IGN) // a shell's way to keep Ctrl-C from the background
+        if (before_.sa_handler != SIG_IGN) // shells ignore it for background processes
             sigaction(SIGINT, &action, nullptr);
     }
-    Interruptible(const Interruptible &) = delete;
-    Interruptible &operator=(const Interruptible &) = delete;
-    ~Interruptible() { sigaction(SIGINT, &before_, nullptr); }
+    InterruptHandler(const InterruptHandler &) = delete;
+    InterruptHandler &operator=(const InterruptHandler &) = delete;
+    ~InterruptHandler() { sigaction(SIGINT, &before_, nullptr); }
 
 private:
-    static inline std::atomic<MXFileSystemObject *> item_; // a handler may use nothing but such
+    static inline std::atomic<MXFileSystemObject *> item_; // all that a signal handler may use
     static_assert(decltype(item_)::is_always_lock_free);
     struct sigaction before_ = {};
 };
@@ -51,13 +51,13 @@ std::string progressText(const MXSizeProgress &progress, std::chrono::duration<d
 }
 
 /// Why an item cannot be measured.
-std::string obstacleTo(const MXFileSystemObject &item) {
+std::string failureReason(const MXFileSystemObject &item) {
     using Part = ItemMetadata::Part;
     const ItemMetadata metadata = item.metadata({Part::Inode, Part::ResourceFork});
     for (const Part part : {Part::Inode, Part::ResourceFork})
         if (!metadata.isKnown(part))
             return statusText(metadata.status(part));
-    return "its volume tells nothing";
+    return "its volume reports no sizes";
 }
 
 MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item) {
@@ -68,15 +68,15 @@ MXSizeMeasurement measured(const SizeOptions &options, MXFileSystemObject &item)
     how.staysOnVolume = options.oneFileSystem;
     how.walksVolume = options.walk;
     how.listsUnreadable = options.errors; // there may be millions
-    LiveLine line;
-    if (line.isSeen())
+    StatusLine line;
+    if (line.isVisible())
         how.progress = [&line, start = Clock::now()](const MXSizeProgress &progress) {
             line.show(progressText(progress, Clock::now() - start));
         };
-    const Interruptible interruptible(item);
+    const InterruptHandler interruptHandler(item);
     const auto measurement = item.measureSize(how);
     if (!measurement)
-        throw Failure(options.path, obstacleTo(item));
+        throw Failure(options.path, failureReason(item));
     return *measurement;
 }
 
@@ -87,34 +87,34 @@ std::string itemsText(uint64_t count) {
 std::string text(const MXFileSystemObject &item, bool isVolume,
                  const MXSizeMeasurement &measurement, bool listsErrors) {
     const Colours colours;
-    Facts facts(colours);
+    LabelledLines lines(colours);
     const MXFSOSizeRecord &record = measurement.record;
     const auto size = MXFileSystemObjectSize::initWithLocalFileSize(record);
     if (isVolume) {
-        facts.addText("Capacity", size->capacityGetInfoString());
-        facts.addText("Available", size->availableGetInfoString());
-        facts.addText("Used", size->usedGetInfoString());
-        facts.add("Contains", itemsText(record.containedItemCount));
+        lines.addText("Capacity", size->capacityGetInfoString());
+        lines.addText("Available", size->availableGetInfoString());
+        lines.addText("Used", size->usedGetInfoString());
+        lines.add("Contains", itemsText(record.containedItemCount));
     } else {
-        facts.addText("Size", size->totalSizeGetInfoString());
+        lines.addText("Size", size->totalSizeGetInfoString());
         if (record.resourceForkSize > 0) {
-            facts.addText("Data", size->dataGetInfoString());
-            facts.addText("Resources", size->resourceGetInfoString());
+            lines.addText("Data", size->dataGetInfoString());
+            lines.addText("Resources", size->resourceGetInfoString());
         }
         if (item.isDir())
-            facts.addText("Contains", size->containsGetInfo());
+            lines.addText("Contains", size->containsGetInfo());
     }
     if (measurement.unreadableCount > 0)
-        facts.add("Not readable", itemsText(measurement.unreadableCount) +
-                                      (listsErrors ? ":" : " (--errors lists them)"));
+        lines.add("Unreadable", itemsText(measurement.unreadableCount) +
+                                    (listsErrors ? ":" : " (--errors lists them)"));
     if (listsErrors)
         for (const MXUnreadableItem &unreadable : measurement.unreadable)
-            facts.add("", DisplayText(bytesOf(unreadable.path)).text() + ": " +
+            lines.add("", DisplayText(bytesOf(unreadable.path)).text() + ": " +
                               statusText(unreadable.status));
     if (measurement.isPartial)
-        facts.add("Interrupted", "what was not reached by then is missing");
+        lines.add("Interrupted", "the sums are partial");
     return colours.name(item, DisplayText(bytesOf(item.completePath())).text()) + "\n" +
-           facts.text();
+           lines.text();
 }
 
 std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measurement,
@@ -134,7 +134,7 @@ std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measur
     object.number("containedFolderCount", record.containedFolderCount);
     object.number("containedFileCount", record.containedFileCount);
     object.number("hiddenItemCount", record.hiddenItemCount);
-    object.truth("isPartial", measurement.isPartial);
+    object.boolean("isPartial", measurement.isPartial);
     object.number("unreadableCount", measurement.unreadableCount);
     if (!listsErrors)
         return object.finished();
@@ -149,21 +149,21 @@ std::string json(const MXFileSystemObject &item, const MXSizeMeasurement &measur
 } // namespace
 
 bool size(const SizeOptions &options) {
-    const MXFileSystemObject::Ptr object = itemItself(options.path);
+    const MXFileSystemObject::Ptr object = itemAtPath(options.path);
     MXFileSystemObject &item = *object;
     const MXSizeMeasurement measurement = measured(options, item);
     if (measurement.unreadableCount > 0 && measurement.record.containedItemCount == 0)
-        throw Failure(options.path, // which is what could not be read
+        throw Failure(options.path, // the folder itself could not be read
                       eaccess(item.pathBytes().constData(), R_OK) == 0 ? EIO : errno);
     const bool isVolume = item.isVolume() && !options.walk;
     print(options.form == Form::Json ? json(item, measurement, options.errors) + "\n"
                                      : text(item, isVolume, measurement, options.errors));
     finishOutput();
     if (measurement.isPartial)
-        complain(options.path + ": interrupted, the sums are partial");
+        printError(options.path + ": interrupted, the sums are partial");
     if (measurement.unreadableCount > 0)
-        complain(options.path + ": " + itemsText(measurement.unreadableCount) +
-                 " could not be read, so that the sums are too small");
+        printError(options.path + ": " + itemsText(measurement.unreadableCount) +
+                   " could not be read, so the sums are too small");
     return !measurement.isPartial && measurement.unreadableCount == 0;
 }
 

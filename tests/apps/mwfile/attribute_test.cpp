@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Runs the command in @p folder; its output, or its complaint.
-std::string said(const TemporaryFolder &folder, const std::vector<std::string> &arguments) {
+/// Runs the command in @p folder. Returns its output, or its error message.
+std::string outputOf(const TemporaryFolder &folder, const std::vector<std::string> &arguments) {
     ProcessOptions options;
     options.workingFolder = folder.path();
     const ProcessResult result = mwfile(arguments, options);
@@ -18,7 +18,7 @@ std::string said(const TemporaryFolder &folder, const std::vector<std::string> &
     return result.output + result.errorOutput;
 }
 
-TEST(Attributes, AreSetShownAndRemoved) {
+TEST(Attributes, AreSetPrintedAndRemoved) {
     const struct {
         const char *command;
         const char *value;
@@ -33,89 +33,92 @@ TEST(Attributes, AreSetShownAndRemoved) {
         {"creator", "tt\nt", "tt\\nt\n", "none", "none\n", "d['creator'], d['isInvisible']"},
         {"invisible", "on", "on\n", "off", "off\n", "d['type'], d['isInvisible']"},
     };
-    const char *const facts[] = {"('Red', False)", "('Orange', False)", "('TEXT', False)",
-                                 "('tt\\nt', False)", "(None, True)"};
+    const char *const results[] = {"('Red', False)", "('Orange', False)", "('TEXT', False)",
+                                   "('tt\\nt', False)", "(None, True)"};
     for (const auto &row : rows) {
         SCOPED_TRACE(std::string(row.command) + " " + row.value);
         const TemporaryFolder folder;
         (void)folder.file("f");
-        EXPECT_EQ(said(folder, {row.command, "f"}), row.none);
-        EXPECT_EQ(said(folder, {row.command, row.value, "f"}), "");
-        EXPECT_EQ(said(folder, {row.command, "f"}), row.shown);
-        EXPECT_EQ(readJson(said(folder, {"info", "--json", "f"}), row.json), facts[&row - rows]);
-        EXPECT_EQ(said(folder, {row.command, "f", row.removed}), "");
-        EXPECT_EQ(said(folder, {row.command, "f"}), row.none);
+        EXPECT_EQ(outputOf(folder, {row.command, "f"}), row.none);
+        EXPECT_EQ(outputOf(folder, {row.command, row.value, "f"}), "");
+        EXPECT_EQ(outputOf(folder, {row.command, "f"}), row.shown);
+        EXPECT_EQ(readJson(outputOf(folder, {"info", "--json", "f"}), row.json),
+                  results[&row - rows]);
+        EXPECT_EQ(outputOf(folder, {row.command, "f", row.removed}), "");
+        EXPECT_EQ(outputOf(folder, {row.command, "f"}), row.none);
     }
 }
 
-TEST(Attributes, ALabelGoesWhereTheFileGoes) {
+TEST(Attributes, LabelsStayWithMovedAndCopiedFiles) {
     const TemporaryFolder folder;
     (void)folder.file("f");
-    EXPECT_EQ(said(folder, {"label", "red", "f"}), "");
+    EXPECT_EQ(outputOf(folder, {"label", "red", "f"}), "");
     (void)runProcess({"mv", folder.at("f"), folder.at("moved")});
     (void)runProcess({"cp", "-a", folder.at("moved"), folder.at("copied")});
-    EXPECT_EQ(said(folder, {"label", "moved"}), "Red\n");
-    EXPECT_EQ(readJson(said(folder, {"label", "--json", "copied"}), "d['label']"), "Red");
-    EXPECT_NE(said(folder, {"info", "copied"}).find("Label         Red"), std::string::npos);
+    EXPECT_EQ(outputOf(folder, {"label", "moved"}), "Red\n");
+    EXPECT_EQ(readJson(outputOf(folder, {"label", "--json", "copied"}), "d['label']"), "Red");
+    EXPECT_NE(outputOf(folder, {"info", "copied"}).find("Label         Red"), std::string::npos);
 }
 
-TEST(Attributes, WhatCouldMeanTwoThingsIsNotDone) {
+TEST(Attributes, AmbiguousAndInvalidValuesAreRejected) {
     const TemporaryFolder folder;
     (void)folder.file("red");
     (void)folder.file("blue");
-    EXPECT_EQ(said(folder, {"label", "red", "blue"}),
+    EXPECT_EQ(outputOf(folder, {"label", "red", "blue"}),
               "mwfile: red blue: either could be the item; write ./ before its name\n");
-    EXPECT_EQ(said(folder, {"label", "red"}), "None\n");
-    EXPECT_EQ(said(folder, {"label", "./red", "blue"}), "");
-    EXPECT_EQ(said(folder, {"label", "red"}), "Blue\n");
-    EXPECT_EQ(said(folder, {"label", "puce", "./red"}),
-              "mwfile: puce: a label is none, gray, green, purple, blue, yellow, red, orange\n");
-    EXPECT_EQ(said(folder, {"type", "red", "TEXTS"}),
-              "mwfile: TEXTS: a type is four characters, or none\n");
-    EXPECT_EQ(said(folder, {"lock", "missing", "on"}), "mwfile: missing: no such file or folder\n");
-    EXPECT_EQ(said(folder, {"label", "/dev/null", "red"}),
+    EXPECT_EQ(outputOf(folder, {"label", "red"}), "None\n");
+    EXPECT_EQ(outputOf(folder, {"label", "./red", "blue"}), "");
+    EXPECT_EQ(outputOf(folder, {"label", "red"}), "Blue\n");
+    EXPECT_EQ(outputOf(folder, {"label", "puce", "./red"}),
+              "mwfile: puce: a label is none, gray, green, purple, blue, yellow, red or orange\n");
+    EXPECT_EQ(outputOf(folder, {"type", "red", "TEXTS"}),
+              "mwfile: TEXTS: a type is four characters or none\n");
+    EXPECT_EQ(outputOf(folder, {"lock", "missing", "on"}),
+              "mwfile: missing: no such file or folder\n");
+    EXPECT_EQ(outputOf(folder, {"label", "/dev/null", "red"}),
               "mwfile: /dev/null: the file system cannot keep that for such an item\n");
     EXPECT_EQ(mwfile({"label"}).status, 2);
 }
 
-TEST(Attributes, OnlyTheSuperuserLocks) {
+TEST(Attributes, SuperuserCanLock) {
     const TemporaryFolder folder;
     (void)folder.file("f");
-    if (geteuid() == 0 && said(folder, {"lock", "on", "f"}).empty()) {
+    if (geteuid() == 0 && outputOf(folder, {"lock", "on", "f"}).empty()) {
         EXPECT_EQ(runProcess({"lsattr", folder.at("f")}).output.substr(0, 5), "----i");
-        EXPECT_EQ(said(folder, {"lock", "f"}), "on\n");
-        EXPECT_EQ(readJson(said(folder, {"info", "--json", "f"}), "d['isLocked']"), "True");
-        EXPECT_TRUE(said(folder, {"list", "."}).ends_with("  f  (locked)\n"));
-        EXPECT_EQ(said(folder, {"label", "f", "red"}), "mwfile: f: not permitted\n");
-        EXPECT_EQ(said(folder, {"lock", "off", "f"}), "");
-        EXPECT_EQ(said(folder, {"lock", "f"}), "off\n");
+        EXPECT_EQ(outputOf(folder, {"lock", "f"}), "on\n");
+        EXPECT_EQ(readJson(outputOf(folder, {"info", "--json", "f"}), "d['isLocked']"), "True");
+        EXPECT_TRUE(outputOf(folder, {"list", "."}).ends_with("  f  (locked)\n"));
+        EXPECT_EQ(outputOf(folder, {"label", "f", "red"}), "mwfile: f: not permitted\n");
+        EXPECT_EQ(outputOf(folder, {"lock", "off", "f"}), "");
+        EXPECT_EQ(outputOf(folder, {"lock", "f"}), "off\n");
     }
 }
 
-TEST(Aliases, AreMadeFollowedAndShown) {
+TEST(Aliases, AreMadeResolvedAndShown) {
     const TemporaryFolder folder;
     (void)folder.folder("target");
-    EXPECT_EQ(said(folder, {"alias", "make", "target", "a.desktop"}), "");
-    EXPECT_EQ(said(folder, {"alias", "make", "--finder", "target", "b"}), "");
+    EXPECT_EQ(outputOf(folder, {"alias", "make", "target", "a.desktop"}), "");
+    EXPECT_EQ(outputOf(folder, {"alias", "make", "--finder", "target", "b"}), "");
     (void)runProcess({"mv", folder.at("target"), folder.at("\xFFmoved")});
     for (const char *const alias : {"a.desktop", "b"}) {
-        EXPECT_EQ(said(folder, {"alias", "resolve", alias}), folder.at("\xFFmoved") + "\n");
-        EXPECT_EQ(readJson(said(folder, {"alias", "resolve", "--json", alias}),
+        EXPECT_EQ(outputOf(folder, {"alias", "resolve", alias}), folder.at("\xFFmoved") + "\n");
+        EXPECT_EQ(readJson(outputOf(folder, {"alias", "resolve", "--json", alias}),
                            "d['aliasOrLinkTargetPath'] + ' ' + d['aliasOrLinkTargetKind']"),
                   folder.at("\xFFmoved") + " folder");
-        EXPECT_EQ(readJson(said(folder, {"alias", "show", "--json", alias}), "d['path']"),
+        EXPECT_EQ(readJson(outputOf(folder, {"alias", "show", "--json", alias}), "d['path']"),
                   folder.at("target"));
-        EXPECT_EQ(linesOf(said(folder, {"alias", "show", alias}))[0],
+        EXPECT_EQ(linesOf(outputOf(folder, {"alias", "show", alias}))[0],
                   "Path     " + folder.at("target"));
     }
     (void)runProcess({"rmdir", folder.at("\xFFmoved")});
-    EXPECT_EQ(said(folder, {"alias", "resolve", "b"}), "mwfile: b: what it leads to is gone\n");
+    EXPECT_EQ(outputOf(folder, {"alias", "resolve", "b"}), "mwfile: b: its target is gone\n");
     (void)folder.file("plain");
-    EXPECT_EQ(said(folder, {"alias", "resolve", "plain"}), "mwfile: plain: not an alias\n");
-    EXPECT_EQ(said(folder, {"alias", "show", "plain"}), "mwfile: plain: holds no alias record\n");
-    EXPECT_EQ(said(folder, {"alias", "make", "plain", "c"}),
-              "mwfile: c: the name of such an alias ends with .desktop\n");
-    EXPECT_EQ(said(folder, {"alias", "make", "plain", "a.desktop"}),
+    EXPECT_EQ(outputOf(folder, {"alias", "resolve", "plain"}), "mwfile: plain: not an alias\n");
+    EXPECT_EQ(outputOf(folder, {"alias", "show", "plain"}),
+              "mwfile: plain: contains no alias record\n");
+    EXPECT_EQ(outputOf(folder, {"alias", "make", "plain", "c"}),
+              "mwfile: c: the name must end with .desktop\n");
+    EXPECT_EQ(outputOf(folder, {"alias", "make", "plain", "a.desktop"}),
               "mwfile: a.desktop: it already exists\n");
     EXPECT_EQ(mwfile({"alias"}).status, 2);
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(Info, TellsWhatStatTells) {
+TEST(Info, AgreesWithStat) {
     const TemporaryFolder folder;
     const std::string file = folder.file("a.txt", 281'624);
     ASSERT_EQ(chmod(file.c_str(), 04751), 0);
@@ -26,13 +26,13 @@ TEST(Info, TellsWhatStatTells) {
     const std::string link = folder.link("link", "a.txt");
     for (const std::string &path : {file, link}) {
         const std::string text = mwfile({"info", path}).output;
-        for (const char *const fact : {"rwxr-x--x (751)", "set user id"})
-            EXPECT_NE(text.find(fact), std::string::npos) << text;
+        for (const char *const line : {"rwxr-x--x (751)", "set user id"})
+            EXPECT_NE(text.find(line), std::string::npos) << text;
     }
     EXPECT_NE(mwfile({"info", file}).output.find("281,624 bytes (275 k)"), std::string::npos);
 }
 
-TEST(Info, TellsWhatADesktopKnows) {
+TEST(Info, ShowsVersionKindAndTarget) {
     const TemporaryFolder folder;
     folder.folder("Editor.app");
     folder.folder("Editor.app/Contents");
@@ -43,19 +43,19 @@ TEST(Info, TellsWhatADesktopKnows) {
     ASSERT_EQ(mwfile({"alias", "make", folder.at("note.txt"), alias}).errorOutput, "");
     struct Row {
         const char *name;
-        std::vector<std::string> facts;
+        std::vector<std::string> lines;
     };
     const Row rows[] = {
         {"Editor.app", {"application\n", "Version       Editor 2\n", "1 folder, 0 files\n"}},
         {"note.txt", {"file (plain text document)\n"}},
-        {"alias.desktop", {"alias to a file\n", "Leads to      " + folder.at("note.txt") + "\n"}},
+        {"alias.desktop", {"alias to a file\n", "Target        " + folder.at("note.txt") + "\n"}},
     };
     for (const Row &row : rows) {
         ProcessOptions options;
         options.environment = {"LC_ALL=C.UTF-8", "LANGUAGE="};
         const std::string text = mwfile({"info", folder.at(row.name)}, options).output;
-        for (const std::string &fact : row.facts)
-            EXPECT_NE(text.find(fact), std::string::npos) << text;
+        for (const std::string &line : row.lines)
+            EXPECT_NE(text.find(line), std::string::npos) << text;
     }
     EXPECT_EQ(readJson(mwfile({"info", "--json", folder.at("Editor.app")}).output,
                        "d['versionString'], d['isPackagedApplication'], d['kindAsString']"),
@@ -84,7 +84,7 @@ TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
     };
     for (const Row &row : rows)
         EXPECT_EQ(readJson(mwfile({"info", "--json", row.path}).output, row.expression), row.value);
-    for (const char *const name : {"[a,b]", "[x]", "++"}) // words that mean something to CLI11
+    for (const char *const name : {"[a,b]", "[x]", "++"}) // words that CLI11 interprets
         EXPECT_EQ(readJson(mwfile({"info", "--json", folder.file(name)}).output, "d['name']"),
                   name);
     EXPECT_EQ(mwfile({"info", file + "/"}).errorOutput, "mwfile: " + file + "/: not a folder\n");
@@ -97,7 +97,7 @@ TEST(Info, DescribesALinkUnlessThePathEndsWithASlash) {
               "['" + folder.at("sub/x") + "', '" + folder.at("sub") + "']");
 }
 
-TEST(Info, NeverWaitsForANode) {
+TEST(Info, DoesNotBlockOnFifosAndDevices) {
     const TemporaryFolder folder;
     const ProcessResult result = runProcess({"timeout", "5", MWFILE, "info", folder.fifo("fifo"),
                                              "/dev/zero", "/dev/tty", folder.path()});
@@ -106,7 +106,7 @@ TEST(Info, NeverWaitsForANode) {
     EXPECT_NE(result.output.find("character device\n"), std::string::npos);
 }
 
-TEST(Info, GoesOnAfterAPathThatFails) {
+TEST(Info, ContinuesAfterAFailure) {
     const TemporaryFolder folder;
     const std::string file = folder.file("file");
     const ProcessResult result =

@@ -65,7 +65,7 @@ TEST(List, SortsHidesAndReverses) {
     }
 }
 
-TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
+TEST(List, ShowsAnnotationsAfterTheName) {
     const TemporaryFolder folder;
     folder.folder("Editor.app");
     folder.folder("Editor.app/Contents");
@@ -87,7 +87,7 @@ TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
     struct Row {
         const char *name;
         std::string ending; ///< of the row, from the name on
-        std::string facts;  ///< in JSON: kind, label, permissions and what else there is
+        std::string facts;  ///< in JSON: kind, label, permissions and other members
     };
     const Row rows[] = {
         {"Editor.app", "  (application)", "application None rwxr-xr-x True"},
@@ -120,7 +120,7 @@ TEST(List, SaysBehindANameWhatTheColumnsDoNot) {
     }
 }
 
-TEST(List, DoesNotWaitForWhereAliasesLead) {
+TEST(List, DoesNotWaitForTargetsOfAliases) {
     const MountedFolder home("tmpfs");
     if (!home.failureReason().empty())
         GTEST_SKIP() << home.failureReason();
@@ -141,7 +141,7 @@ TEST(List, DoesNotWaitForWhereAliasesLead) {
               "(None, 'unknown')");
 }
 
-TEST(List, TellsAPersonHowManyAreHidden) {
+TEST(List, CountsHiddenItemsOnATerminal) {
     const TemporaryFolder folder;
     for (const char *const name : {".a", "tmp", "seen"})
         folder.file(name);
@@ -158,7 +158,7 @@ TEST(List, TellsAPersonHowManyAreHidden) {
     EXPECT_TRUE(lastLine(OutputTo::Terminal, "--json").starts_with("]"));
 }
 
-TEST(List, ATerminalBreaksNoRemark) {
+TEST(List, AnnotationsAreNotWrapped) {
     const TemporaryFolder folder;
     ASSERT_EQ(mwfile({"label", "red", folder.file("\xe6\xbc\xa2\xe5\xad\x97")}).errorOutput, "");
     ProcessOptions options;
@@ -173,8 +173,8 @@ TEST(List, ATerminalBreaksNoRemark) {
     };
     const std::string whole = printed(200);
     ASSERT_TRUE(whole.ends_with("  (Red)\n"));
-    const int columns =
-        static_cast<int>(whole.size()) - 1 - 2; // two characters of three bytes, each two wide
+    const int columns = static_cast<int>(whole.size()) - 1 -
+                        2; // two characters of three bytes and two columns each
     EXPECT_EQ(printed(columns), whole);
     const std::string name = whole.substr(0, whole.rfind("  (Red)"));
     EXPECT_EQ(printed(columns - 1),
@@ -182,7 +182,7 @@ TEST(List, ATerminalBreaksNoRemark) {
                   "(Red)\n");
 }
 
-TEST(List, NothingUnprintablePasses) {
+TEST(List, EscapesUnprintableCharacters) {
     const TemporaryFolder folder;
     for (const char *const name :
          {"plain", "\xe6\xbc\xa2\xe5\xad\x97", "e\xcc\x81", "\xff", "a\nb", "\x1b[31mred",
@@ -212,7 +212,7 @@ TEST(List, NothingUnprintablePasses) {
     EXPECT_EQ(names, std::vector<std::string>(std::begin(expected), std::end(expected)));
 }
 
-TEST(List, JsonGivesEveryByteBack) {
+TEST(List, JsonPreservesEveryByte) {
     const TemporaryFolder folder;
     const std::string names[] = {"\xff\xfe", "a\nb\"\\", "\xc3\xa9",    "\xe2\x80\xae",
                                  "\x1b",     "\x7f",     "\xed\xb3\xbf"};
@@ -236,7 +236,7 @@ TEST(List, JsonGivesEveryByteBack) {
     EXPECT_EQ(readJson(mwfile({"list", "--json", empty.path()}).output, "d"), "[]");
 }
 
-TEST(List, IsColouredWhereAPersonSeesIt) {
+TEST(List, IsColouredOnlyOnATerminal) {
     const TemporaryFolder folder;
     folder.folder("sub");
     const auto isColoured = [&](OutputTo outputTo, std::vector<std::string> environment) {
@@ -251,7 +251,7 @@ TEST(List, IsColouredWhereAPersonSeesIt) {
     EXPECT_FALSE(isColoured(OutputTo::Pipe, {"TERM=xterm", "NO_COLOR="}));
 }
 
-/// Runs the command without root's rights, from where everybody may.
+/// Runs a copy of the command that anybody may run, without root privileges.
 ProcessResult mwfileAsNobody(std::vector<std::string> arguments) {
     const TemporaryFolder place;
     chmod(place.path().c_str(), 0755);
@@ -263,7 +263,7 @@ ProcessResult mwfileAsNobody(std::vector<std::string> arguments) {
     return runProcess(arguments, options);
 }
 
-TEST(List, FailuresAreOneLineAndStatusOne) {
+TEST(List, FailuresPrintOneLineAndReturnOne) {
     const TemporaryFolder folder;
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
     folder.file("file");
@@ -303,7 +303,7 @@ TEST(List, FailuresAreOneLineAndStatusOne) {
         }
 }
 
-TEST(List, AFullDiskUnderTheOutputIsNoticed) {
+TEST(List, ReportsAFullOutputDisk) {
     const ProcessResult result =
         runProcess({"sh", "-c", "\"$0\" list /usr/bin >/dev/full", MWFILE});
     EXPECT_EQ(result.status, 1);

@@ -21,8 +21,8 @@ inline std::vector<std::string> linesOf(const std::string &text) {
     return lines;
 }
 
-/// What an independent reader of JSON makes of the output: the Python expression @p expression over
-/// the data `d`, printed. Lone surrogates come out as the bytes that they carry.
+/// Parses @p json with Python and prints the Python expression @p expression over the data `d`.
+/// Lone surrogates are printed as the bytes that they represent.
 inline std::string readJson(const std::string &json, const std::string &expression) {
     ProcessOptions options;
     options.input = json;

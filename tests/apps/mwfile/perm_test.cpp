@@ -35,7 +35,7 @@ TEST(Perm, ReadsNumberTextAndMode) {
               "[751, 'rwxr-x--x', '06751', True, True, False]");
 }
 
-TEST(Perm, RefusesWhatMeansNothing) {
+TEST(Perm, RejectsInvalidValues) {
     for (const char *const value :
          {"", "8", "758", "4755", "1755", "010000", "rwsr-xr-x", "xwrxwrxwr", "qrwxr-xr-x", "-1",
           "0x1ff", "rwx", "--", "-x", "drwxr-xr-xx"}) {

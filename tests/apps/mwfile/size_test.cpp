@@ -20,7 +20,7 @@ constexpr const char *kFields =
     "'physicalResourceForkSize', 'volumeFreeBytes', 'totalSize', 'physicalTotalSize', "
     "'containedItemCount', 'containedFolderCount', 'containedFileCount', 'hiddenItemCount')]";
 
-TEST(SizeCommand, TellsEveryField) {
+TEST(SizeCommand, PrintsEveryField) {
     const TemporaryFolder folder;
     folder.file("file", 5000);
     folder.folder("sub");
@@ -42,7 +42,7 @@ TEST(SizeCommand, TellsEveryField) {
     EXPECT_NE(text.find("3 Files. 1 Folders. ( 0 hidden )\n"), std::string::npos) << text;
 }
 
-TEST(SizeCommand, AddsAForkInASidecarOnceIfAsked) {
+TEST(SizeCommand, CountsAForkInASidecarOnceOnRequest) {
     const TemporaryFolder folder;
     folder.file("file");
     std::ofstream(folder.at("._file"), std::ios::binary)
@@ -54,14 +54,14 @@ TEST(SizeCommand, AddsAForkInASidecarOnceIfAsked) {
               "(42, 4)");
 }
 
-TEST(SizeCommand, AsksAVolumeOrWalksIt) {
+TEST(SizeCommand, UsesTheVolumeOrWalksIt) {
     const std::string text = mwfile({"size", "/proc"}).output;
     EXPECT_NE(text.find("Capacity"), std::string::npos) << text;
     const ProcessResult walked = mwfile({"size", "--walk", "--json", "/proc/sys"});
     EXPECT_EQ(readJson(walked.output, "d['containedFileCount'] > 100"), "True");
 }
 
-TEST(SizeCommand, TellsWhatItCouldNotRead) {
+TEST(SizeCommand, ReportsUnreadableItems) {
     const TemporaryFolder folder;
     folder.folder("closed \x1B\xFF");
     ASSERT_EQ(chmod(folder.at("closed \x1B\xFF").c_str(), 0), 0);
@@ -92,8 +92,8 @@ TEST(SizeCommand, TellsWhatItCouldNotRead) {
     }
 }
 
-TEST(SizeCommand, EndsWithWhatIsKnownWhenInterrupted) {
-    // Ctrl-C once the command is ready for it.
+TEST(SizeCommand, PrintsPartialSumsWhenInterrupted) {
+    // Sends SIGINT as soon as the command handles it.
     constexpr const char *kInterrupted =
         "import re, signal, subprocess, sys, time\n"
         "size = subprocess.Popen(sys.argv[1:])\n"
@@ -105,22 +105,22 @@ TEST(SizeCommand, EndsWithWhatIsKnownWhenInterrupted) {
         "sys.exit(size.wait())\n";
     const ProcessResult stopped =
         runProcess({"python3", "-c", kInterrupted, MWFILE, "size", "--walk", "--json", "/"});
-    EXPECT_EQ(stopped.status, 1) << "or everything was measured by then";
+    EXPECT_EQ(stopped.status, 1) << "unless it had finished before";
     EXPECT_EQ(readJson(stopped.output, "d['isPartial'], d['containedItemCount'] > 0"),
               "(True, True)");
     EXPECT_NE(stopped.errorOutput.find("interrupted, the sums are partial"), std::string::npos);
 }
 
-TEST(SizeCommand, ShowsOnATerminalHowFarItIs) {
+TEST(SizeCommand, ShowsProgressOnATerminal) {
     ProcessOptions options;
     options.outputTo = OutputTo::Terminal;
     options.environment = {"TERM=xterm"};
     const std::string shown = mwfile({"size", "/usr"}, options).output;
     const std::size_t live = shown.find(" entries/s\x1B[K");
     const std::size_t gone = shown.rfind("\r\x1B[K");
-    if (shown.find(" entries, ") != std::string::npos) { // else there was nothing to wait for
+    if (shown.find(" entries, ") != std::string::npos) { // otherwise it finished too soon
         EXPECT_NE(live, std::string::npos) << shown;
-        EXPECT_LT(gone, shown.find("/usr")) << "the line is gone before the result";
+        EXPECT_LT(gone, shown.find("/usr")) << "the line is removed before the result";
     }
     options.environment = {"TERM=dumb"};
     EXPECT_EQ(mwfile({"size", "/usr"}, options).output.find('\x1B'), std::string::npos);

@@ -9,7 +9,7 @@
 
 namespace {
 
-TEST(Usage, WhatMeansNothingIsOneLineAndStatusTwo) {
+TEST(Usage, ErrorsPrintOneLineAndReturnTwo) {
     const std::vector<std::string> commands[] = {
         {},
         {"nonsense"},
@@ -35,18 +35,18 @@ TEST(Usage, WhatMeansNothingIsOneLineAndStatusTwo) {
     }
 }
 
-TEST(Usage, TraceShowsTheLibrarysOwnLines) {
+TEST(Usage, TraceShowsTraceLines) {
     EXPECT_EQ(mwfile({"--trace", "list", "/missing"}).errorOutput,
               "\t\tError getting item statistics\n"
               "\t\terror : No such file or directory\n"
               "mwfile: /missing: no such file or folder\n");
 }
 
-TEST(Usage, WhatTheLibraryLogsIsShownWithTraceAlone) {
+TEST(Usage, OnlyTraceShowsTheLog) {
     const TemporaryFolder folder;
     const std::string file = folder.file("f");
     ASSERT_EQ(mwfile({"type", file, "TEXT"}).errorOutput, "");
-    std::string other(60, '\0'); // AFP information that says another type
+    std::string other(60, '\0'); // AFP information with another type
     other.replace(0, 8, std::string("AFP\0\0\0\1\0", 8)).replace(16, 4, "PICT");
     ASSERT_EQ(setxattr(file.c_str(), "user.AFP_AfpInfo", other.data(), other.size(), 0), 0);
     for (const char *const command : {"list", "info"}) {

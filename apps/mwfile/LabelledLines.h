@@ -2,27 +2,27 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "bytes.h"
 #include "Colours.h"
 #include "DisplayText.h"
+#include "TextBytes.h"
 
 #include <string>
 #include <string_view>
 
 namespace MWCore::mwfile {
 
-/// What is known of an item: one line a fact, below a heading.
-class Facts {
+/// Lines of a label and a value, for printing below a heading.
+class LabelledLines {
 public:
-    explicit Facts(const Colours &colours) : colours_(colours) {}
+    explicit LabelledLines(const Colours &colours) : colours_(colours) {}
 
     void add(std::string label, std::string_view value) {
         constexpr std::size_t kLabelColumns = 14;
         label.resize(kLabelColumns, ' ');
-        text_.append("  ").append(colours_.quiet(label)).append(value).append("\n");
+        text_.append("  ").append(colours_.dimmed(label)).append(value).append("\n");
     }
 
-    /// Only where there is one.
+    /// Adds nothing if @p value is empty.
     void addText(const char *label, const QString &value) {
         if (!value.isEmpty())
             add(label, DisplayText(bytesOf(value)).text());

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "Remarks.h"
+#include "Annotations.h"
 
-#include "bytes.h"
 #include "DisplayText.h"
 #include "ItemJson.h"
 #include "LocalItem.h"
+#include "TextBytes.h"
 
 #include <vector>
 
 namespace MWCore::mwfile {
 namespace {
 
-/// The kind where the letter before the permissions does not tell it; else empty.
-std::string kindRemark(const MXFileSystemObject &item) {
+/// The kind; empty if the letter before the permissions already gives it.
+std::string kindAnnotation(const MXFileSystemObject &item) {
     switch (item.fsoKind()) {
     case MXItemKindAlias:
     case MXItemKindApplication:
@@ -38,30 +38,30 @@ std::string destination(const MXFileSystemObject &item, const std::optional<std:
 
 } // namespace
 
-std::string arrow(const MXFileSystemObject &item, const std::optional<std::string> &target,
-                  const Colours &colours) {
-    return isPointer(item) ? colours.quiet("-> " + destination(item, target)) : "";
+std::string targetAnnotation(const MXFileSystemObject &item,
+                             const std::optional<std::string> &target, const Colours &colours) {
+    return isLinkOrAlias(item) ? colours.dimmed("-> " + destination(item, target)) : "";
 }
 
-std::string remarks(const MXFileSystemObject &item, const ItemMetadata &metadata,
-                    const Colours &colours) {
+std::string annotations(const MXFileSystemObject &item, const ItemMetadata &metadata,
+                        const Colours &colours) {
     std::vector<std::string> words;
-    if (const std::string kind = kindRemark(item); !kind.empty())
-        words.push_back(colours.quiet(kind));
+    if (const std::string kind = kindAnnotation(item); !kind.empty())
+        words.push_back(colours.dimmed(kind));
     if (const int number = metadata.labelNumber(); number != 0) {
-        const MXLabel::Ptr label = labelNumbered(number);
-        words.push_back(colours.dot(*label) + colours.quiet(labelText(*label)));
+        const MXLabel::Ptr label = labelWithNumber(number);
+        words.push_back(colours.dot(*label) + colours.dimmed(labelText(*label)));
     }
     if (isLocked(item, metadata))
-        words.push_back(colours.quiet("locked"));
+        words.push_back(colours.dimmed("locked"));
     if (metadata.isInvisible())
-        words.push_back(colours.quiet("invisible"));
-    if (isCutShort(metadata))
-        words.push_back(colours.quiet("label not looked for"));
+        words.push_back(colours.dimmed("invisible"));
+    if (isIncomplete(metadata))
+        words.push_back(colours.dimmed("label not looked for"));
     std::string text;
     for (const std::string &word : words)
-        text.append(colours.quiet(text.empty() ? "(" : ", ")).append(word);
-    return text.empty() ? text : text + colours.quiet(")");
+        text.append(colours.dimmed(text.empty() ? "(" : ", ")).append(word);
+    return text.empty() ? text : text + colours.dimmed(")");
 }
 
 } // namespace MWCore::mwfile

@@ -8,7 +8,7 @@
 
 namespace MWCore::mwfile {
 
-/// The bytes of a text that the library gave; of a name or path those that the system knows.
+/// The bytes of a text from the library; for a name or path, those that the system uses.
 [[nodiscard]] inline std::string bytesOf(const QString &text) {
     const auto bytes = fileSystemRepresentation(text);
     return bytes ? bytes->toStdString() : text.toStdString();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "LiveLine.h"
+#include "StatusLine.h"
 
 #include "Output.h"
 
@@ -21,14 +21,15 @@ bool isDumb() {
 
 } // namespace
 
-LiveLine::LiveLine() : isSeen_(isatty(STDERR_FILENO) && !isDumb()) {}
+StatusLine::StatusLine() : isVisible_(isatty(STDERR_FILENO) && !isDumb()) {}
 
-void LiveLine::show(std::string text) {
-    if (!isSeen_ || text == shown_)
+void StatusLine::show(std::string text) {
+    if (!isVisible_ || text == shown_)
         return;
     constexpr int kUsualColumns = 80;
     const int columns = terminalColumns(STDERR_FILENO).value_or(kUsualColumns);
-    text.resize(std::min(text.size(), static_cast<std::size_t>(columns - 1))); // or it would wrap
+    text.resize(
+        std::min(text.size(), static_cast<std::size_t>(columns - 1))); // so that it does not wrap
     std::fprintf(stderr, "\r%s\033[K", text.c_str());
     shown_ = std::move(text);
 }

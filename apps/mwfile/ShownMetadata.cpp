@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "Catalogue.h"
+#include "ShownMetadata.h"
 
-#include "bytes.h"
 #include "Failure.h"
 #include "LocalItem.h"
+#include "TextBytes.h"
 
 #include <MWCore/MXLabelManager.h>
 
@@ -12,16 +12,16 @@
 
 namespace MWCore::mwfile {
 
-std::optional<std::string> RowLooks::targetOf(const MXFileSystemObject &item) {
+std::optional<std::string> RowInspection::targetOf(const MXFileSystemObject &item) {
     QByteArray target;
     if (!item.isAlias())
         return linkTarget(item);
-    if (isLost(item) || aliases_.resolve(item.pathBytes(), &target) != noErr)
+    if (isTargetUnknown(item) || aliases_.resolve(item.pathBytes(), &target) != noErr)
         return std::nullopt;
     return target.toStdString();
 }
 
-bool isCutShort(const ItemMetadata &metadata) {
+bool isIncomplete(const ItemMetadata &metadata) {
     return metadata.status(ItemMetadata::Part::FinderInfo) == fileBoundsErr;
 }
 
@@ -52,7 +52,7 @@ std::optional<std::string> codeText(uint32_t code) {
     return text;
 }
 
-MXLabel::Ptr labelNumbered(int number) {
+MXLabel::Ptr labelWithNumber(int number) {
     return MXLabelManager::sharedLabelManager()->labelWithID(static_cast<uint16_t>(number));
 }
 

@@ -10,15 +10,15 @@
 
 namespace MWCore::mwfile {
 
-/// The metadata that is shown of an item.
+/// The metadata that commands show.
 inline constexpr ItemMetadata::Parts kShownMetadata{
     ItemMetadata::Part::Inode, ItemMetadata::Part::DateCreated, ItemMetadata::Part::FinderInfo};
 
-/// What the rows of a listing share: together they take a bounded time to look into what others
-/// wrote in items and beside them.
-class RowLooks {
+/// Reads metadata and targets for the rows of a listing. Together the rows take a limited time for
+/// untrusted contents.
+class RowInspection {
 public:
-    explicit RowLooks(const MXFileSystemObject &folder)
+    explicit RowInspection(const MXFileSystemObject &folder)
         : timeBudget_(ListedMetadata::kUsualLimits), metadata_(folder, timeBudget_),
           aliases_(timeBudget_) {}
 
@@ -26,8 +26,8 @@ public:
         return metadata_.read(item, kShownMetadata);
     }
 
-    /// Where a link or alias leads in the end; nothing for anything else, and where it leads
-    /// nowhere or cannot be told in time.
+    /// The final target of a link or alias. nullopt if the item is neither, if the target does not
+    /// exist or has no path, or if it is not found in time.
     [[nodiscard]] std::optional<std::string> targetOf(const MXFileSystemObject &item);
 
 private:
@@ -36,23 +36,23 @@ private:
     ListedAliases aliases_;
 };
 
-/// Whether there was no time to find out label, type, creator and invisibility.
-[[nodiscard]] bool isCutShort(const ItemMetadata &metadata);
+/// Whether there was no time to read label, type, creator and invisibility.
+[[nodiscard]] bool isIncomplete(const ItemMetadata &metadata);
 
-/// Whether the item is shown as locked: as its operation of this name says.
+/// As MXFileSystemObject::isLocked(), but from @p metadata.
 [[nodiscard]] bool isLocked(const MXFileSystemObject &item, const ItemMetadata &metadata);
 
-/// When the item was made, in seconds since 1970-01-01 UTC.
+/// The creation date in seconds since 1970-01-01 UTC; nullopt if not known.
 [[nodiscard]] std::optional<int64_t> secondsCreated(const ItemMetadata &metadata);
 
-/// The reference to the item at @p path. Throws Failure when there is none.
+/// A reference to the item at @p path. Throws Failure if there is no such item.
 [[nodiscard]] FSRef referenceTo(const std::string &path);
 
-/// The four characters of a type or creator; nothing for a code that means none.
+/// The four characters of a type or creator; nullopt for a code that means none.
 [[nodiscard]] std::optional<std::string> codeText(uint32_t code);
 
-/// The label of number 0 to 7.
-[[nodiscard]] MXLabel::Ptr labelNumbered(int number);
+/// The label with the number, 0 to 7.
+[[nodiscard]] MXLabel::Ptr labelWithNumber(int number);
 
 /// A label's name; "None" for number 0.
 [[nodiscard]] std::string labelText(const MXLabel &label);
