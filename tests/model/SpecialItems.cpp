@@ -63,7 +63,7 @@ const std::vector<SpecialItems::Row> &SpecialItems::rows() {
         {"link to nothing", MXItemKindUnknown, -1, false},
         {"link in a circle", MXItemKindUnknown, -1, false},
         {"link through a file", MXItemKindUnknown, -1, false},
-        // folders that are more than that
+        // folders of other kinds
         {"Bundle.app", MXItemKindApplication, -1, true},
         {"Empty.app", MXItemKindPackage, -1, false},
         {"AppDir", MXItemKindApplication, -1, true},
@@ -71,7 +71,7 @@ const std::vector<SpecialItems::Row> &SpecialItems::rows() {
         {"Some.framework", MXItemKindPackage, -1, false},
         {"bundle bit", MXItemKindPackage, -1, false},
         {"type of a folder", MXItemKindFolder, -1, false},
-        // applications of one file
+        // applications in one file
         {"typed APPL", MXItemKindApplication, -1, false},
         {"typed TEXT.AppImage", MXItemKindFile, -1, false},
         {"labelled.AppImage", MXItemKindApplication, -1, false},

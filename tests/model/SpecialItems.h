@@ -7,13 +7,13 @@
 
 #include <vector>
 
-/// A folder with one item of every kind and every reason for it.
+/// A folder with an item for every kind and every way to recognise it.
 class SpecialItems {
 public:
     struct Row {
         const char *name;
         MWCore::MXItemKind kind;
-        int targetKind; ///< -1 where none is told
+        int targetKind; ///< -1 if none is reported
         bool isPackaged;
     };
 

@@ -17,7 +17,7 @@ QString text(const std::string &path) {
     return MWCore::stringWithFileSystemRepresentation(path);
 }
 
-TEST(Alias, SurvivesAsBytes) {
+TEST(Alias, CanBeStoredAsBytes) {
     const TemporaryFolder folder;
     const std::string item = folder.file("caf\xC3\xA9 \xFF");
     QByteArray data;
@@ -35,7 +35,7 @@ TEST(Alias, SurvivesAsBytes) {
     EXPECT_EQ(MXAlias::aliasWithPath("/")->path(), "/");
 }
 
-TEST(Alias, OfNothingIsNone) {
+TEST(Alias, IsNullForAMissingItem) {
     const TemporaryFolder folder;
     (void)folder.link("dangling", "nowhere");
     (void)folder.file("file");

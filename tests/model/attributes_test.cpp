@@ -25,7 +25,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-TEST(Attributes, AreThoseOfStat) {
+TEST(Attributes, AgreeWithStat) {
     const TemporaryFolder folder;
     const std::string path = folder.file("a.tar.gz", 10);
     ASSERT_EQ(chmod(path.c_str(), 07741), 0);
@@ -68,7 +68,7 @@ TEST(Attributes, AreThoseOfStat) {
     EXPECT_TRUE(itemAt("/")->isRoot());
 }
 
-TEST(Attributes, OfPermissionsAreKeptFromTheFirstUseOn) {
+TEST(Attributes, PermissionsAreCached) {
     const TemporaryFolder folder;
     const std::string path = folder.file("item");
     for (const mode_t mode : {01777U, 02777U, 04777U}) {
@@ -86,7 +86,7 @@ TEST(Attributes, OfPermissionsAreKeptFromTheFirstUseOn) {
     }
 }
 
-TEST(Attributes, OfPathsThatHostsSet) {
+TEST(Attributes, NamesFollowASetPath) {
     const struct {
         const char *path;
         const char *name;
@@ -124,7 +124,7 @@ TEST(Attributes, OfPathsThatHostsSet) {
     EXPECT_FALSE(item->ownedByCurrentUser());
 }
 
-TEST(Attributes, OfTheSystemFollowAPathThatAHostSets) {
+TEST(Attributes, SystemAttributesFollowASetPath) {
     const TemporaryFolder folder;
     const TemporaryFolder elsewhere;
     (void)folder.file("item");
@@ -144,7 +144,7 @@ TEST(Attributes, OfTheSystemFollowAPathThatAHostSets) {
     }
 }
 
-TEST(Attributes, OfAddressesAreAbsolute) {
+TEST(Attributes, UrlsAreAbsolute) {
     const auto item = MXFileSystemObject::init();
     item->setCompletePath("a b");
     const QString expected =
@@ -153,7 +153,7 @@ TEST(Attributes, OfAddressesAreAbsolute) {
     EXPECT_EQ(item->previewItemURL(), QUrl(expected));
 }
 
-TEST(Attributes, OfDamagedMetadataAreNone) {
+TEST(Attributes, DamagedMetadataCountAsNone) {
     const TemporaryFolder folder;
     const std::string path = folder.file("item");
     std::ofstream(folder.at("._item")) << std::string("\0\5\x16\7\0\2\0\0", 8) << "damaged";
@@ -164,7 +164,7 @@ TEST(Attributes, OfDamagedMetadataAreNone) {
     EXPECT_EQ(item->fsoKind(), MXItemKindFile);
 }
 
-TEST(Attributes, KeepEveryByteOfAName) {
+TEST(Attributes, PreserveEveryByteOfAName) {
     const TemporaryFolder folder;
     for (const char *const name :
          {"\xFF", "\xC3", "\xED\xB3\xBF", "%2F?#", "\xF0\x9F\x98\x80", "\n"}) {
@@ -183,7 +183,7 @@ TEST(Attributes, KeepEveryByteOfAName) {
     }
 }
 
-TEST(Attributes, OfTheCatalogueAreReadAnew) {
+TEST(Attributes, CatalogueAttributesAreNotCached) {
     const MountedFolder mounted("ext4");
     if (!mounted.failureReason().empty())
         GTEST_SKIP() << mounted.failureReason();
@@ -222,7 +222,7 @@ TEST(Attributes, OfTheCatalogueAreReadAnew) {
     ASSERT_EQ(runProcess({"chattr", "-i", mounted.at("a.framework")}).status, 0);
 }
 
-TEST(Attributes, OfAVanishedItemAreTheDocumentedMarkers) {
+TEST(Attributes, VanishedItemsHaveMarkers) {
     const TemporaryFolder folder;
     (void)folder.file("item");
     const auto item = child(itemAt(folder.path()), "item");
@@ -261,9 +261,9 @@ TEST(Attributes, OfAVanishedItemAreTheDocumentedMarkers) {
     EXPECT_EQ(LoggedMessages::take().size(), 1);
 }
 
-TEST(Attributes, NeverWaitForANode) {
+TEST(Attributes, DoNotBlockOnFifosAndDevices) {
     EXPECT_EQ(runForked([] {
-                  alarm(20); // ends a process that waits
+                  alarm(20); // ends the process if it blocks
                   const SpecialItems items;
                   const auto folder = itemAt(items.path());
                   (void)mfs_set_trace_stream(nullptr);
@@ -295,7 +295,7 @@ TEST(Attributes, NeverWaitForANode) {
               0);
 }
 
-TEST(Conversions, OfCodes) {
+TEST(Conversions, Codes) {
     const struct {
         uint32_t code;
         const char *text;
@@ -306,7 +306,7 @@ TEST(Conversions, OfCodes) {
     EXPECT_EQ(fileSystemRepresentation(bytes), QByteArray("f\xAF\xAF"
                                                           "d"));
     for (const char *const code : {"TEXT", "TEXTtext", "ab", ""}) {
-        uint32_t word = 0; // as memory has it, which is deliberately not the way back
+        uint32_t word = 0; // in memory order, deliberately not the inverse
         std::memcpy(&word, code, std::min<std::size_t>(4, std::strlen(code)));
         EXPECT_EQ(MXFileSystemObject::fourCharCodeToOSType(code), word) << code;
     }
@@ -316,7 +316,7 @@ TEST(Conversions, OfCodes) {
     EXPECT_EQ(MXFileSystemObject::isBigEndian(), *reinterpret_cast<const char *>(&word) == 0);
 }
 
-TEST(Conversions, OfDates) {
+TEST(Conversions, Dates) {
     EXPECT_EQ(MXFileSystemObject::carbonReferenceDate(), -3061152000.0);
     const struct {
         UTCDateTime count;
@@ -351,7 +351,7 @@ TEST(Conversions, OfDates) {
     }
 }
 
-/// Ends the process with 0 if the date of a file is told as @p expected.
+/// Ends the process with status 0 if the date text of a file is @p expected.
 [[noreturn]] void exitAfterTelling(const char *language, const char *zone, const char *expected) {
     setenv("LC_ALL", language, 1);
     setenv("TZ", zone, 1);
@@ -365,8 +365,8 @@ TEST(Conversions, OfDates) {
     exit(isAsExpected ? 0 : 1);
 }
 
-TEST(Conversions, OfDatesToTextsAreThoseOfTheUsersLanguage) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe"); // Qt looks at the language once a process
+TEST(Conversions, DateTextsAreInTheUsersLanguage) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // Qt reads the language once per process
     const auto done = testing::ExitedWithCode(0);
     EXPECT_EXIT(exitAfterTelling("C", "UTC", "March 04, 2008 05:45PM"), done, "");
     EXPECT_EXIT(exitAfterTelling("en_US.UTF-8", "ABC-7:30", "March 05, 2008 01:15AM"), done, "");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// What a listing makes of items that somebody made to stall it.
+// Listings of items that were made to stall them.
 #include "core/record_tree.h"
 #include "model/item/ListedMetadata.h"
 #include "model/listing/ListedKinds.h"
@@ -26,7 +26,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-/// A clock that a millisecond goes by at each look.
+/// A clock that advances by a millisecond at each call.
 int64_t ticking() {
     constexpr int64_t kMillisecond = 1'000'000;
     static int64_t now = 0;
@@ -38,7 +38,7 @@ int64_t givenTime() {
     return setTime;
 }
 
-TEST(TimeAllowances, GrantAFixedTimeAndAShareOfTheRest) {
+TEST(TimeAllowances, AllowAFixedTimeAndAShareOfTheRest) {
     setTime = 1000;
     TimeBudget timeBudget({.fixed = 10, .share = 50}, givenTime);
     const auto use = [&timeBudget](int64_t time) {
@@ -50,7 +50,7 @@ TEST(TimeAllowances, GrantAFixedTimeAndAShareOfTheRest) {
     EXPECT_TRUE(use(4)) << "two are left";
     EXPECT_FALSE(use(1)) << "which counts as other time";
     EXPECT_FALSE(timeBudget.isLeft());
-    setTime += 4; // five of other time: half of them may be used, and two were
+    setTime += 4; // five more of other time: half may be used, and two were
     EXPECT_FALSE(timeBudget.isLeft());
     ++setTime;
     EXPECT_TRUE(timeBudget.isLeft());
@@ -63,7 +63,7 @@ TEST(TimeAllowances, GrantAFixedTimeAndAShareOfTheRest) {
     EXPECT_FALSE(TimeBudget({}, givenTime).isLeft());
 }
 
-/// The kinds in a folder by name, as a listing within @p limits finds them.
+/// The kinds in a folder by name, from a listing within @p limits.
 std::map<std::string, Classification> kindsIn(const std::string &folder,
                                               TimeBudget::Limits limits) {
     ListedKinds kinds(limits);
@@ -81,7 +81,7 @@ std::map<std::string, Classification> kindsIn(const std::string &folder,
     return found;
 }
 
-TEST(BoundedListings, TellWithoutALookWhatTheyCan) {
+TEST(BoundedListings, ClassifyWithoutInspectionIfTheBudgetIsUsedUp) {
     const std::map<std::string, MXItemKind> other = {
         {"AppDir", MXItemKindFolder},          {"labelled.AppImage", MXItemKindFile},
         {"executable image", MXItemKindFile},  {"image for its owner", MXItemKindFile},
@@ -90,7 +90,7 @@ TEST(BoundedListings, TellWithoutALookWhatTheyCan) {
         {"to file.desktop", MXItemKindFile},   {"to package.desktop", MXItemKindFile},
         {"to alias.desktop", MXItemKindFile},  {"to application.desktop", MXItemKindFile},
         {"to image.desktop", MXItemKindFile},  {"to sidecar.desktop", MXItemKindFile},
-        {"flag alone", MXItemKindAlias}, // as nobody looked whether there is a record
+        {"flag alone", MXItemKindAlias}, // not inspected for a record
     };
     const SpecialItems items;
     const auto all = kindsIn(items.path(), InspectionContext::kUnlimited);
@@ -107,7 +107,7 @@ TEST(BoundedListings, TellWithoutALookWhatTheyCan) {
     EXPECT_EQ(child(listed, "AppDir")->fsoKind(), MXItemKindApplication);
 }
 
-TEST(BoundedListings, ReadTheMetadataThatEachItemHas) {
+TEST(BoundedListings, ReadMetadataUntilTheBudgetIsUsedUp) {
     const SpecialItems items;
     const auto listed = itemAt(items.path());
     TimeBudget timeBudget(InspectionContext::kUnlimited);
@@ -128,7 +128,7 @@ TEST(BoundedListings, ReadTheMetadataThatEachItemHas) {
     EXPECT_EQ(metadata.read(*MXFileSystemObject::init()).status(Part::Inode), paramErr);
 }
 
-TEST(BoundedListings, DoNotReadHugeFoldersToTellApplications) {
+TEST(BoundedListings, DoNotReadHugeFoldersToFindApplications) {
     const TemporaryFolder folder;
     (void)folder.folder("AppDir");
     (void)folder.file("AppDir/AppRun");
@@ -144,7 +144,7 @@ TEST(BoundedListings, DoNotReadHugeFoldersToTellApplications) {
         << "when it is asked for";
 }
 
-TEST(BoundedListings, EndALongChainInTheMiddle) {
+TEST(BoundedListings, StopInTheMiddleOfALongChain) {
     const TemporaryFolder folder;
     for (int number = 0; number < 30; ++number)
         raw::write(folder.at(std::to_string(number) + ".desktop"),
@@ -177,7 +177,7 @@ void writeEntry(const std::string &path, const QByteArray &keys) {
     raw::write(path, "[Desktop Entry]\nType=Link\n" + keys + '\n');
 }
 
-TEST(BoundedListings, DoNotWaitForWhereAliasesLead) {
+TEST(BoundedListings, DoNotWaitForTargetsOfAliases) {
     const MountedFolder home("tmpfs");
     if (!home.failureReason().empty())
         GTEST_SKIP() << home.failureReason();

@@ -55,13 +55,13 @@ TEST(Children, AreFilesThenFolders) {
     EXPECT_EQ(none->totalItems(), 10);
 }
 
-TEST(Filtering, IsMembershipOfTheFilteredList) {
+TEST(Filtering, RemovesItemsFromTheFilteredList) {
     const TenItems items;
     const auto folder = itemAt(items.path());
     folder->setIsFiltered(true);
     EXPECT_EQ(folder->totalItems(), 0) << "nothing was put into the list yet";
     EXPECT_EQ(folder->filteredItemCount(), 10);
-    child(folder, "b"); // no such item now
+    child(folder, "b"); // does not exist yet
     folder->setIsFiltered(false);
     const auto early = child(folder, "b");
     early->setIsHidden(true);
@@ -70,7 +70,7 @@ TEST(Filtering, IsMembershipOfTheFilteredList) {
     EXPECT_FALSE(folder->isFiltered());
     for (const auto &item : folder->visibleItems()) {
         if (Regex::isHidden(item->name()))
-            item->setIsHidden(false); // the argument means nothing
+            item->setIsHidden(false); // the argument is ignored
         EXPECT_FALSE(item->isHidden());
     }
     EXPECT_EQ(folder->totalItems(), 10);
@@ -89,20 +89,20 @@ TEST(Filtering, IsMembershipOfTheFilteredList) {
     folder->invalidateFilteredItems();
     EXPECT_EQ(folder->totalItems(), 10);
     EXPECT_EQ(folder->filteredItemCount(), 0);
-    MXFileSystemObject::init()->setIsHidden(true); // without a parent nothing happens
+    MXFileSystemObject::init()->setIsHidden(true); // no effect without a parent
     folder->setIsFiltered(true);
     folder->performAssimilation();
     EXPECT_EQ(folder->totalItems(), 0) << "until the list is made again";
 }
 
-TEST(Filtering, IsThatOfOneObjectOfTheFolder) {
+TEST(Filtering, IsSeparateForEachObjectOfAFolder) {
     const TenItems items;
     auto folder = itemAt(items.path());
     const auto hidden = child(folder, "b");
     folder->invalidateFilteredItems();
     folder->hideItem(hidden);
     folder.reset();
-    folder = hidden->parent(); // another object; the child is the one that was hidden
+    folder = hidden->parent(); // another object with the same hidden child
     folder->performAssimilation();
     folder->invalidateFilteredItems();
     child(folder, "A")->setIsHidden(true);
@@ -111,7 +111,7 @@ TEST(Filtering, IsThatOfOneObjectOfTheFolder) {
     EXPECT_EQ(child(folder, "b"), hidden);
 }
 
-TEST(Sorting, OfNamesRunsFromZToA) {
+TEST(Sorting, NamesAreSortedFromZToA) {
     const TenItems items;
     const auto folder = itemAt(items.path());
     EXPECT_FALSE(folder->isSorted());
@@ -136,7 +136,7 @@ TEST(Sorting, OfNamesRunsFromZToA) {
     EXPECT_EQ(names(folder), before) << "the other list keeps its order";
 }
 
-TEST(Sorting, IsStableAndFollowsItsComparisons) {
+TEST(Sorting, IsStableAndAgreesWithTheComparisons) {
     const TemporaryFolder folder;
     std::mt19937 random(1);
     for (int number = 0; number < 300; ++number) {
@@ -186,11 +186,11 @@ TEST(Sorting, IsStableAndFollowsItsComparisons) {
     }
 }
 
-TEST(Sorting, OfNamesIgnoresCaseBeyondASCII) {
+TEST(Sorting, NamesIgnoreCaseBeyondASCII) {
     const struct {
         const char *one;
         const char *other;
-        int result; ///< of the receiver `one` against `other`: the other way round
+        int result; ///< of one->_sortByName(other), in descending order
     } rows[] = {
         {"a", "B", 1},
         {"B", "a", -1},
@@ -202,7 +202,7 @@ TEST(Sorting, OfNamesIgnoresCaseBeyondASCII) {
         {"\xEF\xBF\xBD", "\xF0\x9F\x98\x80", 1},     // by code point, not by UTF-16 unit
         {"z", "\xC3\x84", 1},
         {"\xFE", "\xFF", 1},
-        {"_", "A", 1}, // letters are compared small
+        {"_", "A", 1}, // letters are compared in lower case
     };
     const auto one = MXFileSystemObject::init();
     const auto other = MXFileSystemObject::init();

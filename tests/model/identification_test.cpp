@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-TEST(Identification, TellsEveryKind) {
+TEST(Identification, FindsEveryKind) {
     const SpecialItems items;
     for (const SpecialItems::Row &row : SpecialItems::rows()) {
         auto target = static_cast<MXItemKind>(-1);
@@ -44,8 +44,8 @@ TEST(Identification, TellsEveryKind) {
         EXPECT_EQ(MXFileSystemObject::typeForItemAtPath(path, nullptr, nullptr), MXItemKindUnknown);
 }
 
-/// What identify() and the bare path make of every item below @p folder, both told apart by name.
-/// @return how many items were compared
+/// Compares the kinds from identify() and from the path for every item below @p folder.
+/// Returns the number of items compared.
 int compareBelow(const std::string &folder, int depth) {
     const auto item = itemAt(folder);
     int compared = 0;
@@ -58,7 +58,7 @@ int compareBelow(const std::string &folder, int depth) {
         struct stat now = {};
         if (stat(child->cstruct()->complete_path, &now) != 0 &&
             child->cstruct()->target_type != MFS_TARGET_UNKNOWN)
-            continue; // went meanwhile
+            continue; // gone meanwhile
         EXPECT_EQ(child->fsoKind(), kind) << path.toStdString();
         EXPECT_EQ(child->aliasOrLinkTargetKind(), target) << path.toStdString();
         EXPECT_EQ(child->isApplicationPackaged(), isPackaged) << path.toStdString();
@@ -69,10 +69,10 @@ int compareBelow(const std::string &folder, int depth) {
     return compared;
 }
 
-TEST(Identification, OfAListedChildIsThatOfItsBarePath) {
+TEST(Identification, AgreesForAListedChildAndItsPath) {
     const SpecialItems items;
     const TemporaryFolder folder;
-    (void)folder.link("devices", "/dev"); // whose own path is not listed
+    (void)folder.link("devices", "/dev"); // the path of which is not listed
     EXPECT_GE(compareBelow(items.path(), 0), SpecialItems::rows().size());
     EXPECT_GT(compareBelow("/usr", 2), 1000);
     EXPECT_GT(compareBelow("/etc", 9), 100);
@@ -81,7 +81,7 @@ TEST(Identification, OfAListedChildIsThatOfItsBarePath) {
     EXPECT_GT(compareBelow("/", 0), 10);
 }
 
-TEST(Identification, AnswersEveryQuestionAboutAKind) {
+TEST(Identification, PredicatesFollowFromTheKind) {
     const SpecialItems items;
     const auto folder = itemAt(items.path());
     for (const SpecialItems::Row &row : SpecialItems::rows()) {
@@ -107,7 +107,7 @@ TEST(Identification, AnswersEveryQuestionAboutAKind) {
     EXPECT_TRUE(followed->isLink() && followed->isDir()) << "the record is the folder's";
 }
 
-TEST(Identification, TellsTheNodesOfItemsAndListedChildren) {
+TEST(Identification, FindsNodeKindsOfItemsAndListedChildren) {
     const TemporaryFolder folder;
     (void)folder.file("file", 5000);
     (void)folder.folder("folder");
@@ -150,7 +150,7 @@ TEST(Identification, TellsTheNodesOfItemsAndListedChildren) {
     EXPECT_EQ(status, fnfErr);
 }
 
-TEST(Identification, IsDoneAnewOnlyWhenAsked) {
+TEST(Identification, IsRepeatedOnlyOnRequest) {
     const TemporaryFolder folder;
     (void)folder.link("item", folder.folder("target"));
     const auto item = child(itemAt(folder.path()), "item");
@@ -172,7 +172,7 @@ TEST(Identification, IsDoneAnewOnlyWhenAsked) {
     EXPECT_TRUE(item->isDir());
 }
 
-TEST(Identification, OfAMountPointIsFirstWhatIsMounted) {
+TEST(Identification, MountPointsCanBeBundles) {
     const MountedFolder mounted("tmpfs");
     if (!mounted.failureReason().empty())
         GTEST_SKIP() << mounted.failureReason();
@@ -198,7 +198,7 @@ TEST(Identification, OfAMountPointIsFirstWhatIsMounted) {
     EXPECT_EQ(child(listed, "disk.1")->nameWithoutExtension(), "disk.1") << "a volume has none";
 }
 
-TEST(Identification, TellsWhereLinksAndAliasesLead) {
+TEST(Identification, FindsTargetsOfLinksAndAliases) {
     const TemporaryFolder folder;
     const std::string inside = folder.folder("inside");
     const std::string longName(200, 'n');
@@ -234,7 +234,7 @@ TEST(Identification, TellsWhereLinksAndAliasesLead) {
         const auto bytes = fileSystemRepresentation(target);
         EXPECT_TRUE(fs::equivalent(bytes->toStdString(), inside + "/" + row.name)) << row.name;
     }
-    const auto upwards = child(itemAt(inside + "///"), "upwards"); // as shells complete folders
+    const auto upwards = child(itemAt(inside + "///"), "upwards"); // as shells complete paths
     EXPECT_EQ(upwards->aliasOrLinkTargetPath(), text(folder.path() + "/file"));
     const auto gone = child(listed, "plain");
     fs::remove(inside + "/plain");
@@ -264,7 +264,7 @@ TEST(Identification, TellsWhereLinksAndAliasesLead) {
               text(items.at("file")));
 }
 
-TEST(Identification, DoesNotSearchTheDiskForALostAlias) {
+TEST(Identification, DoesNotSearchTheDiskForAMissingTarget) {
     const TemporaryFolder folder;
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
     FSRef target;
@@ -272,7 +272,7 @@ TEST(Identification, DoesNotSearchTheDiskForALostAlias) {
     ASSERT_EQ(FSPathMakeRef(folder.file("target").c_str(), &target), noErr);
     ASSERT_EQ(FSCreateAliasFile(target, alias, AliasFileForm::DesktopEntry), noErr);
     fs::remove(folder.at("target"));
-    // Unlike root, nobody is not told by the kernel that the item is gone.
+    // Only root learns from the kernel that the item is gone.
     EXPECT_EQ(runAsNobody([&] {
                   const auto lost = itemAt(folder.at("lost.desktop"));
                   return lost->isAlias() && lost->aliasOrLinkTargetKind() == MXItemKindUnknown ? 0
@@ -281,7 +281,7 @@ TEST(Identification, DoesNotSearchTheDiskForALostAlias) {
               0);
 }
 
-TEST(Identification, KnowsImagesAndCodeFragments) {
+TEST(Identification, RecognisesImagesAndCodeFragments) {
     const TemporaryFolder folder;
     for (const char *const name : {"a.png", "b.PNG", "c.txt", "png", ".png"})
         (void)folder.file(name);

@@ -19,7 +19,7 @@ std::string lettersOf(const List &list) {
     return {list.begin(), list.end()};
 }
 
-TEST(Insert, PutsOneElementWhereItIsWanted) {
+TEST(Insert, MovesOrInsertsAnElement) {
     const auto move = [](List &list, int32_t index) { Insert::moveItem(list, 'a', index); };
     const auto keep = [](List &list, int32_t index) {
         constexpr bool kNoRemoval = true;
@@ -57,7 +57,7 @@ TEST(Insert, PutsOneElementWhereItIsWanted) {
     }
 }
 
-TEST(Insert, TakesAnElementOfTheListItself) {
+TEST(Insert, AcceptsAReferenceIntoTheList) {
     QList<QString> list = {"one", "two", "three"};
     Insert::moveItem(list, list[0], 2);
     EXPECT_EQ(list, (QList<QString>{"two", "one", "three"}));

@@ -14,12 +14,12 @@ inline QString text(const std::string &bytes) {
     return MWCore::stringWithFileSystemRepresentation(bytes);
 }
 
-/// The item at @p path with its contents; null when there is none.
+/// The item at @p path with its children, or null.
 inline MWCore::MXFileSystemObject::Ptr itemAt(const std::string &path) {
     return MWCore::MXFileSystemObject::newFSOForLocalPath(text(path));
 }
 
-/// The child of that name in the visible list, or null.
+/// The child with that name in the visible list, or null.
 inline MWCore::MXFileSystemObject::Ptr child(const MWCore::MXFileSystemObject::Ptr &folder,
                                              const char *name) {
     for (const auto &item : folder->visibleItems())
@@ -28,7 +28,7 @@ inline MWCore::MXFileSystemObject::Ptr child(const MWCore::MXFileSystemObject::P
     return {};
 }
 
-/// The names in the visible list, with blanks between them.
+/// The names in the visible list, separated by blanks.
 inline std::string names(const MWCore::MXFileSystemObject::Ptr &folder) {
     QStringList all;
     for (const auto &item : folder->visibleItems())
@@ -36,7 +36,7 @@ inline std::string names(const MWCore::MXFileSystemObject::Ptr &folder) {
     return all.join(u' ').toStdString();
 }
 
-/// So that a test that fails shows the text.
+/// Shows the text in test failures.
 inline void PrintTo(const QString &value, std::ostream *stream) {
     *stream << (value.isNull() ? "null" : '"' + value.toStdString() + '"');
 }

@@ -17,7 +17,7 @@ using MWCore::MXLabel;
 using MWCore::MXLabelManager;
 using MWCore::UserDefaults;
 
-TEST(Labels, StandInTheOrderOfTheMenu) {
+TEST(Labels, AreInMenuOrder) {
     const auto manager = MXLabelManager::init();
     const struct {
         int16_t number;
@@ -39,13 +39,13 @@ TEST(Labels, StandInTheOrderOfTheMenu) {
     EXPECT_EQ(MXLabelManager::sharedLabelManager(), MXLabelManager::sharedLabelManager());
 }
 
-/// How far apart two colours are on the wheel, in degrees.
+/// The angle between two colours on the colour wheel, in degrees.
 int hueDistance(const QColor &one, const QColor &other) {
     const int distance = std::abs(one.hslHue() - other.hslHue());
     return std::min(distance, 360 - distance);
 }
 
-TEST(Labels, HaveSwatchesInTheirColours) {
+TEST(Labels, HaveSwatchesOfTheirColour) {
     const auto manager = MXLabelManager::init();
     EXPECT_TRUE(manager->noneLabel()->colorSwatch().isNull());
     EXPECT_TRUE(MXLabel::initWithName("Other", Qt::red, 8)->colorSwatch().isNull());

@@ -21,7 +21,7 @@ namespace {
 using namespace MWCore;
 using Ptr = MXFileSystemObject::Ptr;
 
-TEST(Lifetime, AnyOrderOfRelease) {
+TEST(Lifetime, ObjectsCanBeReleasedInAnyOrder) {
     const TemporaryFolder place;
     for (const char *const name : {"a", "b", "c"})
         (void)place.file(name);
@@ -41,7 +41,7 @@ TEST(Lifetime, AnyOrderOfRelease) {
         for (const std::size_t index : order) {
             held[index].clear();
             for (const QList<Ptr> &list : held)
-                for (const Ptr &left : list) { // what is left still answers
+                for (const Ptr &left : list) { // the remaining objects still work
                     EXPECT_FALSE(left->name().isEmpty());
                     const Ptr parent = left->parent();
                     EXPECT_EQ((parent ? parent : left)->fileCount(), 3);
@@ -50,7 +50,7 @@ TEST(Lifetime, AnyOrderOfRelease) {
     } while (std::next_permutation(order.begin(), order.end()));
 }
 
-TEST(Lifetime, ARecordLeadsBackToItsTree) {
+TEST(Lifetime, TheTreeOfARecordIsFound) {
     const TemporaryFolder place;
     (void)place.file("a");
     Ptr folder = itemAt(place.path());
@@ -61,7 +61,7 @@ TEST(Lifetime, ARecordLeadsBackToItsTree) {
     folder.reset();
     EXPECT_FALSE(mfs_fso_has_object(folderRecord));
     Ptr again = MXFileSystemObject::newFSOWithCStruct(folderRecord);
-    file.reset(); // the tree is now held by the second object of the folder alone
+    file.reset(); // only the folder's second object now keeps the tree
     EXPECT_FALSE(mfs_fso_has_object(fileRecord));
     EXPECT_EQ(again->totalItems(), 0) << "made by hand it is not assimilated";
     again->performAssimilation();
@@ -70,7 +70,7 @@ TEST(Lifetime, ARecordLeadsBackToItsTree) {
     EXPECT_EQ(again->totalItems(), 1);
 }
 
-TEST(Lifetime, WhatWasHiddenIsForgottenWithTheFolder) {
+TEST(Lifetime, HiddenItemsAreReleasedWithTheFolder) {
     const TemporaryFolder place;
     for (const char *const name : {"a", "b", "c"})
         (void)place.file(name);
@@ -87,7 +87,7 @@ TEST(Lifetime, WhatWasHiddenIsForgottenWithTheFolder) {
     EXPECT_EQ(folder->filteredItemCount(), 1);
 }
 
-TEST(Lifetime, ATreeInAFolderOfTheHostsIsStillKept) {
+TEST(Lifetime, ATreeInAFolderOfTheHostStaysAlive) {
     const TemporaryFolder place;
     (void)place.file("a");
     const Tree top(mfs_fso_new(MFS_TYPE_DIRECTORY, MFS_LOCATION_REMOTE, 755, nullptr, "Computer",
@@ -99,7 +99,7 @@ TEST(Lifetime, ATreeInAFolderOfTheHostsIsStillKept) {
     EXPECT_EQ(file->name(), "a");
 }
 
-TEST(Lifetime, AHostsRecordStaysTheHosts) {
+TEST(Lifetime, AHostKeepsOwnershipOfItsRecords) {
     const Tree record(mfs_fso_new(MFS_TYPE_FILE, MFS_LOCATION_LOCAL, 644, nullptr, "/a/b", nullptr,
                                   nullptr, 1, 0, nullptr, nullptr));
     Ptr item = MXFileSystemObject::newFSOWithCStruct(record.get());
@@ -116,13 +116,13 @@ TEST(Lifetime, AHostsRecordStaysTheHosts) {
     item.reset();
     EXPECT_EQ(MXFileSystemObject::newFSOWithCStruct(record.get()), known);
     known.reset();
-    record->has_object = 1; // the host cleared the pointer alone
+    record->has_object = 1; // the host cleared only the pointer
     const Ptr other = MXFileSystemObject::newFSOWithCStruct(record.get());
     ASSERT_TRUE(other);
     EXPECT_EQ(other->name(), "b");
 }
 
-TEST(Lifetime, CreationFailsAsItSays) {
+TEST(Lifetime, CreationFailsWithTheDocumentedStatus) {
     const TemporaryFolder place;
     const LoggedMessages log;
     (void)mfs_set_trace_stream(nullptr);
@@ -170,7 +170,7 @@ TEST(Lifetime, CreationFailsAsItSays) {
     EXPECT_FALSE(MXFileSystemObject::newFSOWithCStruct(nullptr));
 }
 
-TEST(Lifetime, AFolderSaysWhyItsContentsAreMissing) {
+TEST(Lifetime, AFolderReportsWhyItsContentsAreMissing) {
     const TemporaryFolder place;
     ASSERT_EQ(chmod(place.path().c_str(), 0755), 0);
     const std::string closed = place.folder("closed");
@@ -185,7 +185,7 @@ TEST(Lifetime, AFolderSaysWhyItsContentsAreMissing) {
               0);
 }
 
-TEST(Lifetime, WithoutARecordThereAreMarkers) {
+TEST(Lifetime, AnObjectWithoutARecordReturnsMarkers) {
     const auto item = MXFileSystemObject::init();
     EXPECT_EQ(item->dateAsTimeT(), -1);
     EXPECT_EQ(item->_fileCount(), 0xFFFFFFFF);
@@ -211,7 +211,7 @@ protected:
     std::unique_ptr<MXURLObject> urlObject() const override { return nullptr; }
 };
 
-TEST(Lifetime, AHostsClassIsKeptForChildrenAndParents) {
+TEST(Lifetime, ChildrenAndParentsAreOfTheHostsClass) {
     const TemporaryFolder place;
     (void)place.file("a");
     {
@@ -239,8 +239,8 @@ mfs_fso *remote(int32_t type, const char *name, const char *parent, int32_t size
                        fresh("staff"), 2, size, fresh(target), parent);
 }
 
-TEST(Remote, AnswersFromTheRecordAlone) {
-    // A local path of the same name says nothing.
+TEST(Remote, UsesOnlyTheRecord) {
+    // A local item at the same path is ignored.
     const TemporaryFolder local;
     std::ofstream(local.at("Info.plist")) << "<plist><dict><key>CFBundleGetInfoString</key>"
                                              "<string>1</string></dict></plist>";

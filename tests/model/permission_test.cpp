@@ -37,7 +37,7 @@ using Query = bool (MXPermission::*)() const;
 struct FlagRow {
     Toggle toggle;
     Query query;
-    int number; ///< of the flag alone; 0 for one that is in no number
+    int number; ///< of the flag; 0 if numbers do not include it
 };
 const FlagRow kFlagRows[] = {
     {&MXPermission::toggleUserRead, &MXPermission::userCanRead, 400},
@@ -54,7 +54,7 @@ const FlagRow kFlagRows[] = {
     {&MXPermission::toggleSgidBit, &MXPermission::hasSgidBit, 0},
 };
 
-TEST(Permission, EachFlagIsItsOwn) {
+TEST(Permission, FlagsAreIndependent) {
     for (const FlagRow &row : kFlagRows) {
         const auto permission = MXPermission::initWithNumber(0);
         ((*permission).*row.toggle)();
@@ -66,7 +66,7 @@ TEST(Permission, EachFlagIsItsOwn) {
     }
 }
 
-TEST(Permission, ACopyHasEveryBitAndALifeOfItsOwn) {
+TEST(Permission, ACopyHasEveryBitAndIsIndependent) {
     const auto permission = MXPermission::initWithNumber(754);
     permission->toggleSuidBit();
     permission->toggleStickyBit();

@@ -12,7 +12,7 @@ namespace Regex = MWCore::Regex;
 
 const char16_t kByteCarrier[] = {u'a', 0xDCFF, 0};
 
-TEST(Regex, MatchesAnywhereWithoutRegardToCase) {
+TEST(Regex, MatchesAnywhereIgnoringCase) {
     const struct {
         QString text;
         QString pattern;
@@ -21,7 +21,7 @@ TEST(Regex, MatchesAnywhereWithoutRegardToCase) {
         {"xabcx", "ABC", true},
         {"xabcx", "^abc", false},
         {"ab", "^(a|c)b{1}$", true},
-        {"a\nb", "^b", false}, // a text has one beginning
+        {"a\nb", "^b", false}, // "^" matches only the start of the text
         {"a\nb", "a.b", true},
         {"", "", true},
         {"", "a", false},
@@ -47,7 +47,7 @@ TEST(Regex, MatchesAnywhereWithoutRegardToCase) {
     EXPECT_EQ(setlocale(LC_CTYPE, nullptr), std::string("C")) << "the host's locale stays";
 }
 
-TEST(Regex, EscapesOnlyWhatBeginsWithASpecialCharacter) {
+TEST(Regex, EscapesOnlyAfterALeadingSpecialCharacter) {
     const struct {
         const char *text;
         const char *escaped;

@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-TEST(Size, AsAShortText) {
+TEST(Size, ShortTexts) {
     const struct {
         uint64_t size;
         const char *text;
@@ -84,7 +84,7 @@ TEST(Size, TextsOfAPanel) {
     EXPECT_EQ(MXFileSystemObjectSize::initWithLocalFileSize()->containsGetInfo(), "No items");
 }
 
-TEST(Size, OfWhatIsNoFolder) {
+TEST(Size, ItemsThatAreNotFolders) {
     const TemporaryFolder folder;
     const std::string file = folder.file("file", 5000);
     folder.link("link", "file");
@@ -117,7 +117,7 @@ TEST(Size, OfWhatIsNoFolder) {
     EXPECT_EQ(itemAt(special.at("Bundle.app"))->sizeObject()->containedItemCount(), 2U);
 }
 
-TEST(Size, IsMeasuredOnce) {
+TEST(Size, IsCached) {
     const TemporaryFolder folder;
     folder.file("a", 1000);
     const auto item = itemAt(folder.path());
@@ -133,7 +133,7 @@ TEST(Size, IsMeasuredOnce) {
     EXPECT_EQ(text(), "1000") << "deliberately never made anew";
 }
 
-TEST(Size, ThatFailsIsTriedAgain) {
+TEST(Size, IsMeasuredAgainAfterAFailure) {
     const TemporaryFolder folder;
     const std::string file = folder.file("file", 7);
     const std::string gone = folder.file("gone");
@@ -154,7 +154,7 @@ TEST(Size, ThatFailsIsTriedAgain) {
     EXPECT_EQ(messages.take().value(2), "mwcore: getLocalFileSize : FSRef was null");
 }
 
-TEST(Size, OfAVolumeIsAskedForEachTime) {
+TEST(Size, IsNotCachedForAVolume) {
     const MountedFolder volume("tmpfs", "size=1m");
     if (!volume.failureReason().empty())
         GTEST_SKIP() << volume.failureReason();
@@ -175,7 +175,7 @@ TEST(Size, OfAVolumeIsAskedForEachTime) {
     walk.walksVolume = true;
     EXPECT_EQ(item->measureSize(walk)->record.totalSize, 300'000U);
 
-    // From outside it is a folder on which something is mounted.
+    // Seen from outside, it is a mount point.
     const std::string outside = fs::path(volume.path()).parent_path();
     EXPECT_EQ(sumsOf(outside).totalSize, 300'000U);
     MXSizeOptions stay;

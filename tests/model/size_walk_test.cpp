@@ -35,7 +35,7 @@ MXFSOSizeRecord withTotals(MXFSOSizeRecord record) {
     return record;
 }
 
-/// The same sums from one object an entry.
+/// The same sums from one object per entry.
 MXFSOSizeRecord sumsOfObjects(const std::string &folder) {
     MXFSOSizeRecord sums;
     const auto skip = fs::directory_options::skip_permission_denied;
@@ -58,7 +58,7 @@ MXFSOSizeRecord sumsOfObjects(const std::string &folder) {
             sums.hiddenItemCount += item && item->isInvisible();
             ++sums.containedFileCount;
         }
-        std::error_code ignored; // of a folder whose entries cannot be examined
+        std::error_code ignored; // the folder's entries cannot be examined
         at.increment(ignored);
     }
     return withTotals(sums);
@@ -77,14 +77,14 @@ MXFSOSizeRecord sumsOfFind(const std::string &folder, const ProcessOptions &opti
     while (found >> type >> target >> size >> blocks) {
         ++(type == 'd' ? sums.containedFolderCount : sums.containedFileCount);
         if (type == 'd' || (type == 'l' && (target == 'N' || target == 'L' || target == '?')))
-            continue; // a link that leads nowhere adds nothing
+            continue; // a broken link adds nothing
         sums.dataForkSize += size;
         sums.physicalDataForkSize += type == 'l' ? 0 : blocks * 512;
     }
     return withTotals(sums);
 }
 
-/// For a process of its own: 0 where both are the same.
+/// Runs in a separate process; returns 0 if both are equal.
 int compare(const MXFSOSizeRecord &one, const MXFSOSizeRecord &other) {
     if (one == other)
         return 0;
@@ -113,16 +113,16 @@ void fill(int folder, int count) {
         makeFile(folder, std::string(195, 'x') + std::to_string(file));
 }
 
-/// @p count folders in one another below the folder @p place, each with two files and other
-/// folders, at first many; in the last there is more than a block.
+/// Makes @p count nested folders below the folder @p place. Each has two files and other folders,
+/// the upper ones many; the last one has more than a block of names.
 void makeDeep(const std::string &place, int count) {
     int folder = open(place.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     for (int level = 0; level < count; ++level) {
-        for (int other = 0; other < (level < 40 ? 8 : 1); ++other) // more than threads take
+        for (int other = 0; other < (level < 40 ? 8 : 1); ++other) // more than there are threads
             ASSERT_EQ(mkdirat(folder, std::to_string(level + other).c_str(), 0755), 0);
         ASSERT_EQ(mkdirat(folder, "deeper", 0755), 0);
         makeFile(folder, "file");
-        makeFile(folder, "._file"); // which is looked into, but no sidecar
+        makeFile(folder, "._file"); // is opened, but is not a sidecar
         const int next = openat(folder, "deeper", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         close(std::exchange(folder, next));
     }
@@ -130,7 +130,7 @@ void makeDeep(const std::string &place, int count) {
     close(folder);
 }
 
-/// A folder with enough in it for several threads: 4,030 files, 30 folders.
+/// A folder with enough items for several threads: 4,030 files, 30 folders.
 void makeWide(const TemporaryFolder &place) {
     place.folder("flat");
     for (int file = 0; file < 3000; ++file)
@@ -145,10 +145,10 @@ void makeWide(const TemporaryFolder &place) {
         place.file(std::to_string(file), 100);
 }
 
-TEST(SizeWalk, IsWhatOneObjectAnEntryAddsUp) {
+TEST(SizeWalk, AgreesWithOneObjectPerEntry) {
     const SpecialItems items;
     const TemporaryFolder folder;
-    // What SpecialItems leave out: hidden items and forks of every sort, and damage.
+    // Not in SpecialItems: hidden items, forks in every place, and damage.
     for (const char *const name : {"hidden", "hidden in a sidecar", "plain"})
         folder.folder(name);
     for (const char *const name :
@@ -176,20 +176,20 @@ TEST(SizeWalk, IsWhatOneObjectAnEntryAddsUp) {
     const std::string large = folder.folder("large");
     fill(Descriptor(open(large.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)).number(), 1500);
     folder.file("large/forked");
-    fs::copy_file(sidecar, large + "/._forked"); // hardly in the first block
+    fs::copy_file(sidecar, large + "/._forked"); // probably not in the first block
     folder.fifo("fifo");
     folder.link("link", "forked");
     folder.link("dead link", "nowhere");
     std::ofstream(folder.at("._damaged")) << std::string("\0\5\x16\7\0\2\0\0", 8);
-    // Readable, but nobody can look at what is in it: an object of a link to it cannot be made.
+    // Readable but not searchable: an object of a link to it cannot be made.
     folder.folder("closed");
     folder.file("closed/a file", 10);
     folder.folder("closed/a folder");
     folder.link("link to closed", "closed");
-    folder.folder("shut"); // for which no look is needed
+    folder.folder("shut"); // needs no inspection
     folder.link("link to shut", "shut");
     ASSERT_EQ(chmod(folder.at("shut").c_str(), 0), 0);
-    setFlags(folder.at("closed"), kIsInvisible); // nor one of it
+    setFlags(folder.at("closed"), kIsInvisible); // nor can one of the folder
     ASSERT_EQ(chmod(folder.at("closed").c_str(), 0744), 0);
     ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
 
@@ -204,7 +204,7 @@ TEST(SizeWalk, IsWhatOneObjectAnEntryAddsUp) {
     EXPECT_EQ(sums.hiddenItemCount, 10U);
 }
 
-TEST(SizeWalk, IsThatOfFind) {
+TEST(SizeWalk, AgreesWithFind) {
     const TemporaryFolder folder;
     makeWide(folder);
     makeDeep(folder.folder("deep"), 3000);
@@ -254,7 +254,7 @@ TEST(SizeWalk, IsThatOfFind) {
     fs::remove_all(folder.at("unreadable"));
 }
 
-TEST(SizeWalk, BeyondTheSums) {
+TEST(SizeWalk, Options) {
     const TemporaryFolder folder;
     folder.file("one", 1000);
     folder.folder("sub");
@@ -262,7 +262,7 @@ TEST(SizeWalk, BeyondTheSums) {
         fs::create_hard_link(folder.at("one"), folder.at(name));
     const TemporaryFolder elsewhere;
     const std::string other = elsewhere.file("file", 1);
-    fs::create_hard_link(other, folder.at("four")); // its other name is not met
+    fs::create_hard_link(other, folder.at("four")); // its other name is not visited
     folder.link("link", "one");
     fs::create_hard_link(folder.at("link"), folder.at("same link"));
     folder.folder("sub/closed");
@@ -293,7 +293,7 @@ TEST(SizeWalk, BeyondTheSums) {
               0);
 }
 
-TEST(SizeWalk, CountsAForkInASidecarOnceIfAsked) {
+TEST(SizeWalk, CountsAForkInASidecarOnceOnRequest) {
     const TemporaryFolder folder;
     const QByteArray fork(3000, 'r');
     const auto giveFork = [&fork](const std::string &path) {
@@ -310,11 +310,12 @@ TEST(SizeWalk, CountsAForkInASidecarOnceIfAsked) {
     fs::remove(folder.at("gone"));
     fs::resize_file(folder.at("._damaged"), 60);
     folder.file("plain", 10);
-    folder.file("._plain", 3000); // no sidecar at all
+    folder.file("._plain", 3000); // not a sidecar
     folder.file("._", 10);
     ASSERT_EQ(setxattr(folder.at("with both").c_str(), "user.com.apple.ResourceFork", "fork", 4, 0),
               0);
-    fs::create_hard_link(folder.at("forked"), folder.at("A")); // forked by one of its names alone
+    fs::create_hard_link(folder.at("forked"),
+                         folder.at("A")); // has a fork under only one of its names
 
     MXSizeOptions options;
     const auto item = MXFileSystemObject::newFSOForLocalPath(text(folder.path()), false);
@@ -326,7 +327,7 @@ TEST(SizeWalk, CountsAForkInASidecarOnceIfAsked) {
     EXPECT_EQ(once.resourceForkSize, twice.resourceForkSize);
     EXPECT_EQ(once.physicalResourceForkSize, twice.physicalResourceForkSize);
     EXPECT_EQ(once.containedFileCount, twice.containedFileCount);
-    // But for the item whose fork is damaged and the attribute, what find counts.
+    // As find counts, except for the attribute and the item with a damaged fork.
     const MXFSOSizeRecord found = sumsOfFind(folder.path());
     EXPECT_EQ(once.totalSize, found.totalSize - 5000 + 4);
     EXPECT_EQ(twice.totalSize - once.totalSize, 2 * 3000U);
@@ -338,7 +339,7 @@ TEST(SizeWalk, CountsAForkInASidecarOnceIfAsked) {
     EXPECT_EQ(sums().totalSize, once.totalSize - 5000) << "one sidecar for both";
 }
 
-TEST(SizeWalk, OfACancelledItemIsThatOfOneEntry) {
+TEST(SizeWalk, MeasuresOneEntryOfACancelledItem) {
     const TemporaryFolder folder;
     makeWide(folder);
     for (const std::string &path : {folder.path(), folder.at("flat")}) {
@@ -355,7 +356,7 @@ TEST(SizeWalk, OfACancelledItemIsThatOfOneEntry) {
     }
 }
 
-TEST(SizeWalk, EndsWithWhatItsListenerThrows) {
+TEST(SizeWalk, StopsIfTheProgressCallbackThrows) {
     const auto item = MXFileSystemObject::newFSOForLocalPath("/usr", false);
     int calls = 0;
     try {
@@ -369,11 +370,11 @@ TEST(SizeWalk, EndsWithWhatItsListenerThrows) {
     }
 }
 
-TEST(SizeWalk, MayBeCancelledAtAnyMoment) {
+TEST(SizeWalk, CanBeCancelledAtAnyTime) {
     const TemporaryFolder folder;
     makeWide(folder);
     const MXFSOSizeRecord all = sumsOf(folder.path());
-    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same moments each time
+    std::mt19937 random(1); // NOLINT(cert-msc51-cpp): the same times in every run
     std::uniform_int_distribution<int> microseconds(0, 20'000);
     int partial = 0;
     for (int attempt = 0; attempt < 60; ++attempt) {
@@ -397,7 +398,7 @@ TEST(SizeWalk, MayBeCancelledAtAnyMoment) {
     EXPECT_GT(partial, 0);
 }
 
-TEST(SizeWalk, IsToldWhileItIsMeasured) {
+TEST(SizeWalk, ReportsProgress) {
     using Clock = std::chrono::steady_clock;
     const auto item = MXFileSystemObject::newFSOForLocalPath("/usr", false);
     std::vector<MXSizeProgress> told;

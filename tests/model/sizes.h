@@ -9,7 +9,7 @@
 
 namespace MWCore {
 
-/// So that a test that fails shows the sums.
+/// Shows the sums in test failures.
 inline void PrintTo(const MXFSOSizeRecord &record, std::ostream *stream) {
     *stream << "data " << record.dataForkSize << " (" << record.physicalDataForkSize
             << "), resources " << record.resourceForkSize << " (" << record.physicalResourceForkSize
@@ -20,7 +20,7 @@ inline void PrintTo(const MXFSOSizeRecord &record, std::ostream *stream) {
 
 } // namespace MWCore
 
-/// What the item at @p path measures of itself.
+/// The size of the item at @p path.
 inline MWCore::MXFSOSizeRecord sumsOf(const std::string &path) {
     const auto item = MWCore::MXFileSystemObject::newFSOForLocalPath(text(path), false);
     return item->sizeObject()->record();

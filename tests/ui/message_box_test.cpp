@@ -13,7 +13,7 @@ namespace {
 
 using namespace MWCore;
 
-TEST(MessageBoxAlerts, BlockTheProgramUntilTheButtonIsPressed) {
+TEST(MessageBoxAlerts, BlockUntilTheButtonIsPressed) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int count = 1;
     char name[] = "ui_test";
