@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/aliases/AliasFollowing.h"
+#include "platform/aliases/FileUrl.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
-#include "platform/formats/AliasRecord.h"
-#include "platform/formats/DesktopEntry.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
 #include "platform/launch/PackageExtensions.h"
-#include "platform/metadata/ForkReader.h"
 #include "platform/metadata/MetadataStore.h"
 
 #include <algorithm>
@@ -46,29 +45,10 @@ FinderInfo finderInfoOf(const QByteArray &path) {
     return readFinderInfo(path, &info) == noErr ? info : FinderInfo();
 }
 
-/// Whether the item's fork contains an alias record.
-bool hasAliasInFork(const QByteArray &path) {
-    constexpr uint32_t kAlias = 0x616C6973; // 'alis'
-    OSStatus status = noErr;
-    const auto fork = ForkReader::open(path, &status);
-    return fork && fork->firstResource(kAlias, AliasRecord::kLongest);
-}
-
-/// Whether the desktop entry at @p path leads to a local item.
-bool entryLeadsToItem(const QByteArray &path) {
-    constexpr int64_t kLongestEntry = 1 << 20;
-    OSStatus status = noErr;
-    const auto bytes = readRegularFile(path, kLongestEntry, FinalLink::Keep, &status);
-    const DesktopEntry entry(bytes.value_or(QByteArray()));
-    return entry.value(DesktopEntry::kMainGroup, "Type") == u"Link" &&
-           entry.value(DesktopEntry::kMainGroup, "URL")
-               .value_or(QString())
-               .startsWith(u"file:", Qt::CaseInsensitive);
-}
-
+/// Whether the file is an alias of a local item; a link to a web page, for example, is not.
 bool isAliasFile(const QByteArray &path) {
-    return (path.endsWith(".desktop") && entryLeadsToItem(path)) ||
-           ((finderInfoOf(path).flags & kIsAlias) && hasAliasInFork(path));
+    const auto lead = aliasContentIn(path);
+    return lead && (!lead->record.isEmpty() || pathOfFileUrl(lead->url));
 }
 
 /// Does not let the database open the file: the local encoding may not be able to represent its

@@ -34,10 +34,10 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(LSItemInfoFlags)
                                                            LSItemInfoFlags *flags);
 
 /// The name of the item's kind in the user's language. "Alias" for both forms of alias files,
-/// wherever they lead; "Application" for an application folder; for any other package the MIME
-/// database's comment for its name, else "Package"; for any other item the database's comment. The
-/// type of a regular file is found by its name and, if that is ambiguous, by its first 16 KB. Null
-/// if nothing is there.
+/// even if the item is gone, but not for URLs of other hosts; "Application" for an application
+/// folder; for any other package the MIME database's comment for its name, else "Package"; for any
+/// other item the database's comment. The type of a regular file is found by its name and, if that
+/// is ambiguous, by its first 16 KB. Null if nothing is there.
 [[nodiscard]] MWCORE_EXPORT QString LSCopyKindString(const QByteArray &path);
 
 /// Whether a regular file is itself an application: an AppImage, or a desktop entry that starts

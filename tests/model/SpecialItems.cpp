@@ -95,6 +95,7 @@ const std::vector<SpecialItems::Row> &SpecialItems::rows() {
         {"to image.desktop", MXItemKindApplication, -1, false},
         {"to sidecar.desktop", MXItemKindApplication, -1, false},
         {"to web.desktop", MXItemKindFile, -1, false},
+        {"to other host.desktop", MXItemKindFile, -1, false},
         {"to nothing.desktop", MXItemKindFile, -1, false},
         {"flag alone", MXItemKindFile, -1, false},
     };
@@ -155,6 +156,8 @@ SpecialItems::SpecialItems() {
     alias("to image.desktop", "executable image");
     alias("to sidecar.desktop", "sidecar says APPL");
     write("to web.desktop", "[Desktop Entry]\nType=Link\nName=a\nURL=https://example.org/\n");
+    write("to other host.desktop",
+          "[Desktop Entry]\nType=Link\nName=a\nURL=file://otherhost/tmp\n");
     write("to nothing.desktop",
           "[Desktop Entry]\nType=Link\nName=a\nURL=file:///nothing/is/here\n");
 }

@@ -102,6 +102,8 @@ TEST(Identification, PredicatesFollowFromTheKind) {
             << row.name;
         EXPECT_FALSE(item->kindAsString().isEmpty()) << row.name;
     }
+    EXPECT_EQ(child(folder, "to other host.desktop")->kindAsString(),
+              child(folder, "to web.desktop")->kindAsString());
     EXPECT_TRUE(itemAt("/proc")->isVolume() && itemAt("/proc")->isDir());
     const auto followed = itemAt(items.at("link to folder"));
     EXPECT_TRUE(followed->isLink() && followed->isDir()) << "the record is the folder's";
