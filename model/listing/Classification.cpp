@@ -6,9 +6,10 @@
 #include "core/posix/Descriptor.h"
 #include "core/posix/stat_fields.h"
 #include "platform/aliases/Aliases.h"
-#include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/AliasFollowing.h"
 #include "platform/files/FolderBlock.h"
+#include "platform/formats/DesktopEntry.h"
+#include "platform/launch/AppImage.h"
 #include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
@@ -94,7 +95,7 @@ bool hasExtension(const QByteArray &path, QByteArrayView withDot) {
 /// Whether a file without a Finder type must be opened to find its kind: it is executable or has an
 /// extension of applications (docs/decisions/0011).
 bool mayBeApplication(const QByteArray &path, bool isExecutable) {
-    return isExecutable || hasExtension(path, ".appimage") || hasExtension(path, ".desktop");
+    return isExecutable || hasExtension(path, ".appimage") || path.endsWith(kDesktopEntrySuffix);
 }
 
 bool isApplicationFile(const AliasTarget &target) {
@@ -135,16 +136,10 @@ std::optional<Classification> classifyAlias(const QByteArray &path, const AliasC
     return Classification{.kind = MXItemKindAlias, .targetKind = MXItemKindFile};
 }
 
-/// Whether the file may be an AppImage, which may have any name.
-bool isElf(const QByteArray &content) {
-    return content.startsWith("\x7F"
-                              "ELF");
-}
-
 /// The classification by the file's contents, or @p byType, that of its Finder type.
 Classification classifyContents(const QByteArray &path, const FinderInfo &info,
                                 const Classification &byType, InspectionContext &inspection) {
-    const auto entry = path.endsWith(kAliasFileSuffix) ? desktopEntryAt(path) : std::nullopt;
+    const auto entry = path.endsWith(kDesktopEntrySuffix) ? desktopEntryAt(path) : std::nullopt;
     const EntryContent content = entry ? contentOf(*entry) : EntryContent();
     const bool isFlagged = info.flags.testFlag(kIsAlias);
     const auto alias = content.lead || !isFlagged ? content.lead : aliasContentInFork(path);
@@ -154,7 +149,7 @@ Classification classifyContents(const QByteArray &path, const FinderInfo &info,
     if (info.type != 0)
         return byType;
     const bool isApplication =
-        entry && !isElf(*entry) ? content.startsApplication : isPlainFileApplication(path);
+        entry ? content.startsApplication || isAppImage(*entry) : isPlainFileApplication(path);
     return {.kind = isApplication ? MXItemKindApplication : MXItemKindFile};
 }
 
@@ -164,9 +159,9 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
     const Classification byType = {.kind = info.type == kApplicationType ? MXItemKindApplication
                                                                          : MXItemKindFile};
     const bool isFlagged = info.flags.testFlag(kIsAlias);
-    const bool mustOpen = isFlagged || path.endsWith(kAliasFileSuffix) ||
+    const bool isWorthALook = isFlagged || path.endsWith(kDesktopEntrySuffix) ||
                           (info.type == 0 && mayBeApplication(path, facts.isExecutable));
-    if (!mustOpen)
+    if (!isWorthALook)
         return byType;
     const TimeBudget::Use use(inspection.timeBudget);
     if (use.isGranted())

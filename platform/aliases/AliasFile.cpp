@@ -42,7 +42,7 @@ ChainItem chainItemAt(const QByteArray &path) {
     current.mode = item.st_mode;
     if (!S_ISREG(current.mode))
         return current;
-    if (path.endsWith(kAliasFileSuffix))
+    if (path.endsWith(kDesktopEntrySuffix))
         if (const auto entry = desktopEntryAt(path))
             current.lead = contentOf(*entry).lead;
     const bool isFlagged = !current.lead && readFinderInfo(path, &current.info) == noErr &&
@@ -131,7 +131,7 @@ std::optional<QByteArray> desktopEntryAt(const QByteArray &path) {
     OSStatus status = noErr;
     if (!file || fstat(file.number(), &item) != 0 || !S_ISREG(item.st_mode))
         return std::nullopt;
-    return readAt(file.number(), 0, std::min<int64_t>(item.st_size, kLongestAliasEntry), &status);
+    return readAt(file.number(), 0, std::min<int64_t>(item.st_size, kLongestDesktopEntry), &status);
 }
 
 std::optional<AliasContent> aliasContentIn(const QByteArray &path) {

@@ -9,11 +9,9 @@
 /// The formats of alias files (docs/metadata.md).
 namespace MWCore {
 
-constexpr QByteArrayView kAliasFileSuffix = ".desktop";      ///< of a desktop entry
 constexpr QByteArrayView kAliasRecordKey = "X-MWCore-Alias"; ///< the record in base64
-constexpr int64_t kLongestAliasEntry = 65536;      ///< bytes; more than any record and URL take
-constexpr uint32_t kAliasResource = 0x616C6973;    ///< 'alis'
-constexpr uint32_t kAliasFileType = 0x616C6973;    ///< 'alis'
-constexpr uint32_t kAliasFileCreator = 0x4D414353; ///< 'MACS'
+constexpr uint32_t kAliasResource = 0x616C6973;              ///< 'alis'
+constexpr uint32_t kAliasFileType = 0x616C6973;              ///< 'alis'
+constexpr uint32_t kAliasFileCreator = 0x4D414353;           ///< 'MACS'
 
 } // namespace MWCore

@@ -32,7 +32,7 @@ OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
         entry.setValue(DesktopEntry::kMainGroup, "URL", QString::fromLatin1(fileUrl(target))) &&
         entry.setValue(DesktopEntry::kMainGroup, kAliasRecordKey,
                        QString::fromLatin1(record.toBase64()));
-    if (!isWhole || !place.name().endsWith(kAliasFileSuffix))
+    if (!isWhole || !place.name().endsWith(kDesktopEntrySuffix))
         return bdNamErr;
     OSStatus status = noErr;
     auto file = AtomicFile::begin(place, &status);

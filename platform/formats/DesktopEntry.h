@@ -5,6 +5,7 @@
 #include "platform/foundation/mwcore_export.h"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 
@@ -14,6 +15,11 @@
 #include <QStringList>
 
 namespace MWCore {
+
+constexpr QByteArrayView kDesktopEntrySuffix = ".desktop"; ///< of the file's name
+
+/// How many bytes of a desktop entry are read; more than any alias record and URL take.
+constexpr int64_t kLongestDesktopEntry = 65'536;
 
 /// A file of groups, keys and values in the format of the XDG desktop entry standard, 1.5. It is
 /// stored as its bytes, so that everything that is not changed is preserved: comments, blanks

@@ -4,6 +4,7 @@
 
 #include "core/posix/FolderStream.h"
 #include "platform/files/PathParts.h"
+#include "platform/formats/DesktopEntry.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,7 +30,8 @@ std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
     QByteArray first;
     while (const dirent *const entry = readdir(listing.get())) {
         const QByteArray name = entry->d_name;
-        const bool isBetter = name.endsWith(".desktop") && (first.isEmpty() || name < first);
+        const bool isBetter =
+            name.endsWith(kDesktopEntrySuffix) && (first.isEmpty() || name < first);
         if (isBetter && isRegularFile(folder + '/' + name))
             first = name;
     }
