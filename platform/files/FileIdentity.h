@@ -9,6 +9,9 @@
 
 namespace MWCore {
 
+/// The length in bytes of the longest handle that the kernel makes.
+constexpr int kLongestHandle = 128;
+
 /// What identifies an item on its volume, whatever its name. The device number may change when the
 /// system restarts.
 struct FileIdentity {

@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ItemIdentity.h"
 
-#include "core/posix/Descriptor.h"
-
 #include <cerrno>
+#include <cstring>
 
 #include <fcntl.h>
 #include <linux/magic.h>
@@ -16,6 +15,16 @@ namespace MWCore {
 namespace {
 
 constexpr int32_t kFuseOrXfsHandle = 0x81; ///< both use the kernel's FILEID_INO64_GEN
+
+static_assert(kLongestHandle == MAX_HANDLE_SZ);
+
+/// The kernel's structure with room for any handle.
+union HandleBuffer {
+    file_handle header;
+    char room[sizeof(file_handle) + kLongestHandle];
+
+    [[nodiscard]] char *bytes() { return room + sizeof(file_handle); }
+};
 
 /// The parts of an identity that stay the same, by type of file system (statfs(2)).
 enum class StableParts { All, AllButHandle, AllButBirth };
@@ -38,17 +47,13 @@ StableParts stablePartsOn(int folder, const char *path) {
 
 /// Leaves the handle empty if the file system has none; that is not a failure.
 void addHandle(int folder, const char *path, FileIdentity &identity) {
-    union {
-        file_handle header;
-        char room[sizeof(file_handle) + MAX_HANDLE_SZ];
-    } handle = {};
-    handle.header.handle_bytes = MAX_HANDLE_SZ;
+    HandleBuffer handle = {};
+    handle.header.handle_bytes = kLongestHandle;
     int mount = 0;
     if (name_to_handle_at(folder, path, &handle.header, &mount, *path ? 0 : AT_EMPTY_PATH) != 0)
         return;
     identity.handleType = handle.header.handle_type;
-    identity.handle =
-        QByteArray(handle.room + sizeof(file_handle), qsizetype(handle.header.handle_bytes));
+    identity.handle = QByteArray(handle.bytes(), qsizetype(handle.header.handle_bytes));
 }
 
 } // namespace
@@ -78,6 +83,18 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
         identity.birthTime.reset();
     *status = noErr;
     return identity;
+}
+
+Descriptor openByHandle(int folder, const FileIdentity &identity) {
+    if (identity.handle.size() > kLongestHandle) {
+        errno = EINVAL;
+        return {};
+    }
+    HandleBuffer handle = {};
+    handle.header.handle_bytes = static_cast<unsigned>(identity.handle.size());
+    handle.header.handle_type = identity.handleType;
+    memcpy(handle.bytes(), identity.handle.constData(), handle.header.handle_bytes);
+    return Descriptor(open_by_handle_at(folder, &handle.header, O_PATH | O_CLOEXEC));
 }
 
 bool isUnambiguous(const FileIdentity &identity) {

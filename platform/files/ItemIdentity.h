@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "core/posix/Descriptor.h"
 #include "platform/files/FileIdentity.h"
 #include "platform/foundation/OSStatus.h"
 
@@ -15,6 +16,11 @@ namespace MWCore {
 /// in @p status.
 [[nodiscard]] std::optional<FileIdentity> identityOf(int folder, const char *path,
                                                      OSStatus *status);
+
+/// Opens, with O_PATH, the item whose handle is in @p identity and which is on the same file system
+/// as the open folder @p folder. Only the superuser may. Returns an empty descriptor on failure,
+/// with the cause in `errno`: ESTALE if the item no longer exists.
+[[nodiscard]] Descriptor openByHandle(int folder, const FileIdentity &identity);
 
 /// Whether the identity has more than an inode number, which later items can get again.
 [[nodiscard]] bool isUnambiguous(const FileIdentity &identity);

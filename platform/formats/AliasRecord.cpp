@@ -63,7 +63,6 @@ bool readNumber(QByteArrayView content, Field &field) {
 
 bool readHandle(QByteArrayView content, FileIdentity &identity) {
     const auto type = numberAt<int32_t>(content, 0);
-    constexpr qsizetype kLongestHandle = 128; // MAX_HANDLE_SZ of the kernel
     const qsizetype length = content.size() - qsizetype(sizeof *type);
     if (!type || length == 0 || length > kLongestHandle)
         return false;

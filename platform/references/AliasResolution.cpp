@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -135,18 +134,7 @@ private:
     }
 
     [[nodiscard]] Descriptor openedByHandle(int folder) {
-        const FileIdentity &identity = record_.identity;
-        if (identity.handle.size() > MAX_HANDLE_SZ)
-            return {};
-        union {
-            file_handle header;
-            char room[sizeof(file_handle) + MAX_HANDLE_SZ];
-        } handle = {};
-        handle.header.handle_bytes = static_cast<unsigned>(identity.handle.size());
-        handle.header.handle_type = identity.handleType;
-        memcpy(handle.room + sizeof(file_handle), identity.handle.constData(),
-               handle.header.handle_bytes);
-        Descriptor item(open_by_handle_at(folder, &handle.header, O_PATH | O_CLOEXEC));
+        Descriptor item = openByHandle(folder, record_.identity);
         struct stat now = {};
         isDead_ = item ? fstat(item.number(), &now) == 0 && now.st_nlink == 0 : errno == ESTALE;
         return item;
