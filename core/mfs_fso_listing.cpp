@@ -18,6 +18,7 @@
 using MWCore::Descriptor;
 using MWCore::FinalLink;
 using MWCore::FolderStream;
+using MWCore::kReadFolder;
 using MWCore::LinkTargets;
 using MWCore::LongPath;
 using MWCore::RecordTree;
@@ -30,11 +31,9 @@ namespace {
 /// How often a listing starts over because an entry vanished before it was examined.
 constexpr int kRestarts = 8;
 
-/// Returns null and sets `errno` if the folder cannot be opened. Never blocks: if another kind of
-/// item has replaced the folder, it is rejected before it is opened.
+/// Returns null and sets `errno` if the folder cannot be opened.
 FolderStream openFolder(const LongPath &place) {
-    Descriptor descriptor(openat(place.folder(), place.relativePath(),
-                                 O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+    Descriptor descriptor(openat(place.folder(), place.relativePath(), kReadFolder));
     FolderStream folder(descriptor ? fdopendir(descriptor.number()) : nullptr);
     if (folder)
         descriptor.release();

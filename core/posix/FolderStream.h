@@ -6,8 +6,13 @@
 #include <memory>
 
 #include <dirent.h>
+#include <fcntl.h>
 
 namespace MWCore {
+
+/// The flags for opening a folder to read its names. Never blocks if another kind of item has
+/// replaced the folder.
+constexpr int kReadFolder = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
 
 struct CloseFolder {
     void operator()(DIR *folder) const {

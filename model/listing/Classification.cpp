@@ -8,6 +8,7 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFollowing.h"
 #include "platform/files/FolderBlock.h"
+#include "platform/files/RegularFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/launch/AppImage.h"
 #include "platform/launch/ApplicationFolder.h"
@@ -47,8 +48,7 @@ FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts,
 
 /// Whether all names in the folder fit one block, so that inspecting it as an AppDir is fast.
 bool hasFewNames(const QByteArray &folder) {
-    const Descriptor opened(
-        open(folder.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    const Descriptor opened = openFolderAt(AT_FDCWD, folder.constData(), FinalLink::Keep);
     FolderBlock names;
     return opened && names.fill(opened.number()) == FolderBlock::Outcome::AllRead;
 }

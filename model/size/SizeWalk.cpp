@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/size/SizeWalk.h"
 
+#include "core/posix/FolderStream.h"
 #include "core/posix/LongPath.h"
 #include "model/size/SizeWorker.h"
 #include "model/size/VisitedLinks.h"
@@ -212,9 +213,8 @@ MXSizeMeasurement unreadableTop(const QByteArray &path, OSStatus status, bool is
 MXSizeMeasurement measureContents(const QByteArray &path, const MXSizeOptions &options,
                                   const std::atomic<bool> &isCancelled) {
     const LongPath place(path.constData());
-    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
     const auto top = std::make_shared<const Descriptor>(
-        place ? openat(place.folder(), place.relativePath(), kFlags) : -1);
+        place ? openat(place.folder(), place.relativePath(), kReadFolder) : -1);
     if (!*top) {
         const OSStatus status = statusFromErrno(errno);
         struct stat item; // may be a broken link

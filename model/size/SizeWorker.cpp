@@ -4,6 +4,7 @@
 
 #include "core/mfs_fso.h"
 #include "core/posix/errors.h"
+#include "core/posix/FolderStream.h"
 #include "core/posix/LongPath.h"
 #include "core/posix/stat_fields.h"
 #include "core/record_tree.h"
@@ -116,11 +117,11 @@ bool SizeWorker::measureBlock(Task &task, FolderBlock::Outcome outcome) {
 /// Opens the task's folder, unless it or a folder above it has been replaced by a link. If
 /// descriptors run out, waits for some, but not forever.
 bool SizeWorker::open(Task &task) {
-    constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
     int error = 0;
     do {
         const LongPath place(task.pathFromBase.constData(), task.base->number(), openUnlinked);
-        Descriptor folder(place ? openUnlinked(place.folder(), place.relativePath(), kFlags) : -1);
+        Descriptor folder(place ? openUnlinked(place.folder(), place.relativePath(), kReadFolder)
+                                : -1);
         if (folder) {
             task.opened = std::make_shared<const Descriptor>(std::move(folder));
             attemptsToOpen_ = kMostAttempts;

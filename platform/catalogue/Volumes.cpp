@@ -6,6 +6,7 @@
 #include "core/posix/FolderStream.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
@@ -26,7 +27,8 @@ namespace {
 
 /// The label that the file system itself reports; empty if it reports none.
 QByteArray labelFromFileSystem(const Mount &mount) {
-    const Descriptor folder(open(mount.mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor folder =
+        openFolderAt(AT_FDCWD, mount.mountPoint.constData(), FinalLink::Follow);
     char label[FSLABEL_MAX + 1] = {};
     if (!folder || ioctl(folder.number(), FS_IOC_GETFSLABEL, label) != 0)
         return {};

@@ -4,6 +4,7 @@
 
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
 #include "platform/files/TrustedFolder.h"
 #include "platform/foundation/Log.h"
 
@@ -47,7 +48,7 @@ OSStatus ItemLocator::examine(struct stat *item) const {
 }
 
 Descriptor ItemLocator::openFolder(OSStatus *status) const {
-    Descriptor opened(openat(folder(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    Descriptor opened = openFolderAt(folder(), ".", FinalLink::Keep);
     *status = opened ? noErr : statusFromErrno(errno);
     return opened;
 }

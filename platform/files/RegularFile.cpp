@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/RegularFile.h"
 
+#include "core/posix/FolderStream.h"
 #include "core/posix/stat_fields.h"
 #include "platform/files/DescriptorPath.h"
 
@@ -64,6 +65,11 @@ Descriptor openRegularFile(const QByteArray &path, FinalLink links, OSStatus *st
 Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status) {
     return openIf([](mode_t mode) { return S_ISREG(mode) || S_ISDIR(mode); }, folder, path,
                   FinalLink::Keep, status);
+}
+
+Descriptor openFolderAt(int folder, const char *path, FinalLink link) {
+    return Descriptor(
+        openat(folder, path, kReadFolder | (link == FinalLink::Keep ? O_NOFOLLOW : 0)));
 }
 
 std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit, OSStatus *status) {

@@ -10,8 +10,9 @@
 
 #include <QByteArray>
 
-/// Opens and reads regular files at paths that may turn out to hold anything else. Nothing is
-/// opened before its kind is known: a fifo never blocks, a device is never touched. Any thread.
+/// Opens and reads regular files, and opens folders, at paths that may turn out to hold anything
+/// else. Nothing is opened before its kind is known: a fifo never blocks, a device is never
+/// touched. Any thread.
 namespace MWCore {
 
 /// Opens the regular file at @p path, relative to the open folder @p folder (or AT_FDCWD), for
@@ -23,6 +24,10 @@ namespace MWCore {
 
 /// Opens a regular file or a folder in the same way, never through a link.
 [[nodiscard]] Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status);
+
+/// Opens the folder at @p path for reading its names. @p folder may be an O_PATH descriptor.
+/// Returns an empty descriptor on failure, with the cause in `errno`.
+[[nodiscard]] Descriptor openFolderAt(int folder, const char *path, FinalLink link);
 
 /// The next @p limit bytes of the open file @p descriptor from @p offset on, fewer if the file ends
 /// before. nullopt on failure, with the cause in @p status.

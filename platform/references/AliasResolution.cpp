@@ -6,6 +6,7 @@
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
 #include "platform/files/UserAccount.h"
 #include "platform/references/InodeSearch.h"
 #include "platform/references/MountGuard.h"
@@ -28,13 +29,13 @@ QByteArray below(const QByteArray &folder, const QByteArray &inside) {
     return rest.isEmpty() ? folder : pathIn(folder, rest);
 }
 
-Descriptor openFolderAt(int folder, const char *name) {
+/// Opens the folder to work relative to it, without the right to read its names.
+Descriptor locateFolderAt(int folder, const char *name) {
     return Descriptor(openat(folder, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// Opens the folder for reading its names; @p folder may be an O_PATH descriptor.
 Descriptor openNamesOf(const Descriptor &folder) {
-    return Descriptor(openat(folder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return openFolderAt(folder.number(), ".", FinalLink::Keep);
 }
 
 /// An open folder and its path.
@@ -122,8 +123,8 @@ private:
         if (record_.identity.handle.isEmpty())
             return std::nullopt;
         for (const Mount *const mount : places()) {
-            const Descriptor folder(
-                open(mount->mountPoint.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+            const Descriptor folder =
+                openFolderAt(AT_FDCWD, mount->mountPoint.constData(), FinalLink::Follow);
             const Descriptor item = folder ? openedByHandle(folder.number()) : Descriptor();
             const QByteArray path = item ? realPathOfDescriptor(item.number()) : QByteArray();
             auto found = path.isEmpty() ? std::nullopt : ifWanted(path);
@@ -158,7 +159,7 @@ private:
         const QList<QByteArray> names = namesBelowMountPoint(record_);
         const QByteArray place = record_.realPath.first(record_.mountPointLength);
         const std::size_t top = nameCount(place);
-        OpenFolder at = {openFolderAt(AT_FDCWD, mount.mountPoint.constData()), mount.mountPoint};
+        OpenFolder at = {locateFolderAt(AT_FDCWD, mount.mountPoint.constData()), mount.mountPoint};
         if (names.isEmpty())
             return std::nullopt;
         for (qsizetype depth = 0; depth + 1 < names.size() && at.folder; ++depth) {
@@ -177,7 +178,7 @@ private:
         QByteArray path = pathIn(parent.path, name);
         if (guard_.isMountPoint(path))
             return {};
-        return {openFolderAt(parent.folder.number(), name.constData()), std::move(path)};
+        return {locateFolderAt(parent.folder.number(), name.constData()), std::move(path)};
     }
 
     [[nodiscard]] OpenFolder child(const OpenFolder &parent, const QByteArray &name,
@@ -209,8 +210,7 @@ private:
         if (isDead_ || places().empty())
             return std::nullopt;
         const QByteArray path = searchedFolder(*places().front());
-        const Descriptor names(
-            open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        const Descriptor names = openFolderAt(AT_FDCWD, path.constData(), FinalLink::Keep);
         const bool isThere = names && isOnMount(names.number(), *places().front());
         const auto found =
             isThere ? search(record_.identity).below(names.number(), path) : std::nullopt;

@@ -6,6 +6,7 @@
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
 
 #include <cerrno>
 #include <cstring>
@@ -18,10 +19,6 @@ namespace MWCore {
 namespace {
 
 constexpr int kDeepest = 200; ///< levels; each keeps one folder open
-
-Descriptor openFolder(int parent, const char *path) {
-    return Descriptor(openat(parent, path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-}
 
 /// Whether an entry is a folder. Examines the item only if the file system does not report types.
 bool isFolder(int parent, const dirent64 &entry) {
@@ -112,7 +109,7 @@ bool InodeSearch::descend(int folder, const QByteArray &path, int depth) {
          name += std::strlen(name) + 1) {
         if (mountIdOf(folder, name) != mount_)
             continue;
-        const Descriptor inner = openFolder(folder, name);
+        const Descriptor inner = openFolderAt(folder, name, FinalLink::Keep);
         if (inner && descend(inner.number(), pathIn(path, name), depth + 1))
             return true;
     }
