@@ -3,6 +3,7 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/FileUrl.h"
+#include "platform/files/AccessRights.h"
 #include "platform/files/AtomicFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/formats/DesktopEntry.h"
@@ -16,9 +17,6 @@
 
 namespace MWCore {
 namespace {
-
-constexpr mode_t kReadAndWrite = 0666;
-constexpr auto kUnchanged = static_cast<uid_t>(-1); // leaves the owner and group of a new file
 
 OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
                            const ItemLocator &place) {
@@ -38,9 +36,7 @@ OSStatus writeDesktopEntry(const QByteArray &target, const QByteArray &record,
     auto file = AtomicFile::begin(place, &status);
     if (!file)
         return status;
-    return file->isThere()
-               ? dupFNErr
-               : file->replace(entry.toBytes(), {kReadAndWrite, kUnchanged, kUnchanged});
+    return file->isThere() ? dupFNErr : file->replace(entry.toBytes(), accessOfNewFile());
 }
 
 FinderInfo aliasInfo() {

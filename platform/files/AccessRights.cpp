@@ -90,16 +90,15 @@ OSStatus setOwner(int descriptor, const Access &wanted) {
     struct stat now = {};
     if (fstat(descriptor, &now) != 0)
         return statusFromErrno(errno);
-    constexpr auto kAny = static_cast<uid_t>(-1);
-    Lost lost = {wanted.owner != kAny && now.st_uid != wanted.owner,
-                 wanted.group != kAny && now.st_gid != wanted.group};
+    Lost lost = {wanted.owner != kAnyUser && now.st_uid != wanted.owner,
+                 wanted.group != kAnyGroup && now.st_gid != wanted.group};
     if (!lost.owner && !lost.group)
         return noErr;
     if (fchown(descriptor, wanted.owner, wanted.group) == 0)
         return noErr;
     if (!isForbidden(errno))
         return statusFromErrno(errno);
-    lost.group = lost.group && fchown(descriptor, static_cast<uid_t>(-1), wanted.group) != 0;
+    lost.group = lost.group && fchown(descriptor, kAnyUser, wanted.group) != 0;
     return keepsAllAccess(wanted, lost) ? noErr : permErr;
 }
 

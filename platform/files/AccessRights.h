@@ -12,10 +12,13 @@
 
 namespace MWCore {
 
+constexpr mode_t kNewFileMode = 0666;              ///< less the process's umask
+constexpr auto kAnyUser = static_cast<uid_t>(-1);  ///< leaves the owner that a new file has
+constexpr auto kAnyGroup = static_cast<gid_t>(-1); ///< the same for its group
+
 /// Who may read and write a file.
 struct Access {
     mode_t mode; ///< the nine permission bits
-    // -1 leaves what a new file has.
     uid_t owner;
     gid_t group;
 
@@ -25,6 +28,11 @@ struct Access {
 };
 
 constexpr const char *kAccessList = "system.posix_acl_access";
+
+/// The access of any new file.
+[[nodiscard]] constexpr Access accessOfNewFile() {
+    return {kNewFileMode, kAnyUser, kAnyGroup};
+}
 
 /// Who may read and write the open file @p descriptor. nullopt on failure, with the cause in
 /// @p status.

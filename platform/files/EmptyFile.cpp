@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/EmptyFile.h"
 
+#include "platform/files/AccessRights.h"
+
 #include <cerrno>
 
 #include <fcntl.h>
@@ -9,9 +11,8 @@
 namespace MWCore {
 
 OSStatus makeEmptyFile(const ItemLocator &place) {
-    constexpr mode_t kReadAndWrite = 0666;
     const Descriptor made(openat(place.folder(), place.name().constData(),
-                                 O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadAndWrite));
+                                 O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
     return made ? noErr : statusFromErrno(errno);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/TrustedFolder.h"
 
+#include "platform/files/AccessRights.h"
 #include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/UserAccount.h"
@@ -56,7 +57,7 @@ bool isOwnGroup(gid_t group) {
 /// An access control list may let anybody write; the group's write bit then covers all of them.
 bool hasAccessList(const Descriptor &folder) {
     const QByteArray path = pathOfDescriptor(folder.number());
-    return getxattr(path.constData(), "system.posix_acl_access", nullptr, 0) >= 0;
+    return getxattr(path.constData(), kAccessList, nullptr, 0) >= 0;
 }
 
 /// Whether nobody else can replace items in the folder. In a sticky folder everybody can add items,

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/MetadataChange.h"
 
+#include "platform/files/AccessRights.h"
 #include "platform/files/EmptyFile.h"
 #include "platform/metadata/ExtendedAttributes.h"
 #include "platform/metadata/Sidecar.h"
@@ -40,13 +41,11 @@ bool isConflict(OSStatus status) {
 /// Without an item it gets those of any new file.
 OSStatus accessBeside(const ItemLocator &item, Access *access) {
     struct stat now = {};
-    constexpr mode_t kReadAndWrite = 0666;
-    constexpr auto kAny = static_cast<uid_t>(-1);
-    *access = {kReadAndWrite, kAny, kAny};
+    *access = accessOfNewFile();
     OSStatus status = item.examine(&now);
     if (status != noErr)
         return status == fnfErr ? noErr : status;
-    *access = {(now.st_mode & kReadAndWrite) | S_IRUSR | S_IWUSR, now.st_uid, now.st_gid,
+    *access = {(now.st_mode & kNewFileMode) | S_IRUSR | S_IWUSR, now.st_uid, now.st_gid,
                attribute(item.path(), kAccessList, &status)};
     if (status == resNotFound)
         access->list.emplace();
