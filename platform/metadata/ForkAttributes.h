@@ -12,6 +12,11 @@ namespace MWCore {
 struct ForkAttribute {
     const char *name;
     qsizetype trailing; ///< zero bytes after the fork
+
+    /// The length of the fork in a value of @p length bytes; 0 if @p length is negative.
+    [[nodiscard]] qsizetype forkLength(qsizetype length) const {
+        return std::max<qsizetype>(length - trailing, 0);
+    }
 };
 inline constexpr ForkAttribute kForkAttributes[] = {{"user.com.apple.ResourceFork", 0},
                                                     {"user.org.netatalk.ResourceFork", 0},

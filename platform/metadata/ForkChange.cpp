@@ -34,8 +34,7 @@ OSStatus planInAttribute(MetadataChange &change, const AttributeNames &names,
     if (!value)
         return status;
     const QByteArrayView before(*value);
-    const QByteArray fork =
-        changed(before.chopped(std::min(before.size(), place.trailing)), &status);
+    const QByteArray fork = changed(before.first(place.forkLength(before.size())), &status);
     if (status == noErr && fork.isEmpty())
         return planRemovals(change, names);
     change.set(place.name, *value, fork + QByteArray(place.trailing, '\0'));

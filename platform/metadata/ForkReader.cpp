@@ -24,7 +24,7 @@ std::optional<ForkReader> ForkReader::ofAttribute(const QByteArray &path,
     ForkReader reader;
     auto value = attribute(path, place.name, status); // the kernel limits its length
     if (value)
-        value->chop(place.trailing);
+        value->truncate(place.forkLength(value->size()));
     if (value && value->isEmpty())
         *status = resFNotFound;
     if (*status != noErr)
@@ -54,6 +54,15 @@ QByteArray ForkReader::read(uint64_t offset, uint64_t length) const {
     const int64_t begin = sidecar_->entry.offset;
     return sidecar_->read(begin + static_cast<int64_t>(from), wanted, &status)
         .value_or(QByteArray());
+}
+
+std::optional<QByteArray> ForkReader::whole(OSStatus *status) const {
+    *status =
+        length_ > kLargestSidecar ? fileBoundsErr : noErr; // a sparse file can have any length
+    if (*status != noErr)
+        return std::nullopt;
+    return sidecar_ ? sidecar_->read(sidecar_->entry.offset, int64_t(length_), status)
+                    : std::optional(value_);
 }
 
 std::optional<QByteArray> ForkReader::firstResource(uint32_t type, uint64_t longest) const {

@@ -28,6 +28,10 @@ public:
     /// The bytes from @p offset on; fewer than @p length if the fork ends before or cannot be read.
     [[nodiscard]] QByteArray read(uint64_t offset, uint64_t length) const;
 
+    /// The whole fork. nullopt on failure, with the cause in @p status: fileBoundsErr if it is
+    /// longer than 256 MB.
+    [[nodiscard]] std::optional<QByteArray> whole(OSStatus *status) const;
+
     /// The data of the first resource of @p type; nullopt if there is none or it is longer than
     /// @p longest bytes.
     [[nodiscard]] std::optional<QByteArray> firstResource(uint32_t type, uint64_t longest) const;

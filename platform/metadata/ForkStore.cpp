@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/conventions.h"
 #include "platform/metadata/ForkAttributes.h"
+#include "platform/metadata/ForkReader.h"
 #include "platform/metadata/MetadataReader.h"
 
 #include <algorithm>
@@ -31,7 +32,7 @@ OSStatus resourceForkSize(MetadataReader &look, ForkSize *size) {
         return status;
     if (const ForkAttribute *const place = forkAttribute(look.names())) {
         const int64_t length = attributeLength(look.path(), place->name);
-        size->logical = std::max<int64_t>(length - place->trailing, 0);
+        size->logical = place->forkLength(length);
         size->physical = size->logical;
         return noErr;
     }
@@ -46,23 +47,8 @@ OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidec
 }
 
 std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *status) {
-    const AttributeNames names(path);
-    *status = statusOfNames(path, names);
-    if (*status != noErr)
-        return std::nullopt;
-    if (const ForkAttribute *const place = forkAttribute(names)) {
-        auto fork = attribute(path, place->name, status);
-        if (fork)
-            fork->chop(place->trailing);
-        if (fork && fork->isEmpty())
-            *status = resFNotFound;
-        return *status == noErr ? fork : std::nullopt;
-    }
-    constexpr int64_t kWhole = INT64_MAX;
-    auto entry = sidecarEntry(path, kResourceForkEntry, kWhole, status);
-    if (*status == noErr && (!entry || entry->length == 0))
-        *status = resFNotFound;
-    return *status == noErr ? std::optional(std::move(entry->beginning)) : std::nullopt;
+    const auto fork = ForkReader::open(path, status);
+    return fork ? fork->whole(status) : std::nullopt;
 }
 
 } // namespace MWCore
