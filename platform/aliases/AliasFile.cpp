@@ -5,6 +5,7 @@
 #include "platform/aliases/AliasFileFormat.h"
 #include "platform/aliases/AliasFollowing.h"
 #include "platform/aliases/FileUrl.h"
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/ItemIdentity.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
@@ -24,8 +25,6 @@
 
 namespace MWCore {
 namespace {
-
-constexpr int kMostSteps = 40; // as for links in the kernel
 
 /// What is known of one item of a chain after examining it once.
 struct ChainItem {
@@ -142,7 +141,7 @@ std::optional<AliasTarget> followAlias(const AliasContent &lead, AliasSteps step
                                        ResolutionContext &context, OSStatus *status) {
     FSRef at;
     ChainItem current = {.mode = 0, .info = {}, .lead = lead};
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostLinks; ++step) {
         *status = current.lead ? follow(*current.lead, &at, context)
                                : referTo(at.path, FinalLink::Follow, context, &at);
         if (*status != noErr)

@@ -18,10 +18,7 @@
 /// userCanceledErr soon after @p cancelled, which may be null, becomes true.
 namespace MWCore {
 
-/// How many names a search reads before it gives up.
-constexpr int64_t kMostSearchedNames = 4'000'000;
-
-/// The same for an alias in a listing: some milliseconds.
+/// How many names the search for an alias in a listing reads before it gives up: some milliseconds.
 constexpr int64_t kQuickSearchNames = 4096;
 
 /// Sets @p alias to a record by which the item can be found again.

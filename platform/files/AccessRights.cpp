@@ -15,6 +15,7 @@
 #include <QtEndian>
 
 #include <grp.h>
+#include <linux/limits.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -22,7 +23,6 @@
 namespace MWCore {
 namespace {
 
-constexpr std::size_t kLongest = 65536; // the kernel's limit for the list of names and for a value
 constexpr unsigned kReadAndWrite = 6;
 
 /// An access control list (acl(5)) in the kernel's little-endian format.
@@ -124,8 +124,9 @@ std::optional<Access> accessOf(int descriptor, OSStatus *status) {
     *status = fstat(descriptor, &now) == 0 ? noErr : statusFromErrno(errno);
     if (*status != noErr)
         return std::nullopt;
-    Access access = {now.st_mode & ACCESSPERMS, now.st_uid, now.st_gid, QByteArray(kLongest, '\0')};
-    const ssize_t length = fgetxattr(descriptor, kAccessList, access.list->data(), kLongest);
+    Access access = {now.st_mode & ACCESSPERMS, now.st_uid, now.st_gid,
+                     QByteArray(XATTR_SIZE_MAX, '\0')};
+    const ssize_t length = fgetxattr(descriptor, kAccessList, access.list->data(), XATTR_SIZE_MAX);
     const int error = length < 0 ? errno : 0;
     if (error != 0 && error != ENODATA && error != EOPNOTSUPP) {
         *status = statusFromErrno(error);
@@ -152,13 +153,13 @@ OSStatus setAccess(int descriptor, const Access &wanted) {
 }
 
 OSStatus copyAttributes(int from, int to) {
-    const auto names = std::make_unique<char[]>(kLongest);
-    const auto value = std::make_unique<char[]>(kLongest);
-    const ssize_t length = flistxattr(from, names.get(), kLongest);
+    const auto names = std::make_unique<char[]>(XATTR_LIST_MAX);
+    const auto value = std::make_unique<char[]>(XATTR_SIZE_MAX);
+    const ssize_t length = flistxattr(from, names.get(), XATTR_LIST_MAX);
     for (const char *name = names.get(); name < names.get() + length; name += strlen(name) + 1) {
         if (strcmp(name, kAccessList) == 0)
             continue;
-        const ssize_t size = fgetxattr(from, name, value.get(), kLongest);
+        const ssize_t size = fgetxattr(from, name, value.get(), XATTR_SIZE_MAX);
         const bool isCopied =
             size >= 0 && fsetxattr(to, name, value.get(), static_cast<std::size_t>(size), 0) == 0;
         if (!isCopied && errno != ENODATA && !isWriteRefused(errno))

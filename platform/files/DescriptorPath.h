@@ -15,6 +15,9 @@ namespace MWCore {
 /// The path of what @p descriptor is open on, as the kernel reports it; empty for what has none.
 [[nodiscard]] QByteArray realPathOfDescriptor(int descriptor);
 
+/// How many links on one path are followed, as in the kernel.
+constexpr int kMostLinks = 40;
+
 /// The text of the link @p name in @p folder, or of the link that @p folder itself is open on if
 /// @p name is "". Returns nullopt and sets `errno` if it cannot be read or is no link.
 [[nodiscard]] std::optional<QByteArray> linkText(int folder, const char *name);

@@ -131,7 +131,6 @@ private:
     }
 
     [[nodiscard]] OSStatus follow(const Descriptor &link, const QByteArray &name) {
-        constexpr int kMostLinks = 40; // as in the kernel
         if (++links_ > kMostLinks)
             return errFSAliasLoop;
         struct statfs system = {};

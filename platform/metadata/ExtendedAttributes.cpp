@@ -16,8 +16,6 @@
 namespace MWCore {
 namespace {
 
-constexpr qsizetype kUsualNames = 1024; // bytes
-
 /// listxattrat(2), since Linux 6.13.
 constexpr long kListXattrAt =
 #if defined(SYS_listxattrat)
@@ -58,11 +56,10 @@ AttributeNames::AttributeNames(int folder, const char *name, const QByteArray &p
 }
 
 template <typename List> void AttributeNames::read(List list) {
-    constexpr qsizetype kLongest = 65536; // the kernel's limit, bytes
     ssize_t length = 0;
     while ((length = list(names_.data(), static_cast<std::size_t>(names_.size()))) < 0 &&
-           errno == ERANGE && names_.size() < kLongest)
-        names_.resize(kLongest);
+           errno == ERANGE && names_.size() < XATTR_LIST_MAX)
+        names_.resize(XATTR_LIST_MAX);
     if (length < 0)
         status_ = statusFromErrno(errno);
     names_.resize(std::max<ssize_t>(length, 0));

@@ -9,6 +9,8 @@
 #include <QByteArray>
 #include <QVarLengthArray>
 
+#include <linux/limits.h>
+
 /// Extended attributes (xattr(7)) of an item itself, never of a link's target. Any thread.
 namespace MWCore {
 
@@ -30,7 +32,9 @@ public:
 private:
     template <typename List> void read(List list);
 
-    QVarLengthArray<char, 1024> names_; ///< each ends with a NUL
+    static constexpr qsizetype kUsualNames = 1024; // bytes
+
+    QVarLengthArray<char, kUsualNames> names_; ///< each ends with a NUL
     OSStatus status_ = noErr;
 };
 
@@ -39,7 +43,7 @@ private:
 [[nodiscard]] OSStatus statusOfNames(const QByteArray &path, const AttributeNames &names);
 
 /// The kernel's limit for the value of an attribute, in bytes.
-constexpr qsizetype kLongestAttribute = 65536;
+constexpr qsizetype kLongestAttribute = XATTR_SIZE_MAX;
 
 /// The value of an attribute. nullopt on failure, with the cause in @p status: resNotFound if there
 /// is no such attribute, fileBoundsErr if the value is longer than @p longest bytes.

@@ -6,6 +6,8 @@
 #include <MWCore/mwcore_export.h>
 #include <MWCore/OSStatus.h>
 
+#include <cstdint>
+
 #include <QByteArray>
 
 namespace MWCore {
@@ -25,6 +27,9 @@ struct FSRef {
 
 /// The longest path that FSRefMakePath() returns, in bytes.
 constexpr qsizetype kLongestReferencePath = 1024;
+
+/// How many names a search for an item that has moved reads before it gives up.
+constexpr int64_t kMostSearchedNames = 4'000'000;
 
 /// Makes @p ref refer to the item at @p path; a relative path starts in the current folder. fnfErr
 /// if nothing is there, bdNamErr if the path is empty.

@@ -18,7 +18,6 @@
 namespace MWCore {
 namespace {
 
-constexpr int kMostLinks = 40; // as in the kernel
 constexpr OSStatus kOutOfReach = fileBoundsErr;
 constexpr OSStatus kNoSuchCall = errFSOperationNotSupported;
 

@@ -4,6 +4,7 @@
 
 #include "platform/foundation/OSStatus.h"
 #include "platform/foundation/TimeBudget.h"
+#include "platform/references/FSRef.h"
 
 #include <atomic>
 #include <cstdint>
@@ -12,7 +13,7 @@ namespace MWCore {
 
 /// How far the search for an item may go.
 struct SearchLimits {
-    int64_t entries = 4'000'000;                  ///< names read before it gives up
+    int64_t entries = kMostSearchedNames;         ///< names read before it gives up
     const std::atomic<bool> *cancelled = nullptr; ///< read after every block of names; may be null
     const TimeBudget *timeBudget = nullptr;       ///< checked at the same times; null: no limit
 };
