@@ -49,9 +49,8 @@ FinderInfo aliasInfo() {
 
 /// Whether a sidecar without an item holds nothing but an alias, as a killed process may leave it.
 bool isLeftOver(const AppleDouble &sidecar) {
-    const QByteArrayView info = sidecar.content(kFinderInfoEntry);
     return sidecar.isEmpty() ||
-           (info.size() >= FinderInfo::kLength && FinderInfo::fromBytes(info) == aliasInfo());
+           FinderInfo::fromBytes(sidecar.content(kFinderInfoEntry)) == aliasInfo();
 }
 
 /// Marks the item as an alias in an extended attribute as well, where a listing looks first. If the

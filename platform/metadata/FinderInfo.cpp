@@ -15,6 +15,8 @@ void FinderInfo::setLabelNumber(int number) {
 
 FinderInfo FinderInfo::fromBytes(QByteArrayView bytes) {
     FinderInfo info;
+    if (bytes.size() < kLength)
+        return info;
     info.type = qFromBigEndian<uint32_t>(bytes.data());
     info.creator = qFromBigEndian<uint32_t>(bytes.data() + 4);
     info.flags = FinderFlags::fromInt(qFromBigEndian<uint16_t>(bytes.data() + 8));

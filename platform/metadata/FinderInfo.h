@@ -49,7 +49,7 @@ struct MWCORE_EXPORT FinderInfo {
     }
     void setLabelNumber(int number);
 
-    /// @p bytes must be at least 32 bytes; any after them are ignored.
+    /// The information in the first 32 bytes; none if there are fewer.
     [[nodiscard]] static FinderInfo fromBytes(QByteArrayView bytes);
     [[nodiscard]] QByteArray toBytes() const;
 };

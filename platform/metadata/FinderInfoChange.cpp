@@ -33,9 +33,7 @@ FinderInfo changedIn(const FinderInfoPlace &place, const FinderInfo &read,
 /// Whether @p sidecar still holds the information that was read before it was opened for the
 /// change.
 bool holds(const AppleDouble &sidecar, const FinderInfo &info) {
-    const QByteArrayView content = sidecar.content(kFinderInfoEntry);
-    return content.size() < FinderInfo::kLength ? info.isNone()
-                                                : FinderInfo::fromBytes(content) == info;
+    return FinderInfo::fromBytes(sidecar.content(kFinderInfoEntry)) == info;
 }
 
 std::optional<OSStatus> planSidecar(MetadataChange &change, const FinderInfo &before,

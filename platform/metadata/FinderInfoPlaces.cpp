@@ -26,8 +26,8 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
 
 OSStatus addSidecar(MetadataReader &reader, FinderInfoPlaces &places) {
     OSStatus status = noErr;
-    const auto entry = reader.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
-    if (!entry || entry->beginning.size() < FinderInfo::kLength)
+    const auto entry = look.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
+    if (!entry)
         return status;
     // Every sidecar has the 32 bytes, even one that holds only a fork.
     const FinderInfo info = FinderInfo::fromBytes(entry->beginning);
