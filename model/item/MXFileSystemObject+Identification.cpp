@@ -148,9 +148,7 @@ bool MXFileSystemObject::isCarbonApplication() const {
         file = bundle ? bundle->executablePath() : QByteArray();
     }
     OSStatus status = noErr;
-    const Descriptor open = openRegularFile(file, FinalLink::Follow, &status);
-    const auto start =
-        open ? readAt(open.number(), 0, kFragmentMark.size(), &status) : std::nullopt;
+    const auto start = readStartOf(file, kFragmentMark.size(), FinalLink::Follow, &status);
     return start && *start == kFragmentMark;
 }
 

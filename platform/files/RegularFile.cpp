@@ -93,6 +93,12 @@ std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit, 
     return bytes;
 }
 
+std::optional<QByteArray> readStartOf(const QByteArray &path, int64_t length, FinalLink link,
+                                      OSStatus *status) {
+    const Descriptor file = openRegularFile(path, link, status);
+    return file ? readAt(file.number(), 0, length, status) : std::nullopt;
+}
+
 std::optional<QByteArray> readWhole(int descriptor, int64_t limit, OSStatus *status) {
     struct stat item = {};
     *status = fstat(descriptor, &item) == 0 ? noErr : statusFromErrno(errno);

@@ -34,6 +34,11 @@ namespace MWCore {
 [[nodiscard]] std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit,
                                                OSStatus *status);
 
+/// The first @p length bytes of the regular file at @p path, fewer if it is shorter. nullopt on
+/// failure, with the cause in @p status.
+[[nodiscard]] std::optional<QByteArray> readStartOf(const QByteArray &path, int64_t length,
+                                                    FinalLink link, OSStatus *status);
+
 /// The content of the open regular file @p descriptor. nullopt on failure, with the cause in
 /// @p status: fileBoundsErr if the file is longer than @p limit bytes.
 [[nodiscard]] std::optional<QByteArray> readWhole(int descriptor, int64_t limit, OSStatus *status);

@@ -32,14 +32,6 @@ QString commentOf(const char *mimeType) {
     return QMimeDatabase().mimeTypeForName(QLatin1String(mimeType)).comment();
 }
 
-/// The beginning of the file; nullopt if it cannot be read.
-std::optional<QByteArray> startOf(const QByteArray &path) {
-    constexpr int64_t kEnough = 16'384; // the database's magic rules look no farther
-    OSStatus status = noErr;
-    const Descriptor file = openRegularFile(path, FinalLink::Keep, &status);
-    return file ? readAt(file.number(), 0, kEnough, &status) : std::nullopt;
-}
-
 FinderInfo finderInfoOf(const QByteArray &path) {
     FinderInfo info;
     return readFinderInfo(path, &info) == noErr ? info : FinderInfo();
@@ -61,7 +53,9 @@ QString kindOfPlainFile(const QByteArray &path) {
     const auto byName = database.mimeTypesForFileName(name);
     if (byName.size() == 1)
         return byName.front().comment();
-    if (const auto start = startOf(path))
+    constexpr int64_t kEnough = 16'384; // the database's magic rules look no farther
+    OSStatus status = noErr;
+    if (const auto start = readStartOf(path, kEnough, FinalLink::Keep, &status))
         return database.mimeTypeForFileNameAndData(name, *start).comment();
     return byName.isEmpty() ? commentOf("application/octet-stream") : byName.front().comment();
 }

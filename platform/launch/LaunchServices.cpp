@@ -32,10 +32,8 @@ OSStatus LSCopyItemInfoForPath(const QByteArray &path, FinderFlags finderFlags,
 bool isPlainFileApplication(const QByteArray &path) {
     const bool isEntry = path.endsWith(kDesktopEntrySuffix);
     OSStatus status = noErr;
-    const Descriptor file = openRegularFile(path, FinalLink::Keep, &status);
-    const auto start =
-        file ? readAt(file.number(), 0, isEntry ? kLongestDesktopEntry : kAppImageStart, &status)
-             : std::nullopt;
+    const auto start = readStartOf(path, isEntry ? kLongestDesktopEntry : kAppImageStart,
+                                   FinalLink::Keep, &status);
     return start && (isAppImage(*start) || (isEntry && contentOf(*start).startsApplication));
 }
 
