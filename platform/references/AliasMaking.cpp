@@ -6,17 +6,16 @@
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
+#include "platform/references/RecordedFileSystem.h"
 
 #include <climits>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
 #include <QList>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 
 namespace MWCore {
 namespace {
@@ -29,17 +28,6 @@ QByteArray realPathOf(const QByteArray &path) {
         return path;
     const QByteArray real = pathIn(folder, parts.name);
     return real.size() < PATH_MAX ? real : path;
-}
-
-/// The id of the file system that the item itself is on, without opening it; 0 if it has none.
-uint64_t fileSystemOf(const QByteArray &path) {
-    const Descriptor item(open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
-    struct statfs system = {};
-    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
-    uint64_t number = 0;
-    if (item && fstatfs(item.number(), &system) == 0)
-        memcpy(&number, &system.f_fsid, sizeof number);
-    return number;
 }
 
 std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
@@ -59,7 +47,8 @@ std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
 
 /// Adds the file system of @p folder: its id and what the mount table says about it.
 void addFileSystem(const QByteArray &folder, AliasRecord &record) {
-    record.fileSystem = fileSystemOf(folder);
+    const Descriptor opened(open(folder.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    record.fileSystem = fileSystemOf(opened.number());
     const std::vector<Mount> mounts = mountTable();
     const Mount *const mount = mountOf(folder, mounts);
     if (!mount)

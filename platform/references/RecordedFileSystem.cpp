@@ -16,16 +16,6 @@
 namespace MWCore {
 namespace {
 
-/// f_fsid of the file system that an open item is on; 0 if it has none.
-uint64_t fileSystemOf(int item) {
-    struct statfs system = {};
-    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
-    uint64_t number = 0;
-    if (fstatfs(item, &system) == 0)
-        memcpy(&number, &system.f_fsid, sizeof number);
-    return number;
-}
-
 /// Recognises the recorded file system among the mounts.
 class Recognition {
 public:
@@ -115,6 +105,15 @@ private:
 };
 
 } // namespace
+
+uint64_t fileSystemOf(int item) {
+    struct statfs system = {};
+    static_assert(sizeof system.f_fsid == sizeof(uint64_t));
+    uint64_t number = 0;
+    if (fstatfs(item, &system) == 0)
+        memcpy(&number, &system.f_fsid, sizeof number);
+    return number;
+}
 
 void allowRecorded(const AliasRecord &record, MountGuard &guard) {
     const Recognition recognition(record, guard);

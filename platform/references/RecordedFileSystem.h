@@ -5,12 +5,17 @@
 #include "platform/formats/AliasRecord.h"
 #include "platform/references/MountGuard.h"
 
+#include <cstdint>
 #include <vector>
 
 #include <QByteArray>
 #include <QList>
 
 namespace MWCore {
+
+/// The id (f_fsid) of the file system that the open item @p item is on; 0 if it has none or @p item
+/// is not open.
+[[nodiscard]] uint64_t fileSystemOf(int item);
 
 /// Allows @p guard to touch the file system that the item of @p record was on, wherever it is
 /// mounted. A network or FUSE file system is recognised by the mount table alone.
