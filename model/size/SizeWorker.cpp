@@ -279,9 +279,9 @@ SizeWorker::Metadata SizeWorker::metadataOf(const Task &task, const char *name,
                                             const struct stat &item) {
     const QByteArray &path = pathOfEntry(name);
     const auto sidecars = task.folder->hasSidecars ? Sidecars::MayExist : Sidecars::Absent;
-    const bool mayHaveAttributes = S_ISREG(item.st_mode) || S_ISDIR(item.st_mode);
     if (sidecars == Sidecars::Absent &&
-        !(mayHaveAttributes && mayHaveMetadataAttributes(task.opened->number(), name, path)))
+        !(isFileOrFolder(item.st_mode) &&
+          mayHaveMetadataAttributes(task.opened->number(), name, path)))
         return {};
     Metadata metadata;
     FinderInfo info;

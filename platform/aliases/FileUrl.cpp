@@ -3,9 +3,8 @@
 #include "platform/aliases/FileUrl.h"
 
 #include <algorithm>
-#include <climits>
 
-#include <unistd.h>
+#include <QSysInfo>
 
 namespace MWCore {
 namespace {
@@ -13,10 +12,8 @@ namespace {
 constexpr QByteArrayView kScheme = "file:";
 
 bool isThisHost(const QByteArray &host) {
-    char name[HOST_NAME_MAX + 1] = {};
     return host.isEmpty() || host.toLower() == "localhost" ||
-           (gethostname(name, sizeof name - 1) == 0 &&
-            host.toLower() == QByteArray(name).toLower());
+           host.toLower() == QSysInfo::machineHostName().toLower().toLocal8Bit();
 }
 
 } // namespace

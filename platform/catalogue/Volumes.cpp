@@ -11,8 +11,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <memory>
+
+#include <QSysInfo>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -20,7 +21,6 @@
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
-#include <unistd.h>
 
 namespace MWCore {
 namespace {
@@ -62,18 +62,16 @@ QByteArray labelFromDevices(const Mount &mount) {
     return {};
 }
 
-QByteArray hostName() {
-    char name[HOST_NAME_MAX + 1] = {};
-    return gethostname(name, sizeof name - 1) == 0 ? name : "/";
-}
-
 QString nameOf(const Mount &mount) {
     QByteArray name = labelFromFileSystem(mount);
     if (name.isEmpty())
         name = labelFromDevices(mount);
     if (name.isEmpty())
         name = PathParts(mount.mountPoint).name;
-    return stringWithFileSystemRepresentation(name.isEmpty() ? hostName() : name);
+    if (!name.isEmpty())
+        return stringWithFileSystemRepresentation(name);
+    const QString host = QSysInfo::machineHostName();
+    return host.isEmpty() ? QString("/") : host;
 }
 
 } // namespace

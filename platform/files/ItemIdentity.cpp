@@ -2,13 +2,14 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/ItemIdentity.h"
 
+#include "core/posix/stat_fields.h"
+
 #include <cerrno>
 #include <cstring>
 
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <sys/vfs.h>
 
 namespace MWCore {
@@ -66,7 +67,7 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
         return std::nullopt;
     }
     FileIdentity identity;
-    identity.device = makedev(item.stx_dev_major, item.stx_dev_minor);
+    identity.device = deviceOf(item);
     identity.inode = item.stx_ino;
     constexpr int64_t kNanoseconds = 1'000'000'000;
     if (item.stx_mask & STATX_BTIME)

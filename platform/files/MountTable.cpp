@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/MountTable.h"
 
+#include "core/posix/stat_fields.h"
 #include "platform/files/RegularFile.h"
 
 #include <algorithm>
@@ -58,7 +59,7 @@ std::optional<Mount> rootMount() {
         return std::nullopt;
     Mount mount;
     mount.id = static_cast<int32_t>(root.stx_mnt_id);
-    mount.device = makedev(root.stx_dev_major, root.stx_dev_minor);
+    mount.device = deviceOf(root);
     mount.mountPoint = "/";
     return mount;
 }
@@ -93,17 +94,15 @@ uint64_t mountIdOf(int folder, const char *path) {
         const bool isRefused = errno == ENOSYS || errno == EPERM;
         return isRefused && fstatat(folder, path, &known, kFlags) == 0 ? known.st_dev : 0;
     }
-    return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id
-                                        : makedev(item.stx_dev_major, item.stx_dev_minor);
+    return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id : deviceOf(item);
 }
 
 bool isOnMount(int descriptor, const Mount &mount) {
     struct statx item = {};
     if (statx(descriptor, "", AT_EMPTY_PATH | AT_STATX_DONT_SYNC, STATX_MNT_ID, &item) != 0)
         return false;
-    return item.stx_mask & STATX_MNT_ID
-               ? item.stx_mnt_id == static_cast<uint64_t>(mount.id)
-               : makedev(item.stx_dev_major, item.stx_dev_minor) == mount.device;
+    return item.stx_mask & STATX_MNT_ID ? item.stx_mnt_id == static_cast<uint64_t>(mount.id)
+                                        : deviceOf(item) == mount.device;
 }
 
 bool isAtOrBelow(const QByteArray &path, const QByteArray &folder) {

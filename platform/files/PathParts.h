@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include <QByteArray>
+#include <QList>
 
 namespace MWCore {
 
@@ -21,6 +22,13 @@ namespace MWCore {
 /// The number of names in an absolute path.
 [[nodiscard]] inline std::size_t nameCount(const QByteArray &path) {
     return path == "/" ? 0 : static_cast<std::size_t>(path.count('/'));
+}
+
+/// The names in a path, without the empty ones between slashes.
+[[nodiscard]] inline QList<QByteArray> namesOf(const QByteArray &path) {
+    QList<QByteArray> names = path.split('/');
+    names.removeAll({});
+    return names;
 }
 
 /// @p path as an absolute path; empty if the path of the current folder is unknown.

@@ -63,8 +63,7 @@ Descriptor openRegularFile(const QByteArray &path, FinalLink links, OSStatus *st
 }
 
 Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status) {
-    return openIf([](mode_t mode) { return S_ISREG(mode) || S_ISDIR(mode); }, folder, path,
-                  FinalLink::Keep, status);
+    return openIf(isFileOrFolder, folder, path, FinalLink::Keep, status);
 }
 
 Descriptor openFolderAt(int folder, const char *path, FinalLink link) {

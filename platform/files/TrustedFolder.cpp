@@ -7,14 +7,12 @@
 #include "platform/files/PathParts.h"
 #include "platform/files/UserAccount.h"
 
-#include <array>
 #include <cerrno>
 #include <vector>
 
 #include <QList>
 
 #include <fcntl.h>
-#include <grp.h>
 #include <linux/magic.h>
 #include <linux/openat2.h>
 #include <sys/stat.h>
@@ -44,14 +42,11 @@ bool isOurs(uid_t owner) {
 /// Whether @p group is the private group of this process's user: it has the same name and no other
 /// member. Distributions give each user such a group and let it write by default.
 bool isOwnGroup(gid_t group) {
-    std::array<char, 4096> texts{};
-    struct group entry = {};
-    struct group *found = nullptr;
-    getgrgid_r(group, &entry, texts.data(), texts.size(), &found);
+    const auto found = groupOf(group);
     const auto user = accountOf(geteuid());
-    if (!user || !found || user->name != entry.gr_name)
+    if (!user || !found || user->name != found->name)
         return false;
-    return !entry.gr_mem[0] || (user->name == entry.gr_mem[0] && !entry.gr_mem[1]);
+    return found->members.isEmpty() || found->members == QList{user->name};
 }
 
 /// An access control list may let anybody write; the group's write bit then covers all of them.
@@ -96,9 +91,7 @@ private:
             startIn("/");
         else if (way_.empty())
             startIn(".");
-        QList<QByteArray> names = path.split('/');
-        names.removeAll({});
-        names_ = names + names_;
+        names_ = namesOf(path) + names_;
     }
 
     void startIn(const char *path) {

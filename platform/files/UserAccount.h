@@ -5,11 +5,12 @@
 #include <optional>
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <sys/types.h>
 
-/// Accounts of the system's users (passwd(5)). Any thread.
+/// Accounts and groups of the system's users (passwd(5), group(5)). Any thread.
 namespace MWCore {
 
 struct UserAccount {
@@ -20,6 +21,14 @@ struct UserAccount {
 
 /// The account of @p user; nullopt if there is none.
 [[nodiscard]] std::optional<UserAccount> accountOf(uid_t user);
+
+struct UserGroup {
+    QByteArray name;
+    QList<QByteArray> members; ///< the names of the users whose primary group is another one
+};
+
+/// The group @p group; nullopt if there is none.
+[[nodiscard]] std::optional<UserGroup> groupOf(gid_t group);
 
 /// The login name of the process's real user, looked up once; null for a user without an account.
 [[nodiscard]] QString currentUserName();

@@ -32,10 +32,10 @@ std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
         const QByteArray name = entry->d_name;
         const bool isBetter =
             name.endsWith(kDesktopEntrySuffix) && (first.isEmpty() || name < first);
-        if (isBetter && isRegularFile(folder + '/' + name))
+        if (isBetter && isRegularFile(pathIn(folder, name)))
             first = name;
     }
-    return first.isEmpty() ? std::nullopt : std::optional(folder + '/' + first);
+    return first.isEmpty() ? std::nullopt : std::optional(pathIn(folder, first));
 }
 
 bool isApplicationFolder(const QByteArray &folder) {

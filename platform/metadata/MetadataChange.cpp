@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/metadata/MetadataChange.h"
 
+#include "core/posix/stat_fields.h"
 #include "platform/files/AccessRights.h"
 #include "platform/files/EmptyFile.h"
 #include "platform/metadata/ExtendedAttributes.h"
@@ -179,8 +180,7 @@ bool MetadataChange::hasNewValues() const {
 OSStatus statusOfKind(const ItemLocator &item) {
     struct stat now = {};
     const OSStatus status = item.examine(&now);
-    const bool canHave = S_ISREG(now.st_mode) || S_ISDIR(now.st_mode);
-    return status == noErr && !canHave ? errFSOperationNotSupported : status;
+    return status == noErr && !isFileOrFolder(now.st_mode) ? errFSOperationNotSupported : status;
 }
 
 OSStatus changeMetadata(const ItemLocator &item, const MetadataPlan &plan) {

@@ -12,8 +12,6 @@
 #include <cstdlib>
 #include <memory>
 
-#include <QList>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -31,11 +29,9 @@ QByteArray realPathOf(const QByteArray &path) {
 }
 
 std::vector<uint64_t> ancestorsOf(const QByteArray &realPath) {
-    QList<QByteArray> names = realPath.split('/');
-    names.removeAll({});
     std::vector<uint64_t> inodes;
     Descriptor folder(open("/", O_PATH | O_DIRECTORY | O_CLOEXEC));
-    for (const QByteArray &name : names) {
+    for (const QByteArray &name : namesOf(realPath)) {
         struct stat item = {};
         if (fstat(folder.number(), &item) != 0)
             break;

@@ -140,8 +140,7 @@ std::vector<const Mount *> mountsOfRecorded(const AliasRecord &record, const Mou
 }
 
 QList<QByteArray> namesBelowMountPoint(const AliasRecord &record) {
-    QList<QByteArray> names = record.realPath.sliced(record.mountPointLength).split('/');
-    names.removeAll({});
+    const QList<QByteArray> names = namesOf(record.realPath.sliced(record.mountPointLength));
     const bool isWay = std::ranges::none_of(names, isDots);
     return isWay ? names : QList<QByteArray>();
 }
