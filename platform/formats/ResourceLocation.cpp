@@ -5,13 +5,6 @@
 #include "platform/formats/BigEndian.h"
 
 namespace MWCore {
-namespace {
-
-constexpr uint64_t kMapTypeList = 24; ///< where the offset of the type list is
-constexpr uint64_t kTypeLength = 8;
-constexpr uint32_t kLargestOffset = 0xFFFFFF; // three bytes
-
-} // namespace
 
 std::optional<ForkAreas> forkAreasOf(QByteArrayView head, uint64_t length) {
     const auto data = numberAt<uint32_t>(head, 0);

@@ -10,6 +10,10 @@
 /// Finds one resource of a fork without reading the others. Source of the layout: see ResourceMap.
 namespace MWCore {
 
+constexpr uint64_t kMapTypeList = 24;         ///< where the map has the offset of its type list
+constexpr uint64_t kTypeLength = 8;           ///< of an entry of the type list
+constexpr uint32_t kLargestOffset = 0xFFFFFF; ///< in the data area: three bytes
+
 /// The two areas of a fork: bytes from its start, and lengths in bytes.
 struct ForkAreas {
     static constexpr qsizetype kHeadLength = 16; ///< bytes that describe the areas

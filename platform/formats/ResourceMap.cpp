@@ -3,6 +3,7 @@
 #include "platform/formats/ResourceMap.h"
 
 #include "platform/formats/BigEndian.h"
+#include "platform/formats/ResourceLocation.h"
 
 #include <algorithm>
 #include <limits>
@@ -10,20 +11,13 @@
 namespace MWCore {
 namespace {
 
-constexpr uint64_t kHeaderLength = 16;
-constexpr uint64_t kReservedLength = 112 + 128;
-constexpr uint32_t kDataOffset = kHeaderLength + kReservedLength;
-
 // In the map, which begins with a copy of the header, a handle and a file number.
 constexpr uint64_t kMapAttributes = 22;
-constexpr uint64_t kMapTypeList = 24;
 constexpr uint64_t kMapNameList = 26;
 constexpr uint64_t kMapHeaderLength = 28;
 
-constexpr uint64_t kTypeLength = 8;
 constexpr uint64_t kReferenceLength = 12;
 constexpr uint16_t kNoName = 0xFFFF;
-constexpr uint32_t kLargestOffset = 0xFFFFFF; // three bytes
 
 struct Type {
     uint32_t code;
@@ -97,20 +91,14 @@ public:
 
 private:
     [[nodiscard]] bool readHeader(ResourceMap &map) {
-        const auto dataOffset = numberAt<uint32_t>(fork_, 0);
-        const auto mapOffset = numberAt<uint32_t>(fork_, 4);
-        const auto dataLength = numberAt<uint32_t>(fork_, 8);
-        const auto mapLength = numberAt<uint32_t>(fork_, 12);
-        if (!mapLength)
+        const auto areas = forkAreasOf(fork_, uint64_t(fork_.size()));
+        if (!areas)
             return false;
-        const auto data = bytesAt(fork_, *dataOffset, *dataLength);
-        const auto mapBytes = bytesAt(fork_, *mapOffset, *mapLength);
-        if (!data || !mapBytes)
-            return false;
-        data_ = *data;
-        map_ = *mapBytes;
-        if (*dataOffset >= kDataOffset && *mapOffset >= kDataOffset)
-            map.headerReserved_ = fork_.sliced(kHeaderLength, kReservedLength).toByteArray();
+        data_ = fork_.sliced(qsizetype(areas->data), qsizetype(areas->dataLength));
+        map_ = fork_.sliced(qsizetype(areas->map), qsizetype(areas->mapLength));
+        if (areas->data >= kDataOffset && areas->map >= kDataOffset)
+            map.headerReserved_ =
+                fork_.sliced(ForkAreas::kHeadLength, kReservedLength).toByteArray();
         map.attributes_ = numberAt<uint16_t>(map_, kMapAttributes).value_or(0);
         return true;
     }

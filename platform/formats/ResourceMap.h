@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/formats/ResourceLocation.h"
+
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -47,9 +49,12 @@ public:
 private:
     class Reader;
 
+    static constexpr qsizetype kReservedLength = 112 + 128; ///< bytes after the header
+    static constexpr uint32_t kDataOffset = ForkAreas::kHeadLength + kReservedLength;
+
     std::vector<Resource> resources_;
-    QByteArray headerReserved_ = QByteArray(112 + 128, '\0'); ///< as the file had them
-    uint16_t attributes_ = 0;                                 ///< of the whole map
+    QByteArray headerReserved_ = QByteArray(kReservedLength, '\0'); ///< as the file had them
+    uint16_t attributes_ = 0;                                       ///< of the whole map
 };
 
 } // namespace MWCore
