@@ -160,7 +160,7 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
                                                                          : MXItemKindFile};
     const bool isFlagged = info.flags.testFlag(kIsAlias);
     const bool isWorthALook = isFlagged || path.endsWith(kDesktopEntrySuffix) ||
-                          (info.type == 0 && mayBeApplication(path, facts.isExecutable));
+                              (info.type == 0 && mayBeApplication(path, facts.isExecutable));
     if (!isWorthALook)
         return byType;
     const TimeBudget::Use use(inspection.timeBudget);

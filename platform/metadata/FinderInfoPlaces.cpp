@@ -26,7 +26,7 @@ OSStatus addAttributes(const QByteArray &path, const AttributeNames &names,
 
 OSStatus addSidecar(MetadataReader &reader, FinderInfoPlaces &places) {
     OSStatus status = noErr;
-    const auto entry = look.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
+    const auto entry = reader.sidecarEntry(kFinderInfoEntry, FinderInfo::kLength, &status);
     if (!entry)
         return status;
     // Every sidecar has the 32 bytes, even one that holds only a fork.

@@ -14,10 +14,6 @@
 
 namespace {
 
-Tree listed(const std::string &path) {
-    return Tree(mfs_fso_get_local_fso(path.c_str()));
-}
-
 int64_t openDescriptors() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }

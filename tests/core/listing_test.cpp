@@ -24,10 +24,6 @@ extern "C" int count_by_iteration(const char *path); // c_interface.c
 
 namespace {
 
-Tree listed(const std::string &path) {
-    return Tree(mfs_fso_get_local_fso(path.c_str()));
-}
-
 std::vector<const mfs_fso *> childrenOf(const mfs_fso *folder) {
     std::vector<const mfs_fso *> children;
     for (const mfs_array *const array : {folder->files, folder->subdirectories})

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/values/MXAlias.h"
-#include "platform/foundation/FileSystemText.h"
+#include "tests/model/items.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -13,11 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using MWCore::MXAlias;
 
-QString text(const std::string &path) {
-    return MWCore::stringWithFileSystemRepresentation(path);
-}
-
-TEST(Alias, CanBeStoredAsBytes) {
+TEST(Alias, SurvivesAsBytes) {
     const TemporaryFolder folder;
     const std::string item = folder.file("caf\xC3\xA9 \xFF");
     QByteArray data;

@@ -8,6 +8,7 @@
 #include "tests/support/LoggedMessages.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
+#include "tests/support/times.h"
 
 #include <gtest/gtest.h>
 
@@ -29,8 +30,7 @@ TEST(Attributes, AgreeWithStat) {
     const TemporaryFolder folder;
     const std::string path = folder.file("a.tar.gz", 10);
     ASSERT_EQ(chmod(path.c_str(), 07741), 0);
-    const timespec times[2] = {{1'000'000'000, 0}, {1'204'652'712, 500'000'000}};
-    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    setModificationTime(path, {1'204'652'712, 500'000'000});
     ASSERT_EQ(link(path.c_str(), folder.at("twin").c_str()), 0);
     (void)folder.link("link", path);
     const auto listed = itemAt(folder.path());
@@ -156,7 +156,7 @@ TEST(Attributes, UrlsAreAbsolute) {
 TEST(Attributes, DamagedMetadataCountAsNone) {
     const TemporaryFolder folder;
     const std::string path = folder.file("item");
-    std::ofstream(folder.at("._item")) << std::string("\0\5\x16\7\0\2\0\0", 8) << "damaged";
+    folder.damagedSidecar("item");
     const auto item = itemAt(path);
     EXPECT_EQ(item->label()->id(), 0) << "there, but not to be read";
     EXPECT_EQ(item->type(), 0xFFFFFFFF);
@@ -194,8 +194,7 @@ TEST(Attributes, CatalogueAttributesAreNotCached) {
     EXPECT_EQ(item->type(), 0U);
     EXPECT_EQ(item->typeAsString(), "");
     EXPECT_FALSE(item->isInvisible() || item->isLocked());
-    const timespec times[2] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
-    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    setModificationTime(path, {1'000'000'000, 0});
     struct statx status = {};
     ASSERT_EQ(statx(AT_FDCWD, path.c_str(), 0, STATX_BTIME, &status), 0);
     EXPECT_EQ(item->dateCreated().toSecsSinceEpoch(), status.stx_btime.tv_sec);
@@ -358,8 +357,7 @@ TEST(Conversions, Dates) {
     bool isAsExpected = false;
     {
         const TemporaryFolder folder;
-        const timespec times[2] = {{0, 0}, {1'204'652'712, 0}};
-        utimensat(AT_FDCWD, folder.file("item").c_str(), times, 0);
+        setModificationTime(folder.file("item"), {1'204'652'712, 0});
         isAsExpected = itemAt(folder.at("item"))->dateModifiedAsString() == expected;
     }
     exit(isAsExpected ? 0 : 1);

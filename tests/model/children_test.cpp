@@ -6,6 +6,7 @@
 #include "tests/model/items.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/texts.h"
+#include "tests/support/times.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,6 @@
 #include <fstream>
 #include <random>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace {
@@ -150,8 +150,7 @@ TEST(Sorting, IsStableAndAgreesWithTheComparisons) {
             std::ofstream(path + "/file") << std::string(10'000, 'x');
         }
         chmod(path.c_str(), 0600 + random() % 8);
-        const timespec times[2] = {{0, 0}, {std::time_t(random() % 6), 0}};
-        utimensat(AT_FDCWD, path.c_str(), times, 0);
+        setModificationTime(path, {std::time_t(random() % 6), 0});
     }
     ASSERT_EQ(writeResourceFork(QByteArray::fromStdString(folder.file("forked", 1)),
                                 QByteArray(100, 'f')),

@@ -140,7 +140,7 @@ TEST(Size, IsMeasuredAgainAfterAFailure) {
     const auto item = itemAt(file);
     const auto goneItem = itemAt(gone);
     fs::remove(gone);
-    std::ofstream(folder.at("._file")) << std::string("\0\5\x16\7\0\2\0\0", 8);
+    folder.damagedSidecar("file");
     const LoggedMessages messages;
     EXPECT_FALSE(item->sizeObject());
     EXPECT_TRUE(item->totalSizeFormattedAsString().isMarker());

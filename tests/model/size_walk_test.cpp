@@ -180,7 +180,7 @@ TEST(SizeWalk, AgreesWithOneObjectPerEntry) {
     folder.fifo("fifo");
     folder.link("link", "forked");
     folder.link("dead link", "nowhere");
-    std::ofstream(folder.at("._damaged")) << std::string("\0\5\x16\7\0\2\0\0", 8);
+    folder.damagedSidecar("damaged");
     // Readable but not searchable: an object of a link to it cannot be made.
     folder.folder("closed");
     folder.file("closed/a file", 10);

@@ -18,7 +18,6 @@
 namespace {
 
 void dropRoot() {
-    constexpr uid_t kNobody = 65534;
     if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
         std::abort();
 }

@@ -6,6 +6,11 @@
 #include <string>
 #include <vector>
 
+#include <sys/types.h>
+
+/// The user and the group without rights.
+constexpr uid_t kNobody = 65534;
+
 /// The output and the exit status of a finished process.
 struct ProcessResult {
     std::string output;

@@ -28,8 +28,19 @@ std::string TemporaryFolder::file(const std::string &name, uintmax_t size) const
     return at(name);
 }
 
+std::string TemporaryFolder::write(const std::string &name, const std::string &content) const {
+    fs::create_directories(fs::path(at(name)).parent_path());
+    if (!(std::ofstream(at(name), std::ios::binary) << content))
+        throw std::system_error(errno, std::generic_category(), at(name));
+    return at(name);
+}
+
+std::string TemporaryFolder::damagedSidecar(const std::string &name) const {
+    return write("._" + name, std::string("\0\5\x16\7\0\2\0\0", 8));
+}
+
 std::string TemporaryFolder::folder(const std::string &name) const {
-    fs::create_directory(at(name));
+    fs::create_directories(at(name));
     return at(name);
 }
 

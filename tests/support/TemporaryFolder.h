@@ -26,6 +26,12 @@ public:
     std::string link(const std::string &name, const std::string &target) const;
     std::string fifo(const std::string &name) const;
 
+    /// Makes the folders above it that are missing.
+    std::string write(const std::string &name, const std::string &content) const;
+
+    /// Gives the item @p name a sidecar that ends within its header.
+    std::string damagedSidecar(const std::string &name) const;
+
 private:
     std::string path_;
 };

@@ -29,6 +29,10 @@ inline char *fresh(const char *text) {
 
 using Tree = MWCore::RecordTree;
 
+inline Tree listed(const std::string &path) {
+    return Tree(mfs_fso_get_local_fso(path.c_str()));
+}
+
 /// Captures the library's trace lines during its lifetime.
 class CapturedTrace {
 public:

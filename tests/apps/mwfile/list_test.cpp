@@ -3,6 +3,7 @@
 #include "tests/apps/mwfile/mwfile.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/times.h"
 #include "tests/support/UnresponsiveMount.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,11 +23,6 @@ std::string namesOf(const std::string &listing) {
     for (const std::string &line : linesOf(listing))
         names += line.substr(line.rfind(' ') + 1) + " ";
     return names;
-}
-
-void setDate(const std::string &path, std::time_t seconds) {
-    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
-    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
 }
 
 TEST(List, SortsHidesAndReverses) {
@@ -45,7 +40,7 @@ TEST(List, SortsHidesAndReverses) {
     std::time_t date = 1'000'000'000;
     for (const char *const name :
          {"zoo", "Alpha", "\xc3\xa4hre", "beta", "\xc3\x84rger", ".hidden", "bin"})
-        setDate(folder.at(name), ++date);
+        setModificationTime(folder.at(name), {++date, 0});
     struct Row {
         std::vector<std::string> options;
         const char *names;

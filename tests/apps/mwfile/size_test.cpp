@@ -80,7 +80,7 @@ TEST(SizeCommand, ReportsUnreadableItems) {
     EXPECT_EQ(readJson(json.output, "d['unreadable'][0]['path']"),
               folder.path() + "/closed \x1B\xFF");
     folder.file("damaged");
-    std::ofstream(folder.at("._damaged")) << std::string("\0\5\x16\7\0\2\0\0", 8);
+    folder.damagedSidecar("damaged");
     EXPECT_NE(mwfile({"size", folder.at("damaged")}).errorOutput.find("stored data is damaged"),
               std::string::npos);
     for (const std::string &path :

@@ -26,8 +26,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-constexpr uid_t kSomebody = 65534;
-
 /// Everything in a folder that a change could alter, as text.
 std::map<std::string, std::string> stateOf(const fs::path &folder) {
     std::map<std::string, std::string> state;
@@ -51,7 +49,7 @@ struct Trap {
           item(dir + "/" + kItemName) {
         fs::permissions(folder.path(), fs::perms(0755));
         for (const auto &path : {folder.path(), dir, link})
-            EXPECT_EQ(lchown(path.c_str(), kSomebody, kSomebody), 0);
+            EXPECT_EQ(lchown(path.c_str(), kNobody, kNobody), 0);
         makeItem(item, change.item);
         makeItem(folder.at(std::string("ours/") + kItemName), change.item);
     }
@@ -124,13 +122,12 @@ TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
         bool hasList;
         bool isFollowed;
     } rows[] = {
-        {"a link of ours in a folder of ours", 0755, 0, kSomebody, 0, false, true},
-        {"a link of ours in a sticky folder", 01777, 0, kSomebody, 0, false, true},
-        {"another user's link in a sticky folder", 01777, 0, kSomebody, kSomebody, false, false},
-        {"a link of ours in a folder that everybody may write", 0777, 0, kSomebody, 0, false,
-         false},
-        {"a link of ours in another user's folder", 0755, kSomebody, kSomebody, 0, false, false},
-        {"a link of ours in a folder that a group may write", 0775, 0, kSomebody, 0, false, false},
+        {"a link of ours in a folder of ours", 0755, 0, kNobody, 0, false, true},
+        {"a link of ours in a sticky folder", 01777, 0, kNobody, 0, false, true},
+        {"another user's link in a sticky folder", 01777, 0, kNobody, kNobody, false, false},
+        {"a link of ours in a folder that everybody may write", 0777, 0, kNobody, 0, false, false},
+        {"a link of ours in another user's folder", 0755, kNobody, kNobody, 0, false, false},
+        {"a link of ours in a folder that a group may write", 0775, 0, kNobody, 0, false, false},
         {"a link of ours in a folder that our own group may write", 0775, 0, 0, 0, false, true},
         {"a link of ours in a folder with an access control list", 0775, 0, 0, 0, true, false},
     };

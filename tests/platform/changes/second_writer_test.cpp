@@ -196,7 +196,7 @@ struct User {
     gid_t otherGroup;
 };
 constexpr User kBin = {2, 2, 1}; // also in the group "daemon"
-constexpr User kSync = {4, 65534, 65534};
+constexpr User kSync = {4, kNobody, kNobody};
 
 int asUser(const User &user, const std::function<int()> &work) {
     return runForked([&] {

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <vector>
 
 namespace {
@@ -22,11 +20,8 @@ struct File {
 /// Makes the folder @p name with the files, and opens it.
 std::optional<Bundle> bundleOf(const TemporaryFolder &folder, const std::string &name,
                                const std::vector<File> &files) {
-    for (const File &file : files) {
-        const std::filesystem::path path = folder.at(name) + '/' + file.path;
-        std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path) << file.content;
-    }
+    for (const File &file : files)
+        (void)folder.write(name + '/' + file.path, file.content);
     return Bundle::open(QByteArray::fromStdString(folder.at(name)));
 }
 

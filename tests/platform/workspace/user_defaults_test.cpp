@@ -186,7 +186,7 @@ TEST_F(Settings, OfTheSuperuserAreNotStoredWhereAnotherUserCanReplaceThem) {
     const auto set = [](UserDefaults &defaults) { defaults.setValue("key", "value"); };
     EXPECT_TRUE(write(set));
     const std::string folder = folder_.at("House");
-    ASSERT_EQ(chown(folder.c_str(), 65534, 65534), 0);
+    ASSERT_EQ(chown(folder.c_str(), kNobody, kNobody), 0);
     EXPECT_FALSE(write([](UserDefaults &defaults) { defaults.setValue("key", "other"); }));
     EXPECT_EQ(UserDefaults().text("key", "none"), "none");
     ASSERT_EQ(chown(folder.c_str(), 0, 0), 0);
