@@ -12,6 +12,11 @@
 /// Samples of foreign metadata, built byte by byte as other programs write them.
 namespace samples {
 
+// Types of resources.
+constexpr uint32_t kAlias = 0x616C6973; // 'alis'
+constexpr uint32_t kIcns = 0x69636E73;
+constexpr uint32_t kText = 0x53545220; // 'STR '
+
 inline QByteArray hex(const char *text) {
     return QByteArray::fromHex(text);
 }

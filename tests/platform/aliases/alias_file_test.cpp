@@ -8,6 +8,8 @@
 #include "platform/metadata/MetadataStore.h"
 #include "platform/references/FSSpec.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/references.h"
+#include "tests/platform/samples.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 
@@ -26,8 +28,7 @@ using namespace MWCore;
 
 /// Where an alias file leads: a path, "no alias", or the text of the status.
 std::string leadOf(const std::string &path, AliasSteps steps = AliasSteps::All) {
-    FSRef ref;
-    EXPECT_EQ(FSPathMakeRef(path.c_str(), &ref), noErr);
+    FSRef ref = refTo(path);
     bool isFolder = false;
     bool wasAliased = false;
     const OSStatus status = FSResolveAliasFile(&ref, steps, &isFolder, &wasAliased);
@@ -38,9 +39,7 @@ std::string leadOf(const std::string &path, AliasSteps steps = AliasSteps::All) 
 }
 
 void makeAlias(const std::string &target, const std::string &file, AliasFileForm form) {
-    FSRef ref;
-    EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
-    EXPECT_EQ(FSCreateAliasFile(ref, file.c_str(), form), noErr) << file;
+    EXPECT_EQ(FSCreateAliasFile(refTo(target), file.c_str(), form), noErr) << file;
 }
 
 TEST(AliasFiles, BothFormsLeadToTheMovedItem) {
@@ -60,8 +59,7 @@ TEST(AliasFiles, BothFormsLeadToTheMovedItem) {
         EXPECT_EQ(leadOf(alias), folder.at("renamed"));
         fs::remove(folder.at("renamed"));
         EXPECT_EQ(leadOf(alias), statusText(fnfErr));
-        FSRef ref;
-        EXPECT_EQ(FSPathMakeRef(folder.path().c_str(), &ref), noErr);
+        const FSRef ref = refTo(folder.path());
         EXPECT_EQ(FSCreateAliasFile(ref, alias.c_str(), row.form), dupFNErr);
         EXPECT_EQ(FSCreateAliasFile(ref, folder.at("x.txt").c_str(), AliasFileForm::DesktopEntry),
                   bdNamErr);
@@ -155,7 +153,7 @@ void writeLongFork(const std::string &sidecar, const QByteArray &record) {
     constexpr int64_t kLength = 255 << 20;
     constexpr int64_t kHeader = 256;
     ResourceMap map;
-    map.put({0x616C6973, 0, std::nullopt, 0, record});
+    map.put({samples::kAlias, 0, std::nullopt, 0, record});
     QByteArray fork = map.toBytes().value_or(QByteArray());
     const qsizetype data = record.size() + qsizetype(sizeof(uint32_t));
     const QByteArray mapBytes = fork.sliced(kHeader + data);
@@ -178,16 +176,13 @@ TEST(AliasFiles, AreReadNoFurtherThanNeeded) {
     FinderInfo info;
     info.flags = kIsAlias;
     EXPECT_EQ(writeFinderInfo(folder.file("long fork").c_str(), info), noErr);
-    FSRef ref;
-    QByteArray record;
-    EXPECT_EQ(FSPathMakeRef(folder.file("target").c_str(), &ref), noErr);
-    EXPECT_EQ(FSNewAlias(ref, &record), noErr);
-    writeLongFork(folder.at("._long fork"), record);
-    const QByteArray entry = "[Desktop Entry]\nType=Link\nURL=file://" + ref.path + "\n";
+    const std::string target = folder.file("target");
+    writeLongFork(folder.at("._long fork"), aliasOf(target));
+    const QByteArray entry = ("[Desktop Entry]\nType=Link\nURL=file://" + target + "\n").c_str();
     raw::write(folder.at("long.desktop"), entry + QByteArray(1'000'000, '\n'));
     for (const char *const name : {"long fork", "long.desktop"}) {
         const int64_t before = *bytesRead();
-        EXPECT_EQ(leadOf(folder.at(name)), folder.at("target")) << name;
+        EXPECT_EQ(leadOf(folder.at(name)), target) << name;
         constexpr int64_t kMost = 400'000; // includes the mount table
         EXPECT_LT(*bytesRead() - before, kMost) << name;
     }
@@ -195,16 +190,13 @@ TEST(AliasFiles, AreReadNoFurtherThanNeeded) {
 
 TEST(AliasFiles, RecordsThatAreTooLongAreNotRead) {
     const TemporaryFolder folder;
-    FSRef ref;
-    QByteArray record;
-    EXPECT_EQ(FSPathMakeRef(folder.file("target").c_str(), &ref), noErr);
-    EXPECT_EQ(FSNewAlias(ref, &record), noErr);
+    QByteArray record = aliasOf(folder.file("target"));
     EXPECT_LT(record.size(), 1024);
     record +=
         QByteArray::fromHex("7777") + QByteArray::fromHex("00008000") + QByteArray(32768, 'x');
-    EXPECT_EQ(FSResolveAlias(record, &ref), mapReadErr);
+    EXPECT_EQ(resolved(record), statusText(mapReadErr));
     ResourceMap map;
-    map.put({0x616C6973, 0, std::nullopt, 0, record});
+    map.put({samples::kAlias, 0, std::nullopt, 0, record});
     FinderInfo info;
     info.flags = kIsAlias;
     EXPECT_EQ(writeFinderInfo(folder.file("alias").c_str(), info), noErr);
@@ -216,8 +208,7 @@ TEST(AliasFiles, AFailedCreationLeavesNothing) {
     const MountedFolder mounted("tmpfs", "size=64k");
     if (!mounted.failureReason().empty())
         GTEST_SKIP() << mounted.failureReason();
-    FSRef ref;
-    EXPECT_EQ(FSPathMakeRef(mounted.path().c_str(), &ref), noErr);
+    const FSRef ref = refTo(mounted.path());
     raw::write(mounted.at("filler"), QByteArray(64 * 1024, 'f'));
     for (const auto &[name, form] : {std::pair("alias", AliasFileForm::Finder),
                                      std::pair("alias.desktop", AliasFileForm::DesktopEntry)})

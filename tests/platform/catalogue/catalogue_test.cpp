@@ -3,7 +3,7 @@
 #include "platform/catalogue/FileCatalogue.h"
 #include "platform/files/MountTable.h"
 #include "tests/platform/metadata/attributes.h"
-#include "tests/platform/samples.h"
+#include "tests/platform/references.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 
@@ -18,12 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace MWCore;
-
-FSRef refTo(const std::string &path) {
-    FSRef ref;
-    EXPECT_EQ(FSPathMakeRef(path.c_str(), &ref), noErr) << path;
-    return ref;
-}
 
 FSCatalogInfo catalogued(const std::string &path, FSCatalogInfoBitmap whichInfo) {
     FSCatalogInfo info;

@@ -3,6 +3,7 @@
 #include "platform/catalogue/ItemMetadata.h"
 #include "tests/platform/changes/SystemCalls.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/references.h"
 #include "tests/platform/samples.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/TemporaryFolder.h"
@@ -23,10 +24,6 @@ using namespace MWCore;
 using Part = ItemMetadata::Part;
 
 constexpr uint16_t kFlags = kIsInvisible | 6 << 1; // the label number is 6
-
-QByteArray bytes(const std::string &path) {
-    return QByteArray::fromStdString(path);
-}
 
 /// The statuses of all parts in their order.
 std::array<OSStatus, 4> statusesOf(const ItemMetadata &metadata) {
@@ -50,8 +47,8 @@ TEST(ItemMetadata, IsReadWithOneLookAndKept) {
     ASSERT_EQ(stat(item.c_str(), &node), 0);
     ItemMetadata metadata;
     FinderInfo info;
-    const auto calls = callsOf([&] { metadata = ItemMetadata::read(bytes(item)); });
-    auto expected = callsOf([&] { EXPECT_EQ(readFinderInfo(bytes(item), &info), noErr); });
+    const auto calls = callsOf([&] { metadata = ItemMetadata::read(item.c_str()); });
+    auto expected = callsOf([&] { EXPECT_EQ(readFinderInfo(item.c_str(), &info), noErr); });
     expected["statx"] = 1;
     EXPECT_EQ(calls, expected) << "the forks are free";
     fs::remove_all(item);
@@ -71,8 +68,8 @@ TEST(ItemMetadata, IsReadWithOneLookAndKept) {
 TEST(ItemMetadata, FailsPartByPart) {
     const TemporaryFolder folder;
     const std::string item = folder.file("item");
-    const QByteArray path = bytes(item);
-    EXPECT_EQ(statusesOf(ItemMetadata::read(bytes(folder.at("gone")))),
+    const QByteArray path = item.c_str();
+    EXPECT_EQ(statusesOf(ItemMetadata::read(folder.at("gone").c_str())),
               std::to_array({fnfErr, fnfErr, fnfErr, fnfErr}));
     EXPECT_EQ(statusesOf(ItemMetadata::read(path, Part::FinderInfo)),
               std::to_array({paramErr, paramErr, noErr, paramErr}));
@@ -81,8 +78,7 @@ TEST(ItemMetadata, FailsPartByPart) {
         EXPECT_EQ(statusesOf(ItemMetadata::read(path)),
                   std::to_array({noErr, noErr, permErr, permErr}));
     }
-    FSRef ref;
-    ASSERT_EQ(FSPathMakeRef(path, &ref), noErr);
+    const FSRef ref = refTo(item);
     fs::rename(item, folder.at("renamed"));
     raw::write(folder.at("._renamed"), samples::sidecar(kFlags).first(40)); // damaged
     EXPECT_EQ(statusesOf(ItemMetadata::read(ref)),
@@ -96,7 +92,7 @@ TEST(ItemMetadata, FailsPartByPart) {
     const MountedFolder withoutDates("ramfs");
     if (!withoutDates.failureReason().empty())
         GTEST_SKIP() << withoutDates.failureReason();
-    EXPECT_EQ(statusesOf(ItemMetadata::read(bytes(withoutDates.at("")))),
+    EXPECT_EQ(statusesOf(ItemMetadata::read(withoutDates.at("").c_str())),
               std::to_array({noErr, errFSOperationNotSupported, noErr, noErr}));
 }
 
@@ -119,7 +115,7 @@ TEST(ItemMetadata, IsReadWithinATimeAllowance) {
         {"perhaps a sidecar", "user.other", "x", Sidecars::MayExist, fileBoundsErr, fileBoundsErr},
     };
     for (const Row &row : rows) {
-        const QByteArray path = bytes(folder.file(row.name));
+        const QByteArray path = folder.file(row.name).c_str();
         ASSERT_TRUE(raw::setAttribute(path.toStdString(), row.attribute, row.value));
         TimeBudget none({});
         TimeBudget enough({.fixed = INT64_MAX / 2});

@@ -3,6 +3,7 @@
 #include "platform/catalogue/ResourceFile.h"
 #include "platform/metadata/MetadataStore.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/references.h"
 #include "tests/platform/samples.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -18,15 +19,9 @@ namespace {
 
 using namespace MWCore;
 
-constexpr uint32_t kIcns = 0x69636E73;
-constexpr uint32_t kText = 0x53545220; // 'STR '
+using samples::kIcns;
+using samples::kText;
 constexpr int16_t kCustomIcon = -16455;
-
-FSRef refTo(const std::string &path) {
-    FSRef ref;
-    EXPECT_EQ(FSPathMakeRef(path.c_str(), &ref), noErr);
-    return ref;
-}
 
 std::unique_ptr<ResourceFile> opened(const std::string &path, ForkPermission permission) {
     OSStatus status = noErr;

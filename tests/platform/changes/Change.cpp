@@ -170,8 +170,7 @@ void unlock(const std::string &path) {
 bool hasWholeFork(const std::string &path) {
     OSStatus status = noErr;
     const auto fork = ResourceFile::open(referenceTo(path), fsRdPerm, &status);
-    constexpr uint32_t kText = 0x53545220; // 'STR '
-    return fork && fork->getResource(kText, 128) == "hello";
+    return fork && fork->getResource(samples::kText, 128) == "hello";
 }
 
 QByteArray listForUser4() {

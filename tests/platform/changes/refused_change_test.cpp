@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // Failures that a test cannot provoke, such as a quota or a failing disk.
 #include "platform/files/AtomicFile.h"
-#include "platform/metadata/MetadataStore.h"
 #include "tests/platform/changes/SystemCalls.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/metadata/finder_info.h"
 #include "tests/platform/samples.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -23,16 +23,6 @@
 namespace {
 
 using namespace MWCore;
-
-constexpr uint16_t kRed = 6 << 1;
-constexpr const char *kBare = "user.com.apple.FinderInfo";
-
-OSStatus writeLabel(const std::string &path, int number) {
-    FinderInfo info;
-    EXPECT_EQ(readFinderInfo(path.c_str(), &info), noErr);
-    info.setLabelNumber(number);
-    return writeFinderInfo(path.c_str(), info);
-}
 
 void setAppendOnly(const std::string &folder, int flag) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY);

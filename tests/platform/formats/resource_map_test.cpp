@@ -8,9 +8,8 @@
 namespace {
 
 using MWCore::ResourceMap;
-
-constexpr uint32_t kIcns = 0x69636E73;
-constexpr uint32_t kText = 0x53545220; // 'STR '
+using samples::kIcns;
+using samples::kText;
 
 TEST(ResourceMap, ReadsAndWritesTheRealLayout) {
     auto map = ResourceMap::parse(samples::resourceFork());

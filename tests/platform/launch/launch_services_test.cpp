@@ -4,6 +4,7 @@
 
 #include "platform/formats/ResourceMap.h"
 #include "platform/metadata/MetadataStore.h"
+#include "tests/platform/samples.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -19,18 +20,6 @@
 namespace {
 
 using namespace MWCore;
-
-QByteArray bytes(const std::string &path) {
-    return QByteArray::fromStdString(path);
-}
-
-std::string make(const TemporaryFolder &folder, const std::string &name,
-                 const std::string &content) {
-    const std::filesystem::path path = folder.at(name);
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path) << content;
-    return path;
-}
 
 struct FlagRow {
     const char *folder;
@@ -56,9 +45,11 @@ const FlagRow kFlagRows[] = {
 TEST(LaunchServices, FlagsFolders) {
     const TemporaryFolder folder;
     for (const FlagRow &row : kFlagRows) {
-        const QByteArray path = bytes(folder.folder(row.folder));
-        for (const std::string file : row.files)
-            make(folder, std::string(row.folder) + '/' + file, "");
+        const QByteArray path = folder.folder(row.folder).c_str();
+        for (const char *const name : row.files) {
+            const std::string file = std::string(row.folder) + '/' + name;
+            file.ends_with('/') ? folder.folder(file) : folder.write(file, "");
+        }
         LSItemInfoFlags flags = kLSItemInfoIsVolume;
         EXPECT_EQ(LSCopyItemInfoForPath(path, FinderFlags::fromInt(row.finderFlags), &flags), noErr)
             << row.folder;
@@ -74,10 +65,10 @@ TEST(LaunchServices, FlagsOnlyFolders) {
     LSItemInfoFlags flags = kLSItemInfoIsVolume;
     for (const std::string &path :
          {folder.file("a.app"), folder.link("b.app", "/proc"), folder.fifo("c.app")}) {
-        EXPECT_EQ(LSCopyItemInfoForPath(bytes(path), kHasBundle, &flags), noErr);
+        EXPECT_EQ(LSCopyItemInfoForPath(path.c_str(), kHasBundle, &flags), noErr);
         EXPECT_EQ(flags.toInt(), 0U) << path;
     }
-    EXPECT_EQ(LSCopyItemInfoForPath(bytes(folder.at("gone")), kHasBundle, &flags), fnfErr);
+    EXPECT_EQ(LSCopyItemInfoForPath(folder.at("gone").c_str(), kHasBundle, &flags), fnfErr);
     EXPECT_EQ(flags.toInt(), 0U);
 }
 
@@ -86,7 +77,7 @@ TEST(LaunchServices, RecognisesMountPoints) {
     for (const std::string &path : {std::string("/"), std::string("/proc"), std::string("/dev"),
                                     std::string("/usr"), folder.path()}) {
         LSItemInfoFlags flags;
-        ASSERT_EQ(LSCopyItemInfoForPath(bytes(path), {}, &flags), noErr);
+        ASSERT_EQ(LSCopyItemInfoForPath(path.c_str(), {}, &flags), noErr);
         const bool isMountPoint = runProcess({"mountpoint", "-q", path}).status == 0;
         EXPECT_EQ(flags.testFlag(kLSItemInfoIsVolume), isMountPoint) << path;
     }
@@ -105,15 +96,15 @@ TEST(LaunchServices, NamesKinds) {
         {folder.link("link", "gone"), "symbolic link"},
         {folder.fifo("fifo"), "pipe"},
         {"/dev/null", "character device"},
-        {make(folder, "a.png", "no image"), "PNG image"},
-        {make(folder, "image", "\x89PNG\r\n\x1A\n"), "PNG image"},
-        {make(folder, "\xFF\xFE.png", ""), "PNG image"},
-        {make(folder, "\xFF", "plain text\n"), "plain text document"},
-        {make(folder, "empty", ""), "empty document"},
+        {folder.write("a.png", "no image"), "PNG image"},
+        {folder.write("image", "\x89PNG\r\n\x1A\n"), "PNG image"},
+        {folder.write("\xFF\xFE.png", ""), "PNG image"},
+        {folder.write("\xFF", "plain text\n"), "plain text document"},
+        {folder.write("empty", ""), "empty document"},
         {folder.at("gone"), QString()},
     };
     for (const Row &row : rows) {
-        const QString kind = LSCopyKindString(bytes(row.path));
+        const QString kind = LSCopyKindString(row.path.c_str());
         EXPECT_EQ(kind.toLower(), row.kind.toLower()) << row.path;
         EXPECT_EQ(kind.isNull(), row.kind.isNull()) << row.path;
     }
@@ -121,23 +112,22 @@ TEST(LaunchServices, NamesKinds) {
 
 /// Gives an item Finder information, and a fork with a resource of @p type.
 void mark(const std::string &path, FinderFlags flags, uint32_t type = 0) {
-    ASSERT_EQ(writeFinderInfo(bytes(path), {.flags = flags}), noErr);
+    ASSERT_EQ(writeFinderInfo(path.c_str(), {.flags = flags}), noErr);
     ResourceMap map = *ResourceMap::parse({});
     map.put({type, 0, std::nullopt, 0, "of no form that leads anywhere"});
     if (type != 0) {
-        ASSERT_EQ(writeResourceFork(bytes(path), *map.toBytes()), noErr);
+        ASSERT_EQ(writeResourceFork(path.c_str(), *map.toBytes()), noErr);
     }
 }
 
 TEST(LaunchServices, NamesAliasesAndPackages) {
     QLocale::setDefault(QLocale::c());
-    constexpr uint32_t kAlias = 0x616C6973; // 'alis'
-    constexpr uint32_t kIcon = 0x69636E73;  // 'icns'
+    using samples::kAlias;
     const TemporaryFolder folder;
     mark(folder.file("alias"), kIsAlias, kAlias);
     mark(folder.file("alias.png"), kIsAlias, kAlias);
     mark(folder.file("flag alone"), kIsAlias);
-    mark(folder.file("icon"), kIsAlias, kIcon);
+    mark(folder.file("icon"), kIsAlias, samples::kIcns);
     mark(folder.file("record alone"), {}, kAlias);
     mark(folder.file("huge"), kIsAlias, kAlias);
     constexpr int kForkLength = 46; // in the sidecar's table
@@ -150,10 +140,10 @@ TEST(LaunchServices, NamesAliasesAndPackages) {
     for (const char *const name : {"d.key", "e"})
         mark(folder.at(name), kHasBundle);
     mark(folder.at("f"), kIsAlias);
-    make(folder, "a.app/Contents/Info.plist", "");
-    make(folder, "to file.desktop", "[Desktop Entry]\nType=Link\nURL=file:///gone\n");
-    make(folder, "to page.desktop", "[Desktop Entry]\nType=Link\nURL=https://localhost/\n");
-    make(folder, "program.desktop", "[Desktop Entry]\nType=Application\nURL=file:///gone\n");
+    folder.write("a.app/Contents/Info.plist", "");
+    folder.write("to file.desktop", "[Desktop Entry]\nType=Link\nURL=file:///gone\n");
+    folder.write("to page.desktop", "[Desktop Entry]\nType=Link\nURL=https://localhost/\n");
+    folder.write("program.desktop", "[Desktop Entry]\nType=Application\nURL=file:///gone\n");
     const struct {
         const char *name;
         const char *kind;
@@ -175,12 +165,12 @@ TEST(LaunchServices, NamesAliasesAndPackages) {
         {"to file.desktop", "Alias"},
     };
     for (const auto &row : rows)
-        EXPECT_EQ(LSCopyKindString(bytes(folder.at(row.name))), QLatin1String(row.kind))
+        EXPECT_EQ(LSCopyKindString(folder.at(row.name).c_str()), QLatin1String(row.kind))
             << row.name;
-    EXPECT_EQ(LSCopyKindString(bytes(folder.at("a.bundle/"))), "Package");
-    const QString entry = LSCopyKindString(bytes(folder.file("any.desktop")));
+    EXPECT_EQ(LSCopyKindString(folder.at("a.bundle/").c_str()), "Package");
+    const QString entry = LSCopyKindString(folder.file("any.desktop").c_str());
     for (const char *const name : {"to page.desktop", "program.desktop"})
-        EXPECT_EQ(LSCopyKindString(bytes(folder.at(name))), entry) << name;
+        EXPECT_EQ(LSCopyKindString(folder.at(name).c_str()), entry) << name;
 }
 
 TEST(LaunchServices, NamesKindsInTheUsersLanguage) {
@@ -217,12 +207,12 @@ const ApplicationRow kApplicationRows[] = {
 TEST(LaunchServices, RecognisesFilesThatAreApplications) {
     const TemporaryFolder folder;
     for (const ApplicationRow &row : kApplicationRows)
-        EXPECT_EQ(isPlainFileApplication(bytes(make(folder, row.name, row.content))),
+        EXPECT_EQ(isPlainFileApplication(folder.write(row.name, row.content).c_str()),
                   row.isApplication)
             << row.name;
-    EXPECT_FALSE(isPlainFileApplication(bytes(folder.fifo("fifo.desktop"))));
-    EXPECT_FALSE(isPlainFileApplication(bytes(folder.link("link", "AppImage 1"))));
-    EXPECT_FALSE(isPlainFileApplication(bytes(folder.at("gone"))));
+    EXPECT_FALSE(isPlainFileApplication(folder.fifo("fifo.desktop").c_str()));
+    EXPECT_FALSE(isPlainFileApplication(folder.link("link", "AppImage 1").c_str()));
+    EXPECT_FALSE(isPlainFileApplication(folder.at("gone").c_str()));
 }
 
 } // namespace

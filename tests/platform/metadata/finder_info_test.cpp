@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/metadata/MetadataStore.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/metadata/finder_info.h"
 #include "tests/platform/samples.h"
 #include "tests/support/LoggedMessages.h"
 #include "tests/support/MountedFolder.h"
@@ -18,24 +18,8 @@ namespace {
 
 using namespace MWCore;
 
-constexpr const char *kBare = "user.com.apple.FinderInfo";
 constexpr const char *kRecord = "user.org.netatalk.Metadata";
 constexpr const char *kStream = "user.DosStream.AFP_AfpInfo:$DATA";
-
-constexpr uint16_t kRed = 6 << 1;
-constexpr uint16_t kGreen = 2 << 1;
-
-FinderInfo infoOf(const std::string &path) {
-    FinderInfo info;
-    EXPECT_EQ(readFinderInfo(path.c_str(), &info), noErr);
-    return info;
-}
-
-OSStatus writeLabel(const std::string &path, int number) {
-    FinderInfo info = infoOf(path);
-    info.setLabelNumber(number);
-    return writeFinderInfo(path.c_str(), info);
-}
 
 std::string sidecarOf(const TemporaryFolder &folder, const std::string &name) {
     return folder.at("._" + name);

@@ -7,6 +7,7 @@
 #include "platform/references/AliasResolution.h"
 #include "platform/references/MountGuard.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/references.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 
@@ -94,9 +95,7 @@ public:
         mountAgain(type);
         raw::write(volume() + "/item", "");
         record_ = weakRecordOf(volume() + "/item");
-        FSRef ref;
-        EXPECT_EQ(FSPathMakeRef((volume() + "/item").c_str(), &ref), noErr);
-        ref_ = ref;
+        ref_ = refTo(volume() + "/item");
         EXPECT_EQ(umount(volume().c_str()), 0);
         setenv("HOME", outer_.path().c_str(), 1);
     }
@@ -258,18 +257,16 @@ TEST(Resolution, SharesOneBudgetAlongAChain) {
         std::string target = folder.at("home/item");
         raw::write(target, "");
         for (const char *const name : {"1.desktop", "2.desktop", "3.desktop"}) {
-            FSRef ref;
-            EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
             const std::string alias = folder.at(std::string("home/") + name);
-            EXPECT_EQ(FSCreateAliasFile(ref, alias.c_str(), AliasFileForm::DesktopEntry), noErr);
+            EXPECT_EQ(FSCreateAliasFile(refTo(target), alias.c_str(), AliasFileForm::DesktopEntry),
+                      noErr);
             fs::rename(target, folder.at(std::string("home/renamed-") + name));
             target = alias;
         }
         const auto follows = [&](int64_t names, const std::atomic<bool> *cancelled) {
-            FSRef ref;
+            FSRef ref = refTo(target);
             bool isFolder = false;
             bool wasAliased = false;
-            EXPECT_EQ(FSPathMakeRef(target.c_str(), &ref), noErr);
             // The alias file itself moves after the reference to it was made.
             fs::rename(target, folder.at("home/moved.desktop"));
             const OSStatus status =

@@ -4,8 +4,8 @@
 #include "platform/aliases/Aliases.h"
 #include "platform/files/PathParts.h"
 #include "platform/references/AliasResolution.h"
-#include "tests/platform/aliases/records.h"
 #include "tests/platform/metadata/attributes.h"
+#include "tests/platform/references.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 #include "tests/support/UnresponsiveMount.h"
@@ -20,13 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace MWCore;
-
-/// The path of the target, or the text of the status.
-std::string resolved(const QByteArray &alias) {
-    FSRef target;
-    const OSStatus status = FSResolveAlias(alias, &target);
-    return status == noErr ? target.path.toStdString() : statusText(status);
-}
 
 /// What is set up in a new folder "home" before and after the alias is made, where the unresponsive
 /// file system is mounted then, and where the alias leads. Paths are relative to "home".
@@ -85,8 +78,7 @@ TEST(UnresponsiveMounts, DoNotBlockASearchElsewhere) {
         row.before(home.path());
         raw::write(home.at(row.made), "");
         const QByteArray alias = aliasOf(home.at(row.made));
-        FSRef ref;
-        EXPECT_EQ(FSPathMakeRef(home.at(row.made).c_str(), &ref), noErr);
+        const FSRef ref = refTo(home.at(row.made));
         AliasRecord weak = AliasRecord::parse(alias).value_or(AliasRecord());
         weak.identity.handle.clear(); // by which the kernel would find it without a search
         weak.fileSystemType.clear();  // as in an older record
