@@ -3,6 +3,10 @@
 // Measures how long aliases take to find a renamed or moved file, as root and without privileges,
 // and how long a listing takes for items that are designed to slow it down.
 // usage: bench_alias [SIBLINGS [FILES_IN_THE_HOME]]
+#include "benchmarks/support/benchmark.h"
+#include "benchmarks/support/check.h"
+#include "benchmarks/support/files.h"
+#include "benchmarks/support/processes.h"
 #include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
 #include "model/item/MXFileSystemObject.h"
@@ -17,9 +21,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -42,17 +44,11 @@ private:
     }
 };
 
-void makeFiles(const fs::path &folder, long count) {
-    fs::create_directories(folder);
-    for (long index = 0; index < count; ++index)
-        std::ofstream(folder / ("neighbour " + std::to_string(index)));
-}
-
 QByteArray aliasOf(const fs::path &path) {
     FSRef target;
     QByteArray alias;
-    if (FSPathMakeRef(path.c_str(), &target) != noErr || FSNewAlias(target, &alias) != noErr)
-        throw std::runtime_error("no alias");
+    require(FSPathMakeRef(path.c_str(), &target) == noErr && FSNewAlias(target, &alias) == noErr,
+            "no alias");
     return alias;
 }
 
@@ -72,20 +68,8 @@ void readAndStat(const fs::path &folder) {
 }
 
 void findByInode(const fs::path &folder, ino_t inode) {
-    std::string number = std::to_string(inode);
-    std::string top = folder;
-    const char *const arguments[] = {"find",         top.c_str(), "-xdev", "-inum",
-                                     number.c_str(), "-print",    "-quit", nullptr};
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t process = 0;
-    int status = 0;
-    if (posix_spawnp(&process, "find", &actions, nullptr, const_cast<char **>(arguments),
-                     environ) != 0 ||
-        waitpid(process, &status, 0) < 0)
-        throw std::runtime_error("no find");
-    posix_spawn_file_actions_destroy(&actions);
+    processes::runSilently(
+        {"find", folder, "-xdev", "-inum", std::to_string(inode), "-print", "-quit"});
 }
 
 void compareRename(const fs::path &home, long siblings) {
@@ -135,8 +119,8 @@ void compareMove(const fs::path &home, long files) {
                         [&] {
                             const Unprivileged unprivileged;
                             FSRef target;
-                            if (FSResolveAlias(alias, &target) != fnfErr)
-                                throw std::runtime_error("a deleted file was found");
+                            require(FSResolveAlias(alias, &target) == fnfErr,
+                                    "a deleted file was found");
                         }},
                        {"find -inum", [&] { findByInode(home, moved.st_ino); }}},
                       kRounds);
@@ -176,8 +160,8 @@ void compareListings(const fs::path &home, long files) {
     const fs::path chains = makeChains(home / "chains", files);
     const auto list = [](const fs::path &folder) {
         return [folder] {
-            if (!MXFileSystemObject::newFSOForLocalPath(QString::fromStdString(folder.string())))
-                throw std::runtime_error("not listed");
+            const QString path = QString::fromStdString(folder.string());
+            require(MXFileSystemObject::newFSOForLocalPath(path) != nullptr, "not listed");
         };
     };
     constexpr int kRounds = 9;
@@ -191,17 +175,15 @@ void compareListings(const fs::path &home, long files) {
 
 } // namespace
 
-int main(int argumentCount, char **arguments) try {
-    const long siblings = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 10'000;
-    const long files = argumentCount > 2 ? std::strtol(arguments[2], nullptr, 10) : 200'000;
-    const TemporaryFolder home;
-    fs::permissions(home.path(), fs::perms::all);
-    setenv("HOME", home.path().c_str(), 1);
-    compareRename(home.path(), siblings);
-    compareMove(home.path(), files);
-    compareListings(home.path(), files / 10);
-    return 0;
-} catch (const std::exception &failure) {
-    std::fprintf(stderr, "bench_alias: %s\n", failure.what());
-    return 1;
+int main(int argumentCount, char **arguments) {
+    return runBenchmark("bench_alias", [&] {
+        const long siblings = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 10'000;
+        const long files = argumentCount > 2 ? std::strtol(arguments[2], nullptr, 10) : 200'000;
+        const TemporaryFolder home;
+        fs::permissions(home.path(), fs::perms::all);
+        setenv("HOME", home.path().c_str(), 1);
+        compareRename(home.path(), siblings);
+        compareMove(home.path(), files);
+        compareListings(home.path(), files / 10);
+    });
 }

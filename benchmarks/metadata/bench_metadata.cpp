@@ -2,15 +2,15 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // Measures how long it takes to find out that 100,000 plain files have no Finder information.
 // usage: bench_metadata [FILES]
+#include "benchmarks/support/benchmark.h"
+#include "benchmarks/support/check.h"
+#include "benchmarks/support/files.h"
 #include "benchmarks/support/TemporaryFolder.h"
 #include "benchmarks/support/turns.h"
 #include "platform/metadata/MetadataStore.h"
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
-#include <string>
 
 #include <QList>
 
@@ -23,19 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-QList<QByteArray> makeFiles(const fs::path &folder, long count) {
-    QList<QByteArray> paths;
-    for (long index = 0; index < count; ++index) {
-        const fs::path path = folder / ("name of typical length " + std::to_string(index));
-        std::ofstream(path) << "content";
-        paths.append(path.c_str());
-    }
-    return paths;
-}
-
 void check(bool holds) {
-    if (!holds)
-        throw std::runtime_error("a file has unexpected metadata");
+    require(holds, "a file has unexpected metadata");
 }
 
 void listAttributes(const QList<QByteArray> &paths) {
@@ -60,25 +49,25 @@ void readAll(const QList<QByteArray> &paths, Sidecars sidecars) {
 
 } // namespace
 
-int main(int argumentCount, char **arguments) try {
-    const long count = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 100'000;
-    const TemporaryFolder folder;
-    const QList<QByteArray> paths = makeFiles(folder.path(), count);
-    QList<QByteArray> sidecars;
-    for (const QByteArray &path : paths)
-        sidecars.append(QByteArray(path).insert(path.lastIndexOf('/') + 1, "._"));
-    constexpr int kRounds = 15;
-    turns::printTable("Finder information, no sidecar in the folder",
-                      {{"readFinderInfo", [&] { readAll(paths, Sidecars::Absent); }},
-                       {"bare llistxattr", [&] { listAttributes(paths); }}},
-                      kRounds);
-    turns::printTable(
-        "Finder information, sidecars may exist",
-        {{"readFinderInfo", [&] { readAll(paths, Sidecars::MayExist); }},
-         {"bare llistxattr and open", [&] { listAttributesAndOpen(paths, sidecars); }}},
-        kRounds);
-    return 0;
-} catch (const std::exception &failure) {
-    std::fprintf(stderr, "bench_metadata: %s\n", failure.what());
-    return 1;
+int main(int argumentCount, char **arguments) {
+    return runBenchmark("bench_metadata", [&] {
+        const long count = argumentCount > 1 ? std::strtol(arguments[1], nullptr, 10) : 100'000;
+        const TemporaryFolder folder;
+        QList<QByteArray> paths;
+        QList<QByteArray> sidecars;
+        for (const fs::path &path : makeFiles(folder.path(), count)) {
+            paths.append(path.c_str());
+            sidecars.append((folder.path() / ("._" + path.filename().string())).c_str());
+        }
+        constexpr int kRounds = 15;
+        turns::printTable("Finder information, no sidecar in the folder",
+                          {{"readFinderInfo", [&] { readAll(paths, Sidecars::Absent); }},
+                           {"bare llistxattr", [&] { listAttributes(paths); }}},
+                          kRounds);
+        turns::printTable(
+            "Finder information, sidecars may exist",
+            {{"readFinderInfo", [&] { readAll(paths, Sidecars::MayExist); }},
+             {"bare llistxattr and open", [&] { listAttributesAndOpen(paths, sidecars); }}},
+            kRounds);
+    });
 }

@@ -4,12 +4,12 @@
 // same: the whole request, its parts, and sorting alone, on folders of increasing size.
 // usage: bench_object [ENTRIES...]
 #include "benchmarks/object/sort.h"
+#include "benchmarks/support/benchmark.h"
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/processes.h"
 #include "benchmarks/support/SampleFolder.h"
 
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <vector>
 
@@ -80,23 +80,22 @@ void printGrowth(const std::vector<Measured> &sizes) {
 
 } // namespace
 
-int main(int argumentCount, char **arguments) try {
-    const std::vector<long> sizes =
-        counts::fromArguments(argumentCount, arguments, {1'000, 10'000, 100'000, 1'000'000});
-    const processes::Comparison comparison(
-        contendersIn(std::filesystem::path(arguments[0]).parent_path()));
-    std::vector<Measured> measured;
-    for (const long entries : sizes) {
-        const SampleFolder folder(entries, SampleFolder::Names::SomeWithADot);
-        const std::vector<Run> runs = comparison.medians(folder.path(), entries);
-        processes::printTable("objects / this row", comparison.contenders(), entries, runs);
-        printParts(runs[kObjects], runs[kRecords], entries);
-        compareSorting(folder.path(), entries);
-        measured.push_back({entries, runs[kObjects].nanoseconds / static_cast<double>(entries)});
-    }
-    printGrowth(measured);
-    return 0;
-} catch (const std::exception &failure) {
-    std::fprintf(stderr, "bench_object: %s\n", failure.what());
-    return 1;
+int main(int argumentCount, char **arguments) {
+    return runBenchmark("bench_object", [&] {
+        const std::vector<long> sizes =
+            counts::fromArguments(argumentCount, arguments, {1'000, 10'000, 100'000, 1'000'000});
+        const processes::Comparison comparison(
+            contendersIn(std::filesystem::path(arguments[0]).parent_path()));
+        std::vector<Measured> measured;
+        for (const long entries : sizes) {
+            const SampleFolder folder(entries, SampleFolder::Names::SomeWithADot);
+            const std::vector<Run> runs = comparison.medians(folder.path(), entries);
+            processes::printTable("objects / this row", comparison.contenders(), entries, runs);
+            printParts(runs[kObjects], runs[kRecords], entries);
+            compareSorting(folder.path(), entries);
+            measured.push_back(
+                {entries, runs[kObjects].nanoseconds / static_cast<double>(entries)});
+        }
+        printGrowth(measured);
+    });
 }

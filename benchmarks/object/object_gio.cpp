@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // GIO's enumerator; reads the attributes that a file manager shows.
 #include "benchmarks/support/contender.h"
-
-#include <gio/gio.h>
+#include "benchmarks/support/gio.h"
 
 namespace {
 
@@ -30,20 +29,8 @@ void read(GFileInfo *info) {
         contender::use(g_file_info_get_attribute_boolean(info, right));
 }
 
-/// Releases each entry once it is read.
 long list(const char *path) {
-    GFile *const folder = g_file_new_for_path(path);
-    GFileEnumerator *const enumerator = g_file_enumerate_children(
-        folder, kAttributes, G_FILE_QUERY_INFO_NOFOLLOW_SYMLINKS, nullptr, nullptr);
-    if (!enumerator)
-        return -1;
-    long entries = 0;
-    while (GFileInfo *const info = g_file_enumerator_next_file(enumerator, nullptr, nullptr)) {
-        read(info);
-        ++entries;
-        g_object_unref(info);
-    }
-    return entries;
+    return listWithGio(path, kAttributes, read);
 }
 
 } // namespace

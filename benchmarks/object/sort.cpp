@@ -2,13 +2,13 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "benchmarks/object/sort.h"
 
+#include "benchmarks/support/check.h"
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/turns.h"
 #include "model/item/MXFileSystemObject.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,8 +24,7 @@ using Keys = std::vector<std::pair<QString, qsizetype>>;
 MXFileSystemObject::Ptr objectOf(const std::filesystem::path &folder) {
     const auto object = MXFileSystemObject::newFSOForLocalPath(
         MWCore::stringWithFileSystemRepresentation(folder.c_str()));
-    if (!object)
-        throw std::runtime_error("no object for " + folder.string());
+    require(object != nullptr, "no object for " + folder.string());
     return object;
 }
 
@@ -38,9 +37,9 @@ Keys keysOf(const MXFileSystemObject &folder) {
 }
 
 void checkSameOrder(const Keys &expected, const Keys &found) {
-    if (!std::ranges::equal(expected, found, {}, &Keys::value_type::first,
-                            &Keys::value_type::first))
-        throw std::runtime_error("names are sorted differently");
+    require(
+        std::ranges::equal(expected, found, {}, &Keys::value_type::first, &Keys::value_type::first),
+        "names are sorted differently");
 }
 
 } // namespace

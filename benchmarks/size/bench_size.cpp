@@ -3,6 +3,7 @@
 // Compares how long this library and similar programs take to measure a folder, with a full and
 // with an empty page cache, and how soon a cancelled measurement ends. usage: bench_size
 // [FOLDERS...]
+#include "benchmarks/support/benchmark.h"
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/median.h"
 #include "benchmarks/support/processes.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -89,17 +89,15 @@ void compare(const std::filesystem::path &here, const std::string &name,
 
 } // namespace
 
-int main(int argumentCount, char **arguments) try {
-    const std::filesystem::path here = std::filesystem::path(arguments[0]).parent_path();
-    for (int index = 1; index < argumentCount; ++index)
-        compare(here, arguments[index], arguments[index]);
-    if (argumentCount > 1)
-        return 0;
-    compare(here, "/usr", "/usr");
-    const SampleTree tree(100'000, 5);
-    compare(here, "generated tree", tree.path());
-    return 0;
-} catch (const std::exception &failure) {
-    std::fprintf(stderr, "bench_size: %s\n", failure.what());
-    return 1;
+int main(int argumentCount, char **arguments) {
+    return runBenchmark("bench_size", [&] {
+        const std::filesystem::path here = std::filesystem::path(arguments[0]).parent_path();
+        for (int index = 1; index < argumentCount; ++index)
+            compare(here, arguments[index], arguments[index]);
+        if (argumentCount > 1)
+            return;
+        compare(here, "/usr", "/usr");
+        const SampleTree tree(100'000, 5);
+        compare(here, "generated tree", tree.path());
+    });
 }

@@ -2,33 +2,20 @@
 // SPDX-FileCopyrightText: The MWCore authors
 // Measures a folder, then measures it many times more and cancels each time at a different moment.
 // A part is the time from the cancelling call to the return of the measurement.
+#include "benchmarks/size/measure.h"
 #include "benchmarks/support/contender.h"
-#include "model/item/MXFileSystemObject.h"
-#include "platform/foundation/FileSystemText.h"
 
 #include <chrono>
 #include <future>
-#include <optional>
 #include <thread>
 #include <utility>
 
 namespace {
 
-using namespace MWCore;
 using contender::Clock;
 
-MXFileSystemObject::Ptr objectFor(const char *path) {
-    return MXFileSystemObject::newFSOForLocalPath(stringWithFileSystemRepresentation(path), false);
-}
-
-std::optional<MXSizeMeasurement> measure(const MXFileSystemObject::Ptr &folder) {
-    MXSizeOptions options;
-    options.walksVolume = true;
-    return folder ? folder->measureSize(options) : std::nullopt;
-}
-
 void cancelAfter(Clock::duration moment, const char *path) {
-    const MXFileSystemObject::Ptr folder = objectFor(path);
+    const MWCore::MXFileSystemObject::Ptr folder = folderAt(path);
     auto measuring = std::async(std::launch::async, [&folder] {
         const auto measured = measure(folder);
         return std::pair(measured && measured->isPartial, Clock::now());
@@ -47,9 +34,9 @@ int main(int argumentCount, char **arguments) {
     constexpr int kAttempts = 100;
     Clock::duration whole{};
     const int status = contender::run(argumentCount, arguments, [&whole](const char *path) -> long {
-        (void)measure(objectFor(path)); // warms up
+        (void)measure(folderAt(path)); // warms up
         const Clock::time_point start = Clock::now();
-        const auto measured = measure(objectFor(path));
+        const auto measured = measure(folderAt(path));
         whole = Clock::now() - start;
         return measured ? static_cast<long>(measured->record.containedItemCount) : -1;
     });

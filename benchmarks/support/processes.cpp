@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "benchmarks/support/processes.h"
 
+#include "benchmarks/support/check.h"
 #include "benchmarks/support/counts.h"
 #include "benchmarks/support/median.h"
 #include "benchmarks/support/TemporaryFolder.h"
@@ -10,7 +11,6 @@
 #include <cstdio>
 #include <optional>
 #include <sstream>
-#include <stdexcept>
 #include <utility>
 
 #include <fcntl.h>
@@ -28,6 +28,32 @@ std::string readAll(int descriptor) {
     for (ssize_t length = 0; (length = read(descriptor, buffer, sizeof buffer)) > 0;)
         text.append(buffer, static_cast<std::size_t>(length));
     return text;
+}
+
+constexpr int kNowhere = -1;
+
+/// Starts a command whose standard output goes to the descriptor @p output or to kNowhere.
+pid_t spawn(std::vector<std::string> &command, int output) {
+    std::vector<char *> arguments;
+    for (std::string &argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (output == kNowhere)
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    else
+        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    pid_t process = 0;
+    const int error =
+        posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    require(error == 0, "cannot start " + command[0]);
+    return process;
+}
+
+bool hasSucceeded(int status, int highestStatus) {
+    return WIFEXITED(status) && WEXITSTATUS(status) <= highestStatus;
 }
 
 /// Parses what a contender printed: one line of figures, then one line per part.
@@ -67,26 +93,11 @@ Run medianOf(const std::vector<Run> &runs) {
 Run run(const Contender &contender, const std::string &folder) {
     std::vector<std::string> command = contender.command;
     command.push_back(folder);
-    std::vector<char *> arguments;
-    for (std::string &argument : command)
-        arguments.push_back(argument.data());
-    arguments.push_back(nullptr);
-
     int output[2];
-    if (pipe2(output, O_CLOEXEC) != 0)
-        throw std::runtime_error("no pipe");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    if (contender.measuredBy == MeasuredBy::Itself)
-        posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-    else
-        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-
-    pid_t process = 0;
+    check(pipe2(output, O_CLOEXEC) == 0, "pipe2");
     const auto start = std::chrono::steady_clock::now();
-    if (posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ) != 0)
-        throw std::runtime_error("cannot start " + command[0]);
-    posix_spawn_file_actions_destroy(&actions);
+    const pid_t process =
+        spawn(command, contender.measuredBy == MeasuredBy::Itself ? output[1] : kNowhere);
     close(output[1]);
     const std::string printed = readAll(output[0]);
     close(output[0]);
@@ -94,17 +105,21 @@ Run run(const Contender &contender, const std::string &folder) {
     rusage usage{};
     wait4(process, &status, 0, &usage);
     const std::chrono::nanoseconds taken = std::chrono::steady_clock::now() - start;
-    if (!WIFEXITED(status) || WEXITSTATUS(status) > contender.highestStatus)
-        throw std::runtime_error(command[0] + " failed");
+    require(hasSucceeded(status, contender.highestStatus), command[0] + " failed");
 
     std::optional<Run> result = contender.measuredBy == MeasuredBy::Itself
                                     ? runFrom(printed)
                                     : Run{.nanoseconds = static_cast<double>(taken.count()),
                                           .bytes = static_cast<double>(usage.ru_maxrss) * 1024};
-    if (!result)
-        throw std::runtime_error(command[0] + " printed no figures");
+    require(result.has_value(), command[0] + " printed no figures");
     result->processorNanoseconds = nanosecondsOf(usage.ru_utime) + nanosecondsOf(usage.ru_stime);
     return *std::move(result);
+}
+
+void runSilently(std::vector<std::string> command) {
+    int status = 0;
+    waitpid(spawn(command, kNowhere), &status, 0);
+    require(hasSucceeded(status, 0), command[0] + " failed");
 }
 
 std::vector<Run> mediansInTurn(const std::vector<Contender> &contenders, const std::string &folder,

@@ -33,11 +33,14 @@ struct Run {
     double processorNanoseconds = 0; ///< user and system time, always of the whole process
     double bytes = 0; ///< if MeasuredBy::Caller: the peak, which is at least that of this process
     long entries = 0; ///< as the contender counts them; 0 if MeasuredBy::Caller
-    std::vector<Part> parts;
+    std::vector<Part> parts = {};
 };
 
 /// Runs a contender on @p folder. Throws std::runtime_error if it cannot be started or fails.
 [[nodiscard]] Run run(const Contender &contender, const std::string &folder);
+
+/// Runs a command without its output. Throws as run() does.
+void runSilently(std::vector<std::string> command);
 
 /// How often the contenders take turns, so that a change in the machine's speed affects them all.
 /// Without preparation, an additional first round warms up and is not counted.
