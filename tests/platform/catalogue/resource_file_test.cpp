@@ -11,7 +11,6 @@
 
 #include <filesystem>
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -127,37 +126,6 @@ TEST(ResourceFiles, ASparseForkTakesNoMemory) {
     EXPECT_EQ(writeResourceFork(other.c_str(), QByteArray(256 << 20, 'f')), fileBoundsErr)
         << "it could not be read again afterwards";
     EXPECT_FALSE(std::filesystem::exists(folder.at("._other")));
-}
-
-/// Rewrites the fork of @p item, alternating between two contents, until it is killed.
-[[noreturn]] void rewriteForEver(const std::string &item, const QByteArray (&contents)[2]) {
-    for (int round = 0;; ++round)
-        if (writeResourceFork(item.c_str(), contents[round % 2]) != noErr)
-            _exit(1);
-}
-
-TEST(ResourceFiles, AKilledWriterLeavesTheOldOrTheNewFork) {
-    const TemporaryFolder folder;
-    const std::string item = folder.file("item");
-    const QByteArray contents[] = {QByteArray(100'000, 'a'), QByteArray(150'000, 'b')};
-    ASSERT_EQ(writeResourceFork(item.c_str(), contents[0]), noErr);
-    std::srand(11);
-    for (int moment = 0; moment < 200; ++moment) {
-        const pid_t writer = fork();
-        if (writer == 0)
-            rewriteForEver(item, contents);
-        usleep(static_cast<useconds_t>(std::rand() % 4000));
-        kill(writer, SIGKILL);
-        int status = 0;
-        waitpid(writer, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the writer gave up";
-        OSStatus read = noErr;
-        const auto now = readResourceFork(item.c_str(), &read);
-        ASSERT_TRUE(now == contents[0] || now == contents[1]) << "at moment " << moment;
-        ASSERT_EQ(writeResourceFork(item.c_str(), contents[1]), noErr);
-        ASSERT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2)
-            << "the item, its sidecar, and nothing else";
-    }
 }
 
 TEST(ResourceFiles, WritersTakeTurns) {

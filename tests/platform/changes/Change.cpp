@@ -11,6 +11,7 @@
 #include "tests/platform/metadata/attributes.h"
 #include "tests/platform/samples.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -147,6 +148,10 @@ const Change kChanges[] = {
 
 std::span<const Change> allChanges() {
     return kChanges;
+}
+
+const Change &changeNamed(const std::string &what) {
+    return *std::ranges::find(kChanges, what, &Change::what);
 }
 
 void makeItem(const std::string &path, Change::Item item) {

@@ -23,6 +23,8 @@ struct Change {
 /// All operations, so that the tests leave none out.
 std::span<const Change> allChanges();
 
+const Change &changeNamed(const std::string &what);
+
 /// A name that every kind of item can have, and that of its sidecar.
 constexpr const char *kItemName = "item.desktop";
 constexpr const char *kSidecarName = "._item.desktop";

@@ -147,7 +147,7 @@ TEST(AttackedChanges, FollowLinksThatOnlyWeCouldHaveMade) {
                 ASSERT_TRUE(raw::setAttribute(dir, "system.posix_acl_access", listForUser4()));
             }
             ASSERT_EQ(chmod(dir.c_str(), row.folderMode), 0);
-            const Change &label = allChanges().front();
+            const Change &label = changeNamed("label");
             EXPECT_EQ(label.make(dir + path), row.isFollowed ? noErr : foreignLinkErr);
             EXPECT_EQ(label.isMade(item), row.isFollowed);
         }
@@ -241,14 +241,12 @@ TEST(AttackedChanges, LoseNothingWhenTheProcessIsKilled) {
 }
 
 TEST(AttackedChanges, NeverExposeAPrivateSidecar) {
-    const Change &label = *std::ranges::find(allChanges(), std::string("label in a sidecar"),
-                                             [](const Change &change) { return change.what; });
+    const Change &label = changeNamed("label in a sidecar");
     for (const bool withNames : {false, true}) {
         const TemporaryFolder folder;
         const std::string item = folder.at(kItemName);
         makeItem(item, label.item);
         fs::permissions(folder.at(kSidecarName), fs::perms(0600));
-        std::string stranger;
         const SystemCalls watching([&](const std::string &call) {
             for (const auto &entry : fs::directory_iterator(folder.path())) {
                 if (entry.path() != item) {

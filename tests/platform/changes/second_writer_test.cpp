@@ -25,10 +25,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace MWCore;
 
-const Change &changeNamed(const std::string &what) {
-    return *std::ranges::find(allChanges(), what, [](const Change &change) { return change.what; });
-}
-
 TEST(SecondWriters, LoseNothingAtAnyMoment) {
     const struct {
         const char *first, *second;

@@ -293,18 +293,4 @@ TEST(FinderInformation, AFailedWriteReportsTheCauseAndChangesNothing) {
     EXPECT_EQ(raw::content(sidecar), samples::sidecar(kRed));
 }
 
-TEST(FinderInformation, IfOnePlaceCannotBeWrittenTheOthersAreRestored) {
-    const TemporaryFolder folder;
-    const std::string item = folder.file("item");
-    raw::setAttribute(item, kBare, samples::finderInfo(kRed));
-    raw::write(sidecarOf(folder, "item"), samples::sidecar(kRed));
-    std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
-    chmod(item.c_str(), 0444);
-    std::filesystem::permissions(sidecarOf(folder, "item"), std::filesystem::perms::all);
-    const int status = runAsNobody([&item] { return writeLabel(item, 2) == permErr ? 0 : 1; });
-    EXPECT_EQ(status, geteuid() == 0 ? 0 : 1);
-    EXPECT_EQ(infoOf(item).labelNumber(), 6);
-    EXPECT_EQ(raw::content(sidecarOf(folder, "item")), samples::sidecar(kRed));
-}
-
 } // namespace
