@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include <QString>
 #include <QSysInfo>
 
 namespace MWCore {

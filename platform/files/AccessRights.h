@@ -30,7 +30,7 @@ struct Access {
 constexpr const char *kAccessList = "system.posix_acl_access";
 
 /// The access of any new file.
-[[nodiscard]] constexpr Access accessOfNewFile() {
+[[nodiscard]] inline Access accessOfNewFile() {
     return {kNewFileMode, kAnyUser, kAnyGroup};
 }
 

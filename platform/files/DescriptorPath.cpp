@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/DescriptorPath.h"
 
+#include <cerrno>
 #include <climits>
 
 #include <fcntl.h>
@@ -19,9 +20,11 @@ QByteArray realPathOfDescriptor(int descriptor) {
     return path.startsWith('/') ? path : QByteArray();
 }
 
-std::optional<QByteArray> linkText(int folder, const char *name) {
+std::optional<QByteArray> linkText(int folder, const char *name, OSStatus *status) {
     char text[PATH_MAX];
     const ssize_t length = readlinkat(folder, name, text, sizeof text);
+    if (status)
+        *status = length < 0 ? statusFromErrno(errno) : noErr;
     return length < 0 ? std::nullopt : std::optional(QByteArray(text, length));
 }
 

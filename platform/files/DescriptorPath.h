@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/OSStatus.h"
+
 #include <optional>
 
 #include <QByteArray>
@@ -19,7 +21,9 @@ namespace MWCore {
 constexpr int kMostLinks = 40;
 
 /// The text of the link @p name in @p folder, or of the link that @p folder itself is open on if
-/// @p name is "". Returns nullopt and sets `errno` if it cannot be read or is no link.
-[[nodiscard]] std::optional<QByteArray> linkText(int folder, const char *name);
+/// @p name is "". nullopt if it cannot be read or is not a link, with the cause in @p status, which
+/// may be null.
+[[nodiscard]] std::optional<QByteArray> linkText(int folder, const char *name,
+                                                 OSStatus *status = nullptr);
 
 } // namespace MWCore

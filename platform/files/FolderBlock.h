@@ -21,7 +21,7 @@ public:
     enum class Outcome {
         AllRead, ///< or the folder was removed meanwhile
         MoreLeft,
-        Failed, ///< with `errno` set; the block holds the entries read before
+        Failed, ///< status() says why; the block holds the entries read before
     };
 
     /// Replaces the entries with the next ones of the open folder @p folder. If several threads

@@ -86,16 +86,18 @@ std::optional<FileIdentity> identityOf(int folder, const char *path, OSStatus *s
     return identity;
 }
 
-Descriptor openByHandle(int folder, const FileIdentity &identity) {
-    if (identity.handle.size() > kLongestHandle) {
-        errno = EINVAL;
+Descriptor openByHandle(int folder, const FileIdentity &identity, OSStatus *status) {
+    *status = identity.handle.size() > kLongestHandle ? paramErr : noErr;
+    if (*status != noErr)
         return {};
-    }
     HandleBuffer handle = {};
     handle.header.handle_bytes = static_cast<unsigned>(identity.handle.size());
     handle.header.handle_type = identity.handleType;
     memcpy(handle.bytes(), identity.handle.constData(), handle.header.handle_bytes);
-    return Descriptor(open_by_handle_at(folder, &handle.header, O_PATH | O_CLOEXEC));
+    Descriptor item(open_by_handle_at(folder, &handle.header, O_PATH | O_CLOEXEC));
+    if (!item)
+        *status = errno == ESTALE ? fnfErr : statusFromErrno(errno);
+    return item;
 }
 
 bool isUnambiguous(const FileIdentity &identity) {

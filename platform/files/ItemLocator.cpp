@@ -48,9 +48,7 @@ OSStatus ItemLocator::examine(struct stat *item) const {
 }
 
 Descriptor ItemLocator::openFolder(OSStatus *status) const {
-    Descriptor opened = openFolderAt(folder(), ".", FinalLink::Keep);
-    *status = opened ? noErr : statusFromErrno(errno);
-    return opened;
+    return openFolderAt(folder(), ".", FinalLink::Keep, status);
 }
 
 } // namespace MWCore

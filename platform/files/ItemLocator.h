@@ -41,8 +41,8 @@ public:
     /// Sets @p item to the status of the item; a link is not followed.
     [[nodiscard]] OSStatus examine(struct stat *item) const;
 
-    /// A descriptor of the folder that can be locked and synced. Empty, with `errno` set, on
-    /// failure, for example if this process may not read the folder.
+    /// A descriptor of the folder that can be locked and synced. Empty on failure, with the cause
+    /// in @p status, for example if this process may not read the folder.
     [[nodiscard]] Descriptor openFolder(OSStatus *status) const;
 
 private:

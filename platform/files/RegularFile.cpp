@@ -66,9 +66,12 @@ Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *stat
     return openIf(isFileOrFolder, folder, path, FinalLink::Keep, status);
 }
 
-Descriptor openFolderAt(int folder, const char *path, FinalLink link) {
-    return Descriptor(
+Descriptor openFolderAt(int folder, const char *path, FinalLink link, OSStatus *status) {
+    Descriptor opened(
         openat(folder, path, kReadFolder | (link == FinalLink::Keep ? O_NOFOLLOW : 0)));
+    if (status)
+        *status = opened ? noErr : statusFromErrno(errno);
+    return opened;
 }
 
 std::optional<QByteArray> readAt(int descriptor, int64_t offset, int64_t limit, OSStatus *status) {

@@ -26,8 +26,9 @@ namespace MWCore {
 [[nodiscard]] Descriptor openFileOrFolderAt(int folder, const QByteArray &path, OSStatus *status);
 
 /// Opens the folder at @p path for reading its names. @p folder may be an O_PATH descriptor.
-/// Returns an empty descriptor on failure, with the cause in `errno`.
-[[nodiscard]] Descriptor openFolderAt(int folder, const char *path, FinalLink link);
+/// Returns an empty descriptor on failure, with the cause in @p status, which may be null.
+[[nodiscard]] Descriptor openFolderAt(int folder, const char *path, FinalLink link,
+                                      OSStatus *status = nullptr);
 
 /// The next @p limit bytes of the open file @p descriptor from @p offset on, fewer if the file ends
 /// before. nullopt on failure, with the cause in @p status.

@@ -129,9 +129,10 @@ private:
         struct statfs system = {};
         if (fstatfs(link.number(), &system) == 0 && system.f_type == PROC_SUPER_MAGIC)
             return followKernelLink(name);
-        const auto text = linkText(link.number(), "");
+        OSStatus status = noErr;
+        const auto text = linkText(link.number(), "", &status);
         if (!text)
-            return statusFromErrno(errno);
+            return status;
         prepend(*text);
         return way_.back() ? noErr : statusFromErrno(errno);
     }

@@ -135,9 +135,10 @@ private:
     }
 
     [[nodiscard]] Descriptor openedByHandle(int folder) {
-        Descriptor item = openByHandle(folder, record_.identity);
+        OSStatus status = noErr;
+        Descriptor item = openByHandle(folder, record_.identity, &status);
         struct stat now = {};
-        isDead_ = item ? fstat(item.number(), &now) == 0 && now.st_nlink == 0 : errno == ESTALE;
+        isDead_ = item ? fstat(item.number(), &now) == 0 && now.st_nlink == 0 : status == fnfErr;
         return item;
     }
 
