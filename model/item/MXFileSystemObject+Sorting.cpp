@@ -21,7 +21,7 @@ template <typename Value> int threeWay(const Value &one, const Value &other) {
 
 /// In a new order, given the place from which each comes. Nothing is copied.
 template <typename Entries, typename IndexOf>
-Items rearranged(Items items, const Entries &entries, IndexOf indexOf) {
+Items rearranged(Items &&items, const Entries &entries, IndexOf indexOf) {
     Items sorted;
     sorted.reserve(items.size());
     for (const auto &entry : entries)

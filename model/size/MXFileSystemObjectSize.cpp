@@ -12,8 +12,6 @@ namespace MWCore {
 MXFileSystemObjectSize::MXFileSystemObjectSize(const MXFSOSizeRecord &record)
     : myFSOSize_(record) {}
 
-MXFileSystemObjectSize::~MXFileSystemObjectSize() = default;
-
 MXFileSystemObjectSize::Ptr
 MXFileSystemObjectSize::initWithLocalFileSize(const std::optional<MXFSOSizeRecord> &record) {
     return Ptr(new MXFileSystemObjectSize(record.value_or(MXFSOSizeRecord())));

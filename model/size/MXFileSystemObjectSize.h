@@ -27,7 +27,7 @@ public:
 
     MXFileSystemObjectSize(const MXFileSystemObjectSize &) = delete;
     MXFileSystemObjectSize &operator=(const MXFileSystemObjectSize &) = delete;
-    ~MXFileSystemObjectSize();
+    ~MXFileSystemObjectSize() = default;
 
     [[nodiscard]] const MXFSOSizeRecord &record() const { return myFSOSize_; }
 

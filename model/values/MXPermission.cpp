@@ -20,7 +20,7 @@ MXPermission::Ptr MXPermission::initWithMode(uint32_t mode) {
     unsigned char sticky = 0;
     unsigned char setGroup = 0;
     unsigned char setUser = 0;
-    const Ptr permission = initWithNumber(modetToPerms(mode, &sticky, &setGroup, &setUser));
+    Ptr permission = initWithNumber(modetToPerms(mode, &sticky, &setGroup, &setUser));
     permission->stickyBit_ = sticky != 0;
     permission->sgidBit_ = setGroup != 0;
     permission->suidBit_ = setUser != 0;

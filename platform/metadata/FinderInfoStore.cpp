@@ -18,19 +18,19 @@ void reportDisagreement(const QByteArray &path, const FinderInfoPlaces &places,
 
 } // namespace
 
-OSStatus readFinderInfo(MetadataReader &look, FinderInfo *info) {
+OSStatus readFinderInfo(MetadataReader &reader, FinderInfo *info) {
     FinderInfoPlaces places;
-    const OSStatus status = findFinderInfoPlaces(look, places);
+    const OSStatus status = findFinderInfoPlaces(reader, places);
     const FinderInfoPlace *const chosen = firstWithInfo(places);
     *info = chosen ? chosen->info : FinderInfo();
     if (places.size() > 1 && chosen)
-        reportDisagreement(look.path(), places, *chosen);
+        reportDisagreement(reader.path(), places, *chosen);
     return status;
 }
 
 OSStatus readFinderInfo(const QByteArray &path, FinderInfo *info, Sidecars sidecars) {
-    MetadataReader look(path, sidecars);
-    return readFinderInfo(look, info);
+    MetadataReader reader(path, sidecars);
+    return readFinderInfo(reader, info);
 }
 
 } // namespace MWCore

@@ -25,25 +25,25 @@ bool mayHaveMetadataAttributes(int folder, const char *name, const QByteArray &p
     return hasFinderInfo(names) || forkAttribute(names);
 }
 
-OSStatus resourceForkSize(MetadataReader &look, ForkSize *size) {
+OSStatus resourceForkSize(MetadataReader &reader, ForkSize *size) {
     *size = {};
-    OSStatus status = look.status();
+    OSStatus status = reader.status();
     if (status != noErr)
         return status;
-    if (const ForkAttribute *const place = forkAttribute(look.names())) {
-        const int64_t length = attributeLength(look.path(), place->name);
+    if (const ForkAttribute *const place = forkAttribute(reader.names())) {
+        const int64_t length = attributeLength(reader.path(), place->name);
         size->logical = place->forkLength(length);
         size->physical = size->logical;
         return noErr;
     }
-    if (const auto entry = look.sidecarEntry(kResourceForkEntry, 0, &status))
+    if (const auto entry = reader.sidecarEntry(kResourceForkEntry, 0, &status))
         *size = {entry->length, entry->length > 0 ? entry->allocated : 0};
     return status;
 }
 
 OSStatus resourceForkSize(const QByteArray &path, ForkSize *size, Sidecars sidecars) {
-    MetadataReader look(path, sidecars);
-    return resourceForkSize(look, size);
+    MetadataReader reader(path, sidecars);
+    return resourceForkSize(reader, size);
 }
 
 std::optional<QByteArray> readResourceFork(const QByteArray &path, OSStatus *status) {
