@@ -96,7 +96,7 @@ Descriptor openByHandle(int folder, const FileIdentity &identity, OSStatus *stat
     memcpy(handle.bytes(), identity.handle.constData(), handle.header.handle_bytes);
     Descriptor item(open_by_handle_at(folder, &handle.header, O_PATH | O_CLOEXEC));
     if (!item)
-        *status = errno == ESTALE ? fnfErr : statusFromErrno(errno);
+        *status = errno == ESTALE ? fnfErr : errno == ENOENT ? ioErr : statusFromErrno(errno);
     return item;
 }
 

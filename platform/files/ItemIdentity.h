@@ -19,7 +19,7 @@ namespace MWCore {
 
 /// Opens, with O_PATH, the item whose handle is in @p identity and which is on the same file system
 /// as the open folder @p folder. Only the superuser may. Returns an empty descriptor on failure,
-/// with the cause in @p status: fnfErr if the item no longer exists.
+/// with the cause in @p status: fnfErr only if the item no longer exists.
 [[nodiscard]] Descriptor openByHandle(int folder, const FileIdentity &identity, OSStatus *status);
 
 /// Whether the identity has more than an inode number, which later items can get again.

@@ -38,7 +38,7 @@ int64_t givenTime() {
     return setTime;
 }
 
-TEST(TimeAllowances, AllowAFixedTimeAndAShareOfTheRest) {
+TEST(TimeBudgets, AllowAFixedTimeAndAShareOfTheRest) {
     setTime = 1000;
     TimeBudget timeBudget({.fixed = 10, .share = 50}, givenTime);
     const auto use = [&timeBudget](int64_t time) {

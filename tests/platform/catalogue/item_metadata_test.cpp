@@ -96,7 +96,7 @@ TEST(ItemMetadata, FailsPartByPart) {
               std::to_array({noErr, errFSOperationNotSupported, noErr, noErr}));
 }
 
-TEST(ItemMetadata, IsReadWithinATimeAllowance) {
+TEST(ItemMetadata, IsReadWithinATimeBudget) {
     const TemporaryFolder folder;
     const struct Row {
         const char *name;
