@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <optional>
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QImage>
+#include <QSize>
+
+/// PNG (ISO/IEC 15948) within bounds. Any thread.
+namespace MWCore {
+
+[[nodiscard]] bool isPng(QByteArrayView bytes);
+
+/// The size in pixels that the header declares; nullopt if @p bytes do not begin with a PNG header.
+[[nodiscard]] std::optional<QSize> pngSize(QByteArrayView bytes);
+
+/// Decodes a PNG of exactly @p size pixels to QImage::Format_RGBA8888, not premultiplied. nullopt
+/// if it has another size, which is checked before anything is decoded, or is damaged.
+[[nodiscard]] std::optional<QImage> decodePng(QByteArrayView bytes, QSize size);
+
+/// How hard the encoder tries: 0 stores, 9 compresses best. The pixels are the same.
+inline constexpr int kDefaultPngEffort = 6;
+
+/// Encodes @p image as 8-bit RGBA. Empty if memory runs out.
+[[nodiscard]] QByteArray encodePng(const QImage &image, int effort = kDefaultPngEffort);
+
+} // namespace MWCore
