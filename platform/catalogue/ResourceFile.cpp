@@ -90,6 +90,15 @@ std::unique_ptr<ResourceFile> ResourceFile::open(const FSRef &ref, ForkPermissio
     return std::unique_ptr<ResourceFile>(new ResourceFile(std::move(fork)));
 }
 
+std::unique_ptr<ResourceFile> ResourceFile::makeUnattached() {
+    auto fork = std::make_unique<Fork>(Fork{{}, fsRdWrPerm, {}, {}});
+    return std::unique_ptr<ResourceFile>(new ResourceFile(std::move(fork)));
+}
+
+std::optional<QByteArray> ResourceFile::toBytes() const {
+    return fork_->map.toBytes();
+}
+
 std::optional<QByteArray> ResourceFile::getResource(uint32_t type, int16_t id) const {
     const Resource *const resource = fork_->map.find(type, id);
     return resource ? std::optional(resource->data) : std::nullopt;

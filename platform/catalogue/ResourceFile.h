@@ -32,6 +32,9 @@ public:
     [[nodiscard]] static std::unique_ptr<ResourceFile>
     open(const FSRef &ref, ForkPermission permission, OSStatus *status);
 
+    /// A fork that belongs to no item and cannot be closed, only converted by toBytes().
+    [[nodiscard]] static std::unique_ptr<ResourceFile> makeUnattached();
+
     ResourceFile(const ResourceFile &) = delete;
     ResourceFile &operator=(const ResourceFile &) = delete;
     ~ResourceFile();
@@ -49,6 +52,9 @@ public:
 
     /// resNotFound if there is none, permErr if the fork is open for reading only.
     [[nodiscard]] OSStatus removeResource(uint32_t type, int16_t id);
+
+    /// The fork with the changes; nullopt if it would be too long.
+    [[nodiscard]] std::optional<QByteArray> toBytes() const;
 
     /// Writes the changes; a fork without any resources is removed. On failure the old fork
     /// remains, and close() can be called again.

@@ -105,8 +105,9 @@ OSStatus writeAll(int descriptor, QByteArrayView content) {
 
 } // namespace
 
-std::optional<AtomicFile> AtomicFile::begin(const ItemLocator &place, OSStatus *status) {
+std::optional<AtomicFile> AtomicFile::begin(const ItemLocator &place, OSStatus *status, Keep keep) {
     AtomicFile file(place);
+    file.keep_ = keep;
     removeStale(place.sibling(usualTemporaryName(place.name())));
     *status = file.openOld();
     return *status == noErr ? std::optional(std::move(file)) : std::nullopt;
@@ -175,14 +176,14 @@ OSStatus AtomicFile::makeNamed(const QByteArray &name, mode_t mode) {
     return isUsual && (isTaken || !refersTo(place_.sibling(name), temporary_)) ? dupFNErr : noErr;
 }
 
-/// Copies attributes and access rights from the existing file to the temporary one; without an
-/// existing file, sets @p fresh.
+/// Copies attributes and access rights from the existing file to the temporary one; if there is
+/// nothing to keep, sets @p fresh.
 OSStatus AtomicFile::copyMetadata(const Access &fresh) const {
     OSStatus status = noErr;
     const auto made = accessOf(temporary_.number(), &status);
     if (!made)
         return status;
-    if (!old_) {
+    if (!keepsOld()) {
         Access wanted = fresh;
         wanted.mode = made->mode; // minus the process's umask
         return setAccess(temporary_.number(), wanted);
@@ -197,7 +198,7 @@ OSStatus AtomicFile::copyMetadata(const Access &fresh) const {
 
 OSStatus AtomicFile::fill(const QByteArray &content, const Access &fresh) {
     constexpr mode_t kPrivate = S_IRUSR | S_IWUSR;
-    OSStatus status = makeTemporary(old_ ? kPrivate : fresh.mode);
+    OSStatus status = makeTemporary(keepsOld() ? kPrivate : fresh.mode);
     if (status == noErr)
         status = writeAll(temporary_.number(), content);
     if (status == noErr)

@@ -7,6 +7,7 @@
 #include "platform/files/ItemLocator.h"
 #include "platform/foundation/OSStatus.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -23,10 +24,13 @@ namespace MWCore {
 /// one thread.
 class AtomicFile {
 public:
+    /// What the new file keeps of the existing one.
+    enum class Keep : uint8_t { AccessAndAttributes, Nothing };
+
     /// Opens the file at @p place, if there is one. nullopt on failure, with the cause in
     /// @p status: errFSOperationNotSupported if the item there is not a regular file.
-    [[nodiscard]] static std::optional<AtomicFile> begin(const ItemLocator &place,
-                                                         OSStatus *status);
+    [[nodiscard]] static std::optional<AtomicFile>
+    begin(const ItemLocator &place, OSStatus *status, Keep keep = Keep::AccessAndAttributes);
 
     AtomicFile(AtomicFile &&) noexcept = default;
     AtomicFile(const AtomicFile &) = delete;
@@ -46,8 +50,8 @@ public:
     [[nodiscard]] bool isCurrent() const;
 
     /// Writes @p content to the temporary file, for the next put(), with the access rights and
-    /// extended attributes of the existing file. Without one, the access rights are @p fresh, with
-    /// the process's umask applied to the mode. permErr if owner or group cannot be kept and
+    /// extended attributes of the existing file. Without one, or if nothing of it is to be kept,
+    /// the access rights are @p fresh, with the process's umask applied to the mode. permErr if owner or group cannot be kept and
     /// somebody would lose access. The existing file does not change.
     [[nodiscard]] OSStatus prepare(const QByteArray &content, const Access &fresh);
 
@@ -68,6 +72,7 @@ private:
     explicit AtomicFile(ItemLocator place) : place_(std::move(place)) {}
 
     [[nodiscard]] OSStatus openOld();
+    [[nodiscard]] bool keepsOld() const { return old_ && keep_ == Keep::AccessAndAttributes; }
     [[nodiscard]] OSStatus makeTemporary(mode_t mode);
     [[nodiscard]] OSStatus makeNamed(const QByteArray &name, mode_t mode);
     template <typename Make> [[nodiscard]] OSStatus underTemporaryName(const Make &make);
@@ -77,6 +82,7 @@ private:
     [[nodiscard]] OSStatus rename(unsigned flags);
 
     ItemLocator place_;
+    Keep keep_ = Keep::AccessAndAttributes;
     Descriptor old_; ///< the existing file; empty if there is none
     struct stat oldStatus_ {};
     Descriptor temporary_;     ///< locked

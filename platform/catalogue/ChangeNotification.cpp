@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/catalogue/ChangeNotification.h"
+
+#include "platform/references/ReferenceLocator.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace MWCore {
+
+OSStatus FNNotify(const FSRef &folder, FNMessage message) {
+    if (message != kFNDirectoryModifiedMessage)
+        return paramErr;
+    OSStatus status = noErr;
+    const auto place = locatorOf(folder, &status);
+    struct stat item = {};
+    if (place)
+        status = place->examine(&item);
+    if (status != noErr)
+        return status;
+    if (!S_ISDIR(item.st_mode))
+        return errFSNotAFolder;
+    const timespec times[] = {item.st_atim, {0, UTIME_OMIT}};
+    if (utimensat(place->folder(), place->name().constData(), times, AT_SYMLINK_NOFOLLOW) == 0)
+        return noErr;
+    const bool mayNot = errno == EPERM || errno == EACCES || errno == EROFS;
+    return mayNot ? noErr : statusFromErrno(errno);
+}
+
+} // namespace MWCore
