@@ -3,22 +3,31 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 
 #include <QByteArray>
 #include <QByteArrayView>
 
-/// The compression of the icns format's RGB and ARGB elements, one channel after another: a lead
-/// byte of 0 to 127 is followed by lead + 1 literal bytes, one of 128 to 255 by a byte that is
-/// repeated lead - 125 times.
+/// The compression of RGB and ARGB elements, one channel after another: a lead byte of 0 to 127 is
+/// followed by lead + 1 literal bytes, one of 128 to 255 by a byte that is repeated lead - 125
+/// times. Source: the published icns format.
 namespace MWCore {
 
 /// Appends the shortest encoding of @p channel to @p bytes. Linear time.
 void appendChannelRuns(QByteArray &bytes, std::span<const uint8_t> channel);
 
-/// Decodes the next channel from @p bytes on, and removes it from them. False if they end before
-/// the channel is full, or a run goes beyond its end; @p channel is then filled in part.
-[[nodiscard]] bool takeChannelRuns(QByteArrayView &bytes, std::span<uint8_t> channel);
+/// Appends an encoding of @p channel without any run, which is longer than the shortest one.
+void appendChannelLiterals(QByteArray &bytes, std::span<const uint8_t> channel);
+
+/// How compressed bytes and the channels that they should fill went together.
+enum class RunsFit : uint8_t {
+    Exact,
+    TooLong,  ///< bytes are left after the channels were full
+    TooShort, ///< the bytes end before the channels are full
+};
+
+/// Decompresses @p bytes to @p channels, all of them one after another. A run may cross the border
+/// of two channels, which some programs write.
+[[nodiscard]] RunsFit decompressRuns(QByteArrayView bytes, std::span<uint8_t> channels);
 
 } // namespace MWCore

@@ -45,10 +45,15 @@ public:
     /// The first element of @p type, or null. Takes the same time for any number of elements.
     [[nodiscard]] const Element *find(uint32_t type) const;
 
-    /// Valid as long as this object does not change.
+    /// Valid as long as this object exists.
     [[nodiscard]] QByteArrayView payload(const Element &element) const;
 
+    /// Whether there is a table of contents, and it lists the other elements as they are.
+    [[nodiscard]] bool hasCorrectTable() const;
+
 private:
+    void readElements();
+
     QByteArray bytes_;
     std::vector<Element> elements_;
     std::unordered_map<uint32_t, std::size_t> index_; ///< the first element of each type

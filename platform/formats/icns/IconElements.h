@@ -5,9 +5,9 @@
 #include <MWCore/mwcore_export.h>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
-#include <QByteArrayView>
 #include <QSize>
 
 /// The elements of an icon family, by type. Source: the published icns format.
@@ -35,11 +35,22 @@ enum class IconEncoding : uint8_t {
     Other,     ///< not an image
 };
 
+/// How the payload of an element is stored.
+enum class IconStorage : uint8_t {
+    Compressed,   ///< RGB or ARGB channels as runs
+    Uncompressed, ///< RGB or ARGB pixels as they are, which not every program reads
+    Plain,        ///< mask, 1-bit or indexed pixels
+    Png,
+    Jpeg2000,
+    Family,  ///< a nested icon family
+    Unknown, ///< not an image, or damaged
+};
+
 struct IconElementType {
     uint32_t type;
     QSize size; ///< pixels; empty if it is not an image
     IconEncoding encoding;
-    uint32_t mask = 0; ///< the type of the element with the 8-bit mask; 0 if there is none
+    uint32_t mask = 0; ///< the type of the element with the alpha of RGB pixels; else 0
     int scale = 1;     ///< pixels per point
 };
 
@@ -48,6 +59,10 @@ struct IconElementType {
 
 /// Null if the type is unknown.
 [[nodiscard]] MWCORE_EXPORT const IconElementType *iconElementType(uint32_t type);
+
+/// The length in bytes of the payload of a mask or of 1-bit or indexed pixels; nullopt if elements
+/// of @p type have no fixed length.
+[[nodiscard]] MWCORE_EXPORT std::optional<qsizetype> fixedLength(const IconElementType &type);
 
 inline constexpr uint32_t kIconFamilyType = fourCharCode("icns");
 inline constexpr uint32_t kTableOfContentsType = fourCharCode("TOC ");
