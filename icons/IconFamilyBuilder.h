@@ -8,6 +8,7 @@
 #include <MWCore/OSStatus.h>
 #include <MWCore/Picture.h>
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -44,11 +45,12 @@ public:
     [[nodiscard]] IconFamily::Ptr build() const;
 
 private:
+    class Build;
     struct Source {
         Picture picture;
         int scale;
     };
-    std::vector<Source> sources_[2]; ///< by appearance
+    std::array<std::vector<Source>, 2> sources_; ///< by appearance
     int pngEffort_ = 6;
 };
 

@@ -14,30 +14,19 @@
 
 namespace MWCore {
 
-/// How the payload of an element is stored.
-enum class IconStorage : uint8_t {
-    Compressed,   ///< RGB or ARGB channels as runs
-    Uncompressed, ///< RGB or ARGB pixels as they are, which not every program reads
-    Plain,        ///< mask, 1-bit, indexed
-    Png,
-    Jpeg2000,
-    Family,
-    Unknown,
-};
-
 struct IconElementReport {
-    uint32_t type;
-    qsizetype offset; ///< of the element's header, bytes
-    qsizetype length; ///< of the payload, bytes
-    IconEncoding encoding;
-    IconStorage storage;
+    uint32_t type = 0;
+    qsizetype offset = 0; ///< of the element's header, bytes
+    qsizetype length = 0; ///< of the payload, bytes
+    IconEncoding encoding = IconEncoding::Other;
+    IconStorage storage = IconStorage::Unknown;
     QSize size;      ///< pixels; empty if it is not an image
-    int scale;       ///< pixels per point
+    int scale = 1;   ///< pixels per point
     QString problem; ///< what is wrong with it, in English; empty if nothing is
 };
 
 /// A description of a family's bytes for people who look for the fault.
-struct IconFamilyReport {
+struct MWCORE_EXPORT IconFamilyReport {
     std::vector<IconElementReport> elements; ///< in the family's order
     QString problem; ///< of the container as a whole, in English; empty if there is none
 

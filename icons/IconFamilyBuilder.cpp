@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "icons/IconFamilyBuilder.h"
+
+#include "platform/formats/icns/IconPalettes.h"
+#include "platform/pictures/Png.h"
+
+#include <algorithm>
+#include <map>
+#include <span>
+#include <tuple>
+
+namespace MWCore {
+namespace {
+
+constexpr int kRgbaLength = 4; ///< bytes of a pixel
+constexpr int kAlpha = 3;      ///< index of its sample
+constexpr uint8_t kOpaqueEnough = 128;
+
+// clang-format off
+constexpr uint32_t kModernElements[] = {
+    fourCharCode("ic04"), fourCharCode("ic11"), fourCharCode("ic05"), fourCharCode("ic12"),
+    fourCharCode("ic07"), fourCharCode("ic13"), fourCharCode("ic08"), fourCharCode("ic14"),
+    fourCharCode("ic09"), fourCharCode("ic10"),
+};
+
+/// Elements for older programs.
+constexpr uint32_t kOlderElements[] = {
+    fourCharCode("is32"), fourCharCode("s8mk"), fourCharCode("ics8"), fourCharCode("ics#"),
+    fourCharCode("il32"), fourCharCode("l8mk"), fourCharCode("icl8"), fourCharCode("ICN#"),
+    fourCharCode("ih32"), fourCharCode("h8mk"), fourCharCode("it32"), fourCharCode("t8mk"),
+};
+// clang-format on
+
+/// @p sample of each pixel.
+QByteArray samplesOf(const QImage &image, int sample) {
+    const qsizetype pixels = qsizetype(image.width()) * image.height();
+    const uchar *const bytes = image.constBits(); // the rows of this format are not padded
+    QByteArray samples(pixels, Qt::Uninitialized);
+    for (qsizetype index = 0; index < pixels; ++index)
+        samples[index] = char(bytes[index * kRgbaLength + sample]);
+    return samples;
+}
+
+/// Alpha, red, green, blue of each pixel.
+QByteArray argbOf(const QImage &image) {
+    const qsizetype length = qsizetype(image.width()) * image.height() * kRgbaLength;
+    const uchar *const bytes = image.constBits();
+    QByteArray argb(length, Qt::Uninitialized);
+    char *const target = argb.data();
+    for (qsizetype at = 0; at < length; at += kRgbaLength) {
+        target[at] = char(bytes[at + kAlpha]);
+        std::copy_n(bytes + at, kAlpha, target + at + 1);
+    }
+    return argb;
+}
+
+QByteArray indexedOf(const QImage &image) {
+    const auto pixels = static_cast<std::size_t>(image.width()) * std::size_t(image.height());
+    std::vector<uint8_t> indexes(pixels);
+    nearestIndexes8({image.constBits(), pixels * kRgbaLength}, kRgbaLength, indexes);
+    return QByteArray(reinterpret_cast<const char *>(indexes.data()), qsizetype(pixels));
+}
+
+/// The shape of the image, twice: as the icon and as its mask.
+QByteArray bitmapOf(const QImage &image) {
+    constexpr qsizetype kBits = 8;
+    const QByteArray alpha = samplesOf(image, kAlpha);
+    QByteArray plane(alpha.size() / kBits, '\0');
+    for (qsizetype index = 0; index < alpha.size(); ++index)
+        if (uint8_t(alpha[index]) >= kOpaqueEnough)
+            plane[index / kBits] |= char(1 << (kBits - 1 - index % kBits));
+    return plane + plane;
+}
+
+/// The data of an element of @p type for @p image, of its size.
+QByteArray dataOf(const QImage &image, const IconElementType &type, int pngEffort) {
+    switch (type.encoding) {
+    case IconEncoding::Mask:
+        return samplesOf(image, kAlpha);
+    case IconEncoding::Indexed8:
+        return indexedOf(image);
+    case IconEncoding::Bitmap:
+        return bitmapOf(image);
+    case IconEncoding::File:
+        return encodePng(image, pngEffort);
+    default:
+        return argbOf(image);
+    }
+}
+
+} // namespace
+
+/// Builds one family. Renders each source once in each size, and encodes each such image once.
+class IconFamilyBuilder::Build {
+public:
+    Build(const std::vector<Source> &sources, int pngEffort)
+        : sources_(sources), pngEffort_(pngEffort) {}
+
+    /// False if memory runs out.
+    [[nodiscard]] bool add(std::span<const uint32_t> types, IconFamilyHandle &family) {
+        return std::ranges::all_of(types, [this, &family](uint32_t type) {
+            const QByteArray data = dataFor(*iconElementType(type));
+            return !data.isEmpty() && SetIconFamilyData(family, type, data) == noErr;
+        });
+    }
+
+private:
+    QByteArray dataFor(const IconElementType &type) {
+        const int pixels = type.size.width();
+        const Source &source = sourceFor(pixels, type.scale);
+        Rendered &rendered = rendered_[{&source, pixels}];
+        if (rendered.image.isNull())
+            rendered.image = source.picture.squareImage(pixels);
+        if (rendered.image.isNull())
+            return {};
+        if (type.encoding != IconEncoding::File)
+            return dataOf(rendered.image, type, pngEffort_);
+        if (rendered.png.isEmpty())
+            rendered.png = dataOf(rendered.image, type, pngEffort_);
+        return rendered.png;
+    }
+
+    /// The best source; the first one of several.
+    const Source &sourceFor(int pixels, int scale) const {
+        const auto order = [=](const Source &source) {
+            const int side =
+                std::max(source.picture.size().width(), source.picture.size().height());
+            const bool hasSize = !source.picture.isVector() && side == pixels;
+            const bool isLarger = side > pixels;
+            return std::tuple(!(hasSize && source.scale == scale), !hasSize,
+                              !source.picture.isVector(), !isLarger, isLarger ? side : -side);
+        };
+        return *std::ranges::min_element(sources_, {}, order);
+    }
+
+    struct Rendered {
+        QImage image;
+        QByteArray png;
+    };
+    const std::vector<Source> &sources_;
+    int pngEffort_;
+    std::map<std::pair<const Source *, int>, Rendered> rendered_; ///< by source and pixels
+};
+
+void IconFamilyBuilder::addPicture(const Picture &picture, int scale, Appearance appearance) {
+    sources_[static_cast<std::size_t>(appearance)].push_back({picture, scale});
+}
+
+IconFamily::Ptr IconFamilyBuilder::build() const {
+    const auto &[light, dark] = sources_;
+    IconFamilyHandle family;
+    Build lightBuild(light, pngEffort_);
+    if (light.empty() || !lightBuild.add(kOlderElements, family) ||
+        !lightBuild.add(kModernElements, family))
+        return {};
+    auto result = IconFamily::initWithIconFamilyHandle(family);
+    if (dark.empty())
+        return result;
+    IconFamilyHandle darkFamily;
+    if (!Build(dark, pngEffort_).add(kModernElements, darkFamily) ||
+        !result->setNestedFamily(kDarkFamilyType, *IconFamily::initWithData(darkFamily)))
+        return {};
+    return result;
+}
+
+} // namespace MWCore
