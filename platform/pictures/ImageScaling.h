@@ -19,8 +19,12 @@ namespace MWCore {
 [[nodiscard]] QImage drawnImage(const QImage &source, QSize canvas, const QRectF &target,
                                 NSImageInterpolation interpolation);
 
+/// The largest size that fits into a square of @p width pixels with the aspect ratio of @p size,
+/// which is not empty. Each side gets at least one pixel.
+[[nodiscard]] QSize fittedSize(QSize size, int width);
+
 /// @p source scaled to fit into a transparent square of @p width pixels, centred on whole pixels
-/// with its aspect ratio kept; each side gets at least one pixel. Otherwise like drawnImage().
+/// with its fittedSize(). Otherwise like drawnImage().
 [[nodiscard]] QImage fittedImage(const QImage &source, int width,
                                  NSImageInterpolation interpolation = NSImageInterpolationHigh);
 

@@ -45,6 +45,7 @@ public:
 
 private:
     Picture() = default;
+    static std::optional<Picture> fromDrawing(const QByteArray &bytes, OSStatus *status);
 
     QImage pixels_;
     QByteArray drawing_; ///< the bytes of an SVG file

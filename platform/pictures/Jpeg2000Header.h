@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <optional>
+
+#include <QByteArrayView>
+#include <QSize>
+
+namespace MWCore {
+
+/// What a JPEG 2000 file declares before its pixels (ISO/IEC 15444-1, annexes A and I).
+struct Jpeg2000Header {
+    QByteArrayView codestream; ///< from its first marker to the end of its box or of the file
+    QSize size;                ///< in pixels
+    int components = 0;
+    QSize tile;         ///< at most the size of the image
+    int64_t tiles = 0;  ///< their number
+    bool isYcc = false; ///< brightness and two differences of colour instead of red, green, blue
+};
+
+/// Whether @p bytes start like a JP2 file or a codestream.
+[[nodiscard]] bool startsLikeJpeg2000(QByteArrayView bytes);
+
+/// nullopt if no codestream with an image of a valid size is found, if its components are more
+/// than four or deeper than 16 bits, or if its values are indices into a palette.
+[[nodiscard]] std::optional<Jpeg2000Header> jpeg2000Header(QByteArrayView bytes);
+
+/// Whether decoding takes memory and time in proportion to the number of pixels: the image is
+/// divided into few enough tiles, packets and code blocks. False if a header within the codestream
+/// is damaged.
+[[nodiscard]] bool isWithinLimits(const Jpeg2000Header &header);
+
+} // namespace MWCore

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/pictures/Jpeg2000Header.h"
+
+#include "platform/formats/BigEndian.h"
+
+#include <algorithm>
+#include <array>
+
+namespace MWCore {
+namespace {
+
+constexpr int64_t kMostTiles = 1024;
+constexpr int64_t kMostPackets = 1 << 20;
+constexpr int64_t kMostBlocks = 1 << 17;
+
+enum Marker : uint16_t {
+    kCodingStyle = 0xFF52,
+    kComponentStyle = 0xFF53,
+    kTilePart = 0xFF90,
+    kTileData = 0xFF93,
+    kEnd = 0xFFD9,
+};
+
+/// The other segments that a header can contain. A decoder searches on after any other for one
+/// that it knows, so that what it finds could not be foreseen here.
+constexpr std::array<uint16_t, 11> kHarmless = {0xFF55, 0xFF57, 0xFF58, 0xFF5C, 0xFF5D, 0xFF5E,
+                                                0xFF5F, 0xFF60, 0xFF61, 0xFF63, 0xFF64};
+
+/// How a tile's component is divided, from a coding style segment.
+struct CodingStyle {
+    int layers = 1;
+    int levels = 0;     ///< how many times the resolution is halved
+    int blockWidth = 0; ///< as powers of two, like all sizes here
+    int blockHeight = 0;
+    QByteArrayView precincts; ///< two sizes in each byte, the lowest resolution first
+};
+
+/// @p style starts with the number of levels.
+std::optional<CodingStyle> codingStyle(QByteArrayView style, int layers, bool hasPrecincts) {
+    constexpr qsizetype kFixedPart = 5;
+    constexpr int kMostLevels = 32, kLargestBlock = 10;
+    if (style.size() < kFixedPart)
+        return std::nullopt;
+    const CodingStyle read = {layers, static_cast<uint8_t>(style[0]),
+                              static_cast<uint8_t>(style[1]) + 2,
+                              static_cast<uint8_t>(style[2]) + 2,
+                              hasPrecincts ? style.sliced(kFixedPart) : QByteArrayView()};
+    const bool isValid = read.levels <= kMostLevels && read.blockWidth <= kLargestBlock &&
+                         read.blockHeight <= kLargestBlock &&
+                         (!hasPrecincts || read.precincts.size() > read.levels);
+    return isValid ? std::optional(read) : std::nullopt;
+}
+
+/// How many cells of 2^@p width x 2^@p height divide @p size, wherever their grid begins.
+int64_t cells(QSize size, int width, int height) {
+    return ((int64_t{size.width()} >> width) + 2) * ((int64_t{size.height()} >> height) + 2);
+}
+
+bool isWithinLimits(const CodingStyle &style, const Jpeg2000Header &header) {
+    int64_t precincts = 0, blocks = 0;
+    for (int level = 0; level <= style.levels; ++level) {
+        constexpr uint8_t kUndivided = 0xFF;
+        const auto precinct = style.precincts.isEmpty()
+                                  ? kUndivided
+                                  : static_cast<uint8_t>(style.precincts[style.levels - level]);
+        const int width = precinct & 0xF;
+        const int height = precinct >> 4;
+        const QSize size(header.tile.width() >> level, header.tile.height() >> level);
+        precincts += cells(size, width, height);
+        blocks +=
+            cells(size, std::min(width, style.blockWidth), std::min(height, style.blockHeight));
+    }
+    const int64_t planes = header.tiles * header.components;
+    return precincts * planes * style.layers <= kMostPackets && blocks * planes <= kMostBlocks;
+}
+
+/// @p segment is what follows the marker and the length.
+bool isWithinLimits(uint16_t marker, QByteArrayView segment, const Jpeg2000Header &header) {
+    constexpr qsizetype kStyle = 5, kComponent = 2; // where the number of levels is
+    std::optional<CodingStyle> style;
+    if (marker == kCodingStyle && segment.size() > kStyle)
+        style = codingStyle(segment.sliced(kStyle), *numberAt<uint16_t>(segment, 2),
+                            (segment[0] & 1) != 0);
+    else if (marker == kComponentStyle && segment.size() > kComponent)
+        style = codingStyle(segment.sliced(kComponent), 1, (segment[1] & 1) != 0);
+    else
+        return std::ranges::find(kHarmless, marker) != kHarmless.end();
+    return style && isWithinLimits(*style, header);
+}
+
+/// Goes through the segments of @p bytes from @p offset on. Returns the offset of the marker that
+/// ends them, or the end of @p bytes; nullopt if one is unknown or beyond the limits.
+std::optional<uint64_t> endOfHeader(const Jpeg2000Header &header, QByteArrayView bytes,
+                                    uint64_t offset) {
+    while (const auto marker = numberAt<uint16_t>(bytes, offset)) {
+        if (*marker == kTilePart || *marker == kTileData || *marker == kEnd)
+            return offset;
+        const auto length = numberAt<uint16_t>(bytes, offset + 2);
+        const auto segment = bytesAt(bytes, offset + 4, length.value_or(2) - 2U);
+        if (!segment)
+            break;
+        if (!isWithinLimits(*marker, *segment, header))
+            return std::nullopt;
+        offset += 2U + *length;
+    }
+    return static_cast<uint64_t>(bytes.size());
+}
+
+/// The end of the tile-part at @p offset, whose header must end within it; nullopt if it does not
+/// or is beyond the limits.
+std::optional<uint64_t> endOfTilePart(const Jpeg2000Header &header, uint64_t offset) {
+    constexpr uint64_t kLength = 6, kSegment = 12;
+    const auto size = static_cast<uint64_t>(header.codestream.size());
+    const uint64_t length = numberAt<uint32_t>(header.codestream, offset + kLength).value_or(0);
+    // The last one can leave its length open.
+    const uint64_t end = length < kSegment ? size : std::min(offset + length, size);
+    const QByteArrayView part = header.codestream.first(static_cast<qsizetype>(end));
+    const auto data = endOfHeader(header, part, offset + kSegment);
+    if (!data || (end < size && numberAt<uint16_t>(part, *data) != kTileData))
+        return std::nullopt;
+    return end;
+}
+
+} // namespace
+
+bool isWithinLimits(const Jpeg2000Header &header) {
+    constexpr uint64_t kSizeSegment = 4; // the offset of its length
+    if (header.tiles > kMostTiles)
+        return false;
+    const auto length = numberAt<uint16_t>(header.codestream, kSizeSegment);
+    auto offset = endOfHeader(header, header.codestream, kSizeSegment + length.value_or(0));
+    while (offset && numberAt<uint16_t>(header.codestream, *offset) == kTilePart)
+        offset = endOfTilePart(header, *offset);
+    return offset.has_value();
+}
+
+} // namespace MWCore

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/pictures/SvgDrawing.h"
+
+#include "platform/pictures/Png.h"
+#include "platform/pictures/SvgReferences.h"
+
+#include <algorithm>
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+namespace MWCore {
+namespace {
+
+constexpr QStringView kSvg = u"http://www.w3.org/2000/svg";
+constexpr QStringView kXlink = u"http://www.w3.org/1999/xlink";
+
+constexpr QStringView kTexts[] = {u"text", u"textArea", u"tspan"};
+constexpr QStringView kNeverDrawn[] = {
+    u"animate",       u"animateColor", u"animateMotion", u"animateTransform",
+    u"foreignObject", u"metadata",     u"script",        u"set",
+};
+
+bool isIn(QStringView name, const auto &names) {
+    return std::ranges::find(names, name) != std::end(names);
+}
+
+/// The data of an embedded PNG or JPEG image, as a reference without what could be dangerous; empty
+/// if it is something else or larger than @p pixels, from which its size is taken.
+QString harmlessImage(QStringView reference, int64_t &pixels) {
+    if (!reference.startsWith(u"data:", Qt::CaseInsensitive))
+        return {};
+    const qsizetype comma = reference.indexOf(u',');
+    if (comma < 0 || !reference.first(comma).endsWith(u"base64"))
+        return {};
+    QByteArray bytes = QByteArray::fromBase64(reference.sliced(comma + 1).toLatin1());
+    const char *const format = isPng(bytes) ? "png" : "jpeg";
+    if (isPng(bytes))
+        bytes = essentialPng(bytes, PngColour::Drop);
+    else if (!bytes.startsWith("\xFF\xD8\xFF"))
+        return {};
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    pixels -= int64_t{size.width()} * size.height();
+    if (size.isEmpty() || pixels < 0)
+        return {};
+    return QStringLiteral("data:image/%1;base64,").arg(QLatin1String(format)) +
+           QString::fromLatin1(bytes.toBase64());
+}
+
+/// Copies a drawing without what harmlessSvg() leaves out.
+class SvgCopy {
+public:
+    explicit SvgCopy(const QByteArray &bytes)
+        : reader_(bytes), writer_(&copy_),
+          hasText_(qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {}
+
+    std::optional<QByteArray> made();
+
+private:
+    void startElement();
+    void endElement();
+    bool isDrawn(QStringView name, QStringView space) const;
+    void copyAttributes(const QXmlStreamAttributes &attributes);
+    void copyReference(QStringView reference);
+
+    static constexpr std::size_t kDeepest = 256;
+    QXmlStreamReader reader_;
+    QByteArray copy_;
+    QXmlStreamWriter writer_;
+    SvgReferences references_;
+    bool hasText_;
+    int64_t pixels_ = 1 << 24;  ///< that embedded images can still have
+    qsizetype style_ = 1 << 16; ///< that style sheets can still have, in characters
+};
+
+std::optional<QByteArray> SvgCopy::made() {
+    while (!reader_.atEnd()) {
+        reader_.readNext();
+        if (reader_.isStartElement())
+            startElement();
+        else if (reader_.isEndElement())
+            endElement();
+        else if (reader_.isCharacters() && references_.depth() > 0)
+            writer_.writeCharacters(reader_.text().toString());
+        if (references_.depth() > kDeepest)
+            return std::nullopt;
+    }
+    if (reader_.hasError() || !references_.areWithinLimits())
+        return std::nullopt;
+    return copy_;
+}
+
+bool SvgCopy::isDrawn(QStringView name, QStringView space) const {
+    const bool isPlaced = references_.depth() > 0 || name == u"svg";
+    return (space == kSvg || space.isEmpty()) && isPlaced && (hasText_ || !isIn(name, kTexts)) &&
+           !isIn(name, kNeverDrawn);
+}
+
+void SvgCopy::startElement() {
+    const QStringView name = reader_.name();
+    if (!isDrawn(name, reader_.namespaceUri())) {
+        reader_.skipCurrentElement();
+        return;
+    }
+    writer_.writeStartElement(name.toString());
+    if (references_.depth() == 0) {
+        writer_.writeDefaultNamespace(kSvg.toString());
+        writer_.writeNamespace(kXlink.toString(), QStringLiteral("xlink"));
+    }
+    references_.start();
+    copyAttributes(reader_.attributes());
+}
+
+void SvgCopy::endElement() {
+    writer_.writeEndElement();
+    references_.end();
+}
+
+void SvgCopy::copyAttributes(const QXmlStreamAttributes &attributes) {
+    bool hasReference = false;
+    for (const QXmlStreamAttribute &attribute : attributes) {
+        const QStringView name = attribute.name();
+        const QString value = attribute.value().toString();
+        if (name == u"href" && !hasReference) {
+            hasReference = true;
+            copyReference(value);
+        } else if (attribute.namespaceUri().isEmpty() &&
+                   (name != u"id" || references_.setId(value))) {
+            references_.addReferences(value);
+            writer_.writeAttribute(name.toString(), value);
+        }
+    }
+}
+
+void SvgCopy::copyReference(QStringView reference) {
+    const QString kept = reader_.name() == u"image"             ? harmlessImage(reference, pixels_)
+                         : reference.trimmed().startsWith(u'#') ? reference.trimmed().toString()
+                                                                : QString();
+    if (kept.isEmpty())
+        return;
+    if (kept.startsWith(u'#'))
+        references_.addReferences(kept);
+    writer_.writeAttribute(QStringLiteral("xlink:href"), kept);
+}
+
+} // namespace
+
+bool startsLikeSvg(QByteArrayView bytes) {
+    constexpr qsizetype kByteOrderMark = 3;
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        bytes = bytes.sliced(kByteOrderMark);
+    return bytes.startsWith("\x1F\x8B") || bytes.trimmed().startsWith('<');
+}
+
+std::optional<QByteArray> harmlessSvg(const QByteArray &bytes) {
+    return SvgCopy(bytes).made();
+}
+
+QSize svgSize(const QByteArray &harmless) {
+    QBuffer buffer;
+    buffer.setData(harmless);
+    QImageReader reader(&buffer, "svg");
+    reader.setAutoDetectImageFormat(false);
+    return reader.size();
+}
+
+QImage svgImage(const QByteArray &harmless, QSize size) {
+    QBuffer buffer;
+    buffer.setData(harmless);
+    QImageReader reader(&buffer, "svg");
+    reader.setAutoDetectImageFormat(false);
+    reader.setScaledSize(size);
+    return reader.read().convertToFormat(QImage::Format_RGBA8888);
+}
+
+} // namespace MWCore

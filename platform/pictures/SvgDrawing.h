@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <optional>
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QImage>
+#include <QSize>
+
+/// Vector drawings (SVG), rendered by Qt's plug-in.
+namespace MWCore {
+
+/// Whether @p bytes start like XML, possibly compressed, which no other image does.
+[[nodiscard]] bool startsLikeSvg(QByteArrayView bytes);
+
+/// The drawing reduced to what can be rendered without harm. Qt's renderer opens the files that a
+/// drawing refers to, aborts the process if it meets text without a QGuiApplication, and repeats
+/// elements as often as references to them multiply. Left out are therefore: texts, unless there
+/// is a QGuiApplication; references to other files; scripts and animations; whatever is not SVG.
+/// nullopt if the drawing is not well-formed, is compressed, or takes too much time or memory.
+[[nodiscard]] std::optional<QByteArray> harmlessSvg(const QByteArray &bytes);
+
+/// The size that a drawing declares, in pixels; empty if the plug-in is missing or cannot read it.
+[[nodiscard]] QSize svgSize(const QByteArray &harmless);
+
+/// The drawing stretched to @p size; null if memory runs out or it is damaged.
+[[nodiscard]] QImage svgImage(const QByteArray &harmless, QSize size);
+
+} // namespace MWCore

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/pictures/SvgReferences.h"
+
+#include <algorithm>
+
+namespace MWCore {
+namespace {
+
+constexpr int64_t kMostElements = 200'000;
+constexpr int kDeepest = 256;
+
+} // namespace
+
+void SvgReferences::start() {
+    if (!open_.empty())
+        elements_[open_.back()].children.push_back(elements_.size());
+    open_.push_back(elements_.size());
+    elements_.emplace_back();
+}
+
+void SvgReferences::end() {
+    open_.pop_back();
+}
+
+bool SvgReferences::setId(const QString &id) {
+    if (ids_.contains(id))
+        return false;
+    ids_.insert(id, open_.back());
+    return true;
+}
+
+void SvgReferences::addReferences(QStringView value) {
+    const QStringView trimmed = value.trimmed();
+    auto &references = elements_[open_.back()].references;
+    if (trimmed.startsWith(u'#')) {
+        references.push_back(trimmed.sliced(1).toString());
+        return;
+    }
+    constexpr QStringView kUrl = u"url(";
+    for (qsizetype at = value.indexOf(kUrl); at >= 0; at = value.indexOf(kUrl, at + 1)) {
+        QStringView target = value.sliced(at + kUrl.size());
+        target = target.first(std::max<qsizetype>(0, target.indexOf(u')'))).trimmed();
+        while (target.startsWith(u'\'') || target.startsWith(u'"') || target.startsWith(u'#'))
+            target = target.sliced(1);
+        while (target.endsWith(u'\'') || target.endsWith(u'"'))
+            target.chop(1);
+        references.push_back(target.toString());
+    }
+}
+
+bool SvgReferences::areWithinLimits() {
+    return !elements_.empty() && measure(0, 1);
+}
+
+/// False if a limit is reached or the element contains itself.
+bool SvgReferences::measure(std::size_t index, int depth) {
+    Element &element = elements_[index];
+    if (element.state == Element::Done)
+        return depth + element.height <= kDeepest;
+    if (element.state == Element::Open || depth > kDeepest)
+        return false;
+    element.state = Element::Open;
+    for (const std::size_t child : element.children)
+        if (!add(element, child, depth))
+            return false;
+    for (const QString &id : element.references)
+        if (const auto target = ids_.constFind(id); target != ids_.constEnd())
+            if (!add(element, *target, depth))
+                return false;
+    element.state = Element::Done;
+    return true;
+}
+
+/// Adds to @p element what @p other, within it, amounts to.
+bool SvgReferences::add(Element &element, std::size_t other, int depth) {
+    if (!measure(other, depth + 1))
+        return false;
+    element.count += elements_[other].count;
+    element.height = std::max(element.height, elements_[other].height + 1);
+    return element.count <= kMostElements;
+}
+
+} // namespace MWCore

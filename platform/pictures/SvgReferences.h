@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+namespace MWCore {
+
+/// The elements of a drawing and the references between them, which can make it infinitely or
+/// exponentially larger than it looks.
+class SvgReferences {
+public:
+    /// Adds an element within the innermost element that has not ended.
+    void start();
+    void end();
+
+    /// Names the innermost element. False if the name is taken.
+    bool setId(const QString &id);
+
+    /// Adds what the value of an attribute of the innermost element refers to: "#id", or "url(#id)"
+    /// any number of times.
+    void addReferences(QStringView value);
+
+    /// The elements that are drawn with every reference replaced by what it refers to, and how
+    /// deeply they are nested, stay below the limits.
+    [[nodiscard]] bool areWithinLimits();
+
+    [[nodiscard]] std::size_t depth() const { return open_.size(); }
+
+private:
+    struct Element {
+        std::vector<std::size_t> children;
+        std::vector<QString> references;
+        enum { New, Open, Done } state = New;
+        int64_t count = 1; ///< of itself and everything in it
+        int height = 1;    ///< how deeply that is nested
+    };
+
+    bool measure(std::size_t index, int depth);
+    bool add(Element &element, std::size_t other, int depth);
+
+    std::vector<Element> elements_;
+    std::vector<std::size_t> open_;
+    QHash<QString, std::size_t> ids_;
+};
+
+} // namespace MWCore
