@@ -16,7 +16,8 @@ namespace MWCore {
 /// Appends the shortest encoding of @p channel to @p bytes. Linear time.
 void appendChannelRuns(QByteArray &bytes, std::span<const uint8_t> channel);
 
-/// Appends an encoding of @p channel without any run, which is longer than the shortest one.
+/// Appends an encoding of @p channel without any run, which is longer than the shortest one if
+/// there are more than 128 bytes.
 void appendChannelLiterals(QByteArray &bytes, std::span<const uint8_t> channel);
 
 /// How compressed bytes and the channels that they should fill went together.
