@@ -221,6 +221,19 @@ TEST(FinderInformation, SidecarsThatAreNotRegularFilesAreNeverOpened) {
     EXPECT_EQ(raw::content(folder.at("secret")), samples::sidecar(kRed));
 }
 
+TEST(FinderInformation, AForkThatOutgrowsItsAttributeMovesToTheSidecar) {
+    const TemporaryFolder folder;
+    const std::string item = folder.file("item");
+    for (const char *name : {"user.com.apple.ResourceFork", "user.org.netatalk.ResourceFork"})
+        raw::setAttribute(item, name, "fork");
+    const QByteArray longer(100'000, 'f');
+    EXPECT_EQ(writeResourceFork(item.c_str(), longer), noErr);
+    OSStatus status = ioErr;
+    EXPECT_EQ(readResourceFork(item.c_str(), &status), longer);
+    EXPECT_EQ(raw::attribute(item, "user.com.apple.ResourceFork"), std::nullopt);
+    EXPECT_EQ(raw::attribute(item, "user.org.netatalk.ResourceFork"), std::nullopt);
+}
+
 TEST(FinderInformation, EachFileSystemStoresItWhereItCan) {
     const struct {
         const char *type;
