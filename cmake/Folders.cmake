@@ -73,5 +73,6 @@ function(mwcore_add_library NAME)
     target_link_libraries(${NAME}_inside INTERFACE ${LIBRARY_LINKS})
     foreach(folder ${LIBRARY_FOLDERS})
         target_sources(${NAME}_inside INTERFACE $<TARGET_OBJECTS:${folder}>)
+        target_link_libraries(${NAME}_inside INTERFACE $<LINK_ONLY:${folder}>) # what it USES
     endforeach()
 endfunction()

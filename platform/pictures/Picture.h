@@ -13,8 +13,9 @@
 
 namespace MWCore {
 
-/// A picture from a file: pixels, or a vector drawing that is rendered at any size. A plain value;
-/// any thread.
+/// A picture from a file: pixels, or a vector drawing that is rendered at any size. Nothing that a
+/// drawing refers to is opened. Its texts are rendered only in a process with a QGuiApplication, as
+/// Qt has no fonts without one. A plain value; any thread.
 class MWCORE_EXPORT Picture {
 public:
     /// The largest width and height in pixels that is decoded.

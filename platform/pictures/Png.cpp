@@ -73,14 +73,12 @@ QByteArray encodePng(const QImage &image, int effort) {
     constexpr int kQualities = 91;
     const int quality = 100 - (std::clamp(effort, 0, 9) * kQualities + 8) / 9;
     const QImage pixels = image.convertToFormat(QImage::Format_RGBA8888);
-    // Without the text, colour space and resolution of the image.
-    const QImage plain(pixels.constBits(), pixels.width(), pixels.height(), pixels.bytesPerLine(),
-                       QImage::Format_RGBA8888);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     QImageWriter writer(&buffer, "png");
     writer.setQuality(quality);
-    return writer.write(plain) ? bytes : QByteArray();
+    // The image's texts, colour space and resolution are left out.
+    return writer.write(pixels) ? essentialPng(bytes, PngColour::Drop) : QByteArray();
 }
 
 } // namespace MWCore

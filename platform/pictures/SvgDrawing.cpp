@@ -19,11 +19,17 @@ namespace {
 constexpr QStringView kSvg = u"http://www.w3.org/2000/svg";
 constexpr QStringView kXlink = u"http://www.w3.org/1999/xlink";
 
-constexpr QStringView kTexts[] = {u"text", u"textArea", u"tspan"};
-constexpr QStringView kNeverDrawn[] = {
-    u"animate",       u"animateColor", u"animateMotion", u"animateTransform",
-    u"foreignObject", u"metadata",     u"script",        u"set",
+// Others, such as scripts, animations and foreign objects, are left out with all they contain.
+constexpr QStringView kDrawn[] = {
+    u"a",        u"circle",         u"clipPath", u"defs",       u"ellipse", u"g",       u"image",
+    u"line",     u"linearGradient", u"marker",   u"mask",       u"path",    u"pattern", u"polygon",
+    u"polyline", u"radialGradient", u"rect",     u"solidColor", u"stop",    u"style",   u"svg",
+    u"switch",   u"symbol",         u"use",
 };
+constexpr QStringView kTexts[] = {u"tbreak", u"text", u"textArea", u"tspan"};
+
+/// Every element is compared with every rule of the style sheets.
+constexpr int64_t kMostComparisons = 1 << 22;
 
 bool isIn(QStringView name, const auto &names) {
     return std::ranges::find(names, name) != std::end(names);
@@ -69,6 +75,7 @@ private:
     bool isDrawn(QStringView name, QStringView space) const;
     void copyAttributes(const QXmlStreamAttributes &attributes);
     void copyReference(QStringView reference);
+    void copyCharacters(QStringView text);
 
     static constexpr std::size_t kDeepest = 256;
     QXmlStreamReader reader_;
@@ -76,8 +83,8 @@ private:
     QXmlStreamWriter writer_;
     SvgReferences references_;
     bool hasText_;
-    int64_t pixels_ = 1 << 24;  ///< that embedded images can still have
-    qsizetype style_ = 1 << 16; ///< that style sheets can still have, in characters
+    int64_t pixels_ = 1 << 24; ///< that embedded images can still have
+    int64_t rules_ = 0;        ///< the most that the style sheets can contain
 };
 
 std::optional<QByteArray> SvgCopy::made() {
@@ -88,19 +95,20 @@ std::optional<QByteArray> SvgCopy::made() {
         else if (reader_.isEndElement())
             endElement();
         else if (reader_.isCharacters() && references_.depth() > 0)
-            writer_.writeCharacters(reader_.text().toString());
+            copyCharacters(reader_.text());
         if (references_.depth() > kDeepest)
             return std::nullopt;
     }
-    if (reader_.hasError() || !references_.areWithinLimits())
+    const bool isQuick = rules_ * references_.count() <= kMostComparisons;
+    if (reader_.hasError() || !isQuick || !references_.areWithinLimits())
         return std::nullopt;
     return copy_;
 }
 
 bool SvgCopy::isDrawn(QStringView name, QStringView space) const {
     const bool isPlaced = references_.depth() > 0 || name == u"svg";
-    return (space == kSvg || space.isEmpty()) && isPlaced && (hasText_ || !isIn(name, kTexts)) &&
-           !isIn(name, kNeverDrawn);
+    return (space == kSvg || space.isEmpty()) && isPlaced &&
+           (isIn(name, kDrawn) || (hasText_ && isIn(name, kTexts)));
 }
 
 void SvgCopy::startElement() {
@@ -148,6 +156,12 @@ void SvgCopy::copyReference(QStringView reference) {
     if (kept.startsWith(u'#'))
         references_.addReferences(kept);
     writer_.writeAttribute(QStringLiteral("xlink:href"), kept);
+}
+
+void SvgCopy::copyCharacters(QStringView text) {
+    rules_ += std::ranges::count_if(
+        text, [](QChar character) { return character == u'{' || character == u','; });
+    writer_.writeCharacters(text.toString());
 }
 
 } // namespace

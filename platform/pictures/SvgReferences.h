@@ -2,11 +2,12 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include <QHash>
 #include <QString>
 #include <QStringView>
-
-#include <vector>
 
 namespace MWCore {
 
@@ -30,6 +31,7 @@ public:
     [[nodiscard]] bool areWithinLimits();
 
     [[nodiscard]] std::size_t depth() const { return open_.size(); }
+    [[nodiscard]] int64_t count() const { return static_cast<int64_t>(elements_.size()); }
 
 private:
     struct Element {
