@@ -50,6 +50,10 @@ QSize moveToLargest(QImageReader &reader) {
 QImage decoded(QByteArray bytes, OSStatus *status) {
     *status = mapReadErr;
     const bool isPngFile = isPng(bytes);
+    if (isPngFile && !isWithinLimits(pngSize(bytes).value_or(QSize()))) {
+        *status = fileBoundsErr;
+        return {};
+    }
     if (isPngFile)
         bytes = essentialPng(bytes, PngColour::Keep);
     QBuffer buffer(&bytes);

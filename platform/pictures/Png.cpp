@@ -14,10 +14,10 @@ namespace MWCore {
 namespace {
 
 constexpr QByteArrayView kSignature("\x89PNG\r\n\x1a\n", 8);
-constexpr qsizetype kChunkFrame = 12; ///< length, type and checksum
+constexpr uint64_t kChunkFrame = 12; ///< length, type and checksum
 
-/// The chunks that pixels depend on, in the order of the bytes of their types.
-constexpr QByteArrayView kPixelChunks[] = {"IDAT", "IEND", "IHDR", "PLTE", "tRNS"};
+constexpr QByteArrayView kLastChunk = "IEND";
+constexpr QByteArrayView kPixelChunks[] = {"IDAT", "IHDR", "PLTE", "tRNS", kLastChunk};
 constexpr QByteArrayView kColourChunks[] = {"cHRM", "gAMA", "iCCP", "sRGB"};
 
 bool isKept(QByteArrayView type, PngColour colour) {
@@ -45,16 +45,20 @@ std::optional<QSize> pngSize(QByteArrayView bytes) {
 }
 
 QByteArray essentialPng(QByteArrayView bytes, PngColour colour) {
-    QByteArray kept = bytes.first(std::min(bytes.size(), kSignature.size())).toByteArray();
-    qsizetype offset = kSignature.size();
-    while (const auto length = numberAt<uint32_t>(bytes, static_cast<uint64_t>(offset))) {
-        const qsizetype size = std::min(kChunkFrame + qsizetype{*length}, bytes.size() - offset);
-        const QByteArrayView chunk = bytes.sliced(offset, size);
-        if (isKept(chunk.sliced(4).first(std::min<qsizetype>(4, size - 4)), colour))
-            kept += chunk;
-        offset += size;
+    QByteArray kept = kSignature.toByteArray();
+    auto offset = static_cast<uint64_t>(kSignature.size());
+    while (const auto length = numberAt<uint32_t>(bytes, offset)) {
+        const auto chunk = bytesAt(bytes, offset, kChunkFrame + *length);
+        if (!chunk)
+            break;
+        const QByteArrayView type = chunk->sliced(4, 4);
+        if (isKept(type, colour))
+            kept += *chunk;
+        if (type == kLastChunk)
+            return kept;
+        offset += static_cast<uint64_t>(chunk->size());
     }
-    return kept;
+    return {};
 }
 
 std::optional<QImage> decodePng(QByteArrayView bytes, QSize size) {

@@ -21,7 +21,7 @@ namespace MWCore {
 enum class PngColour { Keep, Drop };
 
 /// The file without the chunks that its pixels do not depend on, whose compressed texts could take
-/// any amount of memory to read.
+/// any amount of memory to read. Empty if it is truncated.
 [[nodiscard]] QByteArray essentialPng(QByteArrayView bytes, PngColour colour);
 
 /// Decodes a PNG of exactly @p size pixels to QImage::Format_RGBA8888, not premultiplied. nullopt

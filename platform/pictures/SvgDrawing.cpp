@@ -72,9 +72,10 @@ public:
 private:
     void startElement();
     void endElement();
-    bool isDrawn(QStringView name, QStringView space) const;
-    void copyAttributes(const QXmlStreamAttributes &attributes);
-    void copyReference(QStringView reference);
+    [[nodiscard]] bool isDrawn(QStringView name, QStringView space) const;
+    QString keptReference();
+    void copyAttributes();
+    void copyReference(const QString &reference);
     void copyCharacters(QStringView text);
 
     static constexpr std::size_t kDeepest = 256;
@@ -113,7 +114,9 @@ bool SvgCopy::isDrawn(QStringView name, QStringView space) const {
 
 void SvgCopy::startElement() {
     const QStringView name = reader_.name();
-    if (!isDrawn(name, reader_.namespaceUri())) {
+    const QString reference = isDrawn(name, reader_.namespaceUri()) ? keptReference() : QString();
+    const bool isEmptyImage = name == u"image" && reference.isEmpty();
+    if (!isDrawn(name, reader_.namespaceUri()) || isEmptyImage) {
         reader_.skipCurrentElement();
         return;
     }
@@ -123,7 +126,8 @@ void SvgCopy::startElement() {
         writer_.writeNamespace(kXlink.toString(), QStringLiteral("xlink"));
     }
     references_.start();
-    copyAttributes(reader_.attributes());
+    copyAttributes();
+    copyReference(reference);
 }
 
 void SvgCopy::endElement() {
@@ -131,31 +135,37 @@ void SvgCopy::endElement() {
     references_.end();
 }
 
-void SvgCopy::copyAttributes(const QXmlStreamAttributes &attributes) {
-    bool hasReference = false;
-    for (const QXmlStreamAttribute &attribute : attributes) {
-        const QStringView name = attribute.name();
+/// The element's reference to another element, or its embedded image; empty if it has neither.
+QString SvgCopy::keptReference() {
+    const QXmlStreamAttributes attributes = reader_.attributes();
+    const auto found = std::ranges::find(attributes, u"href",
+                                         [](const auto &attribute) { return attribute.name(); });
+    if (found == attributes.end())
+        return {};
+    if (reader_.name() == u"image")
+        return harmlessImage(found->value(), pixels_);
+    const QStringView reference = found->value().trimmed();
+    return reference.startsWith(u'#') ? reference.toString() : QString();
+}
+
+void SvgCopy::copyAttributes() {
+    for (const QXmlStreamAttribute &attribute : reader_.attributes()) {
+        const QString name = attribute.name().toString();
         const QString value = attribute.value().toString();
-        if (name == u"href" && !hasReference) {
-            hasReference = true;
-            copyReference(value);
-        } else if (attribute.namespaceUri().isEmpty() &&
-                   (name != u"id" || references_.setId(value))) {
-            references_.addReferences(value);
-            writer_.writeAttribute(name.toString(), value);
-        }
+        const bool isForeign = !attribute.namespaceUri().isEmpty() || name == u"href";
+        if (isForeign || (name == u"id" && !references_.setId(value)))
+            continue;
+        references_.addReferences(value);
+        writer_.writeAttribute(name, value);
     }
 }
 
-void SvgCopy::copyReference(QStringView reference) {
-    const QString kept = reader_.name() == u"image"             ? harmlessImage(reference, pixels_)
-                         : reference.trimmed().startsWith(u'#') ? reference.trimmed().toString()
-                                                                : QString();
-    if (kept.isEmpty())
+void SvgCopy::copyReference(const QString &reference) {
+    if (reference.isEmpty())
         return;
-    if (kept.startsWith(u'#'))
-        references_.addReferences(kept);
-    writer_.writeAttribute(QStringLiteral("xlink:href"), kept);
+    if (reference.startsWith(u'#'))
+        references_.addReferences(reference);
+    writer_.writeAttribute(QStringLiteral("xlink:href"), reference);
 }
 
 void SvgCopy::copyCharacters(QStringView text) {
