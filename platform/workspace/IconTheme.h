@@ -15,36 +15,43 @@
 namespace MWCore {
 
 /// The files of an icon theme and of those that it inherits (XDG Icon Theme Specification, 0.13).
-/// Folders and index files are read when they are first needed, and kept. Any thread.
+/// What is found is kept: each index file and folder is read once, when a search first needs it.
+/// File systems that may not answer are not touched, except for that of the home folder. Any
+/// thread.
 class MWCORE_EXPORT IconTheme {
 public:
-    /// The user's theme: that of setCurrentName(), else what the settings of the desktop say that
-    /// are stored in files (KDE's kdeglobals, GTK's settings.ini), else the first of Adwaita and
-    /// breeze that is installed, else hicolor. Shared; read again when the name is set.
-    [[nodiscard]] static const IconTheme &current();
+    /// The user's theme. Read again after setCurrentName().
+    [[nodiscard]] static std::shared_ptr<const IconTheme> current();
 
-    /// For hosts that know the theme's name from the session. An empty name ends that.
+    /// For hosts that know from the session which theme the user has chosen. Without a name, or
+    /// with an empty one, it is the first of these that is installed: what the settings of KDE
+    /// (kdeglobals) and GTK (settings.ini) name, Adwaita, breeze, hicolor.
     static void setCurrentName(const QString &name);
 
-    /// The theme @p name in the @p folders, the most important one first. Without a theme of that
-    /// name only hicolor and unthemed files are found.
-    IconTheme(const QString &name, const std::vector<QByteArray> &folders = baseFolders());
+    /// The theme @p name in the @p folders, the most important one first. If none has such a theme,
+    /// only icons of hicolor and unthemed ones are found.
+    explicit IconTheme(QString name, std::vector<QByteArray> folders = baseFolders());
+    IconTheme(const IconTheme &) = delete;
+    IconTheme &operator=(const IconTheme &) = delete;
     ~IconTheme();
 
-    [[nodiscard]] QString name() const;
+    [[nodiscard]] QString name() const { return name_; }
 
-    /// The path of the file for the first of @p names that there is in the theme or in one that it
-    /// inherits, in the size nearest to @p size points at @p scale, as the specification's look-up
-    /// finds it: PNG or SVG. nullopt if none of the names is known; a name with "/" is not.
-    [[nodiscard]] std::optional<QByteArray> find(const QStringList &names, int size,
+    /// The path of a PNG, SVG or XPM file for the first of @p icons that the theme has, in the size
+    /// nearest to @p size points at @p scale pixels per point. If it has none of them, the same of
+    /// a theme that it inherits, of hicolor, or outside all themes. nullopt if there is no file.
+    [[nodiscard]] std::optional<QByteArray> find(const QStringList &icons, int size,
                                                  int scale = 1) const;
 
-    /// The folders in which themes are looked for: of the user, of the system, and unthemed icons.
+    /// The folders in which themes and unthemed icons are looked for: of the user, then of the
+    /// system.
     [[nodiscard]] static std::vector<QByteArray> baseFolders();
 
 private:
-    struct Index;
-    std::unique_ptr<Index> index_;
+    class Files;
+
+    QString name_;
+    std::unique_ptr<Files> files_;
 };
 
 } // namespace MWCore

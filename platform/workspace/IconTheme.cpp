@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/workspace/IconTheme.h"
+
+#include "platform/files/PathParts.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/workspace/IconThemeFiles.h"
+#include "platform/workspace/InstalledThemes.h"
+#include "platform/workspace/XdgFolders.h"
+
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
+namespace MWCore {
+namespace {
+
+constexpr const char *kLastTheme = "hicolor";
+constexpr std::size_t kMostThemes = 64; ///< that are searched for one icon
+
+std::vector<QByteArray> plainNames(const QStringList &icons) {
+    std::vector<QByteArray> names;
+    for (const QString &icon : icons)
+        if (const auto name = fileSystemRepresentation(icon); name && isPlainName(*name))
+            names.push_back(*name);
+    return names;
+}
+
+} // namespace
+
+/// The themes in the order in which they are searched.
+class IconTheme::Files {
+public:
+    explicit Files(std::vector<QByteArray> folders)
+        : folders_(std::move(folders)), unthemed_(IconThemeFiles::unthemed(folders_)) {}
+
+    std::optional<QByteArray> find(const QByteArray &theme, const std::vector<QByteArray> &icons,
+                                   int size, int scale) {
+        std::call_once(areThemesKnown_, [this, &theme] { findThemes(theme); });
+        const auto findIn = [&](IconThemeFiles &files) {
+            std::optional<QByteArray> path;
+            for (auto icon = icons.begin(); !path && icon != icons.end(); ++icon)
+                path = files.find(*icon, size, scale);
+            return path;
+        };
+        std::optional<QByteArray> path;
+        for (auto files = themes_.begin(); !path && files != themes_.end(); ++files)
+            path = findIn(**files);
+        return path ? path : findIn(unthemed_);
+    }
+
+private:
+    void findThemes(const QByteArray &theme) {
+        std::vector<QByteArray> known = {kLastTheme};
+        addWithParents(theme, known);
+        add(kLastTheme);
+    }
+
+    /// Depth first, as the specification searches them; each theme once.
+    void addWithParents(const QByteArray &theme, std::vector<QByteArray> &known) {
+        if (std::ranges::find(known, theme) != known.end() || known.size() >= kMostThemes)
+            return;
+        known.push_back(theme);
+        for (const QByteArray &parent : add(theme))
+            addWithParents(parent, known);
+    }
+
+    /// Returns the names of the theme's parents.
+    std::vector<QByteArray> add(const QByteArray &theme) {
+        auto index = installedThemeIndex(theme, folders_);
+        if (!index)
+            return {};
+        std::vector<QByteArray> themeFolders;
+        for (const QByteArray &folder : folders_)
+            themeFolders.push_back(pathIn(folder, theme));
+        themes_.push_back(
+            std::make_unique<IconThemeFiles>(std::move(themeFolders), std::move(index->folders)));
+        return std::move(index->parents);
+    }
+
+    std::vector<QByteArray> folders_;
+    std::once_flag areThemesKnown_;
+    std::vector<std::unique_ptr<IconThemeFiles>> themes_;
+    IconThemeFiles unthemed_;
+};
+
+IconTheme::IconTheme(QString name, std::vector<QByteArray> folders)
+    : name_(std::move(name)), files_(std::make_unique<Files>(std::move(folders))) {}
+
+IconTheme::~IconTheme() = default;
+
+std::optional<QByteArray> IconTheme::find(const QStringList &icons, int size, int scale) const {
+    const QByteArray theme = fileSystemRepresentation(name_).value_or(QByteArray());
+    return files_->find(theme, plainNames(icons), size, scale);
+}
+
+std::vector<QByteArray> IconTheme::baseFolders() {
+    std::vector<QByteArray> folders;
+    if (const QByteArray home = homeFolder(); !home.isEmpty())
+        folders.push_back(pathIn(home, ".icons"));
+    for (const QByteArray &folder : dataFolders())
+        folders.push_back(pathIn(folder, "icons"));
+    folders.emplace_back("/usr/share/pixmaps");
+    return folders;
+}
+
+} // namespace MWCore

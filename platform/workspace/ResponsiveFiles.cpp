@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/workspace/ResponsiveFiles.h"
+
+#include "platform/aliases/AliasFollowing.h"
+#include "platform/files/DescriptorPath.h"
+#include "platform/files/RegularFile.h"
+#include "platform/workspace/XdgFolders.h"
+
+#include <sys/stat.h>
+
+namespace MWCore {
+
+ResponsiveFiles::ResponsiveFiles(const QByteArray &item) {
+    for (const QByteArray &path : {homeFolder(), item})
+        if (const auto mount = path.isEmpty() ? std::nullopt : mountAt(path))
+            guard_.allow(*mount);
+}
+
+Descriptor ResponsiveFiles::open(const QByteArray &path, QByteArray *realPath) {
+    OSStatus status = noErr;
+    return guard_.open(path, FinalLink::Follow, &status, realPath);
+}
+
+bool ResponsiveFiles::hasRegularFile(const QByteArray &path) {
+    const Descriptor found = open(path);
+    struct stat item = {};
+    return found && fstat(found.number(), &item) == 0 && S_ISREG(item.st_mode);
+}
+
+std::optional<QByteArray> ResponsiveFiles::read(const QByteArray &path, int64_t limit) {
+    const Descriptor found = open(path);
+    OSStatus status = noErr;
+    return found ? readRegularFile(pathOfDescriptor(found.number()), limit, FinalLink::Follow,
+                                   &status)
+                 : std::nullopt;
+}
+
+} // namespace MWCore

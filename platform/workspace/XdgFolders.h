@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <vector>
+
+#include <QByteArray>
+
+/// The folders of the XDG Base Directory Specification, 0.8, in file-system representation. Paths
+/// in the environment that are not absolute are ignored, as it requires. Any thread.
+namespace MWCore {
+
+/// Empty if it is unknown.
+[[nodiscard]] QByteArray homeFolder();
+
+/// The user's folder, then those of the system, the most important one first.
+[[nodiscard]] std::vector<QByteArray> dataFolders();
+[[nodiscard]] std::vector<QByteArray> configFolders();
+
+/// The user's own folder of settings; empty if it is unknown.
+[[nodiscard]] QByteArray userConfigFolder();
+
+} // namespace MWCore
