@@ -3,6 +3,7 @@
 #include "icons/IconFamilyBuilder.h"
 
 #include "platform/formats/icns/IconPalettes.h"
+#include "platform/formats/icns/IconPixels.h"
 #include "platform/pictures/Png.h"
 
 #include <algorithm>
@@ -40,19 +41,6 @@ QByteArray samplesOf(const QImage &image, int sample) {
     for (qsizetype index = 0; index < pixels; ++index)
         samples[index] = char(bytes[index * kRgbaLength + sample]);
     return samples;
-}
-
-/// Alpha, red, green, blue of each pixel.
-QByteArray argbOf(const QImage &image) {
-    const qsizetype length = qsizetype(image.width()) * image.height() * kRgbaLength;
-    const uchar *const bytes = image.constBits();
-    QByteArray argb(length, Qt::Uninitialized);
-    char *const target = argb.data();
-    for (qsizetype at = 0; at < length; at += kRgbaLength) {
-        target[at] = char(bytes[at + kAlpha]);
-        std::copy_n(bytes + at, kAlpha, target + at + 1);
-    }
-    return argb;
 }
 
 QByteArray indexedOf(const QImage &image) {

@@ -49,7 +49,7 @@ QString pixelProblem(const IconElementType &type, QByteArrayView payload,
         return QStringLiteral("is %1 pixels, not %2").arg(sizeText(*size), sizeText(type.size));
     if (pixels.storage == IconStorage::Unknown)
         return QStringLiteral("is in no known format");
-    if (!pixels.bytes)
+    if (pixels.image.isNull())
         return QStringLiteral("is damaged");
     constexpr qsizetype kPadding = 4;
     if (type.encoding == IconEncoding::PaddedRgb && !payload.startsWith(QByteArray(kPadding, '\0')))

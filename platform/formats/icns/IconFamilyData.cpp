@@ -65,9 +65,9 @@ std::optional<QByteArray> GetIconFamilyData(const IconFamilyHandle &iconFamily, 
     const QByteArrayView payload = family.payload(*element);
     const IconElementType *const known = iconElementType(type);
     if (known && hasPixels(*known)) {
-        auto pixels = decodePixels(*known, payload).bytes;
-        *status = pixels ? noErr : mapReadErr;
-        return pixels;
+        const QImage image = decodePixels(*known, payload).image;
+        *status = image.isNull() ? mapReadErr : noErr;
+        return image.isNull() ? std::nullopt : std::optional(argbOf(image));
     }
     const auto length = known ? fixedLength(*known) : std::nullopt;
     if (length && payload.size() < *length) {

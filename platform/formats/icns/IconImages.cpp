@@ -15,6 +15,7 @@ namespace {
 
 constexpr uint8_t kOpaque = 255;
 constexpr int kRgbaLength = 4; ///< bytes of a pixel
+constexpr int kAlpha = 3;      ///< index of its alpha
 
 qsizetype pixelCount(const IconElementType &type) {
     return qsizetype(type.size.width()) * type.size.height();
@@ -65,27 +66,22 @@ QImage imageOf(const IconElementType &type, const std::vector<uint8_t> &alpha, C
         pixel[0] = uchar(qRed(colour));
         pixel[1] = uchar(qGreen(colour));
         pixel[2] = uchar(qBlue(colour));
-        pixel[3] = alpha[static_cast<std::size_t>(index)];
+        pixel[kAlpha] = alpha[static_cast<std::size_t>(index)];
     }
     return image;
 }
 
 QImage imageOfPixels(const IconContainer &family, const IconElementType &type,
                      QByteArrayView payload) {
-    const DecodedPixels pixels = decodePixels(type, payload);
-    if (!pixels.bytes)
-        return {};
-    const QByteArray &bytes = *pixels.bytes;
-    std::vector<uint8_t> alpha;
-    if (pixels.hasAlpha)
-        for (qsizetype at = 0; at < bytes.size(); at += kRgbaLength)
-            alpha.push_back(uint8_t(bytes[at]));
-    else
-        alpha = alphaOf(family, type);
-    return imageOf(type, alpha, [&bytes](qsizetype index) {
-        const char *const pixel = bytes.constData() + index * kRgbaLength;
-        return qRgb(uint8_t(pixel[1]), uint8_t(pixel[2]), uint8_t(pixel[3]));
-    });
+    DecodedPixels pixels = decodePixels(type, payload);
+    if (pixels.hasAlpha || pixels.image.isNull())
+        return std::move(pixels.image);
+    uchar *alpha = pixels.image.bits() + kAlpha; // the rows of this format are not padded
+    for (const uint8_t value : alphaOf(family, type)) {
+        *alpha = value;
+        alpha += kRgbaLength;
+    }
+    return std::move(pixels.image);
 }
 
 /// 1-bit pixels are black where their bit is set.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int kPixelLength = 4; ///< bytes
 constexpr int kRgbLength = 3;   ///< bytes of a pixel without alpha
+constexpr int kAlpha = 3;       ///< index of alpha in a pixel of an image
 constexpr QByteArrayView kArgbMagic = "ARGB";
 constexpr qsizetype kPadding = 4; ///< bytes before the channels of a padded RGB element
 
@@ -25,74 +27,71 @@ qsizetype pixelCount(const IconElementType &type) {
     return qsizetype(type.size.width()) * type.size.height();
 }
 
-/// Three or four channels one after another, interleaved to pixels. Three get alpha 0.
-QByteArray interleaved(std::span<const uint8_t> channels, int count) {
-    const std::size_t pixels = channels.size() / static_cast<std::size_t>(count);
-    const bool hasAlpha = count == kPixelLength;
+/// An image of which each pixel is set, by its index in row-major order, by @p set.
+template <typename Set> QImage imageOf(QSize size, Set set) {
+    QImage image(size, QImage::Format_RGBA8888); // its rows are not padded
+    if (image.isNull())
+        return image;
+    uchar *pixel = image.bits();
+    const std::size_t count = std::size_t(size.width()) * std::size_t(size.height());
+    for (std::size_t index = 0; index < count; ++index, pixel += kPixelLength)
+        set(pixel, index);
+    return image;
+}
+
+/// Three or four channels one after another; of four the first is alpha.
+QImage interleaved(QSize size, std::span<const uint8_t> channels, bool hasAlpha) {
+    const std::size_t pixels = std::size_t(size.width()) * std::size_t(size.height());
     const std::span<const uint8_t> colours = hasAlpha ? channels.subspan(pixels) : channels;
-    QByteArray bytes(qsizetype(pixels) * kPixelLength, Qt::Uninitialized);
-    char *target = bytes.data();
-    for (std::size_t index = 0; index < pixels; ++index, target += kPixelLength) {
-        target[0] = hasAlpha ? char(channels[index]) : '\0';
-        target[1] = char(colours[index]);
-        target[2] = char(colours[pixels + index]);
-        target[3] = char(colours[2 * pixels + index]);
-    }
-    return bytes;
+    return imageOf(size, [=](uchar *pixel, std::size_t index) {
+        for (std::size_t channel = 0; channel < kRgbLength; ++channel)
+            pixel[channel] = colours[channel * pixels + index];
+        pixel[kAlpha] = hasAlpha ? channels[index] : 0;
+    });
 }
 
 /// Pixels that some program stored without compression: red, green, blue, after alpha or an unused
-/// byte or after none. nullopt if they have another length.
-std::optional<QByteArray> uncompressed(QByteArrayView bytes, qsizetype pixels, bool hasAlpha) {
-    if (bytes.size() == pixels * kPixelLength && hasAlpha)
-        return bytes.toByteArray();
+/// byte or after none. Null if they have another length.
+QImage uncompressed(QSize size, QByteArrayView bytes, bool hasAlpha) {
+    const qsizetype pixels = qsizetype(size.width()) * size.height();
     const qsizetype stored = bytes.size() / pixels;
-    if (bytes.size() % pixels != 0 || (stored != kRgbLength && stored != kPixelLength))
-        return std::nullopt;
-    QByteArray result(pixels * kPixelLength, '\0');
-    for (qsizetype index = 0; index < pixels; ++index)
-        std::copy_n(bytes.data() + (index + 1) * stored - kRgbLength, kRgbLength,
-                    result.data() + index * kPixelLength + 1);
-    return result;
+    const bool isRgb = stored == kRgbLength && !hasAlpha;
+    if (bytes.size() % pixels != 0 || (stored != kPixelLength && !isRgb))
+        return {};
+    return imageOf(size, [=](uchar *pixel, std::size_t index) {
+        const char *const end = bytes.data() + (qsizetype(index) + 1) * stored;
+        std::copy_n(end - kRgbLength, kRgbLength, pixel);
+        pixel[kAlpha] = hasAlpha ? uchar(end[-kPixelLength]) : 0;
+    });
 }
 
-QByteArray argbOf(const QImage &image) {
-    QByteArray bytes(qsizetype(image.width()) * image.height() * kPixelLength, Qt::Uninitialized);
-    char *target = bytes.data();
-    for (int row = 0; row < image.height(); ++row) {
-        const uchar *pixel = image.constScanLine(row);
-        for (int column = 0; column < image.width(); ++column, pixel += kPixelLength) {
-            target[0] = char(pixel[3]);
-            std::copy_n(pixel, kRgbLength, target + 1);
-            target += kPixelLength;
-        }
-    }
-    return bytes;
-}
-
-/// @p count channels. Compressed bytes may by chance be as long as uncompressed ones; what
-/// decompresses to exactly the pixels is compressed.
-DecodedPixels decodeChannels(QByteArrayView bytes, int count, qsizetype pixels) {
-    const bool hasAlpha = count == kPixelLength;
-    std::vector<uint8_t> channels(static_cast<std::size_t>(pixels * count));
+/// Channels with or without alpha. Compressed bytes may by chance be as long as uncompressed ones;
+/// what decompresses to exactly the pixels is compressed.
+DecodedPixels decodeChannels(QSize size, QByteArrayView bytes, bool hasAlpha) {
+    const std::size_t pixels = std::size_t(size.width()) * std::size_t(size.height());
+    std::vector<uint8_t> channels(pixels * std::size_t(hasAlpha ? kPixelLength : kRgbLength));
     const RunsFit fit = decompressRuns(bytes, channels);
     if (fit != RunsFit::Exact)
-        if (auto plain = uncompressed(bytes, pixels, hasAlpha))
+        if (QImage plain = uncompressed(size, bytes, hasAlpha); !plain.isNull())
             return {IconStorage::Uncompressed, std::move(plain), hasAlpha};
     if (fit == RunsFit::TooShort)
-        return {IconStorage::Compressed, std::nullopt, hasAlpha};
-    return {IconStorage::Compressed, interleaved(channels, count), hasAlpha};
+        return {IconStorage::Compressed, {}, hasAlpha};
+    return {IconStorage::Compressed, interleaved(size, channels, hasAlpha), hasAlpha};
 }
 
-DecodedPixels decodePaddedRgb(QByteArrayView payload, qsizetype pixels) {
-    const QByteArrayView channels = payload.sliced(std::min(kPadding, payload.size()));
-    DecodedPixels padded = decodeChannels(channels, kRgbLength, pixels);
-    return padded.bytes ? std::move(padded) : decodeChannels(payload, kRgbLength, pixels);
+DecodedPixels decodeRgb(QSize size, QByteArrayView bytes) {
+    constexpr bool kHasAlpha = false;
+    return decodeChannels(size, bytes, kHasAlpha);
+}
+
+DecodedPixels decodePaddedRgb(QSize size, QByteArrayView payload) {
+    DecodedPixels padded = decodeRgb(size, payload.sliced(std::min(kPadding, payload.size())));
+    return padded.image.isNull() ? decodeRgb(size, payload) : std::move(padded);
 }
 
 DecodedPixels decodeFile(IconStorage storage, const std::optional<QImage> &image) {
     constexpr bool kHasAlpha = true;
-    return {storage, image ? std::optional(argbOf(*image)) : std::nullopt, kHasAlpha};
+    return {storage, image.value_or(QImage()), kHasAlpha};
 }
 
 /// Whether a reader that recognises uncompressed pixels by their length would take the payload for
@@ -127,19 +126,12 @@ QByteArray compressed(QByteArrayView pixels, int count, const QByteArray &start)
 }
 
 QByteArray pngOf(const IconElementType &type, QByteArrayView pixels, int effort) {
-    QImage image(type.size, QImage::Format_RGBA8888);
-    if (image.isNull())
-        return {};
-    const char *source = pixels.data();
-    for (int row = 0; row < image.height(); ++row) {
-        uchar *pixel = image.scanLine(row);
-        for (int column = 0; column < image.width(); ++column, pixel += kPixelLength) {
-            std::copy_n(source + 1, kRgbLength, pixel);
-            pixel[3] = uchar(source[0]);
-            source += kPixelLength;
-        }
-    }
-    return encodePng(image, effort);
+    const QImage image = imageOf(type.size, [pixels](uchar *pixel, std::size_t index) {
+        const char *const source = pixels.data() + index * kPixelLength;
+        std::copy_n(source + 1, kRgbLength, pixel);
+        pixel[kAlpha] = uchar(source[0]);
+    });
+    return image.isNull() ? QByteArray() : encodePng(image, effort);
 }
 
 } // namespace
@@ -155,11 +147,11 @@ qsizetype pixelBytes(const IconElementType &type) {
 }
 
 DecodedPixels decodePixels(const IconElementType &type, QByteArrayView payload) {
-    const qsizetype pixels = pixelCount(type);
+    constexpr bool kHasAlpha = true;
     if (type.encoding == IconEncoding::PaddedRgb)
-        return decodePaddedRgb(payload, pixels);
+        return decodePaddedRgb(type.size, payload);
     if (type.encoding == IconEncoding::Rgb)
-        return decodeChannels(payload, kRgbLength, pixels);
+        return decodeRgb(type.size, payload);
     if (!hasPixels(type))
         return {};
     if (isPng(payload))
@@ -167,8 +159,19 @@ DecodedPixels decodePixels(const IconElementType &type, QByteArrayView payload) 
     if (isJpeg2000(payload))
         return decodeFile(IconStorage::Jpeg2000, decodeJpeg2000(payload, type.size));
     if (payload.startsWith(kArgbMagic))
-        return decodeChannels(payload.sliced(kArgbMagic.size()), kPixelLength, pixels);
-    return type.mask == 0 ? DecodedPixels{} : decodeChannels(payload, kRgbLength, pixels);
+        return decodeChannels(type.size, payload.sliced(kArgbMagic.size()), kHasAlpha);
+    return type.mask == 0 ? DecodedPixels{} : decodeRgb(type.size, payload);
+}
+
+QByteArray argbOf(const QImage &image) {
+    QByteArray bytes(image.sizeInBytes(), Qt::Uninitialized); // the rows are not padded
+    const uchar *pixel = image.constBits();
+    for (char *target = bytes.data(); target < bytes.end(); target += kPixelLength) {
+        target[0] = char(pixel[kAlpha]);
+        std::copy_n(pixel, kRgbLength, target + 1);
+        pixel += kPixelLength;
+    }
+    return bytes;
 }
 
 bool isFileOfSize(const IconElementType &type, QByteArrayView payload) {

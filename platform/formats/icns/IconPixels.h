@@ -4,10 +4,9 @@
 
 #include "platform/formats/icns/IconElements.h"
 
-#include <optional>
-
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QImage>
 
 /// The payloads of elements with 32-bit pixels: RGB, ARGB, PNG and JPEG 2000. Pixels are four
 /// bytes, alpha, red, green, blue, not premultiplied, in row-major order. Any thread.
@@ -21,11 +20,14 @@ namespace MWCore {
 
 struct DecodedPixels {
     IconStorage storage = IconStorage::Unknown; ///< unknown if the payload is in no known form
-    std::optional<QByteArray> bytes;            ///< nullopt if the payload is damaged
+    QImage image; ///< QImage::Format_RGBA8888, not premultiplied; null if the payload is damaged
     bool hasAlpha = false; ///< if not, every alpha is 0, and the mask element has the real ones
 };
 
 [[nodiscard]] DecodedPixels decodePixels(const IconElementType &type, QByteArrayView payload);
+
+/// The pixels of an image in QImage::Format_RGBA8888 as bytes.
+[[nodiscard]] QByteArray argbOf(const QImage &image);
 
 /// Whether @p payload is a PNG or JPEG 2000 file that declares the size of such elements.
 [[nodiscard]] bool isFileOfSize(const IconElementType &type, QByteArrayView payload);
