@@ -8,12 +8,10 @@
 
 #include <QBuffer>
 #include <QImageReader>
-#include <QImageWriter>
 
 namespace MWCore {
 namespace {
 
-constexpr QByteArrayView kSignature("\x89PNG\r\n\x1a\n", 8);
 constexpr uint64_t kChunkFrame = 12; ///< length, type and checksum
 
 constexpr QByteArrayView kLastChunk = "IEND";
@@ -29,7 +27,7 @@ bool isKept(QByteArrayView type, PngColour colour) {
 } // namespace
 
 bool isPng(QByteArrayView bytes) {
-    return bytes.startsWith(kSignature);
+    return bytes.startsWith(kPngSignature);
 }
 
 std::optional<QSize> pngSize(QByteArrayView bytes) {
@@ -37,7 +35,7 @@ std::optional<QSize> pngSize(QByteArrayView bytes) {
     constexpr QByteArrayView kHeader("\0\0\0\x0DIHDR", 8);
     const auto width = numberAt<uint32_t>(bytes, 16);
     const auto height = numberAt<uint32_t>(bytes, 20);
-    if (!isPng(bytes) || !height || !bytes.sliced(kSignature.size()).startsWith(kHeader))
+    if (!isPng(bytes) || !height || !bytes.sliced(kPngSignature.size()).startsWith(kHeader))
         return std::nullopt;
     if (*width == 0 || *width > kLargest || *height == 0 || *height > kLargest)
         return std::nullopt;
@@ -45,8 +43,8 @@ std::optional<QSize> pngSize(QByteArrayView bytes) {
 }
 
 QByteArray essentialPng(QByteArrayView bytes, PngColour colour) {
-    QByteArray kept = kSignature.toByteArray();
-    auto offset = static_cast<uint64_t>(kSignature.size());
+    QByteArray kept = kPngSignature.toByteArray();
+    auto offset = static_cast<uint64_t>(kPngSignature.size());
     while (const auto length = numberAt<uint32_t>(bytes, offset)) {
         const auto chunk = bytesAt(bytes, offset, kChunkFrame + *length);
         if (!chunk)
@@ -70,19 +68,6 @@ std::optional<QImage> decodePng(QByteArrayView bytes, QSize size) {
     reader.setAutoDetectImageFormat(false);
     const QImage image = reader.read().convertToFormat(QImage::Format_RGBA8888);
     return image.size() == size ? std::optional(image) : std::nullopt;
-}
-
-QByteArray encodePng(const QImage &image, int effort) {
-    // The writer's quality counts down from 100 and nine steps of compression up.
-    constexpr int kQualities = 91;
-    const int quality = 100 - (std::clamp(effort, 0, 9) * kQualities + 8) / 9;
-    const QImage pixels = image.convertToFormat(QImage::Format_RGBA8888);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    QImageWriter writer(&buffer, "png");
-    writer.setQuality(quality);
-    // The image's texts, colour space and resolution are left out.
-    return writer.write(pixels) ? essentialPng(bytes, PngColour::Drop) : QByteArray();
 }
 
 } // namespace MWCore

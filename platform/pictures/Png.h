@@ -12,6 +12,8 @@
 /// PNG (ISO/IEC 15948) within bounds. Any thread.
 namespace MWCore {
 
+inline constexpr QByteArrayView kPngSignature("\x89PNG\r\n\x1a\n", 8);
+
 [[nodiscard]] bool isPng(QByteArrayView bytes);
 
 /// The size in pixels that the header declares; nullopt if @p bytes do not begin with a PNG header.
