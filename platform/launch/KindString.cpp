@@ -3,8 +3,8 @@
 #include "platform/aliases/AliasFollowing.h"
 #include "platform/aliases/FileUrl.h"
 #include "platform/files/PathParts.h"
-#include "platform/files/RegularFile.h"
 #include "platform/foundation/FileSystemText.h"
+#include "platform/launch/ItemMimeType.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
 #include "platform/launch/PackageExtensions.h"
@@ -43,21 +43,9 @@ bool isAliasFile(const QByteArray &path) {
     return lead && (!lead->record.isEmpty() || pathOfFileUrl(lead->url));
 }
 
-/// Does not let the database open the file: the local encoding may not be able to represent its
-/// name.
 QString kindOfPlainFile(const QByteArray &path) {
-    const QMimeDatabase database;
-    const QString name = stringWithFileSystemRepresentation(PathParts(path).name);
-    if (isAliasFile(path))
-        return QCoreApplication::translate("MWCore", "Alias");
-    const auto byName = database.mimeTypesForFileName(name);
-    if (byName.size() == 1)
-        return byName.front().comment();
-    constexpr int64_t kEnough = 16'384; // the database's magic rules look no farther
-    OSStatus status = noErr;
-    if (const auto start = readStartOf(path, kEnough, FinalLink::Keep, &status))
-        return database.mimeTypeForFileNameAndData(name, *start).comment();
-    return byName.isEmpty() ? commentOf("application/octet-stream") : byName.front().comment();
+    return isAliasFile(path) ? QCoreApplication::translate("MWCore", "Alias")
+                             : mimeTypeOfFile(path).comment();
 }
 
 /// The kind, by name, of a document that is a folder. The known extensions of packages are left
