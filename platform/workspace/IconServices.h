@@ -10,47 +10,55 @@
 #include <cstdint>
 
 #include <QByteArray>
+#include <QString>
 #include <QStringList>
 
-/// The icons that the desktop shows. Items that are not regular files or folders are never opened.
-/// Any thread.
+/// The icons that the desktop shows. Nothing but regular files and folders is opened. Any thread.
 namespace MWCore {
 
-/// Which icon is meant: the bytes of a family, or the names of a theme's icons. A plain value.
+/// Which icon is meant. The first of these that exists and can be read is drawn. A plain value.
 struct IconRef {
-    IconFamilyHandle family; ///< a custom icon or that of a bundle; else empty
-    QByteArray file;         ///< a picture that the item names; else empty
-    QStringList themeNames;  ///< the most special one first
+    IconFamilyHandle family; ///< the item's own, which needs no drawing
+    QByteArray file;         ///< the path of a picture or icon family
+    QStringList themeNames;  ///< icons of the user's theme, the most specific one first
+    QString drawing;         ///< one of this library's own, by the name of the SVG resource
 };
 
 inline constexpr int16_t kOnSystemDisk = -32768;
 inline constexpr uint32_t kSystemIconsCreator = 0x6D616373; ///< 'macs'
 
 /// The icon of the system with the four-character code @p iconType: folders ('fldr', 'docs',
-/// 'desk', 'trsh', ...), documents, disks, alerts and badges. fnfErr if the code is unknown.
+/// 'desk', 'trsh', ...), documents, disks, alerts and badges. fnfErr if the code is unknown, or for
+/// any other volume or creator than those above.
 [[nodiscard]] MWCORE_EXPORT OSStatus GetIconRef(int16_t vRefNum, uint32_t creator,
                                                 uint32_t iconType, IconRef *iconRef);
 
-/// The icon that the desktop shows for an item: its custom icon; that of an application folder;
-/// that which a desktop entry names; for a folder of the user's that of its purpose; else that of
-/// its MIME type or kind.
+/// The icon that the desktop shows for an item: its custom icon, that of an application folder, the
+/// one that a desktop entry names, that of the purpose of a user's folder or of a volume, else that
+/// of its MIME type or kind. A link has the icon of its target. fnfErr if the item is gone.
 [[nodiscard]] MWCORE_EXPORT OSStatus GetIconRefFromFileInfo(const FSRef &ref, IconRef *iconRef);
 
 /// Selects every element.
 inline constexpr uint32_t kSelectorAllAvailableData = 0xFFFFFFFF;
 
-/// The icon as a family. A family of the reference is returned as it is; an icon of the theme is
-/// drawn in all sizes of @p whichIcons. Without a theme, a drawing of this library's own is used.
+/// The icon as a family. One that is drawn has all modern elements, and 32-bit ones with masks of
+/// 16, 32, 48 and 128 pixels; each size is looked up in the theme by itself, as themes simplify
+/// small icons. @p whichIcons must be kSelectorAllAvailableData, else paramErr.
 [[nodiscard]] MWCORE_EXPORT OSStatus IconRefToIconFamily(const IconRef &iconRef,
                                                          uint32_t whichIcons,
                                                          IconFamilyHandle *iconFamily);
 
-/// The icon family in a file. mapReadErr if it does not begin with an icns header.
+/// The longest family that is read from a file, in bytes.
+inline constexpr int64_t kLongestIconFamily = 268'435'456;
+
+/// The icon family in a regular file, or in the target of a link. mapReadErr if it does not begin
+/// with an icns header, fileBoundsErr if it is longer than kLongestIconFamily.
 [[nodiscard]] MWCORE_EXPORT OSStatus ReadIconFromFSRef(const FSRef &ref,
                                                        IconFamilyHandle *iconFamily);
 
 /// The custom icon of an item: resource 'icns' -16455 of a file's fork, or of the file "Icon\r" in
-/// a folder, if the item's Finder flags say that it has one. resNotFound if it has none.
+/// a folder, if the item's Finder flags say that it has one. resNotFound or resFNotFound if there
+/// is none, mapReadErr if it does not begin with an icns header.
 [[nodiscard]] MWCORE_EXPORT OSStatus customIconOf(const FSRef &ref, IconFamilyHandle *iconFamily);
 
 } // namespace MWCore

@@ -46,8 +46,8 @@ std::optional<QByteArray> IconThemeFiles::pathIfThere(QByteArrayView icon,
                                                       const IconFileList::File &file) const {
     QByteArray path = pathIn(places_[file.folder].path, icon.toByteArray());
     path += IconFileList::kExtensions[file.extension];
-    return file.isCertain || ResponsiveFiles().hasRegularFile(path) ? std::optional(path)
-                                                                    : std::nullopt;
+    return file.isCertain || !ResponsiveFiles().regularFile(path).isEmpty() ? std::optional(path)
+                                                                            : std::nullopt;
 }
 
 std::optional<QByteArray> IconThemeFiles::find(QByteArrayView icon, int size, int scale) {

@@ -22,10 +22,12 @@ Descriptor ResponsiveFiles::open(const QByteArray &path, QByteArray *realPath) {
     return guard_.open(path, FinalLink::Follow, &status, realPath);
 }
 
-bool ResponsiveFiles::hasRegularFile(const QByteArray &path) {
-    const Descriptor found = open(path);
+QByteArray ResponsiveFiles::regularFile(const QByteArray &path) {
+    QByteArray real;
+    const Descriptor found = open(path, &real);
     struct stat item = {};
-    return found && fstat(found.number(), &item) == 0 && S_ISREG(item.st_mode);
+    const bool isRegular = found && fstat(found.number(), &item) == 0 && S_ISREG(item.st_mode);
+    return isRegular ? real : QByteArray();
 }
 
 std::optional<QByteArray> ResponsiveFiles::read(const QByteArray &path, int64_t limit) {

@@ -30,7 +30,8 @@ public:
     /// @p realPath, which may be null, to the path without links.
     [[nodiscard]] Descriptor open(const QByteArray &path, QByteArray *realPath = nullptr);
 
-    [[nodiscard]] bool hasRegularFile(const QByteArray &path);
+    /// The path without links of the regular file at @p path; empty if there is none.
+    [[nodiscard]] QByteArray regularFile(const QByteArray &path);
 
     /// The content of the regular file at @p path; nullopt if it cannot be read or is longer than
     /// @p limit bytes.

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/catalogue/FileCatalogue.h"
+#include "platform/catalogue/ResourceFile.h"
+#include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
+#include "platform/workspace/IconServices.h"
+
+#include <MWCore/IconElements.h>
+
+#include <utility>
+
+namespace MWCore {
+namespace {
+
+constexpr int16_t kCustomIconResource = -16455;
+constexpr const char *kFolderIconFile = "Icon\r";
+constexpr QByteArrayView kHeader = "icns";
+
+/// The item whose fork holds the icon: the file itself, or a file in the folder.
+OSStatus findHolder(const FSRef &ref, FSNodeFlags flags, FSRef *holder) {
+    *holder = ref;
+    if (!(flags & kFSNodeIsDirectoryMask))
+        return noErr;
+    QByteArray path;
+    const OSStatus status = FSRefMakePath(ref, &path);
+    return status == noErr ? FSPathMakeRef(pathIn(path, kFolderIconFile), holder) : status;
+}
+
+} // namespace
+
+OSStatus ReadIconFromFSRef(const FSRef &ref, IconFamilyHandle *iconFamily) {
+    QByteArray path;
+    OSStatus status = FSRefMakePath(ref, &path);
+    if (status != noErr)
+        return status;
+    auto bytes = readRegularFile(path, kLongestIconFamily, FinalLink::Follow, &status);
+    if (!bytes)
+        return status;
+    if (!bytes->startsWith(kHeader))
+        return mapReadErr;
+    *iconFamily = *std::move(bytes);
+    return noErr;
+}
+
+OSStatus customIconOf(const FSRef &ref, IconFamilyHandle *iconFamily) {
+    FSCatalogInfo info;
+    OSStatus status = FSGetCatalogInfo(ref, {kFSCatInfoNodeFlags, kFSCatInfoFinderInfo}, &info);
+    if (status != noErr)
+        return status;
+    if (!info.finderInfo.flags.testFlag(kHasCustomIcon))
+        return resNotFound;
+    FSRef holder;
+    status = findHolder(ref, info.nodeFlags, &holder);
+    const auto fork = status == noErr ? ResourceFile::open(holder, fsRdPerm, &status) : nullptr;
+    if (!fork)
+        return status == fnfErr ? resNotFound : status;
+    auto family = fork->getResource(kIconFamilyType, kCustomIconResource);
+    if (!family)
+        return resNotFound;
+    if (!family->startsWith(kHeader))
+        return mapReadErr;
+    *iconFamily = *std::move(family);
+    return noErr;
+}
+
+} // namespace MWCore
