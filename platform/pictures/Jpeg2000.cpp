@@ -182,9 +182,10 @@ std::optional<QSize> jpeg2000Size(QByteArrayView bytes) {
 
 std::optional<QImage> decodeJpeg2000(QByteArrayView bytes, QSize size) {
     const auto header = jpeg2000Header(bytes);
-    if (!header || header->size != size || !isWithinLimits(*header))
+    if (!header || header->size != size)
         return std::nullopt;
-    const Decoded image = decoded(header->codestream);
+    const auto codestream = boundedCodestream(*header);
+    const Decoded image = codestream ? decoded(*codestream) : Decoded();
     if (!image || !isComplete(*image, *header))
         return std::nullopt;
     QImage made(size, QImage::Format_RGBA8888);

@@ -2,8 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
+#include <QByteArray>
 #include <QByteArrayView>
 #include <QSize>
 
@@ -26,9 +28,10 @@ struct Jpeg2000Header {
 /// than four or deeper than 16 bits, or if its values are indices into a palette.
 [[nodiscard]] std::optional<Jpeg2000Header> jpeg2000Header(QByteArrayView bytes);
 
-/// Whether decoding takes memory and time in proportion to the number of pixels: the image is
-/// divided into few enough tiles, packets and code blocks. False if a header within the codestream
-/// is damaged.
-[[nodiscard]] bool isWithinLimits(const Jpeg2000Header &header);
+/// The codestream in the form in which decoding it takes memory and time in proportion to the
+/// number of pixels, without what follows it: a tile-part that is truncated declares the length
+/// that it has. nullopt if the image is divided into too many tiles, packets or code blocks for
+/// that, or if a header within the codestream is damaged.
+[[nodiscard]] std::optional<QByteArray> boundedCodestream(const Jpeg2000Header &header);
 
 } // namespace MWCore

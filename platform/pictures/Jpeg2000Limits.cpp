@@ -61,12 +61,14 @@ bool isWithinLimits(const CodingStyle &style, const Jpeg2000Header &header) {
     int64_t precincts = 0, blocks = 0;
     for (int level = 0; level <= style.levels; ++level) {
         constexpr uint8_t kUndivided = 0xFF;
+        constexpr int kMostHalvings = 31; // of an int
         const auto precinct = style.precincts.isEmpty()
                                   ? kUndivided
                                   : static_cast<uint8_t>(style.precincts[style.levels - level]);
         const int width = precinct & 0xF;
         const int height = precinct >> 4;
-        const QSize size(header.tile.width() >> level, header.tile.height() >> level);
+        const int halvings = std::min(level, kMostHalvings);
+        const QSize size(header.tile.width() >> halvings, header.tile.height() >> halvings);
         precincts += cells(size, width, height);
         blocks +=
             cells(size, std::min(width, style.blockWidth), std::min(height, style.blockHeight));
@@ -107,32 +109,50 @@ std::optional<uint64_t> endOfHeader(const Jpeg2000Header &header, QByteArrayView
     return static_cast<uint64_t>(bytes.size());
 }
 
+/// Where a tile-part's fields are, from its marker on.
+constexpr uint64_t kPartLength = 6, kPartHeader = 12;
+
 /// The end of the tile-part at @p offset, whose header must end within it; nullopt if it does not
 /// or is beyond the limits.
 std::optional<uint64_t> endOfTilePart(const Jpeg2000Header &header, uint64_t offset) {
-    constexpr uint64_t kLength = 6, kSegment = 12;
     const auto size = static_cast<uint64_t>(header.codestream.size());
-    const uint64_t length = numberAt<uint32_t>(header.codestream, offset + kLength).value_or(0);
+    const uint64_t length = numberAt<uint32_t>(header.codestream, offset + kPartLength).value_or(0);
     // The last one can leave its length open.
-    const uint64_t end = length < kSegment ? size : std::min(offset + length, size);
+    const uint64_t end = length < kPartHeader ? size : std::min(offset + length, size);
     const QByteArrayView part = header.codestream.first(static_cast<qsizetype>(end));
-    const auto data = endOfHeader(header, part, offset + kSegment);
+    const auto data = endOfHeader(header, part, offset + kPartHeader);
     if (!data || (end < size && numberAt<uint16_t>(part, *data) != kTileData))
         return std::nullopt;
     return end;
 }
 
+/// Shortens the declared length of a tile-part at @p offset that is truncated.
+void correctLength(QByteArray &codestream, uint64_t offset) {
+    const uint64_t rest = static_cast<uint64_t>(codestream.size()) - offset;
+    const auto length = numberAt<uint32_t>(codestream, offset + kPartLength);
+    if (length && *length > rest)
+        putNumber(codestream, static_cast<qsizetype>(offset + kPartLength),
+                  static_cast<uint32_t>(rest));
+}
+
 } // namespace
 
-bool isWithinLimits(const Jpeg2000Header &header) {
+std::optional<QByteArray> boundedCodestream(const Jpeg2000Header &header) {
     constexpr uint64_t kSizeSegment = 4; // the offset of its length
+    constexpr qsizetype kEndMarker = 2;
     if (header.tiles > kMostTiles)
-        return false;
-    const auto length = numberAt<uint16_t>(header.codestream, kSizeSegment);
-    auto offset = endOfHeader(header, header.codestream, kSizeSegment + length.value_or(0));
-    while (offset && numberAt<uint16_t>(header.codestream, *offset) == kTilePart)
+        return std::nullopt;
+    QByteArray codestream = header.codestream.toByteArray();
+    const auto length = numberAt<uint16_t>(codestream, kSizeSegment);
+    auto offset = endOfHeader(header, codestream, kSizeSegment + length.value_or(0));
+    while (offset && numberAt<uint16_t>(codestream, *offset) == kTilePart) {
+        correctLength(codestream, *offset);
         offset = endOfTilePart(header, *offset);
-    return offset.has_value();
+    }
+    if (!offset)
+        return std::nullopt;
+    codestream.truncate(static_cast<qsizetype>(*offset) + kEndMarker);
+    return codestream;
 }
 
 } // namespace MWCore
