@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <QColorSpace>
+#include <QRect>
 
 namespace MWCore {
 namespace {
@@ -158,8 +159,7 @@ QImage fittedImage(const QImage &source, int width, NSImageInterpolation interpo
     if (source.isNull() || width < 1)
         return {};
     const QSize size = fittedSize(source.size(), width);
-    const QRectF target((width - size.width()) / 2, (width - size.height()) / 2, // whole pixels
-                        size.width(), size.height());
+    const QRect target(QPoint((width - size.width()) / 2, (width - size.height()) / 2), size);
     return drawnImage(source, {width, width}, target, interpolation);
 }
 

@@ -94,11 +94,14 @@ std::optional<Grid> gridAt(QByteArrayView codestream, uint64_t offset) {
 
 /// Whether the components are few, of at most 16 bits, and hardly subsampled.
 bool haveSupportedComponents(QByteArrayView codestream, int components) {
-    constexpr int kMostComponents = 4, kMostBits = 16, kMostSubsampling = 4;
+    constexpr int kMostComponents = 4;
+    constexpr int kMostBits = 16;
+    constexpr int kMostSubsampling = 4;
     constexpr uint64_t kFirstComponent = 42;
     if (components < 1 || components > kMostComponents)
         return false;
-    const auto table = bytesAt(codestream, kFirstComponent, static_cast<uint64_t>(3 * components));
+    const auto table =
+        bytesAt(codestream, kFirstComponent, uint64_t{3} * static_cast<uint64_t>(components));
     for (qsizetype offset = 0; table && offset < table->size(); offset += 3) {
         const int bits = (table->at(offset) & 0x7F) + 1;
         const int columns = static_cast<uint8_t>(table->at(offset + 1));

@@ -28,10 +28,10 @@ struct Jpeg2000Header {
 /// than four or deeper than 16 bits, or if its values are indices into a palette.
 [[nodiscard]] std::optional<Jpeg2000Header> jpeg2000Header(QByteArrayView bytes);
 
-/// The codestream in the form in which decoding it takes memory and time in proportion to the
-/// number of pixels, without what follows it: a tile-part that is truncated declares the length
-/// that it has. nullopt if the image is divided into too many tiles, packets or code blocks for
-/// that, or if a header within the codestream is damaged.
+/// The codestream up to its first damaged or dangerous tile-part, with the declared length of a
+/// truncated one corrected, so that decoding it takes memory and time in proportion to the number
+/// of pixels. nullopt if the header before the tile-parts is damaged, or if the image is divided
+/// into too many tiles, packets or code blocks.
 [[nodiscard]] std::optional<QByteArray> boundedCodestream(const Jpeg2000Header &header);
 
 } // namespace MWCore

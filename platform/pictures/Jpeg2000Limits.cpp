@@ -19,7 +19,6 @@ enum Marker : uint16_t {
     kComponentStyle = 0xFF53,
     kTilePart = 0xFF90,
     kTileData = 0xFF93,
-    kEnd = 0xFFD9,
 };
 
 /// The other segments that a header can contain. A decoder searches on after any other for one
@@ -39,7 +38,8 @@ struct CodingStyle {
 /// @p style starts with the number of levels.
 std::optional<CodingStyle> codingStyle(QByteArrayView style, int layers, bool hasPrecincts) {
     constexpr qsizetype kFixedPart = 5;
-    constexpr int kMostLevels = 32, kLargestBlock = 10;
+    constexpr int kMostLevels = 32;
+    constexpr int kLargestBlock = 10;
     if (style.size() < kFixedPart)
         return std::nullopt;
     const CodingStyle read = {layers, static_cast<uint8_t>(style[0]),
@@ -58,7 +58,8 @@ int64_t cells(QSize size, int width, int height) {
 }
 
 bool isWithinLimits(const CodingStyle &style, const Jpeg2000Header &header) {
-    int64_t precincts = 0, blocks = 0;
+    int64_t precincts = 0;
+    int64_t blocks = 0;
     for (int level = 0; level <= style.levels; ++level) {
         constexpr uint8_t kUndivided = 0xFF;
         constexpr int kMostHalvings = 31; // of an int
@@ -79,7 +80,8 @@ bool isWithinLimits(const CodingStyle &style, const Jpeg2000Header &header) {
 
 /// @p segment is what follows the marker and the length.
 bool isWithinLimits(uint16_t marker, QByteArrayView segment, const Jpeg2000Header &header) {
-    constexpr qsizetype kStyle = 5, kComponent = 2; // where the number of levels is
+    constexpr qsizetype kStyle = 5; // where the number of levels is
+    constexpr qsizetype kComponent = 2;
     std::optional<CodingStyle> style;
     if (marker == kCodingStyle && segment.size() > kStyle)
         style = codingStyle(segment.sliced(kStyle), *numberAt<uint16_t>(segment, 2),
@@ -91,39 +93,36 @@ bool isWithinLimits(uint16_t marker, QByteArrayView segment, const Jpeg2000Heade
     return style && isWithinLimits(*style, header);
 }
 
-/// Goes through the segments of @p bytes from @p offset on. Returns the offset of the marker that
-/// ends them, or the end of @p bytes; nullopt if one is unknown or beyond the limits.
+/// Goes through the segments of @p bytes from @p offset on to the marker @p last and returns its
+/// offset; nullopt if it is missing, or if a segment is unknown or beyond the limits.
 std::optional<uint64_t> endOfHeader(const Jpeg2000Header &header, QByteArrayView bytes,
-                                    uint64_t offset) {
+                                    uint64_t offset, Marker last) {
     while (const auto marker = numberAt<uint16_t>(bytes, offset)) {
-        if (*marker == kTilePart || *marker == kTileData || *marker == kEnd)
+        if (*marker == last)
             return offset;
         const auto length = numberAt<uint16_t>(bytes, offset + 2);
-        const auto segment = bytesAt(bytes, offset + 4, length.value_or(2) - 2U);
-        if (!segment)
-            break;
-        if (!isWithinLimits(*marker, *segment, header))
+        const auto segment = bytesAt(bytes, offset + 4, length.value_or(0) - uint64_t{2});
+        if (!segment || !isWithinLimits(*marker, *segment, header))
             return std::nullopt;
         offset += 2U + *length;
     }
-    return static_cast<uint64_t>(bytes.size());
+    return std::nullopt;
 }
 
 /// Where a tile-part's fields are, from its marker on.
-constexpr uint64_t kPartLength = 6, kPartHeader = 12;
+constexpr uint64_t kPartLength = 6;
+constexpr uint64_t kPartHeader = 12;
 
-/// The end of the tile-part at @p offset, whose header must end within it; nullopt if it does not
-/// or is beyond the limits.
+/// The end of the tile-part at @p offset; nullopt if its header does not end within it or is beyond
+/// the limits.
 std::optional<uint64_t> endOfTilePart(const Jpeg2000Header &header, uint64_t offset) {
     const auto size = static_cast<uint64_t>(header.codestream.size());
     const uint64_t length = numberAt<uint32_t>(header.codestream, offset + kPartLength).value_or(0);
     // The last one can leave its length open.
     const uint64_t end = length < kPartHeader ? size : std::min(offset + length, size);
     const QByteArrayView part = header.codestream.first(static_cast<qsizetype>(end));
-    const auto data = endOfHeader(header, part, offset + kPartHeader);
-    if (!data || (end < size && numberAt<uint16_t>(part, *data) != kTileData))
-        return std::nullopt;
-    return end;
+    return endOfHeader(header, part, offset + kPartHeader, kTileData) ? std::optional(end)
+                                                                      : std::nullopt;
 }
 
 /// Shortens the declared length of a tile-part at @p offset that is truncated.
@@ -139,20 +138,22 @@ void correctLength(QByteArray &codestream, uint64_t offset) {
 
 std::optional<QByteArray> boundedCodestream(const Jpeg2000Header &header) {
     constexpr uint64_t kSizeSegment = 4; // the offset of its length
-    constexpr qsizetype kEndMarker = 2;
     if (header.tiles > kMostTiles)
         return std::nullopt;
     QByteArray codestream = header.codestream.toByteArray();
     const auto length = numberAt<uint16_t>(codestream, kSizeSegment);
-    auto offset = endOfHeader(header, codestream, kSizeSegment + length.value_or(0));
-    while (offset && numberAt<uint16_t>(codestream, *offset) == kTilePart) {
-        correctLength(codestream, *offset);
-        offset = endOfTilePart(header, *offset);
+    const auto start =
+        endOfHeader(header, codestream, kSizeSegment + length.value_or(0), kTilePart);
+    uint64_t end = start.value_or(0);
+    while (numberAt<uint16_t>(codestream, end) == kTilePart) {
+        const auto next = endOfTilePart(header, end);
+        if (!next)
+            break;
+        correctLength(codestream, end);
+        end = *next;
     }
-    if (!offset)
-        return std::nullopt;
-    codestream.truncate(static_cast<qsizetype>(*offset) + kEndMarker);
-    return codestream;
+    codestream.truncate(static_cast<qsizetype>(end));
+    return start ? std::optional(codestream) : std::nullopt;
 }
 
 } // namespace MWCore

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace MWCore {
 namespace {
 
 constexpr int kOpaque = 255;
+constexpr float kHalf = 0.5F; // to round
 constexpr float kAlphaStep = 1.0F / kOpaque;
 
 /// The light of an sRGB value, both from 0 to 1.
@@ -57,7 +59,7 @@ uint8_t byteOf(const Tables &table, float light) {
 
 void encodePixel(const Tables &table, const LinearPixel &pixel, uint8_t *rgba) {
     const float alpha = std::clamp(pixel[3], 0.0F, 1.0F);
-    const auto opacity = static_cast<uint8_t>(alpha * kOpaque + 0.5F);
+    const auto opacity = static_cast<uint8_t>(alpha * kOpaque + kHalf);
     const LinearPixel colour = opacity == 0 ? LinearPixel{} : pixel / alpha;
     for (int channel = 0; channel < 3; ++channel)
         rgba[channel] = byteOf(table, std::clamp(colour[channel], 0.0F, 1.0F));
@@ -78,7 +80,7 @@ void decodePixels(const uint8_t *rgba, int count, LinearPixel *pixels) {
 void encodePixels(const LinearPixel *pixels, int count, uint8_t *rgba) {
     const Tables &table = tables();
     for (int x = 0; x < count; ++x)
-        encodePixel(table, pixels[x], rgba + 4 * x);
+        encodePixel(table, pixels[x], rgba + std::ptrdiff_t{4} * x);
 }
 
 } // namespace MWCore

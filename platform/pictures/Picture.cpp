@@ -22,7 +22,8 @@ constexpr int64_t kLargestDrawing = int64_t{1} << 24;
 
 /// Whether an image of this size is decoded: also what Qt permits itself to allocate.
 bool isWithinLimits(QSize size) {
-    constexpr int64_t kBytesPerPixel = 4, kMegabyte = 1 << 20;
+    constexpr int64_t kBytesPerPixel = 4;
+    constexpr int64_t kMegabyte = 1 << 20;
     const int64_t bytes = kBytesPerPixel * size.width() * size.height();
     const int64_t most = kMegabyte * QImageReader::allocationLimit();
     return size.width() <= Picture::kLargestSide && size.height() <= Picture::kLargestSide &&
@@ -66,7 +67,7 @@ QImage decoded(QByteArray bytes, OSStatus *status) {
         *status = fileBoundsErr;
         return {};
     }
-    const QImage image = reader.read();
+    QImage image = reader.read();
     *status = image.isNull() ? mapReadErr : noErr;
     return image;
 }

@@ -37,7 +37,7 @@ QImage withoutAlpha(const QImage &image) {
 QImage gray(QImage image) {
     for (int y = 0; y < image.height(); ++y)
         for (int x = 0; x < image.width(); ++x) {
-            uchar *const pixel = image.scanLine(y) + 4 * x;
+            uchar *const pixel = image.scanLine(y) + qsizetype{4} * x;
             pixel[1] = pixel[2] = pixel[0];
         }
     return image;

@@ -61,7 +61,7 @@ std::array<double, 4> integral(const QImage &source, const QRectF &target, int x
             sum[2] += opacity * light(colour.blue());
             sum[3] += opacity;
         }
-    for (int channel = 0; sum[3] > 0 && channel < 3; ++channel)
+    for (std::size_t channel = 0; sum[3] > 0 && channel < 3; ++channel)
         sum[channel] = byteOfLight(sum[channel] / sum[3]);
     sum[3] *= 255;
     return sum;
@@ -85,9 +85,9 @@ TEST(ImageScaling, AveragesTheAreaOfEachPixelInLinearLight) {
         for (int y = 0; y < 13; ++y)
             for (int x = 0; x < 13; ++x) {
                 const auto expected = integral(source, row.target, x, y);
-                const uchar *const pixel = drawn.constScanLine(y) + 4 * x;
-                const int last = pixel[3] == 0 ? 3 : 0; // invisible pixels have no colour
-                for (int channel = last; channel < 4; ++channel)
+                const uchar *const pixel = drawn.constScanLine(y) + qsizetype{4} * x;
+                const std::size_t first = pixel[3] == 0 ? 3 : 0; // invisible pixels have no colour
+                for (std::size_t channel = first; channel < 4; ++channel)
                     ASSERT_NEAR(pixel[channel], expected[channel], 0.51) << x << "," << y;
             }
     }
