@@ -71,7 +71,10 @@ OSStatus planInSidecar(MetadataChange &change, const ForkChange &changed) {
 
 OSStatus planFork(MetadataChange &change, const ForkChange &changed) {
     const AttributeNames names(change.path());
-    if (const OSStatus status = statusOfKind(change.item()); status != noErr)
+    OSStatus status = statusOfKind(change.item());
+    if (status == noErr)
+        status = statusOfNames(change.path(), names);
+    if (status != noErr)
         return status;
     const ForkAttribute *const place = forkAttribute(names);
     return place ? planInAttribute(change, names, *place, changed) : planInSidecar(change, changed);
@@ -96,7 +99,9 @@ OSStatus planCopy(MetadataChange &change, const ForkAttribute &place, const Fork
 std::optional<OSStatus> planAttributeRemovals(MetadataChange &change, const ForkAttribute &place,
                                               const QByteArray &before) {
     const AttributeNames names(change.path());
-    OSStatus status = noErr;
+    OSStatus status = statusOfNames(change.path(), names);
+    if (status != noErr)
+        return status;
     for (const ForkAttribute &other : kForkAttributes) {
         if (!names.contains(other.name))
             continue;
