@@ -21,9 +21,11 @@ namespace {
 
 constexpr qsizetype kSidecarOverhead = 4096; ///< bytes, more than a new sidecar needs for the rest
 
+/// fnfErr only if there is nothing of that name.
 OSStatus removeName(const ItemLocator &place) {
-    return unlinkat(place.folder(), place.name().constData(), 0) == 0 ? noErr
-                                                                      : statusFromErrno(errno);
+    if (unlinkat(place.folder(), place.name().constData(), 0) == 0)
+        return noErr;
+    return errno == ESTALE ? ioErr : statusFromErrno(errno);
 }
 
 /// Removes a link, fifo, socket or device, which cannot be replaced like a file.
@@ -84,12 +86,9 @@ OSStatus replaceItem(const ItemLocator &place, const FinderInfo &info, const QBy
 OSStatus removeItemAndSidecar(const ItemLocator &place) {
     const FolderLock lock(place);
     OSStatus status = lock.status();
-    if (status == noErr)
-        status = removeName(place);
-    if (status != noErr)
-        return status;
-    status = removeName(place.sibling(sidecarName(place.name())));
-    return status == fnfErr ? noErr : status;
+    if (status == noErr) // the sidecar first, so that it never remains without its item
+        status = removeName(place.sibling(sidecarName(place.name())));
+    return status == noErr || status == fnfErr ? removeName(place) : status;
 }
 
 } // namespace MWCore
