@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "tests/platform/changes/Change.h"
 
+#include "icons/IconFamily.h"
 #include "platform/aliases/Aliases.h"
 #include "platform/catalogue/FileCatalogue.h"
 #include "platform/catalogue/ResourceFile.h"
@@ -90,9 +91,60 @@ bool hasEmptyFork(const std::string &path) {
     return readResourceFork(path.c_str(), &status).has_value();
 }
 
+QString textOf(const std::string &path) {
+    return QString::fromStdString(path);
+}
+
+std::string folderOf(const std::string &path) {
+    return std::filesystem::path(path).parent_path();
+}
+
+/// An icon that differs from that of any other @p colour.
+IconFamily::Ptr iconOf(char colour) {
+    IconFamilyHandle bytes;
+    (void)SetIconFamilyData(bytes, fourCharCode("ics8"), QByteArray(256, colour));
+    return IconFamily::initWithData(bytes);
+}
+
+constexpr char kOldColour = 1;
+constexpr char kNewColour = 2;
+
+bool hasIcon(const std::string &path, char colour) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(referenceTo(path), fsRdPerm, &status);
+    return fork && fork->getResource(samples::kIcns, -16455) == iconOf(colour)->data();
+}
+
+bool hasIconFlag(const std::string &path) {
+    return infoOf(path).flags.testFlag(kHasCustomIcon);
+}
+
+std::string iconFileOf(const std::string &folder) {
+    return folder + "/Icon\r";
+}
+
+OSStatus setFolderIcon(const std::string &path) {
+    return iconOf(kNewColour)->setAsCustomIconForDirectory(textOf(folderOf(path))) ? noErr : ioErr;
+}
+
+/// A resource that no attribute has room for.
+OSStatus addLongResource(const std::string &path) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(referenceTo(path), fsRdWrPerm, &status);
+    const QByteArray data(70'000, 'd');
+    return fork ? (void)fork->addResource(kPassing, 2, {}, data), fork->close() : status;
+}
+
+bool hasLongResource(const std::string &path) {
+    OSStatus status = noErr;
+    const auto fork = ResourceFile::open(referenceTo(path), fsRdPerm, &status);
+    return fork && fork->getResource(kPassing, 2) == QByteArray(70'000, 'd');
+}
+
 constexpr auto kNone = Change::Item::None;
 constexpr auto kPlain = Change::Item::Plain;
 constexpr auto kWithSidecar = Change::Item::WithSidecar;
+constexpr auto kInFolderWithIcon = Change::Item::InFolderWithIcon;
 
 auto label = [](const std::string &path) {
     return changeInfo(path, [](FinderInfo &info) { info.setLabelNumber(2); });
@@ -131,6 +183,36 @@ const Change kChanges[] = {
          return FSCreateResFile(referenceTo(item.parent_path()), item.filename().c_str(), nullptr);
      },
      hasEmptyFork, kNone},
+    {"resource that the attribute has no room for", addLongResource, hasLongResource,
+     Change::Item::WithForkAttribute},
+    {"icon",
+     [](auto &path) {
+         return iconOf(kNewColour)->setAsCustomIconForFile(textOf(path)) ? noErr : ioErr;
+     },
+     [](auto &path) { return hasIcon(path, kNewColour) && hasIconFlag(path); }, kWithSidecar},
+    {"no icon",
+     [](auto &path) { return IconFamily::removeCustomIconFromFile(textOf(path)) ? noErr : ioErr; },
+     [](auto &path) { return !hasIcon(path, kOldColour) && !hasIconFlag(path); }, kWithSidecar},
+    {"first icon of a folder", setFolderIcon,
+     [](auto &path) {
+         return hasIcon(iconFileOf(folderOf(path)), kNewColour) && hasIconFlag(folderOf(path));
+     },
+     kPlain},
+    {"icon of a folder", setFolderIcon,
+     [](auto &path) {
+         return hasIcon(iconFileOf(folderOf(path)), kNewColour) && hasIconFlag(folderOf(path));
+     },
+     kInFolderWithIcon},
+    {"no icon of a folder",
+     [](auto &path) {
+         return IconFamily::removeCustomIconFromDirectory(textOf(folderOf(path))) ? noErr : fnfErr;
+     },
+     [](auto &path) {
+         const std::string folder = folderOf(path);
+         return !std::filesystem::exists(iconFileOf(folder)) &&
+                !std::filesystem::exists(folder + "/._Icon\r") && !hasIconFlag(folder);
+     },
+     kInFolderWithIcon},
     {"alias", [](auto &path) { return makeAlias(path, AliasFileForm::DesktopEntry); }, leadsToUsr,
      kNone},
     {"alias of the classic form", [](auto &path) { return makeAlias(path, AliasFileForm::Finder); },
@@ -160,6 +242,10 @@ void makeItem(const std::string &path, Change::Item item) {
         raw::write(path, "content");
     if (item == Change::Item::WithSidecar)
         raw::write(file.parent_path() / ("._" + file.filename().string()), samples::sidecar(0));
+    if (item == Change::Item::WithForkAttribute)
+        raw::setAttribute(path, "user.com.apple.ResourceFork", samples::resourceFork());
+    if (item == Change::Item::InFolderWithIcon)
+        (void)iconOf(kOldColour)->setAsCustomIconForDirectory(textOf(folderOf(path)));
 }
 
 void unlock(const std::string &path) {
@@ -176,6 +262,23 @@ bool hasWholeFork(const std::string &path) {
     OSStatus status = noErr;
     const auto fork = ResourceFile::open(referenceTo(path), fsRdPerm, &status);
     return fork && fork->getResource(samples::kText, 128) == "hello";
+}
+
+bool isIntact(const std::string &path, Change::Item item) {
+    const std::string iconFile = iconFileOf(folderOf(path));
+    switch (item) {
+    case Change::Item::WithSidecar: {
+        const auto sidecar = raw::content(folderOf(path) + "/" + kSidecarName);
+        return hasWholeFork(path) && sidecar && sidecar->contains("keep me");
+    }
+    case Change::Item::WithForkAttribute:
+        return hasWholeFork(path);
+    case Change::Item::InFolderWithIcon:
+        return hasIcon(iconFile, kOldColour) || hasIcon(iconFile, kNewColour) ||
+               !hasIconFlag(folderOf(path));
+    default:
+        return true;
+    }
 }
 
 QByteArray listForUser4() {

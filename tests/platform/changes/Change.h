@@ -15,9 +15,10 @@ struct Change {
     MWCore::OSStatus (*make)(const std::string &path);
     bool (*isMade)(const std::string &path);
 
-    /// What exists before: nothing, a file, or a file with a sidecar that holds Finder information,
-    /// an attribute and a fork.
-    enum class Item { None, Plain, WithSidecar } item;
+    /// What exists before: nothing, a file, a file with a sidecar that holds Finder information, an
+    /// attribute and a fork, a file with a fork in an attribute, or a file in a folder with an
+    /// icon.
+    enum class Item { None, Plain, WithSidecar, WithForkAttribute, InFolderWithIcon } item;
 };
 
 /// All operations, so that the tests leave none out.
@@ -37,6 +38,9 @@ void unlock(const std::string &path);
 
 /// Whether the item's fork still contains the resource that makeItem() wrote.
 bool hasWholeFork(const std::string &path);
+
+/// Whether everything that the item had before and that no change may lose is whole.
+bool isIntact(const std::string &path, Change::Item item);
 
 /// An access control list in the kernel's form: user::rw- user:4:rw- group::rw- mask::rw-
 /// other::---
