@@ -128,10 +128,10 @@ std::optional<uint64_t> endOfTilePart(const Jpeg2000Header &header, uint64_t off
 /// Shortens the declared length of a tile-part at @p offset that is truncated.
 void correctLength(QByteArray &codestream, uint64_t offset) {
     const uint64_t rest = static_cast<uint64_t>(codestream.size()) - offset;
-    const auto length = numberAt<uint32_t>(codestream, offset + kPartLength);
+    const uint64_t field = offset + kPartLength;
+    const auto length = numberAt<uint32_t>(codestream, field);
     if (length && *length > rest)
-        putNumber(codestream, static_cast<qsizetype>(offset + kPartLength),
-                  static_cast<uint32_t>(rest));
+        putNumber(codestream, static_cast<qsizetype>(field), static_cast<uint32_t>(rest));
 }
 
 } // namespace
