@@ -8,15 +8,12 @@
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <csignal>
 #include <filesystem>
 #include <random>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace MWCore;
 
@@ -90,8 +87,9 @@ TEST(CustomIcons, OfAFile) {
         QByteArray before(FinderInfo::kLength, '\0');
         before.replace(0, 10, QByteArray("TEXTttxt\x41\x02", 10)); // invisible, inited, labelled
         before[8] = '\x41';
-        if (hasAttributes)
+        if (hasAttributes) {
             ASSERT_TRUE(raw::setAttribute(path, kFinderInfo, before));
+        }
         setOldTime(path);
         const timespec time = modificationTime(path);
         for (const int number : {1, 2}) {
@@ -198,33 +196,4 @@ TEST(CustomIcons, AFailureLosesNothing) {
                other->setAsCustomIconForDirectory(textOf(folder));
     });
     EXPECT_EQ(status, 0) << "another user changed them";
-}
-
-/// A process that is killed while it sets icons leaves the old or the new one whole.
-TEST(CustomIcons, AreWholeAfterAKill) {
-    const TemporaryFolder folder;
-    const std::string file = folder.file("file");
-    const std::string subfolder = folder.folder("subfolder");
-    const IconFamily::Ptr families[] = {numberedFamily(1), numberedFamily(2)};
-    const auto set = [&](const IconFamily &family) {
-        return family.setAsCustomIconForFile(textOf(file)) &&
-               family.setAsCustomIconForDirectory(textOf(subfolder));
-    };
-    ASSERT_TRUE(set(*families[0]));
-    std::mt19937 random(3);
-    for (int round = 0; round < 40; ++round) {
-        const pid_t child = fork();
-        if (child == 0)
-            for (unsigned turn = 0;; ++turn)
-                (void)set(*families[turn % 2]);
-        usleep(random() % 20'000); // the moment is arbitrary
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        for (const std::string &path : {file, subfolder + "/Icon\r"}) {
-            const auto icon = resource(path, kIcns);
-            ASSERT_TRUE(icon == families[0]->data() || icon == families[1]->data()) << path;
-        }
-    }
-    ASSERT_TRUE(set(*families[0]));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(subfolder), {}), 2);
 }

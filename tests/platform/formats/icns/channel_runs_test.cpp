@@ -104,7 +104,8 @@ TEST(ChannelRuns, DecodesWhatOthersWriteAndRefusesWhatIsMissing) {
         const std::span<uint8_t> target(reinterpret_cast<uint8_t *>(channels.data()), 6);
         const QByteArrayView bytes(row.bytes.data(), qsizetype(row.bytes.size()));
         EXPECT_EQ(decompressRuns(bytes, target), row.fit) << row.what;
-        if (row.fit != RunsFit::TooShort)
+        if (row.fit != RunsFit::TooShort) {
             EXPECT_EQ(channels, row.channels) << row.what;
+        }
     }
 }

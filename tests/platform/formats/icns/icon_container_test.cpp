@@ -4,7 +4,6 @@
 #include "platform/formats/icns/IconContainer.h"
 #include "platform/formats/icns/IconFamilyData.h"
 
-#include <chrono>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -183,8 +182,9 @@ TEST(IconContainer, ReadsWhatOthersStoreWithoutCompression) {
         const auto data = GetIconFamilyData(bytes, fourCharCode(type), &status);
         EXPECT_EQ(data.has_value(), !row.pixel.isEmpty()) << row.what;
         EXPECT_EQ(status, row.pixel.isEmpty() ? mapReadErr : noErr) << row.what;
-        if (data)
+        if (data) {
             EXPECT_EQ(data->right(4), row.pixel) << row.what;
+        }
     }
     IconFamilyHandle padded = family(element("it32", "\1\2\3\4"));
     OSStatus status = noErr;
