@@ -2,12 +2,14 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "CommandLine.h"
 
+#include "HelpFormatter.h"
 #include "Output.h"
 
 #include <MWCore/mfs_utility.h>
 
 #include <cstdio>
 #include <map>
+#include <memory>
 #include <sstream>
 #include <vector>
 
@@ -50,18 +52,16 @@ CommandLine::CommandLine() {
         },
         "Show the library's log and trace lines on standard error");
     app_.require_subcommand(1);
-    app_.get_formatter()->label("REQUIRED", "");
-    app_.get_formatter()->label("TEXT", "");
+    app_.formatter(std::make_shared<HelpFormatter>());
     addList();
     addInfo();
     addSize();
     addPerm();
-    addAttribute("label", "a label: red, orange, ... none, or its number", Attribute::Label);
+    addAttribute("label", "a label: red, ... none, or its number", Attribute::Label);
     addAttribute("type", "a file type: four characters or none", Attribute::Type);
     addAttribute("creator", "a creator: four characters or none", Attribute::Creator);
-    addAttribute("invisible", "whether file managers hide an item: on or off",
-                 Attribute::Invisible);
-    addAttribute("lock", "whether an item cannot be changed: on or off", Attribute::Lock);
+    addAttribute("invisible", "whether an item is hidden: on or off", Attribute::Invisible);
+    addAttribute("lock", "whether an item is locked: on or off", Attribute::Lock);
     addAlias();
 }
 
@@ -78,13 +78,13 @@ void CommandLine::addList() {
     CLI::App &command = *app_.add_subcommand("list", "List the contents of a folder");
     command.add_option("FOLDER", list_.folder, "The folder")->required();
     command.add_flag("--all", list_.all,
-                     "Include what file browsers hide: names that begin with a\n"
-                     "dot and names of system folders and files such as bin,\n"
+                     "Include what file browsers hide: names that begin with a "
+                     "dot and names of system folders and files such as bin, "
                      "dev, etc, tmp, usr, var and Trash");
     command
         .add_option_function<std::string>(
             "--sort", [this](const std::string &word) { list_.order = orderNamed(word); },
-            "Sort by name from A to Z (default), or by date, size or access, with\n"
+            "Sort by name from A to Z (default), or by date, size or access, with "
             "the oldest, smallest or least accessible first")
         ->option_text("name|date|size|access");
     command.add_flag("--reverse", list_.reverse, "Reverse the order");
@@ -117,7 +117,7 @@ void CommandLine::addSize() {
 void CommandLine::addPerm() {
     CLI::App &command = *app_.add_subcommand("perm", "Convert permissions to all forms");
     command.add_option("VALUE", perm_.value,
-                       "A number (755; a single digit is the owner's, two are the group's and\n"
+                       "A number (755; a single digit is the owner's, two are the group's and "
                        "the others'), a text (rwxr-xr-x, -rwxr-xr-x) or a mode (0755, 04755)");
     // A listing's text begins with "-" like an option.
     command.allow_extras();
@@ -146,7 +146,7 @@ void CommandLine::addAttribute(const char *name, const char *what, Attribute whi
     CLI::App &command = *app_.add_subcommand(name, std::string("Print or set ") + what);
     command.add_option("PATH", attribute_.path, "The item")->required();
     command.add_option("VALUE", attribute_.value,
-                       "The new value, before or after the item; without it the current value\n"
+                       "The new value, before or after the item; without it the current value "
                        "is printed");
     addJson(command, attribute_.form);
     runs(command, [this, which] {
