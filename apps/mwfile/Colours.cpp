@@ -22,6 +22,7 @@ constexpr std::string_view kLink = "36";
 constexpr std::string_view kBrokenLink = "31";
 constexpr std::string_view kExecutable = "32";
 constexpr std::string_view kOtherNode = "33";
+constexpr std::string_view kProblem = "31";
 
 std::string_view environment(const char *name) {
     const char *const value = std::getenv(name);
@@ -69,6 +70,10 @@ std::string Colours::name(const MXFileSystemObject &item, std::string_view text)
 
 std::string Colours::dimmed(std::string_view text) const {
     return styled(kDimmed, text);
+}
+
+std::string Colours::problem(std::string_view text) const {
+    return styled(kProblem, text);
 }
 
 std::string Colours::dot(const MXLabel &label) const {

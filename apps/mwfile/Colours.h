@@ -21,6 +21,9 @@ public:
     /// @p text dimmed, for what matters less.
     [[nodiscard]] std::string dimmed(std::string_view text) const;
 
+    /// @p text in the colour of what is wrong.
+    [[nodiscard]] std::string problem(std::string_view text) const;
+
     /// A dot in the label's colour, "● ", to precede its name; empty without colours.
     [[nodiscard]] std::string dot(const MXLabel &label) const;
 

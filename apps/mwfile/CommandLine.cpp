@@ -29,11 +29,6 @@ Order orderNamed(const std::string &word) {
     return found->second;
 }
 
-void addJson(CLI::App &command, Form &form) {
-    command.add_flag_callback(
-        "--json", [&form] { form = Form::Json; }, "Print JSON");
-}
-
 /// CLI11 interprets "[a,b]" and "++", so paths of that form are prefixed with "./".
 std::string asPath(const std::string &argument) {
     const bool isList = argument.starts_with('[') && argument.ends_with(']');
@@ -41,6 +36,11 @@ std::string asPath(const std::string &argument) {
 }
 
 } // namespace
+
+void addJson(CLI::App &command, Form &form) {
+    command.add_flag_callback(
+        "--json", [&form] { form = Form::Json; }, "Print JSON");
+}
 
 CommandLine::CommandLine() {
     app_.set_version_flag("--version", "mwfile " MWCORE_VERSION);
@@ -63,6 +63,7 @@ CommandLine::CommandLine() {
     addAttribute("invisible", "whether an item is hidden: on or off", Attribute::Invisible);
     addAttribute("lock", "whether an item is locked: on or off", Attribute::Lock);
     addAlias();
+    addIcon();
 }
 
 void CommandLine::runs(CLI::App &command, std::function<void()> work) {

@@ -13,6 +13,9 @@ namespace MWCore::mwfile {
 /// Exit statuses of every subcommand.
 enum Status { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 
+/// Adds the option that all subcommands have that print data.
+void addJson(CLI::App &command, Form &form);
+
 /// Parses the command line and runs the subcommand.
 class CommandLine {
 public:
@@ -34,6 +37,11 @@ private:
     void addPerm();
     void addAttribute(const char *name, const char *what, Attribute which);
     void addAlias();
+    void addIcon();
+    void addIconFiles(CLI::App &icon);
+    void addIconExport(CLI::App &icon);
+    void addIconImport(CLI::App &icon);
+    void addIconItems(CLI::App &icon);
 
     /// Makes @p work what run() does for @p command.
     void runs(CLI::App &command, std::function<void()> work);
@@ -45,6 +53,10 @@ private:
     PermOptions perm_;
     AttributeOptions attribute_;
     AliasOptions alias_;
+    IconFilesOptions iconFiles_;
+    IconExportOptions iconExport_;
+    IconImportOptions iconImport_;
+    IconItemOptions iconItem_;
     std::function<bool()> work_;
 };
 

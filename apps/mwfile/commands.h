@@ -12,6 +12,9 @@ namespace MWCore::mwfile {
 /// The form of the output.
 enum class Form { Text, Json };
 
+/// What happens to something that is in the way of the output.
+enum class Existing { Keep, Replace };
+
 enum class Order { Name, Date, Size, Access };
 
 struct ListOptions {
@@ -64,6 +67,42 @@ struct AliasOptions {
 void aliasMake(const AliasOptions &options);
 void aliasResolve(const AliasOptions &options);
 void aliasShow(const AliasOptions &options);
+
+struct IconFilesOptions {
+    std::vector<std::string> files;
+    Form form = Form::Text;
+};
+/// Describes the family of a file or item.
+void iconInfo(const IconFilesOptions &options);
+
+/// Reports what is wrong with families on standard error. False if anything is.
+[[nodiscard]] bool iconVerify(const IconFilesOptions &options);
+
+struct IconExportOptions {
+    std::string file;
+    std::string out;
+    Existing existing = Existing::Keep;
+};
+/// Writes PNG files, an iconset or an .icns file. False if elements were damaged.
+[[nodiscard]] bool iconExport(const IconExportOptions &options);
+
+struct IconImportOptions {
+    std::vector<std::string> inputs;
+    std::string out;
+    std::string dark; ///< empty for none
+    bool modern = false;
+    std::optional<int> effort;
+    Existing existing = Existing::Keep;
+};
+void iconImport(const IconImportOptions &options);
+
+struct IconItemOptions {
+    std::string item;
+    std::string icon;
+    bool compatible = false;
+};
+void iconSet(const IconItemOptions &options);
+void iconRemove(const IconItemOptions &options);
 
 struct PermOptions {
     std::string value;

@@ -56,7 +56,7 @@ int main(int count, char **arguments) {
     using namespace MWCore::mwfile;
     useLocale();
     mfs_set_trace_stream(nullptr);
-    QLoggingCategory::setFilterRules(QStringLiteral("mwcore=false"));
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false"));
     try {
         return statusOf(count, arguments);
     } catch (const std::bad_alloc &) {

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "OutputFolder.h"
+
+#include <MWCore/IconFamily.h>
+
+#include <cstdint>
+#include <string>
+
+#include <QString>
+
+namespace MWCore::mwfile {
+
+/// @p path as the operations of IconFamily take it.
+[[nodiscard]] QString pathText(const std::string &path);
+
+/// Writes an .icns file. Throws Failure if another file is there that is not one, and
+/// Existing::Replace is not given.
+void writeFamily(const IconFamily &family, const std::string &path, Existing existing);
+
+/// Whether nobody may change the item at @p path.
+[[nodiscard]] bool isLocked(const std::string &path);
+
+/// Why @p bytes cannot be written to the item at @p path, or to a new one there, as a phrase; empty
+/// if no cause is found.
+[[nodiscard]] std::string writingObstacle(const std::string &path, int64_t bytes);
+
+} // namespace MWCore::mwfile
