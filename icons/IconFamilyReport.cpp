@@ -104,7 +104,7 @@ IconElementReport reportOf(const IconContainer &family, const IconContainer::Ele
     report.size = type->size;
     report.scale = type->scale;
     if (family.find(element.type) != &element)
-        report.problem = QStringLiteral("repeats an earlier element, which programs use instead");
+        report.problem = QStringLiteral("repeats an earlier element; programs differ in which one they use");
     else if (element.type == kTableOfContentsType && !family.hasCorrectTable())
         report.problem = QStringLiteral("does not list the elements as they are");
     else
