@@ -40,13 +40,17 @@ std::optional<QByteArrayView> plainPayload(const IconContainer &family, IconEnco
     return std::nullopt;
 }
 
-/// The alpha of every pixel of that size: the 8-bit mask, else the 1-bit one, else opaque.
+/// The alpha of every pixel of that size. RGB pixels take it from the 8-bit mask, 1-bit and indexed
+/// ones from the 1-bit mask, as other programs do; from the other mask if theirs is missing, and
+/// they are opaque without any.
 std::vector<uint8_t> alphaOf(const IconContainer &family, const IconElementType &type) {
     const qsizetype pixels = pixelCount(type);
     std::vector<uint8_t> alpha(static_cast<std::size_t>(pixels), kOpaque);
-    if (const auto mask = plainPayload(family, IconEncoding::Mask, type.size)) {
+    const auto mask = plainPayload(family, IconEncoding::Mask, type.size);
+    const auto bitmap = plainPayload(family, IconEncoding::Bitmap, type.size);
+    if (mask && (hasPixels(type) || !bitmap)) {
         std::copy_n(mask->begin(), pixels, alpha.begin());
-    } else if (const auto bitmap = plainPayload(family, IconEncoding::Bitmap, type.size)) {
+    } else if (bitmap) {
         const QByteArrayView plane = bitmap->last(bitmap->size() / 2);
         for (qsizetype index = 0; index < pixels; ++index)
             alpha[static_cast<std::size_t>(index)] = bitAt(plane, index) ? kOpaque : 0;
