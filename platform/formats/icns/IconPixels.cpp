@@ -103,26 +103,47 @@ bool looksUncompressed(qsizetype length, qsizetype pixels) {
     return isLength(length) || isLength(length - kPadding);
 }
 
-using AppendChannel = void (*)(QByteArray &, std::span<const uint8_t>);
+/// Whether Qt's plug-in would take an ARGB payload for indexed pixels: it reads the digits of a type
+/// that it does not know, such as 'ic04', as a number of bits per pixel, 1 if there are none, and
+/// shows what has the length of an icon of 16, 32, 48 ... pixels with that depth, once or twice.
+bool looksIndexed(const IconElementType &type, qsizetype length) {
+    constexpr qsizetype kUnit = 16 * 16 / 8; // bytes of the smallest icon, per bit of a pixel
+    const auto lastCharacter = static_cast<char>(type.type);
+    const bool isDigit = lastCharacter >= '0' && lastCharacter <= '9';
+    const qsizetype smallest = kUnit * (isDigit ? lastCharacter - '0' : 1);
+    for (qsizetype side = 1; smallest * side * side <= length; ++side)
+        if (length == smallest * side * side || length == 2 * smallest * side * side)
+            return true;
+    return false;
+}
 
-/// @p first appends the first of the channels; the shortest encoding is used for the others.
-QByteArray compressed(QByteArrayView pixels, int count, QByteArray start, AppendChannel first) {
+/// Whether some reader would take the payload for another encoding because of its length.
+bool isMisread(const IconElementType &type, qsizetype length) {
+    return looksUncompressed(length, pixelCount(type)) ||
+           (type.encoding == IconEncoding::Argb && looksIndexed(type, length));
+}
+
+/// The first @p literals of the channels are encoded without runs, the others as short as possible.
+QByteArray compressed(QByteArrayView pixels, int count, QByteArray start, int literals) {
     const qsizetype length = pixels.size() / kPixelLength;
+    const int first = kPixelLength - count;
     std::vector<uint8_t> channel(static_cast<std::size_t>(length));
-    for (int index = kPixelLength - count; index < kPixelLength; ++index) {
+    for (int index = first; index < kPixelLength; ++index) {
         for (qsizetype at = 0; at < length; ++at)
             channel[static_cast<std::size_t>(at)] = uint8_t(pixels[at * kPixelLength + index]);
-        const bool isFirst = index == kPixelLength - count;
-        (isFirst ? first : appendChannelRuns)(start, channel);
+        (index - first < literals ? appendChannelLiterals : appendChannelRuns)(start, channel);
     }
     return start;
 }
 
-QByteArray compressed(QByteArrayView pixels, int count, const QByteArray &start) {
-    const QByteArray shortest = compressed(pixels, count, start, appendChannelRuns);
-    if (!looksUncompressed(shortest.size(), pixels.size() / kPixelLength))
-        return shortest;
-    return compressed(pixels, count, start, appendChannelLiterals);
+/// As short as possible without being misread, which no payload of literals alone is.
+QByteArray compressed(const IconElementType &type, QByteArrayView pixels, int count,
+                      const QByteArray &start) {
+    int literals = 0;
+    QByteArray payload = compressed(pixels, count, start, literals);
+    while (isMisread(type, payload.size()) && literals < count)
+        payload = compressed(pixels, count, start, ++literals);
+    return payload;
 }
 
 QByteArray pngOf(const IconElementType &type, QByteArrayView pixels, int effort) {
@@ -182,11 +203,11 @@ bool isFileOfSize(const IconElementType &type, QByteArrayView payload) {
 QByteArray encodePixels(const IconElementType &type, QByteArrayView pixels, int pngEffort) {
     switch (type.encoding) {
     case IconEncoding::Rgb:
-        return compressed(pixels, kRgbLength, {});
+        return compressed(type, pixels, kRgbLength, {});
     case IconEncoding::PaddedRgb:
-        return compressed(pixels, kRgbLength, QByteArray(kPadding, '\0'));
+        return compressed(type, pixels, kRgbLength, QByteArray(kPadding, '\0'));
     case IconEncoding::Argb:
-        return compressed(pixels, kPixelLength, kArgbMagic.toByteArray());
+        return compressed(type, pixels, kPixelLength, kArgbMagic.toByteArray());
     default:
         return pngOf(type, pixels, pngEffort);
     }
