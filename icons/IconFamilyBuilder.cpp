@@ -4,7 +4,7 @@
 
 #include "platform/formats/icns/IconPalettes.h"
 #include "platform/formats/icns/IconPixels.h"
-#include "platform/pictures/Png.h"
+#include "platform/pictures/PngEncoding.h"
 
 #include <algorithm>
 #include <map>

@@ -7,6 +7,7 @@
 #include <MWCore/mwcore_export.h>
 #include <MWCore/OSStatus.h>
 #include <MWCore/Picture.h>
+#include <MWCore/PngEncoding.h>
 
 #include <array>
 #include <cstdint>
@@ -51,7 +52,7 @@ private:
         int scale;
     };
     std::array<std::vector<Source>, 2> sources_; ///< by appearance
-    int pngEffort_ = 6;
+    int pngEffort_ = kDefaultPngEffort;
 };
 
 /// Writes the elements of @p family that an iconset holds as PNG files to the folder @p path, which

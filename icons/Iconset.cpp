@@ -7,6 +7,7 @@
 #include "platform/formats/icns/IconContainer.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/pictures/Png.h"
+#include "platform/pictures/PngEncoding.h"
 
 #include <cerrno>
 

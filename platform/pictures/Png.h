@@ -30,10 +30,4 @@ enum class PngColour { Keep, Drop };
 /// if it has another size, which is checked before anything is decoded, or is damaged.
 [[nodiscard]] std::optional<QImage> decodePng(QByteArrayView bytes, QSize size);
 
-/// How hard the encoder tries: 0 stores, 9 compresses best. The pixels are the same.
-inline constexpr int kDefaultPngEffort = 6;
-
-/// Encodes @p image as 8-bit RGBA. Empty if memory runs out.
-[[nodiscard]] QByteArray encodePng(const QImage &image, int effort = kDefaultPngEffort);
-
 } // namespace MWCore

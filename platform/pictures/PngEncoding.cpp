@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/pictures/PngEncoding.h"
+
 #include "platform/formats/BigEndian.h"
 #include "platform/pictures/Png.h"
 #include "platform/pictures/PngFilter.h"

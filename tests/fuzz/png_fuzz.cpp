@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/pictures/Png.h"
+#include "platform/pictures/PngEncoding.h"
 #include "tests/fuzz/fuzz.h"
 
 using namespace MWCore;

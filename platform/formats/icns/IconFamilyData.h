@@ -6,6 +6,7 @@
 
 #include <MWCore/mwcore_export.h>
 #include <MWCore/OSStatus.h>
+#include <MWCore/PngEncoding.h>
 
 #include <cstdint>
 #include <optional>
@@ -30,9 +31,10 @@ using IconFamilyHandle = QByteArray;
 /// - for any other type, the payload, which is not examined.
 /// paramErr if the data has another length or size; mapReadErr if the family is damaged;
 /// fileBoundsErr if it would become too long. On failure the family does not change.
-/// @p pngEffort is 0 to 9.
+/// @p pngEffort is that of encodePng().
 [[nodiscard]] MWCORE_EXPORT OSStatus SetIconFamilyData(IconFamilyHandle &iconFamily, uint32_t type,
-                                                       QByteArrayView data, int pngEffort = 6);
+                                                       QByteArrayView data,
+                                                       int pngEffort = kDefaultPngEffort);
 
 /// The data of the first element of @p type, in the same form; an RGB element has alpha 0. nullopt
 /// on failure, with the cause in @p status: resNotFound if there is none, mapReadErr if it is

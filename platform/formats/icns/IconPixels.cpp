@@ -5,6 +5,7 @@
 #include "platform/formats/icns/ChannelRuns.h"
 #include "platform/pictures/Jpeg2000.h"
 #include "platform/pictures/Png.h"
+#include "platform/pictures/PngEncoding.h"
 
 #include <algorithm>
 #include <iterator>

@@ -33,7 +33,7 @@ struct DecodedPixels {
 [[nodiscard]] bool isFileOfSize(const IconElementType &type, QByteArrayView payload);
 
 /// The payload for @p pixels, of which there must be pixelBytes(): compressed RGB or ARGB, or PNG
-/// made with @p pngEffort (Png.h). Empty if memory runs out.
+/// made with @p pngEffort (PngEncoding.h). Empty if memory runs out.
 [[nodiscard]] QByteArray encodePixels(const IconElementType &type, QByteArrayView pixels,
                                       int pngEffort);
 

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/pictures/Jpeg2000.h"
 #include "platform/pictures/Png.h"
+#include "platform/pictures/PngEncoding.h"
 #include "tests/platform/pictures/pictures.h"
 
 #include <gtest/gtest.h>

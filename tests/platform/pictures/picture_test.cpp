@@ -3,6 +3,7 @@
 #include "platform/pictures/Picture.h"
 
 #include "platform/pictures/Png.h"
+#include "platform/pictures/PngEncoding.h"
 #include "platform/pictures/SvgDrawing.h"
 #include "tests/platform/pictures/pictures.h"
 #include "tests/support/TemporaryFolder.h"
