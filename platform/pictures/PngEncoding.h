@@ -9,7 +9,7 @@
 
 namespace MWCore {
 
-inline constexpr int kDefaultPngEffort = 6;
+inline constexpr int kDefaultPngEffort = 5;
 
 /// Encodes @p image as PNG (ISO/IEC 15948), 8-bit RGBA, without its texts, colour space and
 /// resolution. @p effort is how hard the encoder tries: 0 stores, 9 compresses best. Empty if the
