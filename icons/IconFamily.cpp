@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_set>
 
 namespace MWCore {
 namespace {
@@ -154,11 +153,9 @@ IconFamily::bitmapImageRepWithAlphaForIconFamilyElement(uint32_t elementType) co
 IconImage IconFamily::imageWithAllReps() const {
     const IconContainer family(hIconFamily_);
     IconImage images;
-    std::unordered_set<uint32_t> types;
     for (const IconContainer::Element &element : family.elements()) {
-        if (!types.insert(element.type).second)
-            continue;
-        if (QImage image = elementImage(family, element); !image.isNull())
+        const bool isFirst = family.find(element.type) == &element;
+        if (QImage image = isFirst ? elementImage(family, element) : QImage(); !image.isNull())
             images.representations.push_back({element.type, std::move(image)});
     }
     return images;
