@@ -75,7 +75,8 @@ AppleDouble AppleDouble::fresh() {
     AppleDouble file;
     appendNumber(file.bytes_, kMagic);
     appendNumber(file.bytes_, kVersions[0]);
-    file.bytes_.append("Mac OS X        "); // the filler that readers expect
+    // The filler stays zero, as RFC 1740 says. If it were that of macOS, Samba's vfs_fruit would
+    // replace the item's Finder information with that of the sidecar whenever a stream is opened.
     file.bytes_.resize(kForkOffset, '\0');
     file.entries_ = {{kFinderInfoEntry, kFinderInfoOffset, kFinderInfoLength},
                      {kResourceForkEntry, kForkOffset, 0}};
