@@ -25,16 +25,28 @@ using enum ShownElement::Shown;
 // clang-format off
 constexpr ShownElement kElements[] = {
     // icns2png, gdk-pixbuf, Qt, Pillow; docs/icons.md has the same table
-    {"is32", {Yes, Yes, Yes, Yes}},
-    {"ics8", {Yes, No,  Yes, No }},
+    {"icm#", {Yes, No,  Yes, No }},
+    {"icm4", {Yes, No,  Yes, No }},
+    {"icm8", {Yes, No,  Yes, No }},
     {"ics#", {Yes, No,  Yes, No }},
-    {"il32", {Yes, Yes, Yes, Yes}},
-    {"icl8", {Yes, No,  Yes, No }},
+    {"ics4", {Yes, No,  Yes, No }},
+    {"ics8", {Yes, No,  Yes, No }},
+    {"is32", {Yes, Yes, Yes, Yes}},
     {"ICN#", {Yes, No,  Yes, No }},
+    {"icl4", {Yes, No,  Yes, No }},
+    {"icl8", {Yes, No,  Yes, No }},
+    {"il32", {Yes, Yes, Yes, Yes}},
+    {"ich#", {Yes, No,  Yes, No }},
+    {"ich4", {Yes, No,  Yes, No }},
+    {"ich8", {Yes, No,  Yes, No }},
     {"ih32", {Yes, Yes, Yes, Yes}},
     {"it32", {Yes, Yes, Yes, Yes}},
     {"ic04", {No,  No,  No,  No }},
     {"ic05", {No,  No,  No,  No }},
+    {"icsb", {No,  No,  No,  No }},
+    {"icsB", {No,  No,  Yes, No }},
+    {"sb24", {No,  No,  Yes, No }},
+    {"SB24", {No,  No,  Yes, No }},
     {"icp4", {No,  No,  Yes, Yes}},
     {"icp5", {No,  No,  Yes, Yes}},
     {"icp6", {No,  No,  Yes, Yes}},
@@ -194,7 +206,13 @@ int IconReaders::expectSameImages(const QByteArray &family) {
 
 std::vector<uint32_t> IconReaders::withMask(uint32_t type) {
     const IconElementType &known = *iconElementType(type);
-    if (known.encoding == IconEncoding::Indexed8)
-        return {type, fourCharCode("ics#"), fourCharCode("ICN#")};
-    return known.mask == 0 ? std::vector{type} : std::vector{type, known.mask};
+    std::vector<uint32_t> types{type};
+    if (known.mask != 0)
+        types.push_back(known.mask);
+    if (known.encoding != IconEncoding::Indexed4 && known.encoding != IconEncoding::Indexed8)
+        return types;
+    for (const IconElementType &other : iconElementTypes())
+        if (other.encoding == IconEncoding::Bitmap && other.size == known.size)
+            types.push_back(other.type);
+    return types;
 }

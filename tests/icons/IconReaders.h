@@ -28,7 +28,7 @@ struct IconReader {
 inline constexpr int kIconReaderCount = 4;
 extern const IconReader kIconReaders[kIconReaderCount];
 
-/// An element that the library writes, and which readers show it, in the order of kIconReaders.
+/// An element that the library can write, and which readers show it, in the order of kIconReaders.
 struct ShownElement {
     enum Shown : bool { No, Yes };
 
@@ -58,6 +58,6 @@ protected:
     /// Whether the reader shows elements of @p type.
     [[nodiscard]] static bool isShown(uint32_t type);
 
-    /// The types whose elements the pixels of @p type are shown with: itself and its mask.
+    /// @p type and the types of the masks that it is shown with.
     [[nodiscard]] static std::vector<uint32_t> withMask(uint32_t type);
 };
