@@ -203,12 +203,16 @@ bool IconFamily::setIconFamilyElement(uint32_t elementType,
     return status == noErr;
 }
 
-bool IconFamily::writeToFile(const QString &path) const {
+bool IconFamily::writeToFile(const QString &path, OSStatus *status) const {
     const auto bytes = fileSystemRepresentation(path);
-    OSStatus status = noErr;
-    const auto place = bytes ? ItemLocator::find(*bytes, &status) : std::nullopt;
-    auto file = place ? AtomicFile::begin(*place, &status) : std::nullopt;
-    return file && file->replace(hIconFamily_, accessOfNewFile()) == noErr;
+    OSStatus result = bdNamErr;
+    const auto place = bytes ? ItemLocator::find(*bytes, &result) : std::nullopt;
+    auto file = place ? AtomicFile::begin(*place, &result) : std::nullopt;
+    if (file)
+        result = file->replace(hIconFamily_, accessOfNewFile());
+    if (status)
+        *status = result;
+    return result == noErr;
 }
 
 QImage IconFamily::resampleImage(const QImage &image, int32_t toIconWidth,

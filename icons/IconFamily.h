@@ -8,6 +8,7 @@
 #include <MWCore/IconFamilyData.h>
 #include <MWCore/ImageInterpolation.h>
 #include <MWCore/mwcore_export.h>
+#include <MWCore/OSStatus.h>
 
 #include <cstdint>
 #include <optional>
@@ -101,9 +102,9 @@ public:
     /// Nests @p family in the element @p elementType; no bytes remove it.
     [[nodiscard]] bool setNestedFamily(uint32_t elementType, const IconFamily &family);
 
-    /// Writes the family's bytes to the file, replacing it atomically. A link is followed unless
-    /// another user may have made it.
-    [[nodiscard]] bool writeToFile(const QString &path) const;
+    /// Writes the family's bytes to the file, replacing it atomically. False, with the cause in
+    /// @p status unless that is null, also if there is a link, a folder or a device.
+    [[nodiscard]] bool writeToFile(const QString &path, OSStatus *status = nullptr) const;
 
     /// Sets one of the twelve elements of initWithThumbnailsOfImage() from a bitmap of exactly its
     /// size. False for another element, and, with a line in the log, if the bitmap's layout is not
@@ -114,23 +115,28 @@ public:
     // Custom icons. A failure leaves the item as it was up to the step that failed; at any moment
     // the old or the new icon is whole. @p withCompatibility also stores the 1-bit and 8-bit
     // elements as resources of their own. The item's metadata is changed as by MetadataStore.h.
+    // Each stores the cause of a failure in @p status, unless that is null.
 
     /// Sets the family as the custom icon of a file: resource 'icns' -16455 of its fork, and the
     /// flag kHasCustomIcon. Creates the file if nothing is there. Preserves its modification date.
-    [[nodiscard]] bool setAsCustomIconForFile(const QString &path,
-                                              bool withCompatibility = false) const;
+    [[nodiscard]] bool setAsCustomIconForFile(const QString &path, bool withCompatibility = false,
+                                              OSStatus *status = nullptr) const;
 
-    /// False also if the file has no resource fork. The compatibility resources remain.
-    [[nodiscard]] static bool removeCustomIconFromFile(const QString &path);
+    /// False also if the file has no resource fork (resFNotFound). The compatibility resources
+    /// remain.
+    [[nodiscard]] static bool removeCustomIconFromFile(const QString &path,
+                                                       OSStatus *status = nullptr);
 
     /// Sets the family as the custom icon of a folder: in the fork of a new invisible file "Icon\r"
     /// in it, which replaces any other, and the flag kHasCustomIcon of the folder. Its modification
     /// date changes.
     [[nodiscard]] bool setAsCustomIconForDirectory(const QString &path,
-                                                   bool withCompatibility = false) const;
+                                                   bool withCompatibility = false,
+                                                   OSStatus *status = nullptr) const;
 
-    /// Clears the folder's flag, then deletes its file "Icon\r"; false if there is none.
-    [[nodiscard]] static bool removeCustomIconFromDirectory(const QString &path);
+    /// Clears the folder's flag, then deletes its file "Icon\r"; false if there is none (fnfErr).
+    [[nodiscard]] static bool removeCustomIconFromDirectory(const QString &path,
+                                                            OSStatus *status = nullptr);
 
     // The general pasteboard. They need a QGuiApplication and its thread; without one, there is no
     // family on the pasteboard.
@@ -180,7 +186,9 @@ public:
 private:
     explicit IconFamily(IconFamilyHandle handle) : hIconFamily_(std::move(handle)) {}
 
-    [[nodiscard]] bool addCustomIcon(ResourceFile &file, bool withCompatibility) const;
+    [[nodiscard]] OSStatus addCustomIcon(ResourceFile &file, bool withCompatibility) const;
+    [[nodiscard]] OSStatus setForFile(const QString &path, bool withCompatibility) const;
+    [[nodiscard]] OSStatus setForFolder(const QString &path, bool withCompatibility) const;
 
     IconFamilyHandle hIconFamily_; ///< as in an .icns file or a resource 'icns'
 };

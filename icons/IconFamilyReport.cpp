@@ -73,13 +73,23 @@ QString nestedProblem(QByteArrayView payload, int depth) {
                : QStringLiteral("an element of it %1").arg(damaged->problem);
 }
 
+/// What is wrong if RGB pixels have no mask; nothing if they have one or need none.
+QString maskProblem(const IconContainer &family, const IconElementType &type) {
+    const bool needsMask = type.mask != 0 && type.encoding != IconEncoding::File;
+    if (!needsMask || family.find(type.mask))
+        return {};
+    return QStringLiteral("has no mask, so it is opaque and some programs read no further");
+}
+
 /// Fills in the storage of an element of a known type and what is wrong with it.
-void examinePayload(const IconElementType &type, QByteArrayView payload, int depth,
-                    IconElementReport &report) {
+void examinePayload(const IconContainer &family, const IconElementType &type,
+                    QByteArrayView payload, int depth, IconElementReport &report) {
     if (hasPixels(type)) {
         const DecodedPixels pixels = decodePixels(type, payload);
         report.storage = pixels.storage;
         report.problem = pixelProblem(type, payload, pixels);
+        if (report.problem.isEmpty())
+            report.problem = maskProblem(family, type);
     } else if (const auto length = fixedLength(type)) {
         report.storage = IconStorage::Plain;
         if (payload.size() != *length)
@@ -104,11 +114,12 @@ IconElementReport reportOf(const IconContainer &family, const IconContainer::Ele
     report.size = type->size;
     report.scale = type->scale;
     if (family.find(element.type) != &element)
-        report.problem = QStringLiteral("repeats an earlier element; programs differ in which one they use");
+        report.problem =
+            QStringLiteral("repeats an earlier element; programs differ in which one they use");
     else if (element.type == kTableOfContentsType && !family.hasCorrectTable())
         report.problem = QStringLiteral("does not list the elements as they are");
     else
-        examinePayload(*type, family.payload(element), depth, report);
+        examinePayload(family, *type, family.payload(element), depth, report);
     return report;
 }
 

@@ -6,7 +6,6 @@
 
 #include <MWCore/IconFamily.h>
 
-#include <cstdint>
 #include <string>
 
 #include <QString>
@@ -22,9 +21,5 @@ void writeFamily(const IconFamily &family, const std::string &path, Existing exi
 
 /// Whether nobody may change the item at @p path.
 [[nodiscard]] bool isLocked(const std::string &path);
-
-/// Why @p bytes cannot be written to the item at @p path, or to a new one there, as a phrase; empty
-/// if no cause is found.
-[[nodiscard]] std::string writingObstacle(const std::string &path, int64_t bytes);
 
 } // namespace MWCore::mwfile

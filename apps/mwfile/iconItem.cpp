@@ -10,7 +10,6 @@
 #include "TextBytes.h"
 
 #include <MWCore/FileCatalogue.h>
-#include <MWCore/ResourceFile.h>
 
 namespace MWCore::mwfile {
 namespace {
@@ -50,26 +49,6 @@ IconFamily::Ptr familyFrom(const std::string &path) {
     return pictures.modernFamily();
 }
 
-/// Why the file cannot store a resource; noErr if it can.
-OSStatus forkStatus(const Item &file) {
-    const QByteArray &path = file.reference.path;
-    const qsizetype slash = path.lastIndexOf('/');
-    FSRef parent;
-    OSStatus status = FSPathMakeRef(slash == 0 ? "/" : path.first(slash), &parent);
-    if (status == noErr)
-        status = FSCreateResFile(parent, path.sliced(slash + 1), nullptr);
-    return status == dupFNErr ? noErr : status;
-}
-
-/// The library only says that setting an icon failed, so the likely cause is looked for.
-std::string causeAgainst(const Item &item, const IconFamily &family) {
-    std::string obstacle = writingObstacle(bytesOf(item.path), family.data().size());
-    if (!obstacle.empty())
-        return obstacle;
-    const OSStatus status = item.isFolder ? noErr : forkStatus(item);
-    return status == noErr ? "its metadata cannot be written" : statusText(status);
-}
-
 bool hasCustomIconFlag(const Item &item) {
     FSCatalogInfo info;
     return FSGetCatalogInfo(item.reference, kFSCatInfoFinderInfo, &info) == noErr &&
@@ -84,38 +63,34 @@ void clearCustomIconFlag(const Item &item) {
         throw Failure(item.given, status);
 }
 
-/// Throws Failure if the folder still has an icon file.
-void expectNoIconFile(const Item &folder) {
-    FSRef file;
-    const QByteArray path = folder.reference.path + "/Icon\r";
-    if (FSPathMakeRef(path, &file) == noErr)
-        throw Failure(folder.given + "/Icon\r", "cannot be deleted");
-}
-
 } // namespace
 
 void iconSet(const IconItemOptions &options) {
     const Item item = itemFor(options.item);
     const IconFamily::Ptr family = familyFrom(options.icon);
-    const bool isSet = item.isFolder
-                           ? family->setAsCustomIconForDirectory(item.path, options.compatible)
-                           : family->setAsCustomIconForFile(item.path, options.compatible);
+    OSStatus status = noErr;
+    const bool isSet =
+        item.isFolder ? family->setAsCustomIconForDirectory(item.path, options.compatible, &status)
+                      : family->setAsCustomIconForFile(item.path, options.compatible, &status);
     if (!isSet)
-        throw Failure(item.given, causeAgainst(item, *family));
+        throw Failure(item.given, status);
 }
 
 void iconRemove(const IconItemOptions &options) {
     const Item item = itemFor(options.item);
     const bool hadFlag = hasCustomIconFlag(item);
-    const bool isRemoved = item.isFolder ? IconFamily::removeCustomIconFromDirectory(item.path)
-                                         : IconFamily::removeCustomIconFromFile(item.path);
+    OSStatus status = noErr;
+    const bool isRemoved = item.isFolder
+                               ? IconFamily::removeCustomIconFromDirectory(item.path, &status)
+                               : IconFamily::removeCustomIconFromFile(item.path, &status);
     if (isRemoved)
         return;
+    if (status != (item.isFolder ? fnfErr : resFNotFound))
+        throw Failure(item.given, status);
     if (!hadFlag)
         throw Failure(item.given, "has no custom icon");
-    clearCustomIconFlag(item);
-    if (item.isFolder)
-        expectNoIconFile(item);
+    if (!item.isFolder) // the flag of a folder is cleared already
+        clearCustomIconFlag(item);
 }
 
 } // namespace MWCore::mwfile

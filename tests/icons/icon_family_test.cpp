@@ -184,6 +184,8 @@ TEST(IconFamilyReport, NamesWhatIsWrong) {
         QByteArray family;
         QString problem;
     } rows[] = {
+        {withElement("is32", QByteArray("\xFF\0", 2).repeated(6)),
+         "has no mask, so it is opaque and some programs read no further"},
         {withElement("s8mk", QByteArray(255, 1)), "has 255 bytes, not 256"},
         {withElement("is32", "xyz"), "is damaged"},
         {withElement("ic09", png), "is 256 x 256 pixels, not 512 x 512"},
