@@ -23,8 +23,10 @@ OSStatus FNNotify(const FSRef &folder, FNMessage message) {
         return status;
     if (!S_ISDIR(item.st_mode))
         return errFSNotAFolder;
-    const timespec times[] = {item.st_atim, {0, UTIME_OMIT}};
-    if (utimensat(place->folder(), place->name().constData(), times, AT_SYMLINK_NOFOLLOW) == 0)
+    // Both dates, because a change of the access date alone is reported as an access only; and not
+    // to what they are, which could undo a change that another program makes meanwhile.
+    constexpr const timespec *kNow = nullptr;
+    if (utimensat(place->folder(), place->name().constData(), kNow, AT_SYMLINK_NOFOLLOW) == 0)
         return noErr;
     const bool mayNot = errno == EPERM || errno == EACCES || errno == EROFS;
     return mayNot ? noErr : statusFromErrno(errno);
