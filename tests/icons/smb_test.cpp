@@ -96,7 +96,7 @@ TEST(IconsOverSmb, AreTheSameHereAndThere) {
         ASSERT_TRUE(ours->setAsCustomIconForDirectory(folderPath));
         EXPECT_EQ(seenBy(share, "file", *ours), Seen(flags, true));
         EXPECT_EQ(seenBy(share, "folder", *ours), Seen(flags, false));
-        EXPECT_EQ(seenBy(share, kIconFile, *ours).second, !row.hasForksInAttributes);
+        EXPECT_EQ(seenBy(share, kIconFile, *ours), Seen(0, !row.hasForksInAttributes));
 
         ASSERT_TRUE(IconFamily::removeCustomIconFromFile(filePath));
         ASSERT_TRUE(IconFamily::removeCustomIconFromDirectory(folderPath));

@@ -41,6 +41,12 @@ TEST(SecondWriters, LoseNothingAtAnyMoment) {
         {"label", "lock", Change::Item::Plain},
         {"lock", "date", Change::Item::Plain},
         {"date", "label", Change::Item::Plain},
+        {"icon", "label", Change::Item::WithSidecar},
+        {"icon", "resource", Change::Item::WithSidecar},
+        {"label", "icon", Change::Item::WithSidecar},
+        {"resource", "icon", Change::Item::WithSidecar},
+        {"resource that the attribute has no room for", "resource",
+         Change::Item::WithForkAttribute},
     };
     for (const auto &row : rows) {
         const Change &first = changeNamed(row.first);
