@@ -52,32 +52,42 @@ private:
     };
 
     void choosePiece(std::size_t at) {
-        const std::size_t size = channel_.size();
-        const bool continues = at + 1 < size && channel_[at] == channel_[at + 1];
+        const bool continues = at + 1 < channel_.size() && channel_[at] == channel_[at + 1];
         equalEnd_ = continues ? equalEnd_ : at + 1;
-        literalEnd_ = best(literalEnd_, at + 1, std::min(size, at + kLongestLiteral),
-                           [this](std::size_t end) { return cost_[end] + end; });
+        literalEnd_ = literalEnd(at);
         const std::size_t literalCost = 1 + (literalEnd_ - at) + cost_[literalEnd_];
         pieces_[at] = {literalEnd_, false};
         cost_[at] = literalCost;
         if (equalEnd_ - at < kShortestRun)
             return;
-        runEnd_ = best(runEnd_, at + kShortestRun, std::min(equalEnd_, at + kLongestRun),
-                       [this](std::size_t end) { return cost_[end]; });
-        if (const std::size_t runCost = 2 + cost_[runEnd_]; runCost <= literalCost) {
-            pieces_[at] = {runEnd_, true};
+        const std::size_t end = runEnd(at);
+        if (const std::size_t runCost = 2 + cost_[end]; runCost <= literalCost) {
+            pieces_[at] = {end, true};
             cost_[at] = runCost;
         }
     }
 
-    /// The end from @p first to @p last with the least cost. @p previous is the best of the range
-    /// before, which began one later; its cost is compared anew only if it left the range.
-    template <typename Cost>
-    static std::size_t best(std::size_t previous, std::size_t first, std::size_t last, Cost cost) {
-        if (previous > first && previous <= last)
-            return cost(first) < cost(previous) ? first : previous;
+    /// The end of the best run that begins at @p at. The longest one is best, unless it leaves one
+    /// or two of the equal bytes, which cost as much or more than the three that a shorter one
+    /// leaves.
+    [[nodiscard]] std::size_t runEnd(std::size_t at) const {
+        std::size_t best = std::min(equalEnd_, at + kLongestRun);
+        const std::size_t shortest = std::max(at + kShortestRun, best - (kShortestRun - 1));
+        for (std::size_t end = best; end-- > shortest;)
+            if (cost_[end] < cost_[best])
+                best = end;
+        return best;
+    }
+
+    /// The end of the best literal that begins at @p at. Of the ends that a literal after it can
+    /// reach, the best one is known, so all are compared only if that one is too far away.
+    [[nodiscard]] std::size_t literalEnd(std::size_t at) const {
+        const auto cost = [this](std::size_t end) { return cost_[end] + end; };
+        const std::size_t last = std::min(channel_.size(), at + kLongestLiteral);
+        if (literalEnd_ > at && literalEnd_ <= last)
+            return cost(at + 1) < cost(literalEnd_) ? at + 1 : literalEnd_;
         std::size_t best = last;
-        for (std::size_t end = last; end-- > first;)
+        for (std::size_t end = last; end-- > at + 1;)
             if (cost(end) < cost(best))
                 best = end;
         return best;
@@ -88,7 +98,6 @@ private:
     std::vector<Piece> pieces_;
     std::size_t equalEnd_ = 0; ///< of the equal bytes at the current position
     std::size_t literalEnd_ = 0;
-    std::size_t runEnd_ = 0;
 };
 
 } // namespace
