@@ -26,8 +26,8 @@ inline double milliseconds(const std::function<void()> &work) {
         .count();
 }
 
-/// Prints the medians of @p rounds, and the first contender's time divided by each one's.
-inline void printTable(const char *title, const std::vector<Contender> &contenders, int rounds) {
+/// The medians of @p rounds in milliseconds, one for each contender.
+inline std::vector<double> medians(const std::vector<Contender> &contenders, int rounds) {
     std::vector<std::vector<double>> times(contenders.size());
     for (int round = -1; round < rounds; ++round) // the first warms up
         for (std::size_t index = 0; index < contenders.size(); ++index) {
@@ -37,10 +37,19 @@ inline void printTable(const char *title, const std::vector<Contender> &contende
             if (round >= 0)
                 times[index].push_back(time);
         }
+    std::vector<double> result;
+    for (const std::vector<double> &contenderTimes : times)
+        result.push_back(median(contenderTimes));
+    return result;
+}
+
+/// Prints the medians of @p rounds, and the first contender's time divided by each one's.
+inline void printTable(const char *title, const std::vector<Contender> &contenders, int rounds) {
+    const std::vector<double> times = medians(contenders, rounds);
     std::printf("\n| %s | ms | first / this row |\n|---|---:|---:|\n", title);
     for (std::size_t index = 0; index < contenders.size(); ++index)
-        std::printf("| %s | %.2f | %.2f x |\n", contenders[index].what, median(times[index]),
-                    median(times[0]) / median(times[index]));
+        std::printf("| %s | %.2f | %.2f x |\n", contenders[index].what, times[index],
+                    times[0] / times[index]);
     std::fflush(stdout);
 }
 
