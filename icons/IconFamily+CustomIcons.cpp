@@ -10,6 +10,7 @@
 #include "platform/metadata/ItemReplacement.h"
 #include "platform/references/FSSpec.h"
 #include "platform/references/ReferenceLocator.h"
+#include "platform/workspace/IconServices.h"
 
 #include <cstdint>
 #include <memory>
@@ -18,8 +19,6 @@
 namespace MWCore {
 namespace {
 
-constexpr int16_t kCustomIconResource = -16455;
-constexpr const char *kIconFileName = "Icon\r";
 constexpr uint32_t kIconFileType = fourCharCode("icon");
 constexpr uint32_t kIconFileCreator = fourCharCode("MACS");
 
@@ -118,7 +117,7 @@ OSStatus removeFromFolder(const QString &path) {
     if (status == noErr)
         status = finish(folder, false, folder);
     const auto iconFile =
-        status == noErr ? locatorIn(folder, kIconFileName, &status) : std::nullopt;
+        status == noErr ? locatorIn(folder, kFolderIconFile, &status) : std::nullopt;
     return iconFile ? removeItemAndSidecar(*iconFile) : status;
 }
 
@@ -168,7 +167,7 @@ OSStatus IconFamily::setForFolder(const QString &path, bool withCompatibility) c
     if (status == noErr)
         status = statusOfItem(folder, ItemKind::Folder);
     const auto iconFile =
-        status == noErr ? locatorIn(folder, kIconFileName, &status) : std::nullopt;
+        status == noErr ? locatorIn(folder, kFolderIconFile, &status) : std::nullopt;
     if (!iconFile)
         return status;
     const auto resources = ResourceFile::makeUnattached();

@@ -98,19 +98,22 @@ Decoded decoded(QByteArrayView codestream) {
 /// One component as bytes, at the resolution of the image.
 class Plane {
 public:
-    Plane(const opj_image_t &image, const opj_image_comp_t &component)
-        : component_(component), left_(image.x0), top_(image.y0),
+    Plane(const opj_image_t &image, const opj_image_comp_t &component, int width)
+        : component_(component), top_(image.y0),
           offset_(component.sgnd ? 1 << (component.prec - 1) : 0),
-          most_((1 << component.prec) - 1) {}
+          most_((1 << component.prec) - 1) {
+        for (int x = 0; x < width; ++x)
+            columns_.push_back(index(image.x0, x, component.dx, component.x0, component.w));
+    }
 
-    [[nodiscard]] uint8_t at(int x, int y) const {
-        const OPJ_UINT32 column = index(left_, x, component_.dx, component_.x0, component_.w);
+    /// Stores the samples of row @p y at @p target, @p step bytes apart.
+    void copyRow(int y, uint8_t *target, int step) const {
         const OPJ_UINT32 row = index(top_, y, component_.dy, component_.y0, component_.h);
-        const int value = component_.data[std::size_t{row} * component_.w + column];
-        // What a damaged codestream yields can be any number.
-        const int sample = std::clamp(value, -offset_, most_ - offset_) + offset_;
-        constexpr int kMost = 255;
-        return static_cast<uint8_t>((sample * kMost + most_ / 2) / most_);
+        const OPJ_INT32 *const values = component_.data + std::size_t{row} * component_.w;
+        for (const OPJ_UINT32 column : columns_) {
+            *target = byteOf(values[column]);
+            target += step;
+        }
     }
 
 private:
@@ -121,8 +124,16 @@ private:
         return std::min(sample < first ? 0 : sample - first, count - 1);
     }
 
+    [[nodiscard]] uint8_t byteOf(int value) const {
+        constexpr int kMost = 255;
+        // What a damaged codestream yields can be any number.
+        const int sample = std::clamp(value, -offset_, most_ - offset_) + offset_;
+        return static_cast<uint8_t>(most_ == kMost ? sample : (sample * kMost + most_ / 2) / most_);
+    }
+
     const opj_image_comp_t &component_;
-    OPJ_UINT32 left_, top_;
+    std::vector<OPJ_UINT32> columns_; ///< of the samples of a row, by pixel
+    OPJ_UINT32 top_;
     int offset_, most_;
 };
 
@@ -152,20 +163,22 @@ bool isYcc(const opj_image_t &image, const Jpeg2000Header &header) {
 }
 
 void fill(QImage &made, const opj_image_t &image, bool convertsYcc) {
+    constexpr int kPixelLength = 4; // bytes
     std::vector<Plane> planes;
     for (OPJ_UINT32 index = 0; index < image.numcomps; ++index)
-        planes.emplace_back(image, image.comps[index]);
+        planes.emplace_back(image, image.comps[index], made.width());
     const bool isGray = planes.size() < 3;
     const bool hasAlpha = planes.size() % 2 == 0;
+    made.fill(Qt::white); // opaque
     for (int y = 0; y < made.height(); ++y) {
-        uint8_t *rgba = made.scanLine(y);
-        for (int x = 0; x < made.width(); ++x, rgba += 4) {
-            for (std::size_t channel = 0; channel < 3; ++channel)
-                rgba[channel] = planes[isGray ? 0 : channel].at(x, y);
-            rgba[3] = hasAlpha ? planes.back().at(x, y) : 255;
-            if (convertsYcc)
-                convertYcc(rgba);
-        }
+        uint8_t *const row = made.scanLine(y);
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            planes[isGray ? 0 : channel].copyRow(y, row + channel, kPixelLength);
+        if (hasAlpha)
+            planes.back().copyRow(y, row + 3, kPixelLength);
+        if (convertsYcc)
+            for (int x = 0; x < made.width(); ++x)
+                convertYcc(row + qsizetype{kPixelLength} * x);
     }
 }
 

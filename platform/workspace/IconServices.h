@@ -56,6 +56,11 @@ inline constexpr int64_t kLongestIconFamily = 268'435'456;
 [[nodiscard]] MWCORE_EXPORT OSStatus ReadIconFromFSRef(const FSRef &ref,
                                                        IconFamilyHandle *iconFamily);
 
+/// Where custom icons are stored: the id of a resource 'icns', for a folder in the fork of a file
+/// of this name in it.
+inline constexpr int16_t kCustomIconResource = -16455;
+inline constexpr const char *kFolderIconFile = "Icon\r";
+
 /// The custom icon of an item: resource 'icns' -16455 of a file's fork, or of the file "Icon\r" in
 /// a folder, if the item's Finder flags say that it has one. resNotFound or resFNotFound if there
 /// is none, mapReadErr if it does not begin with an icns header.

@@ -13,8 +13,8 @@
 namespace MWCore {
 namespace {
 
-constexpr int16_t kCustomIconResource = -16455;
-constexpr const char *kFolderIconFile = "Icon\r";
+/// Samba's vfs_fruit by default stores the carriage return that a Mac sends as U+F00D.
+constexpr const char *kFolderIconFiles[] = {kFolderIconFile, "Icon\xEF\x80\x8D"};
 constexpr QByteArrayView kHeader = "icns";
 
 /// The item whose fork holds the icon: the file itself, or a file in the folder.
@@ -23,8 +23,15 @@ OSStatus findHolder(const FSRef &ref, FSNodeFlags flags, FSRef *holder) {
     if (!(flags & kFSNodeIsDirectoryMask))
         return noErr;
     QByteArray path;
-    const OSStatus status = FSRefMakePath(ref, &path);
-    return status == noErr ? FSPathMakeRef(pathIn(path, kFolderIconFile), holder) : status;
+    OSStatus status = FSRefMakePath(ref, &path);
+    if (status != noErr)
+        return status;
+    for (const char *const name : kFolderIconFiles) {
+        status = FSPathMakeRef(pathIn(path, name), holder);
+        if (status != fnfErr)
+            break;
+    }
+    return status;
 }
 
 } // namespace
