@@ -2,6 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "CommandLine.h"
 
+#include <MWCore/PngEncoding.h>
+
+#include <string>
+
 namespace MWCore::mwfile {
 namespace {
 
@@ -81,7 +85,8 @@ void CommandLine::addIconImport(CLI::App &icon) {
         ->option_text("PICTURE");
     command
         .add_option("--effort", iconImport_.effort,
-                    "How hard PNG is compressed: 0 (fast) to 9 (small); default 6")
+                    "How hard PNG is compressed: 0 (fast) to 9 (small); default " +
+                        std::to_string(kDefaultPngEffort))
         ->check(CLI::Range(0, 9))
         ->option_text("0..9");
     addForce(command, iconImport_.existing, "Replace a file that is not an icon");

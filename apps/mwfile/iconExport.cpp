@@ -10,22 +10,15 @@
 
 #include <MWCore/IconFamilyBuilder.h>
 #include <MWCore/IconFamilyReport.h>
+#include <MWCore/PngEncoding.h>
 
 #include <set>
-
-#include <QBuffer>
 
 namespace MWCore::mwfile {
 namespace {
 
 /// Families that are nested deeper are not exported.
 constexpr int kDeepestNesting = 4;
-
-QByteArray pngOf(const QImage &image) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    return buffer.open(QIODevice::WriteOnly) && image.save(&buffer, "PNG") ? bytes : QByteArray();
-}
 
 /// "16x16@2x_ic11.png": sorted by size, and readable by people.
 std::string fileName(uint32_t type) {
@@ -45,7 +38,7 @@ std::set<uint32_t> nestedTypes(const IconFamilyReport &report) {
 void exportImages(const IconFamily &family, const OutputFolder &folder, int depth = 0) {
     const IconImage images = family.imageWithAllReps();
     for (const IconImage::Representation &one : images.representations)
-        folder.write(fileName(one.type), pngOf(one.image));
+        folder.write(fileName(one.type), encodePng(one.image));
     if (depth == kDeepestNesting)
         return;
     for (const uint32_t type : nestedTypes(examineIconFamily(family.data())))
