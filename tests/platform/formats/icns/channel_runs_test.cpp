@@ -47,7 +47,7 @@ Channel randomChannel(std::mt19937 &random, std::size_t size, int longest) {
 } // namespace
 
 TEST(ChannelRuns, IsTheShortestEncoding) {
-    constexpr std::size_t kSize = 12;
+    constexpr std::size_t kSize = 10;
     for (unsigned pattern = 0; pattern < 1U << kSize; ++pattern) {
         Channel channel;
         for (std::size_t index = 0; index < kSize; ++index)
