@@ -116,7 +116,7 @@ TEST(ImageScaling, EnlargesBetweenTheNeighbours) {
             const int before = std::clamp(static_cast<int>(std::floor(position)), 0, 4);
             const int after = std::clamp(static_cast<int>(std::floor(position)) + 1, 0, 4);
             const auto [least, most] =
-                std::minmax(qRed(steps.pixel(before, 0)), qRed(steps.pixel(after, 0)));
+                std::minmax({qRed(steps.pixel(before, 0)), qRed(steps.pixel(after, 0))});
             ASSERT_GE(qRed(drawn.pixel(x, 7)), least) << x;
             ASSERT_LE(qRed(drawn.pixel(x, 7)), most) << x;
             ASSERT_EQ(qAlpha(drawn.pixel(x, 0)), 255) << x;
