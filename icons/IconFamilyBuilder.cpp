@@ -2,8 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "icons/IconFamilyBuilder.h"
 
-#include "platform/formats/icns/IconPalettes.h"
-#include "platform/formats/icns/IconPixels.h"
+#include "platform/formats/icns/IconElementData.h"
 #include "platform/pictures/PngEncoding.h"
 
 #include <algorithm>
@@ -13,10 +12,6 @@
 
 namespace MWCore {
 namespace {
-
-constexpr int kRgbaLength = 4; ///< bytes of a pixel
-constexpr int kAlpha = 3;      ///< index of its sample
-constexpr uint8_t kOpaqueEnough = 128;
 
 // clang-format off
 constexpr uint32_t kModernElements[] = {
@@ -32,50 +27,6 @@ constexpr uint32_t kOlderElements[] = {
     fourCharCode("ih32"), fourCharCode("h8mk"), fourCharCode("it32"), fourCharCode("t8mk"),
 };
 // clang-format on
-
-/// @p sample of each pixel.
-QByteArray samplesOf(const QImage &image, int sample) {
-    const qsizetype pixels = qsizetype(image.width()) * image.height();
-    const uchar *const bytes = image.constBits(); // the rows of this format are not padded
-    QByteArray samples(pixels, Qt::Uninitialized);
-    for (qsizetype index = 0; index < pixels; ++index)
-        samples[index] = char(bytes[index * kRgbaLength + sample]);
-    return samples;
-}
-
-QByteArray indexedOf(const QImage &image) {
-    const auto pixels = static_cast<std::size_t>(image.width()) * std::size_t(image.height());
-    std::vector<uint8_t> indexes(pixels);
-    nearestIndexes8({image.constBits(), pixels * kRgbaLength}, kRgbaLength, indexes);
-    return QByteArray(reinterpret_cast<const char *>(indexes.data()), qsizetype(pixels));
-}
-
-/// The shape of the image, twice: as the icon and as its mask.
-QByteArray bitmapOf(const QImage &image) {
-    constexpr qsizetype kBits = 8;
-    const QByteArray alpha = samplesOf(image, kAlpha);
-    QByteArray plane(alpha.size() / kBits, '\0');
-    for (qsizetype index = 0; index < alpha.size(); ++index)
-        if (uint8_t(alpha[index]) >= kOpaqueEnough)
-            plane[index / kBits] |= char(1 << (kBits - 1 - index % kBits));
-    return plane + plane;
-}
-
-/// The data of an element of @p type for @p image, of its size.
-QByteArray dataOf(const QImage &image, const IconElementType &type, int pngEffort) {
-    switch (type.encoding) {
-    case IconEncoding::Mask:
-        return samplesOf(image, kAlpha);
-    case IconEncoding::Indexed8:
-        return indexedOf(image);
-    case IconEncoding::Bitmap:
-        return bitmapOf(image);
-    case IconEncoding::File:
-        return encodePng(image, pngEffort);
-    default:
-        return argbOf(image);
-    }
-}
 
 } // namespace
 
@@ -103,9 +54,9 @@ private:
         if (rendered.image.isNull())
             return {};
         if (type.encoding != IconEncoding::File)
-            return dataOf(rendered.image, type, pngEffort_);
+            return elementData(rendered.image, type);
         if (rendered.png.isEmpty())
-            rendered.png = dataOf(rendered.image, type, pngEffort_);
+            rendered.png = encodePng(rendered.image, pngEffort_);
         return rendered.png;
     }
 

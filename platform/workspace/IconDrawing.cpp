@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/files/RegularFile.h"
+#include "platform/formats/icns/IconElementData.h"
 #include "platform/foundation/FrameworkResources.h"
 #include "platform/workspace/IconServices.h"
 #include "platform/workspace/IconTheme.h"
@@ -30,23 +31,6 @@ constexpr uint32_t kDrawnElements[] = {
 // clang-format on
 
 constexpr int64_t kLongestThemeIcon = 16'777'216; // bytes; real ones have some 100,000
-constexpr int kRgbaLength = 4;                    // bytes of a pixel
-constexpr int kAlpha = 3;                         // index of its sample
-
-/// Alpha, red, green, blue of each pixel, or alpha alone.
-QByteArray elementData(const QImage &image, IconEncoding encoding) {
-    const bool isMask = encoding == IconEncoding::Mask;
-    const qsizetype count = qsizetype(image.width()) * image.height();
-    const uchar *pixel = image.constBits(); // the rows of this format are not padded
-    QByteArray data;
-    data.reserve(count * (isMask ? 1 : kRgbaLength));
-    for (qsizetype index = 0; index < count; ++index, pixel += kRgbaLength) {
-        data += char(pixel[kAlpha]);
-        if (!isMask)
-            data.append(reinterpret_cast<const char *>(pixel), kAlpha);
-    }
-    return data;
-}
 
 /// The pictures of an icon for the sizes that are asked for.
 class IconPictures {
@@ -98,8 +82,7 @@ OSStatus addElement(IconPictures &pictures, uint32_t type, IconFamilyHandle &fam
     const int width = element->size.width();
     const Picture *const picture = pictures.find(width / element->scale, element->scale);
     const QImage image = picture ? picture->squareImage(width) : QImage();
-    return image.isNull() ? fnfErr
-                          : SetIconFamilyData(family, type, elementData(image, element->encoding));
+    return image.isNull() ? fnfErr : SetIconFamilyData(family, type, elementData(image, *element));
 }
 
 OSStatus draw(IconPictures pictures, IconFamilyHandle *iconFamily) {
