@@ -61,7 +61,7 @@ private:
     }
 
     /// The best source; the first one of several.
-    const Source &sourceFor(int pixels, int scale) const {
+    [[nodiscard]] const Source &sourceFor(int pixels, int scale) const {
         const auto order = [=](const Source &source) {
             const int side =
                 std::max(source.picture.size().width(), source.picture.size().height());
