@@ -28,6 +28,10 @@ constexpr QStringView kDrawn[] = {
 };
 constexpr QStringView kTexts[] = {u"tbreak", u"text", u"textArea", u"tspan"};
 
+/// The most ampersands in a drawing that declares entities: each reference to one can expand to
+/// 4,096 characters.
+constexpr qsizetype kMostEntityReferences = 4096;
+
 /// Every element is compared with every rule of the style sheets.
 constexpr int64_t kMostComparisons = 1 << 22;
 
@@ -64,8 +68,9 @@ QString harmlessImage(QStringView reference, int64_t &pixels) {
 class SvgCopy {
 public:
     explicit SvgCopy(const QByteArray &bytes)
-        : reader_(bytes), writer_(&copy_),
-          hasText_(qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {}
+        : reader_(bytes), mayDeclareEntities_(bytes.count('&') <= kMostEntityReferences),
+          writer_(&copy_), hasText_(qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
+    }
 
     std::optional<QByteArray> made();
 
@@ -80,6 +85,7 @@ private:
 
     static constexpr std::size_t kDeepest = 256;
     QXmlStreamReader reader_;
+    bool mayDeclareEntities_;
     QByteArray copy_;
     QXmlStreamWriter writer_;
     SvgReferences references_;
@@ -97,7 +103,8 @@ std::optional<QByteArray> SvgCopy::made() {
             endElement();
         else if (reader_.isCharacters() && references_.depth() > 0)
             copyCharacters(reader_.text());
-        if (references_.depth() > kDeepest)
+        const bool mayExpand = reader_.isDTD() && !reader_.entityDeclarations().isEmpty();
+        if (references_.depth() > kDeepest || (mayExpand && !mayDeclareEntities_))
             return std::nullopt;
     }
     const bool isQuick = rules_ * references_.count() <= kMostComparisons;

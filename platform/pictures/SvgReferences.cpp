@@ -38,9 +38,13 @@ void SvgReferences::addReferences(QStringView value) {
         return;
     }
     constexpr QStringView kUrl = u"url(";
-    for (qsizetype at = value.indexOf(kUrl); at >= 0; at = value.indexOf(kUrl, at + 1)) {
-        QStringView target = value.sliced(at + kUrl.size());
-        target = target.first(std::max<qsizetype>(0, target.indexOf(u')'))).trimmed();
+    for (qsizetype at = value.indexOf(kUrl); at >= 0; at = value.indexOf(kUrl, at)) {
+        at += kUrl.size();
+        const qsizetype end = value.indexOf(u')', at);
+        if (end < 0)
+            return;
+        QStringView target = value.sliced(at, end - at).trimmed();
+        at = end;
         while (target.startsWith(u'\'') || target.startsWith(u'"') || target.startsWith(u'#'))
             target = target.sliced(1);
         while (target.endsWith(u'\'') || target.endsWith(u'"'))

@@ -120,6 +120,9 @@ TEST(Picture, RefusesDrawingsThatWouldTakeTooLong) {
     };
     EXPECT_TRUE(picture(entities(1)));
     EXPECT_FALSE(picture(entities(30)));
+    const QByteArray entity = "<!DOCTYPE svg [<!ENTITY a '" + QByteArray(4000, 'x') + "'>]>";
+    EXPECT_TRUE(picture(entity + drawing(kBackground + QByteArray("&a;").repeated(10))));
+    EXPECT_FALSE(picture(entity + drawing(kBackground + QByteArray("&a;").repeated(10'000))));
     EXPECT_FALSE(picture("\x1F\x8B" + drawing(kBackground))) << "compressed";
 }
 
