@@ -85,7 +85,10 @@ OSStatus replaceItem(const ItemLocator &place, const FinderInfo &info, const QBy
 
 OSStatus removeItemAndSidecar(const ItemLocator &place) {
     const FolderLock lock(place);
+    struct stat item = {};
     OSStatus status = lock.status();
+    if (status == noErr && place.examine(&item) == noErr && S_ISDIR(item.st_mode))
+        return permErr;
     if (status == noErr) // the sidecar first, so that it never remains without its item
         status = removeName(place.sibling(sidecarName(place.name())));
     return status == noErr || status == fnfErr ? removeName(place) : status;

@@ -18,7 +18,8 @@ namespace MWCore {
 [[nodiscard]] OSStatus replaceItem(const ItemLocator &place, const FinderInfo &info,
                                    const QByteArray &fork);
 
-/// Removes a file and its sidecar. fnfErr if there is no file; then nothing is removed.
+/// Removes a file and its sidecar. fnfErr if there is no file; a sidecar without one is removed all
+/// the same. A folder and its sidecar are not removed: permErr.
 [[nodiscard]] OSStatus removeItemAndSidecar(const ItemLocator &place);
 
 } // namespace MWCore
