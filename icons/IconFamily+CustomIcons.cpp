@@ -115,6 +115,8 @@ OSStatus removeFromFolder(const QString &path) {
     FSRef folder;
     OSStatus status = makeReference(path, &folder);
     if (status == noErr)
+        status = statusOfItem(folder, ItemKind::Folder);
+    if (status == noErr)
         status = finish(folder, false, folder);
     const auto iconFile =
         status == noErr ? locatorIn(folder, kFolderIconFile, &status) : std::nullopt;
