@@ -16,6 +16,8 @@
 namespace MWCore {
 namespace {
 
+constexpr qsizetype kLongestChunk = 0x7FFFFFFF; ///< bytes of data
+
 /// The compressor's level for each effort.
 constexpr std::array kLevels = {0, 1, 2, 3, 4, 5, 6, 8, 10, 12};
 
@@ -77,7 +79,7 @@ QByteArray encodePng(const QImage &image, int effort) try {
         return {};
     const int level = kLevels[static_cast<std::size_t>(std::clamp(effort, 0, 9))];
     const QByteArray data = compressed(filteredRows(pixels), level);
-    if (data.isEmpty())
+    if (data.isEmpty() || data.size() > kLongestChunk)
         return {};
     QByteArray png = kPngSignature.toByteArray();
     appendChunk(png, "IHDR", header(pixels.size()));
