@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <vector>
 
-#include <QImage>
 #include <QString>
 
 namespace MWCore {

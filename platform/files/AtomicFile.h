@@ -29,8 +29,8 @@ public:
 
     /// Opens the file at @p place, if there is one. nullopt on failure, with the cause in
     /// @p status: errFSOperationNotSupported if the item there is not a regular file.
-    [[nodiscard]] static std::optional<AtomicFile>
-    begin(const ItemLocator &place, OSStatus *status, Keep keep = Keep::AccessAndAttributes);
+    [[nodiscard]] static std::optional<AtomicFile> begin(const ItemLocator &place, OSStatus *status,
+                                                         Keep keep = Keep::AccessAndAttributes);
 
     AtomicFile(AtomicFile &&) noexcept = default;
     AtomicFile(const AtomicFile &) = delete;
@@ -51,8 +51,9 @@ public:
 
     /// Writes @p content to the temporary file, for the next put(), with the access rights and
     /// extended attributes of the existing file. Without one, or if nothing of it is to be kept,
-    /// the access rights are @p fresh, with the process's umask applied to the mode. permErr if owner or group cannot be kept and
-    /// somebody would lose access. The existing file does not change.
+    /// the access rights are @p fresh, with the process's umask applied to the mode. permErr if
+    /// owner or group cannot be kept and somebody would lose access. The existing file does not
+    /// change.
     [[nodiscard]] OSStatus prepare(const QByteArray &content, const Access &fresh);
 
     /// Gives the prepared content the file's name. If begin() found no file and one exists by now,

@@ -41,7 +41,8 @@ public:
 
     /// The picture in a transparent square of @p width pixels, centred, aspect ratio kept.
     /// QImage::Format_RGBA8888. Pixels are scaled by area averaging; a vector drawing is rendered
-    /// at this size. Null if memory runs out or the drawing is damaged.
+    /// at this size. Null if @p width is not from 1 to kLargestSide, memory runs out or the drawing
+    /// is damaged.
     [[nodiscard]] QImage squareImage(int width) const;
 
 private:

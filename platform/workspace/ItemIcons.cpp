@@ -20,6 +20,8 @@
 
 #include <QMimeDatabase>
 
+#include <sys/stat.h>
+
 namespace MWCore {
 namespace {
 

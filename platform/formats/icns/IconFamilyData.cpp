@@ -5,6 +5,10 @@
 #include "platform/formats/icns/IconContainer.h"
 #include "platform/formats/icns/IconPixels.h"
 
+#include <utility>
+
+#include <QImage>
+
 namespace MWCore {
 namespace {
 

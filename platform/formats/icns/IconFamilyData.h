@@ -13,7 +13,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QImage>
 
 /// Elements of an icon family, in the form in which programs use them. Compressed forms are made
 /// and resolved here. Any thread.
@@ -24,9 +23,8 @@ using IconFamilyHandle = QByteArray;
 
 /// Sets the element @p type, in place of the first one of that type or at the end. @p data is:
 /// - for a 32-bit element (RGB, ARGB, PNG), width x height x 4 bytes in row-major order: alpha,
-/// red,
-///   green, blue, not premultiplied; it is compressed. The alpha of an RGB element is dropped. A
-///   PNG or JPEG 2000 file of the right size is stored as it is in an element that may hold one;
+///   red, green, blue, not premultiplied; it is compressed. The alpha of an RGB element is dropped.
+///   A PNG or JPEG 2000 file of the right size is stored as it is in an element that may hold one;
 /// - for an indexed, 1-bit or mask element, exactly its payload;
 /// - for any other type, the payload, which is not examined.
 /// paramErr if the data has another length or size; mapReadErr if the family is damaged;
