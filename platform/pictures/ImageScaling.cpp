@@ -58,8 +58,8 @@ const LinearPixel *RowScaler::row(int y) {
     const std::size_t slot = static_cast<std::size_t>(y) % kKept;
     if (y_[slot] != y) {
         const qsizetype start = qsizetype{4} * axis_.firstSource();
-        decodePixels(source_.constScanLine(y) + start, static_cast<int>(pixels_.size()),
-                     pixels_.data());
+        linearFromSrgb(source_.constScanLine(y) + start, static_cast<int>(pixels_.size()),
+                       pixels_.data());
         scale(rows_[slot]);
         y_[slot] = y;
     }
@@ -104,7 +104,7 @@ void draw(const QImage &source, const ScalingAxis &columns, const ScalingAxis &r
     uchar *line = canvas.scanLine(rows.begin) + qsizetype{4} * columns.begin;
     for (const ScaledPixel &pixel : rows.pixels) {
         sumRows(scaler, rows, pixel, sum);
-        encodePixels(sum.data(), static_cast<int>(sum.size()), line);
+        srgbFromLinear(sum.data(), static_cast<int>(sum.size()), line);
         line += canvas.bytesPerLine();
     }
 }

@@ -68,7 +68,7 @@ void encodePixel(const Tables &table, const LinearPixel &pixel, uint8_t *rgba) {
 
 } // namespace
 
-void decodePixels(const uint8_t *rgba, int count, LinearPixel *pixels) {
+void linearFromSrgb(const uint8_t *rgba, int count, LinearPixel *pixels) {
     const auto &light = tables().light;
     for (int x = 0; x < count; ++x, rgba += 4) {
         const LinearPixel colour = {light[rgba[0]], light[rgba[1]], light[rgba[2]], 1};
@@ -77,7 +77,7 @@ void decodePixels(const uint8_t *rgba, int count, LinearPixel *pixels) {
     }
 }
 
-void encodePixels(const LinearPixel *pixels, int count, uint8_t *rgba) {
+void srgbFromLinear(const LinearPixel *pixels, int count, uint8_t *rgba) {
     const Tables &table = tables();
     for (int x = 0; x < count; ++x)
         encodePixel(table, pixels[x], rgba + std::ptrdiff_t{4} * x);

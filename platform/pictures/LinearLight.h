@@ -13,9 +13,9 @@ namespace MWCore {
 using LinearPixel = float __attribute__((vector_size(4 * sizeof(float))));
 
 /// Converts @p count pixels of QImage::Format_RGBA8888.
-void decodePixels(const uint8_t *rgba, int count, LinearPixel *pixels);
+void linearFromSrgb(const uint8_t *rgba, int count, LinearPixel *pixels);
 
 /// The reverse, clamped to what a byte can express. Invisible pixels become four zeros.
-void encodePixels(const LinearPixel *pixels, int count, uint8_t *rgba);
+void srgbFromLinear(const LinearPixel *pixels, int count, uint8_t *rgba);
 
 } // namespace MWCore
