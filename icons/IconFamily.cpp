@@ -119,13 +119,15 @@ IconFamily::initWithThumbnailsOfImage(const QImage &image,
     BitmapImageRep bitmap;
     for (const PackedElement &element : kPackedElements) {
         if (bitmap.pixelsWide != element.pixels) {
+            const bool isLargest = &element == kPackedElements;
             const QImage scaled = resampleImage(source, element.pixels, usingImageInterpolation);
-            if (scaled.isNull() && family->hIconFamily_.isEmpty())
+            if (scaled.isNull() && isLargest)
                 return {};
             bitmap = BitmapImageRep::fromImage(scaled);
-            source = family->hIconFamily_.isEmpty() ? scaled : source;
+            source = isLargest ? scaled : source;
         }
-        (void)family->setIconFamilyElement(element.type, bitmap);
+        if (bitmap.pixelsWide == element.pixels)
+            (void)family->setIconFamilyElement(element.type, bitmap);
     }
     return family;
 }

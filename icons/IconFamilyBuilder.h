@@ -33,7 +33,7 @@ public:
 
     /// Adds the files icon_16x16.png to icon_512x512@2x.png of the folder @p path; others in it are
     /// ignored. fnfErr if there is none of them; else the cause if one cannot be read or has
-    /// another size than its name says.
+    /// another size than its name says (paramErr); then none is added.
     [[nodiscard]] OSStatus addIconset(const QString &path,
                                       Appearance appearance = Appearance::Light);
 

@@ -29,6 +29,8 @@ QString damageText(IconContainer::Damage damage) {
         return QStringLiteral("an element is declared shorter than its header");
     case ElementTooLong:
         return QStringLiteral("an element extends beyond the end");
+    case TooManyElements:
+        return QStringLiteral("has more than a million elements");
     case Truncated:
         return QStringLiteral("ends in the middle of an element's header");
     }

@@ -10,6 +10,7 @@
 #include "platform/pictures/PngEncoding.h"
 
 #include <cerrno>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -78,7 +79,7 @@ OSStatus IconFamilyBuilder::addIconset(const QString &path, Appearance appearanc
     const auto folder = fileSystemRepresentation(path);
     if (!folder)
         return bdNamErr;
-    bool hasAny = false;
+    std::vector<Source> found; // nothing is added if one cannot be read
     for (const IconsetFile &file : kFiles) {
         OSStatus status = noErr;
         const auto picture = Picture::read(pathIn(*folder, file.name), &status);
@@ -88,10 +89,11 @@ OSStatus IconFamilyBuilder::addIconset(const QString &path, Appearance appearanc
             return status;
         if (picture->size() != QSize(file.pixels, file.pixels))
             return paramErr;
-        addPicture(*picture, file.scale, appearance);
-        hasAny = true;
+        found.push_back({*picture, file.scale});
     }
-    return hasAny ? noErr : fnfErr;
+    for (const Source &source : found)
+        addPicture(source.picture, source.scale, appearance);
+    return found.empty() ? fnfErr : noErr;
 }
 
 OSStatus writeIconset(const IconFamily &family, const QString &path) {

@@ -67,15 +67,16 @@ const LinearPixel *RowScaler::row(int y) {
 }
 
 void RowScaler::scale(Row &row) const {
-    const LinearPixel *const pixels = pixels_.data() - axis_.firstSource();
+    const auto at = [this](int x) { return pixels_.data() + (x - axis_.firstSource()); };
     LinearPixel *made = row.data();
     for (const ScaledPixel &pixel : axis_.pixels) {
         const float *const weights = axis_.weights.data() + pixel.weights;
+        const LinearPixel *const pixels = at(pixel.first);
         LinearPixel sum = {};
         for (int index = 0; index < pixel.count; ++index)
-            sum += pixels[pixel.first + index] * weights[index];
+            sum += pixels[index] * weights[index];
         if (axis_.isLimited)
-            sum = limited(sum, pixels[pixel.before], pixels[pixel.after], pixel.coverage);
+            sum = limited(sum, *at(pixel.before), *at(pixel.after), pixel.coverage);
         *made++ = sum;
     }
 }

@@ -18,7 +18,7 @@ namespace MWCore {
 namespace {
 
 constexpr int64_t kLargestFile = int64_t{1} << 28;
-constexpr int64_t kLargestDrawing = int64_t{1} << 24;
+constexpr int64_t kLargestDrawing = int64_t{1} << 22;
 
 /// Whether an image of this size is decoded: also what Qt permits itself to allocate.
 bool isWithinLimits(QSize size) {

@@ -64,6 +64,21 @@ QString harmlessImage(QStringView reference, int64_t &pixels) {
            QString::fromLatin1(bytes.toBase64());
 }
 
+/// Whether an element may have more than a thousand attributes, each of which the reader compares
+/// with every other. "<" ends them, because attributes cannot contain it. UTF-16, in whose bytes
+/// that could not be seen, counts as crowded.
+bool hasCrowdedElement(QByteArrayView bytes) {
+    constexpr int kMostQuotes = 2048;
+    int quotes = 0;
+    for (const char byte : bytes) {
+        const bool isQuote = byte == '"' || byte == '\'';
+        quotes = byte == '<' ? 0 : quotes + (isQuote ? 1 : 0);
+        if (byte == '\0' || quotes > kMostQuotes)
+            return true;
+    }
+    return false;
+}
+
 /// Copies a drawing without what harmlessSvg() leaves out.
 class SvgCopy {
 public:
@@ -191,6 +206,8 @@ bool startsLikeSvg(QByteArrayView bytes) {
 }
 
 std::optional<QByteArray> harmlessSvg(const QByteArray &bytes) {
+    if (hasCrowdedElement(bytes))
+        return std::nullopt;
     return SvgCopy(bytes).made();
 }
 

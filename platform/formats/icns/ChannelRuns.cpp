@@ -79,8 +79,8 @@ private:
         return best;
     }
 
-    /// The end of the best literal that begins at @p at. Of the ends that a literal after it can
-    /// reach, the best one is known, so all are compared only if that one is too far away.
+    /// The end of the best literal that begins at @p at. literalEnd_ is that of the next position;
+    /// as long as it can be reached from here, too, only one end is new.
     [[nodiscard]] std::size_t literalEnd(std::size_t at) const {
         const auto cost = [this](std::size_t end) { return cost_[end] + end; };
         const std::size_t last = std::min(channel_.size(), at + kLongestLiteral);

@@ -91,10 +91,11 @@ void IconContainer::readElements() {
     for (qsizetype at = kHeaderLength; at < end;) {
         const auto type = numberAt<uint32_t>(bytes_, uint64_t(at));
         const auto length = numberAt<uint32_t>(bytes_, uint64_t(at) + sizeof *type);
-        const Damage damage = end - at < kHeaderLength       ? Damage::Truncated
-                              : *length < kHeaderLength      ? Damage::ElementTooShort
-                              : *length > uint64_t(end - at) ? Damage::ElementTooLong
-                                                             : Damage::None;
+        const Damage damage = end - at < kHeaderLength            ? Damage::Truncated
+                              : *length < kHeaderLength           ? Damage::ElementTooShort
+                              : *length > uint64_t(end - at)      ? Damage::ElementTooLong
+                              : elements_.size() == kMostElements ? Damage::TooManyElements
+                                                                  : Damage::None;
         if (damage != Damage::None) {
             damage_ = damage;
             return;

@@ -18,6 +18,8 @@ class IconContainer {
 public:
     static constexpr qsizetype kHeaderLength = 8; ///< of the family and of an element
 
+    static constexpr std::size_t kMostElements = 1 << 20;
+
     struct Element {
         uint32_t type;
         qsizetype offset; ///< of the payload, in bytes from the beginning of the family
@@ -32,6 +34,7 @@ public:
         ElementTooShort, ///< an element is declared shorter than its header
         ElementTooLong,  ///< an element extends beyond the end
         Truncated,       ///< less than a header is left after the last element
+        TooManyElements, ///< more than kMostElements; the others are not read
     };
 
     /// The elements in @p bytes, which are shared, not copied. No bytes are an empty family. Time

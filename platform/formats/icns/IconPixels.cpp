@@ -104,13 +104,14 @@ bool looksUncompressed(qsizetype length, qsizetype pixels) {
     return isLength(length) || isLength(length - kPadding);
 }
 
-/// Whether Qt's plug-in would take an ARGB payload for indexed pixels: it reads the digits of a type
-/// that it does not know, such as 'ic04', as a number of bits per pixel, 1 if there are none, and
-/// shows what has the length of an icon of 16, 32, 48 ... pixels with that depth, once or twice.
+/// Whether Qt's plug-in would take an ARGB payload for indexed pixels: it reads the digits of a
+/// type that it does not know, such as 'ic04', as a number of bits per pixel, 1 if there are none,
+/// and shows what has the length of an icon of 16, 32, 48 ... pixels with that depth, once or
+/// twice.
 bool looksIndexed(const IconElementType &type, qsizetype length) {
     constexpr qsizetype kUnit = 16 * 16 / 8; // bytes of the smallest icon, per bit of a pixel
     const auto lastCharacter = static_cast<char>(type.type);
-    const bool isDigit = lastCharacter >= '0' && lastCharacter <= '9';
+    const bool isDigit = lastCharacter >= '1' && lastCharacter <= '9';
     const qsizetype smallest = kUnit * (isDigit ? lastCharacter - '0' : 1);
     for (qsizetype side = 1; smallest * side * side <= length; ++side)
         if (length == smallest * side * side || length == 2 * smallest * side * side)
