@@ -165,14 +165,14 @@ IconImage IconFamily::imageWithAllReps() const {
 
 QImage IconFamily::imageOfElement(uint32_t elementType) const {
     const IconContainer family(hIconFamily_);
-    const IconContainer::Element *const element = family.find(elementType);
+    const IconContainer::Element *const element = family.findOnce(elementType);
     return element ? elementImage(family, *element) : QImage();
 }
 
 IconFamily::Ptr IconFamily::nestedFamily(uint32_t elementType) const {
     const IconContainer family(hIconFamily_);
     const IconElementType *const type = iconElementType(elementType);
-    const IconContainer::Element *const element = family.find(elementType);
+    const IconContainer::Element *const element = family.findOnce(elementType);
     if (!element || !type || type->encoding != IconEncoding::Family)
         return {};
     return initWithIconFamilyHandle(familyFromNestedBytes(family.payload(*element)));

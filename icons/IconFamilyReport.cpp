@@ -70,8 +70,9 @@ QString nestedProblem(QByteArrayView payload, int depth) {
         std::ranges::find_if(nested.elements, [](const IconElementReport &element) {
             return !element.problem.isEmpty();
         });
-    return damaged == nested.elements.end()
-               ? QString()
+    return damaged == nested.elements.end() ? QString()
+           : damaged->storage == IconStorage::Family
+               ? damaged->problem
                : QStringLiteral("an element of it %1").arg(damaged->problem);
 }
 
@@ -129,6 +130,8 @@ IconFamilyReport examine(const QByteArray &data, int depth) {
     const IconContainer family(data);
     IconFamilyReport report;
     report.problem = damageText(family.damage());
+    if (report.problem.isEmpty() && family.elements().empty())
+        report.problem = QStringLiteral("has no elements");
     for (const IconContainer::Element &element : family.elements())
         report.elements.push_back(reportOf(family, element, depth));
     return report;

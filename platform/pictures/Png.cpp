@@ -5,23 +5,66 @@
 #include "platform/formats/BigEndian.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <QBuffer>
 #include <QImageReader>
+
+#include <libdeflate.h>
 
 namespace MWCore {
 namespace {
 
 constexpr uint64_t kChunkFrame = 12; ///< length, type and checksum
 
+constexpr QByteArrayView kDataChunk = "IDAT";
 constexpr QByteArrayView kLastChunk = "IEND";
-constexpr QByteArrayView kPixelChunks[] = {"IDAT", "IHDR", "PLTE", "tRNS", kLastChunk};
+constexpr QByteArrayView kPixelChunks[] = {kDataChunk, "IHDR", "PLTE", "tRNS", kLastChunk};
 constexpr QByteArrayView kColourChunks[] = {"cHRM", "gAMA", "iCCP", "sRGB"};
 
 bool isKept(QByteArrayView type, PngColour colour) {
     return std::ranges::find(kPixelChunks, type) != std::end(kPixelChunks) ||
            (colour == PngColour::Keep &&
             std::ranges::find(kColourChunks, type) != std::end(kColourChunks));
+}
+
+struct FreeDecompressor {
+    void operator()(libdeflate_decompressor *decompressor) const {
+        libdeflate_free_decompressor(decompressor);
+    }
+};
+
+/// The contents of the IDAT chunks, which are one compressed stream.
+QByteArray compressedPixels(QByteArrayView png) {
+    constexpr qsizetype kContent = 8; // after length and type
+    QByteArray pixels;
+    auto offset = static_cast<uint64_t>(kPngSignature.size());
+    while (const auto length = numberAt<uint32_t>(png, offset)) {
+        const auto chunk = bytesAt(png, offset, kChunkFrame + *length);
+        if (!chunk)
+            break;
+        if (chunk->sliced(4, 4) == kDataChunk)
+            pixels += chunk->sliced(kContent, qsizetype{*length});
+        offset += static_cast<uint64_t>(chunk->size());
+    }
+    return pixels;
+}
+
+/// Whether the pixels of a PNG decompress to no more than an image of @p size can have. libpng
+/// also decompresses whatever follows them, and only then ignores it.
+bool isWithinSize(QByteArrayView png, QSize size) {
+    constexpr qsizetype kLargestPixel = 8; // bytes: 16-bit RGBA
+    constexpr qsizetype kPasses = 7;       // of an interlaced image; each row has a filter byte
+    const qsizetype most = kLargestPixel * size.width() * size.height() + kPasses * size.height();
+    const std::unique_ptr<libdeflate_decompressor, FreeDecompressor> decompressor(
+        libdeflate_alloc_decompressor());
+    const QByteArray compressed = compressedPixels(png);
+    QByteArray pixels(most, Qt::Uninitialized);
+    std::size_t length = 0;
+    return decompressor && libdeflate_zlib_decompress(decompressor.get(), compressed.constData(),
+                                                      static_cast<std::size_t>(compressed.size()),
+                                                      pixels.data(), static_cast<std::size_t>(most),
+                                                      &length) != LIBDEFLATE_INSUFFICIENT_SPACE;
 }
 
 } // namespace
@@ -63,6 +106,8 @@ std::optional<QImage> decodePng(QByteArrayView bytes, QSize size) {
     if (pngSize(bytes) != size)
         return std::nullopt;
     QByteArray essential = essentialPng(bytes, PngColour::Drop);
+    if (!isWithinSize(essential, size))
+        return std::nullopt;
     QBuffer buffer(&essential);
     QImageReader reader(&buffer, "png");
     reader.setAutoDetectImageFormat(false);

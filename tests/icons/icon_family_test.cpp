@@ -201,6 +201,7 @@ TEST(IconFamilyReport, NamesWhatIsWrong) {
         EXPECT_EQ(report.elements.at(0).problem, row.problem);
         EXPECT_FALSE(report.isValid());
     }
+    EXPECT_EQ(examineIconFamily({}).problem, "has no elements");
     QByteArray deep;
     for (int level = 0; level < 1000; ++level)
         deep = *familyWithElement({}, kDarkFamilyType, nestedFamilyBytes(deep));

@@ -64,6 +64,8 @@ std::optional<QByteArray> familyOf(const std::vector<Piece> &pieces) {
 /// @p before is made to be correct again.
 std::optional<QByteArray> changedFamily(const std::vector<Piece> &before,
                                         std::vector<Piece> pieces) {
+    if (std::ranges::find(pieces, kTableOfContentsType, &Piece::type) == pieces.end())
+        return familyOf(pieces);
     const QByteArray oldTable = tableOfContents(before);
     const QByteArray newTable = tableOfContents(pieces);
     for (Piece &piece : pieces)
@@ -100,15 +102,25 @@ void IconContainer::readElements() {
             damage_ = damage;
             return;
         }
-        index_.try_emplace(*type, elements_.size());
         elements_.push_back({*type, at + kHeaderLength, *length - kHeaderLength});
         at += *length;
     }
 }
 
 const IconContainer::Element *IconContainer::find(uint32_t type) const {
-    const auto found = index_.find(type);
-    return found == index_.end() ? nullptr : &elements_[found->second];
+    if (!index_) {
+        index_.emplace();
+        for (const Element &element : elements_)
+            index_->try_emplace(element.type,
+                                static_cast<std::size_t>(&element - elements_.data()));
+    }
+    const auto found = index_->find(type);
+    return found == index_->end() ? nullptr : &elements_[found->second];
+}
+
+const IconContainer::Element *IconContainer::findOnce(uint32_t type) const {
+    const auto found = std::ranges::find(elements_, type, &Element::type);
+    return found == elements_.end() ? nullptr : &*found;
 }
 
 QByteArrayView IconContainer::payload(const Element &element) const {
@@ -148,7 +160,7 @@ std::optional<QByteArray> familyWithElement(const QByteArray &family, uint32_t t
 
 std::optional<QByteArray> familyWithoutElement(const QByteArray &family, uint32_t type) {
     const IconContainer old(family);
-    if (old.damage() != IconContainer::Damage::None || !old.find(type))
+    if (old.damage() != IconContainer::Damage::None || !old.findOnce(type))
         return std::nullopt;
     const std::vector<Piece> before = piecesOf(old);
     std::vector<Piece> pieces = before;

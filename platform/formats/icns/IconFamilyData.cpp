@@ -62,7 +62,7 @@ OSStatus SetIconFamilyData(IconFamilyHandle &iconFamily, uint32_t type, QByteArr
 std::optional<QByteArray> GetIconFamilyData(const IconFamilyHandle &iconFamily, uint32_t type,
                                             OSStatus *status) {
     const IconContainer family(iconFamily);
-    const IconContainer::Element *const element = family.find(type);
+    const IconContainer::Element *const element = family.findOnce(type);
     *status = element ? noErr : resNotFound;
     if (!element)
         return std::nullopt;
@@ -84,7 +84,7 @@ std::optional<QByteArray> GetIconFamilyData(const IconFamilyHandle &iconFamily, 
 OSStatus RemoveIconFamilyData(IconFamilyHandle &iconFamily, uint32_t type) {
     auto changed = familyWithoutElement(iconFamily, type);
     if (!changed)
-        return IconContainer(iconFamily).find(type) ? statusOfDamage(iconFamily) : resNotFound;
+        return IconContainer(iconFamily).findOnce(type) ? statusOfDamage(iconFamily) : resNotFound;
     iconFamily = std::move(*changed);
     return noErr;
 }

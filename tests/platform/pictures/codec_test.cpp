@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/formats/BigEndian.h"
 #include "platform/pictures/Jpeg2000.h"
 #include "platform/pictures/Png.h"
 #include "platform/pictures/PngEncoding.h"
 #include "tests/platform/pictures/pictures.h"
 
 #include <gtest/gtest.h>
+#include <libdeflate.h>
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -75,6 +77,25 @@ TEST(Png, RefusesOtherSizesAndDamage) {
         damaged[offset] = static_cast<char>(damaged[offset] ^ 1);
         ASSERT_FALSE(decodePng(damaged, kSize)) << offset;
     }
+}
+
+/// Data after the last row is harmless, but decompressing it may take very long.
+TEST(Png, RefusesFarMoreDataThanPixels) {
+    const QByteArray bytes = encodePng(sample(), 0);
+    const qsizetype rowLength = 1 + qsizetype{4} * kSize.width();
+    const auto padded = [&bytes, rowLength](qsizetype surplus) {
+        const QByteArray rows(rowLength * kSize.height() + surplus, '\0'); // transparent
+        const QByteArray content = "IDAT" + qCompress(rows).mid(4);
+        const auto length = static_cast<std::size_t>(content.size());
+        QByteArray data;
+        appendNumber(data, static_cast<uint32_t>(content.size() - 4));
+        data += content;
+        appendNumber(data, libdeflate_crc32(0, content.constData(), length));
+        return bytes.first(33) + data + bytes.last(12); // the header and end chunks
+    };
+    EXPECT_TRUE(decodePng(padded(0), kSize));
+    EXPECT_TRUE(decodePng(padded(1), kSize));
+    EXPECT_FALSE(decodePng(padded(100'000), kSize));
 }
 
 TEST(Png, EncodesPixelsAlone) {
