@@ -83,7 +83,7 @@ TEST(Png, RefusesOtherSizesAndDamage) {
 TEST(Png, RefusesFarMoreDataThanPixels) {
     const QByteArray bytes = encodePng(sample(), 0);
     const qsizetype rowLength = 1 + qsizetype{4} * kSize.width();
-    const auto padded = [&bytes, rowLength](qsizetype surplus) {
+    const auto padded = [&bytes](qsizetype surplus) {
         const QByteArray rows(rowLength * kSize.height() + surplus, '\0'); // transparent
         const QByteArray content = "IDAT" + qCompress(rows).mid(4);
         const auto length = static_cast<std::size_t>(content.size());
