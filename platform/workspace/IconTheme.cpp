@@ -56,7 +56,7 @@ private:
         add(kLastTheme);
     }
 
-    /// Depth first, as the specification searches them; each theme once.
+    /// Depth first, as the standard has it; each theme once.
     void addWithParents(const QByteArray &theme, std::vector<QByteArray> &known) {
         if (std::ranges::find(known, theme) != known.end() || known.size() >= kMostThemes)
             return;
