@@ -3,6 +3,8 @@
 #include "platform/workspace/IconThemeIndex.h"
 #include "tests/fuzz/fuzz.h"
 
+#include <QList>
+
 using namespace MWCore;
 
 /// No index names more folders than are searched, or one outside the theme's own folder, and every
