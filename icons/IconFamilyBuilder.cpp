@@ -14,12 +14,6 @@ namespace MWCore {
 namespace {
 
 // clang-format off
-constexpr uint32_t kModernElements[] = {
-    fourCharCode("ic04"), fourCharCode("ic11"), fourCharCode("ic05"), fourCharCode("ic12"),
-    fourCharCode("ic07"), fourCharCode("ic13"), fourCharCode("ic08"), fourCharCode("ic14"),
-    fourCharCode("ic09"), fourCharCode("ic10"),
-};
-
 /// Elements for older programs.
 constexpr uint32_t kOlderElements[] = {
     fourCharCode("is32"), fourCharCode("s8mk"), fourCharCode("ics8"), fourCharCode("ics#"),

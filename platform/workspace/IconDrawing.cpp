@@ -14,17 +14,15 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace MWCore {
 namespace {
 
 // clang-format off
-/// The elements of a family that is drawn.
-constexpr uint32_t kDrawnElements[] = {
-    fourCharCode("ic04"), fourCharCode("ic11"), fourCharCode("ic05"), fourCharCode("ic12"),
-    fourCharCode("ic07"), fourCharCode("ic13"), fourCharCode("ic08"), fourCharCode("ic14"),
-    fourCharCode("ic09"), fourCharCode("ic10"),
+/// The elements for older programs that a family that is drawn has, too.
+constexpr uint32_t kOlderElements[] = {
     fourCharCode("is32"), fourCharCode("s8mk"), fourCharCode("il32"), fourCharCode("l8mk"),
     fourCharCode("ih32"), fourCharCode("h8mk"), fourCharCode("it32"), fourCharCode("t8mk"),
 };
@@ -88,9 +86,11 @@ OSStatus addElement(IconPictures &pictures, uint32_t type, IconFamilyHandle &fam
 OSStatus draw(IconPictures pictures, IconFamilyHandle *iconFamily) {
     IconFamilyHandle family;
     OSStatus status = noErr;
-    for (const uint32_t type : kDrawnElements)
-        if (status == noErr)
-            status = addElement(pictures, type, family);
+    for (const std::span<const uint32_t> types :
+         {std::span<const uint32_t>(kModernElements), std::span<const uint32_t>(kOlderElements)})
+        for (const uint32_t type : types)
+            if (status == noErr)
+                status = addElement(pictures, type, family);
     if (status == noErr)
         *iconFamily = std::move(family);
     return status;

@@ -224,7 +224,7 @@ TEST_F(Themes, AreChosenByTheSettings) {
 }
 
 /// Compares every thirtieth icon of Adwaita in many sizes with what another implementation of the
-/// specification finds.
+/// standard finds.
 TEST(InstalledTheme, IsSearchedAsByPyxdg) {
     const char *const script = R"(
 import os, xdg.IconTheme
