@@ -10,7 +10,7 @@
 #include "platform/metadata/ItemReplacement.h"
 #include "platform/references/FSSpec.h"
 #include "platform/references/ReferenceLocator.h"
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/IconServices.h"
 
 #include <cstdint>
 #include <memory>

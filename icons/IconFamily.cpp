@@ -9,7 +9,7 @@
 #include "platform/foundation/Log.h"
 #include "platform/pictures/ImageScaling.h"
 #include "platform/references/FSSpec.h"
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/IconServices.h"
 
 #include <algorithm>
 #include <iterator>

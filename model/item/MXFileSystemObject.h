@@ -13,6 +13,7 @@
 
 #include <MWCore/FileCatalogue.h>
 #include <MWCore/FSSpec.h>
+#include <MWCore/ItemIcon.h>
 #include <MWCore/ItemMetadata.h>
 #include <MWCore/mfs_fso.h>
 #include <MWCore/mwcore_export.h>
@@ -440,6 +441,31 @@ public:
     [[nodiscard]] OrMarker<QString> totalSizeFormattedAsString() const;
 
     /// @}
+    /// @name Icons
+    /// Squares of 128 x 128 points. Never null.
+    /// @{
+
+    /// Whether the item's Finder flag kHasCustomIcon is set; asks the system. False if the item is
+    /// not local or on failure.
+    [[nodiscard]] bool hasCustomIcon() const;
+
+    /// The icon of the item: the workspace's, with a badge for a link, an alias or a locked file; a
+    /// generic one for a remote item. With @p useCached it is kept in the object, and later calls
+    /// return the same one, whatever has happened to the item; without, it is made again and not
+    /// kept.
+    [[nodiscard]] ItemIcon::Ptr iconForFSOUsingCached(bool useCached) const;
+
+    /// The workspace's icon with "AliasBadge" or "LockedBadge" over it.
+    [[nodiscard]] ItemIcon::Ptr fileIconWithLink() const;
+    [[nodiscard]] ItemIcon::Ptr fileIconWithLock() const;
+    /// The generic file icon with "AliasBadge" over it.
+    [[nodiscard]] static ItemIcon::Ptr remoteFileIconWithLink();
+
+    // The theme's icons of a plain document and of a folder.
+    [[nodiscard]] static ItemIcon::Ptr genericFileIcon();
+    [[nodiscard]] static ItemIcon::Ptr genericFolderIcon();
+
+    /// @}
 
 protected:
     MXFileSystemObject();
@@ -462,6 +488,7 @@ private:
 
     static Ptr newForLocalPath(const QString &path, bool assimilatingContents, Messages messages,
                                OSStatus *error, const MXFileSystemObject *prototype);
+    [[nodiscard]] ItemIcon::Ptr chosenIcon() const;
     static Ptr wrap(mfs_fso *record, const Tree &tree, const MXFileSystemObject *prototype);
     static void release(QList<Ptr> children);
 
@@ -488,6 +515,7 @@ private:
     std::unique_ptr<Contents> contents_; ///< null until the item is filled, filtered or sorted
     mutable std::unique_ptr<RareTexts> rareTexts_;
     mutable MXFileSystemObjectSize::Ptr cachedSizeObject_;
+    mutable ItemIcon::Ptr myCachedImage_;
     MXItemKind kind_ = MXItemKindUnknown;
     MXItemKind targetKind_ = MXItemKindUnknown;
     mutable int8_t detectedTypeGraphic_ = 0; ///< 0 not yet known, 1 graphic, 2 not

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconThemeIndex.h"
+#include "platform/workspace/themes/IconThemeIndex.h"
 #include "tests/fuzz/fuzz.h"
 
 #include <QList>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconTheme.h"
+#include "platform/workspace/themes/IconTheme.h"
 
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
-#include "platform/workspace/IconThemeFiles.h"
-#include "platform/workspace/InstalledThemes.h"
+#include "platform/workspace/themes/IconThemeFiles.h"
+#include "platform/workspace/themes/InstalledThemes.h"
 #include "platform/workspace/XdgFolders.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconNames.h"
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/IconNames.h"
+#include "platform/workspace/icons/IconServices.h"
 
 #include <MWCore/IconElements.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconFileList.h"
+#include "platform/workspace/themes/IconFileList.h"
 
 #include "platform/files/FolderBlock.h"
 

@@ -18,10 +18,14 @@ namespace MWCore {
 
 /// Which icon is meant. The first of these that exists and can be read is drawn. A plain value.
 struct IconRef {
-    IconFamilyHandle family; ///< the item's own, which needs no drawing
+    QByteArray customIconOf; ///< the path of an item with a custom icon
     QByteArray file;         ///< the path of a picture or icon family
+    QByteArray thumbnailOf;  ///< the path of a file that the shared thumbnails may show
     QStringList themeNames;  ///< icons of the user's theme, the most specific one first
     QString drawing;         ///< one of this library's own, by the name of the SVG resource
+    uint64_t version = 0;    ///< another number once the content of one of those files changes
+
+    bool operator==(const IconRef &) const = default;
 };
 
 inline constexpr int16_t kOnSystemDisk = -32768;
@@ -41,9 +45,10 @@ inline constexpr uint32_t kSystemIconsCreator = 0x6D616373; ///< 'macs'
 /// Selects every element.
 inline constexpr uint32_t kSelectorAllAvailableData = 0xFFFFFFFF;
 
-/// The icon as a family. One that is drawn has all modern elements, and 32-bit ones with masks of
-/// 16, 32, 48 and 128 pixels; each size is looked up in the theme by itself, as themes simplify
-/// small icons. @p whichIcons must be kSelectorAllAvailableData, else paramErr.
+/// The icon as a family, without its thumbnail. One that is drawn has all modern elements, and
+/// 32-bit ones with masks of 16, 32, 48 and 128 pixels; each size is looked up in the theme by
+/// itself, as themes simplify small icons. @p whichIcons must be kSelectorAllAvailableData, else
+/// paramErr.
 [[nodiscard]] MWCORE_EXPORT OSStatus IconRefToIconFamily(const IconRef &iconRef,
                                                          uint32_t whichIcons,
                                                          IconFamilyHandle *iconFamily);

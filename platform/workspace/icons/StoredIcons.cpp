@@ -4,7 +4,7 @@
 #include "platform/catalogue/ResourceFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/IconServices.h"
 
 #include <MWCore/IconElements.h>
 

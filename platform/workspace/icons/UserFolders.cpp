@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/UserFolders.h"
+#include "platform/workspace/icons/UserFolders.h"
 
 #include "platform/files/PathParts.h"
 #include "platform/formats/DesktopEntryLines.h"

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/IconServices.h"
 
 #include <optional>
 

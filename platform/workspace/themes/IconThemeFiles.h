@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/workspace/IconFileList.h"
-#include "platform/workspace/IconThemeIndex.h"
+#include "platform/workspace/themes/IconFileList.h"
+#include "platform/workspace/themes/IconThemeIndex.h"
 
 #include <cstdint>
 #include <mutex>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/IconServices.h"
 
 #include "platform/catalogue/FileCatalogue.h"
 #include "platform/catalogue/ResourceFile.h"
-#include "platform/workspace/IconTheme.h"
+#include "platform/workspace/themes/IconTheme.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <MWCore/IconElements.h>
@@ -44,12 +44,12 @@ protected:
         return item;
     }
 
-    /// What is drawn for the item, in one word: "family", a file in the folder, or else a name.
+    /// What is drawn for the item, in one word: "custom", a file in the folder, or else a name.
     [[nodiscard]] std::string icon(const std::string &name) const {
         IconRef found;
         EXPECT_EQ(GetIconRefFromFileInfo(ref(name), &found), noErr) << name;
-        if (!found.family.isEmpty())
-            return "family";
+        if (!found.customIconOf.isEmpty())
+            return "custom";
         return found.file.isEmpty()
                    ? found.themeNames.value(0).toStdString()
                    : fs::relative(found.file.toStdString(), folder_.path()).string();
@@ -165,12 +165,15 @@ TEST_F(IconServices, PreferACustomIcon) {
     for (const char *const name : {"file.txt", "folder"}) {
         EXPECT_EQ(customIconOf(ref(name), &family), noErr);
         EXPECT_EQ(family, "icnsxxxx") << name;
-        EXPECT_EQ(icon(name), "family");
+        EXPECT_EQ(icon(name), "custom");
     }
-    EXPECT_EQ(icon("link"), "family");
+    EXPECT_EQ(icon("link"), "custom");
     fs::remove_all(folder_.at("folder/Icon\r"));
     EXPECT_EQ(customIconOf(ref("folder"), &family), resNotFound);
-    EXPECT_EQ(icon("folder"), "folder") << "the flag alone is no icon";
+    IconRef flagged;
+    EXPECT_EQ(GetIconRefFromFileInfo(ref("folder"), &flagged), noErr);
+    EXPECT_EQ(IconRefToIconFamily(flagged, kSelectorAllAvailableData, &family), noErr);
+    EXPECT_TRUE(middle(family, fourCharCode("ic08")).isValid()) << "the flag alone is no icon";
 }
 
 TEST_F(IconServices, ReadAFamilyFromAFile) {
@@ -240,7 +243,8 @@ TEST_F(IconServices, DrawEachSizeAsTheThemeHasIt) {
     IconFamilyHandle own;
     EXPECT_EQ(IconRefToIconFamily(folder, kSelectorAllAvailableData, &own), noErr);
     EXPECT_TRUE(middle(own, fourCharCode("ic08")).isValid()) << "no drawing of our own";
-    const IconRef named = {{}, folder_.at("icons/T/16/folder-documents.png").c_str(), {}, {}};
+    IconRef named;
+    named.file = folder_.at("icons/T/16/folder-documents.png").c_str();
     EXPECT_EQ(IconRefToIconFamily(named, kSelectorAllAvailableData, &own), noErr);
     EXPECT_EQ(middle(own, fourCharCode("ic08")), QColor(Qt::red));
 

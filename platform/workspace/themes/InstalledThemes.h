@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/workspace/IconThemeIndex.h"
+#include "platform/workspace/themes/IconThemeIndex.h"
 
 #include <optional>
 #include <vector>

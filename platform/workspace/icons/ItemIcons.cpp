@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/catalogue/ItemMetadata.h"
 #include "platform/files/FileSystemTypes.h"
 #include "platform/files/MountTable.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/launch/ItemMimeType.h"
 #include "platform/launch/ItemStatus.h"
-#include "platform/workspace/ApplicationIcons.h"
-#include "platform/workspace/IconNames.h"
-#include "platform/workspace/IconServices.h"
+#include "platform/workspace/icons/ApplicationIcons.h"
+#include "platform/workspace/icons/IconNames.h"
+#include "platform/workspace/icons/IconServices.h"
+#include "platform/workspace/icons/UserFolders.h"
 #include "platform/workspace/ResponsiveFiles.h"
-#include "platform/workspace/UserFolders.h"
 
 #include <algorithm>
 #include <iterator>
@@ -75,7 +76,7 @@ IconRef fileIcon(const QByteArray &path) {
         if (auto named = desktopEntryIcon(path))
             return *std::move(named);
     const QMimeType type = mimeTypeOfFile(path);
-    IconRef icon = {{}, {}, {type.iconName(), type.genericIconName()}, kFileDrawing};
+    IconRef icon = themeIcon({type.iconName(), type.genericIconName()}, kFileDrawing);
     for (const QString &ancestor : type.allAncestors()) {
         const QMimeType parent = QMimeDatabase().mimeTypeForName(ancestor);
         icon.themeNames += {parent.iconName(), parent.genericIconName()};
@@ -92,14 +93,12 @@ QByteArray followed(const QByteArray &path) {
     return ResponsiveFiles(path).open(path, &real) ? real : path;
 }
 
-/// Items other than files and folders have none.
-std::optional<IconRef> customIcon(const QByteArray &path, const ItemStatus &item) {
-    FSRef ref;
-    IconRef icon;
-    const bool isFound = (S_ISREG(item.mode) || S_ISDIR(item.mode)) &&
-                         FSPathMakeRef(path, &ref) == noErr &&
-                         customIconOf(ref, &icon.family) == noErr;
-    return isFound ? std::optional(std::move(icon)) : std::nullopt;
+/// Whether the item's Finder flags say so. Items other than files and folders have none.
+bool hasCustomIcon(const QByteArray &path, const ItemStatus &item) {
+    if (!S_ISREG(item.mode) && !S_ISDIR(item.mode))
+        return false;
+    const auto info = ItemMetadata::read(path, ItemMetadata::Part::FinderInfo).finderInfo();
+    return info && info->flags.testFlag(kHasCustomIcon);
 }
 
 IconRef iconOf(const QByteArray &path, const ItemStatus &item) {
@@ -124,8 +123,9 @@ OSStatus GetIconRefFromFileInfo(const FSRef &ref, IconRef *iconRef) {
     }
     if (item.status != noErr)
         return item.status;
-    auto custom = customIcon(path, item);
-    *iconRef = custom ? *std::move(custom) : iconOf(path, item);
+    *iconRef = iconOf(path, item);
+    if (hasCustomIcon(path, item))
+        iconRef->customIconOf = path;
     return noErr;
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/ApplicationIcons.h"
+#include "platform/workspace/icons/ApplicationIcons.h"
 
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
@@ -9,9 +9,9 @@
 #include "platform/foundation/FileSystemText.h"
 #include "platform/launch/ApplicationFolder.h"
 #include "platform/launch/Bundle.h"
-#include "platform/workspace/IconNames.h"
-#include "platform/workspace/IconThemeIndex.h"
+#include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/ResponsiveFiles.h"
+#include "platform/workspace/themes/IconThemeIndex.h"
 
 #include <initializer_list>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconThemeFiles.h"
+#include "platform/workspace/themes/IconThemeFiles.h"
 
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/IconTheme.h"
+#include "platform/workspace/themes/IconTheme.h"
 
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"

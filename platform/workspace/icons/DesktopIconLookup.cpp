@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/workspace/icons/DesktopIconLookup.h"
+
+#include <memory>
+#include <mutex>
+#include <utility>
+
+namespace MWCore {
+namespace {
+
+struct Current {
+    std::mutex mutex;
+    std::shared_ptr<const DesktopIconLookup> lookup;
+};
+
+Current &shared() {
+    static auto *const current = new Current; // never freed: threads may outlive main()
+    return *current;
+}
+
+} // namespace
+
+void setDesktopIconLookup(DesktopIconLookup lookup) {
+    Current &current = shared();
+    auto next = lookup ? std::make_shared<const DesktopIconLookup>(std::move(lookup)) : nullptr;
+    const std::scoped_lock lock(current.mutex);
+    current.lookup.swap(next);
+}
+
+std::optional<DesktopIcon> lookUpDesktopIcon(const QByteArray &path) {
+    Current &current = shared();
+    std::shared_ptr<const DesktopIconLookup> lookup;
+    {
+        const std::scoped_lock lock(current.mutex);
+        lookup = current.lookup;
+    }
+    return lookup ? (*lookup)(path) : std::nullopt;
+}
+
+} // namespace MWCore

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/formats/icns/IconContainer.h"
+#include "platform/workspace/icons/IconServices.h"
+#include "platform/workspace/themes/IconTheme.h"
+
+#include <MWCore/Picture.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include <QImage>
+
+namespace MWCore {
+
+/// The pictures of one icon, for the sizes that are wanted; each file is read once. Belongs to one
+/// thread.
+class IconPictures {
+public:
+    enum class Thumbnails : uint8_t { Skip, Use };
+
+    IconPictures(IconRef icon, std::shared_ptr<const IconTheme> theme, Thumbnails thumbnails);
+
+    /// The icon's own family: its custom icon, or the one in its file. Empty if it has none.
+    [[nodiscard]] const IconFamilyHandle &family();
+
+    /// The icon in a transparent square of @p pixels, drawn as its pictures for @p points at
+    /// @p scale whole pixels per point. QImage::Format_RGBA8888. Null if it has none.
+    [[nodiscard]] QImage image(int points, int scale, int pixels);
+
+private:
+    void readOwn();
+    const Picture *find(int points, int scale);
+    const Picture *inTheme(const QByteArray &path);
+    const Picture *drawing(int points);
+    [[nodiscard]] QImage familyImage(int pixels);
+
+    IconRef icon_;
+    std::shared_ptr<const IconTheme> theme_;
+    bool isOwnRead_ = false;
+    IconFamilyHandle family_;
+    std::optional<Picture> own_;
+    std::map<QByteArray, std::optional<Picture>> pictures_; ///< by path
+    Thumbnails thumbnails_;
+};
+
+} // namespace MWCore

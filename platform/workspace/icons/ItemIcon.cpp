@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/workspace/icons/ItemIcon.h"
+
+#include "platform/workspace/icons/IconBadges.h"
+#include "platform/workspace/icons/IconImageCache.h"
+#include "platform/workspace/icons/IconNames.h"
+#include "platform/workspace/icons/IconPictures.h"
+
+#include <cmath>
+#include <utility>
+
+#include <QHashFunctions>
+
+namespace MWCore {
+namespace {
+
+constexpr int kMostPixels = 4096;
+
+std::size_t hashOf(const IconRef &icon) {
+    return qHashMulti(0, icon.customIconOf, icon.file, icon.thumbnailOf, icon.themeNames,
+                      icon.drawing, icon.version);
+}
+
+QImage drawn(const IconImageKey &key, qreal scale) {
+    constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
+    IconPictures pictures(*key.icon, key.theme, IconPictures::Thumbnails::Use);
+    QImage image = pictures.image(key.points, static_cast<int>(std::ceil(scale)), key.pixels)
+                       .convertToFormat(kFormat);
+    if (!image.isNull())
+        drawBadge(image, key.badge);
+    image.setDevicePixelRatio(scale);
+    return image;
+}
+
+} // namespace
+
+ItemIcon::ItemIcon(IconRef icon, IconBadge badge)
+    : icon_(std::make_shared<const IconRef>(std::move(icon))), hash_(hashOf(*icon_)),
+      badge_(badge) {}
+
+ItemIcon::Ptr ItemIcon::init(IconRef icon, IconBadge badge) {
+    return Ptr(new ItemIcon(std::move(icon), badge));
+}
+
+QImage ItemIcon::cachedImage(int points, qreal scale) const {
+    return IconImageCache::shared().find(
+        {icon_, hash_, badge_, points, qRound(points * scale), IconTheme::current()});
+}
+
+QImage ItemIcon::image(int points, qreal scale) const {
+    const IconImageKey key = {
+        icon_, hash_, badge_, points, qRound(points * scale), IconTheme::current()};
+    QImage image = IconImageCache::shared().find(key);
+    if (!image.isNull() || points < 1 || key.pixels < 1 || key.pixels > kMostPixels)
+        return image;
+    image = drawn(key, scale);
+    IconImageCache::shared().insert(key, image);
+    return image;
+}
+
+void ItemIcon::setCacheLimit(int64_t bytes) {
+    IconImageCache::shared().setLimit(bytes);
+}
+
+ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge) {
+    FSRef ref;
+    IconRef icon;
+    const bool isFound =
+        FSPathMakeRef(path, &ref) == noErr && GetIconRefFromFileInfo(ref, &icon) == noErr;
+    if (!isFound)
+        icon = themeIcon("unknown", kFileDrawing);
+    return ItemIcon::init(std::move(icon), badge);
+}
+
+} // namespace MWCore

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <MWCore/IconServices.h>
+#include <MWCore/mwcore_export.h>
+
+#include <cstdint>
+#include <memory>
+
+#include <QByteArray>
+#include <QExplicitlySharedDataPointer>
+#include <QImage>
+#include <QSharedData>
+
+namespace MWCore {
+
+/// What is drawn over an icon.
+enum class IconBadge : uint8_t {
+    None,
+    Alias, ///< "AliasBadge"
+    Locked ///< "LockedBadge"
+};
+
+/// The icon of an item: a square of 128 x 128 points that is also drawn sharp in any other size.
+/// Only a description is stored; an image is drawn when it is wanted, and shared by all icons that
+/// look the same. Reference-counted, never changes; any thread.
+class MWCORE_EXPORT ItemIcon : public QSharedData {
+public:
+    using Ptr = QExplicitlySharedDataPointer<ItemIcon>;
+    static constexpr int kPoints = 128;
+
+    [[nodiscard]] static Ptr init(IconRef icon, IconBadge badge = IconBadge::None);
+
+    [[nodiscard]] const IconRef &description() const { return *icon_; }
+    [[nodiscard]] IconBadge badge() const { return badge_; }
+
+    /// The icon in a square of @p points at @p scale pixels per point, which is the image's device
+    /// pixel ratio. QImage::Format_ARGB32_Premultiplied. A file that has gone or is damaged since
+    /// is passed over. Null if the square has less than 1 or more than 4096 pixels a side, or
+    /// memory runs out.
+    [[nodiscard]] QImage image(int points = kPoints, qreal scale = 1) const;
+
+    /// The same if it is in the cache, else null. Draws nothing.
+    [[nodiscard]] QImage cachedImage(int points = kPoints, qreal scale = 1) const;
+
+    /// The images drawn last are kept, up to this many bytes for the whole process. 6 MiB at first.
+    static void setCacheLimit(int64_t bytes);
+
+private:
+    ItemIcon(IconRef icon, IconBadge badge);
+
+    std::shared_ptr<const IconRef> icon_;
+    std::size_t hash_; ///< of what decides the look
+    IconBadge badge_;
+};
+
+/// The icon that the workspace shows for the item at @p path (file-system representation), by
+/// GetIconRefFromFileInfo(). A link has the icon of its target. The generic file icon if nothing is
+/// there. Never null.
+[[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr iconForFile(const QByteArray &path,
+                                                      IconBadge badge = IconBadge::None);
+
+} // namespace MWCore
