@@ -173,7 +173,7 @@ TEST_F(IconServices, PreferACustomIcon) {
     IconRef flagged;
     EXPECT_EQ(GetIconRefFromFileInfo(ref("folder"), &flagged), noErr);
     EXPECT_EQ(IconRefToIconFamily(flagged, kSelectorAllAvailableData, &family), noErr);
-    EXPECT_TRUE(middle(family, fourCharCode("ic08")).isValid()) << "the flag alone is no icon";
+    EXPECT_GT(family.size(), 1000) << "the flag alone is no icon";
 }
 
 TEST_F(IconServices, ReadAFamilyFromAFile) {
