@@ -9,6 +9,7 @@
 #include "platform/workspace/icons/ApplicationIcons.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconServices.h"
+#include "platform/workspace/icons/MimeIcons.h"
 #include "platform/workspace/icons/UserFolders.h"
 #include "platform/workspace/ResponsiveFiles.h"
 
@@ -18,8 +19,6 @@
 #include <span>
 #include <utility>
 #include <vector>
-
-#include <QMimeDatabase>
 
 #include <sys/stat.h>
 
@@ -70,21 +69,11 @@ IconRef folderIcon(const QByteArray &path, const ItemStatus &item) {
                      kFolderDrawing);
 }
 
-/// The icons of the type, then of those that it is a special case of.
 IconRef fileIcon(const QByteArray &path) {
     if (path.endsWith(kDesktopEntrySuffix))
         if (auto named = desktopEntryIcon(path))
             return *std::move(named);
-    const QMimeType type = mimeTypeOfFile(path);
-    IconRef icon = themeIcon({type.iconName(), type.genericIconName()}, kFileDrawing);
-    for (const QString &ancestor : type.allAncestors()) {
-        const QMimeType parent = QMimeDatabase().mimeTypeForName(ancestor);
-        icon.themeNames += {parent.iconName(), parent.genericIconName()};
-    }
-    icon.themeNames += {"text-x-generic", "unknown"};
-    icon.themeNames.removeAll(QString());
-    icon.themeNames.removeDuplicates();
-    return icon;
+    return mimeTypeIcon(mimeTypeOfFile(path));
 }
 
 /// The item to which a link leads, unless its file system might not answer; else the link itself.
