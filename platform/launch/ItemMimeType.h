@@ -3,12 +3,12 @@
 #pragma once
 
 #include <QByteArray>
-#include <QMimeType>
+#include <QString>
 
 namespace MWCore {
 
-/// The MIME type of the regular file at @p path, by its name and, if that is ambiguous, by its
-/// first 16 KB. Any thread.
-[[nodiscard]] QMimeType mimeTypeOfFile(const QByteArray &path);
+/// The name of the MIME type of the regular file at @p path, by the file's name and, if that is
+/// ambiguous, by its first 16 KB. Any thread.
+[[nodiscard]] QString mimeTypeOfFile(const QByteArray &path);
 
 } // namespace MWCore

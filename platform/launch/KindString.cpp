@@ -4,9 +4,11 @@
 #include "platform/aliases/FileUrl.h"
 #include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
+#include "platform/foundation/ShortMemo.h"
 #include "platform/launch/ItemMimeType.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/launch/LaunchServices.h"
+#include "platform/launch/MimeTypesByName.h"
 #include "platform/launch/PackageExtensions.h"
 #include "platform/metadata/MetadataStore.h"
 
@@ -14,6 +16,7 @@
 #include <iterator>
 
 #include <QCoreApplication>
+#include <QLocale>
 #include <QMimeDatabase>
 
 namespace MWCore {
@@ -28,8 +31,11 @@ constexpr InodeRow kInodeRows[] = {
     {S_IFBLK, "inode/blockdevice"}, {S_IFCHR, "inode/chardevice"},
 };
 
-QString commentOf(const char *mimeType) {
-    return QMimeDatabase().mimeTypeForName(QLatin1String(mimeType)).comment();
+QString commentOf(const QString &mimeType) {
+    static auto *const memo =
+        new ShortMemo<QString, QString>; // never freed: threads outlive main()
+    return memo->value(QLocale().name() + u' ' + mimeType,
+                       [&mimeType] { return QMimeDatabase().mimeTypeForName(mimeType).comment(); });
 }
 
 FinderInfo finderInfoOf(const QByteArray &path) {
@@ -45,17 +51,16 @@ bool isAliasFile(const QByteArray &path) {
 
 QString kindOfPlainFile(const QByteArray &path) {
     return isAliasFile(path) ? QCoreApplication::translate("MWCore", "Alias")
-                             : mimeTypeOfFile(path).comment();
+                             : commentOf(mimeTypeOfFile(path));
 }
 
 /// The kind, by name, of a document that is a folder. The known extensions of packages are left
 /// out, because in the database they stand for regular files.
 QString kindOfPackage(const QByteArray &path) {
     const QByteArray name = PathParts(path).name;
-    const auto byName =
-        QMimeDatabase().mimeTypesForFileName(stringWithFileSystemRepresentation(name));
+    const QStringList byName = mimeTypesByName(stringWithFileSystemRepresentation(name));
     return byName.size() == 1 && !hasPackageExtension(name)
-               ? byName.front().comment()
+               ? commentOf(byName.front())
                : QCoreApplication::translate("MWCore", "Package");
 }
 
@@ -67,7 +72,8 @@ QString kindOfFolder(const QByteArray &path) {
         return QCoreApplication::translate("MWCore", "Application");
     if (flags & kLSItemInfoIsPackage)
         return kindOfPackage(path);
-    return commentOf(flags & kLSItemInfoIsVolume ? "inode/mount-point" : "inode/directory");
+    return commentOf(
+        QString::fromLatin1(flags & kLSItemInfoIsVolume ? "inode/mount-point" : "inode/directory"));
 }
 
 } // namespace
@@ -79,7 +85,7 @@ QString LSCopyKindString(const QByteArray &path) {
     if (S_ISDIR(item.mode))
         return kindOfFolder(path);
     const auto *const row = std::ranges::find(kInodeRows, item.mode & S_IFMT, &InodeRow::type);
-    return row == std::end(kInodeRows) ? QString() : commentOf(row->mimeType);
+    return row == std::end(kInodeRows) ? QString() : commentOf(QString::fromLatin1(row->mimeType));
 }
 
 } // namespace MWCore

@@ -4,12 +4,12 @@
 
 #include "platform/workspace/icons/IconServices.h"
 
-#include <QMimeType>
+#include <QString>
 
 namespace MWCore {
 
-/// The icon of the files of a MIME type: in themes that of the type, then those of the types that
-/// it is a special case of, each followed by its generic icon. Any thread.
-[[nodiscard]] IconRef mimeTypeIcon(const QMimeType &type);
+/// The icon of the files of the MIME type @p name: in themes that of the type, then those of the
+/// types that it is a special case of, each followed by its generic icon. Any thread.
+[[nodiscard]] IconRef mimeTypeIcon(const QString &name);
 
 } // namespace MWCore
