@@ -3,6 +3,7 @@
 #include "platform/workspace/icons/ItemIcon.h"
 
 #include "platform/workspace/icons/IconBadges.h"
+#include "platform/workspace/icons/IconDescriptions.h"
 #include "platform/workspace/icons/IconImageCache.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconPictures.h"
@@ -10,17 +11,10 @@
 #include <cmath>
 #include <utility>
 
-#include <QHashFunctions>
-
 namespace MWCore {
 namespace {
 
 constexpr int kMostPixels = 4096;
-
-std::size_t hashOf(const IconRef &icon) {
-    return qHashMulti(0, icon.customIconOf, icon.file, icon.thumbnailOf, icon.themeNames,
-                      icon.drawing, icon.version);
-}
 
 QImage drawn(const IconImageKey &key, qreal scale) {
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
@@ -36,8 +30,7 @@ QImage drawn(const IconImageKey &key, qreal scale) {
 } // namespace
 
 ItemIcon::ItemIcon(IconRef icon, IconBadge badge)
-    : icon_(std::make_shared<const IconRef>(std::move(icon))), hash_(hashOf(*icon_)),
-      badge_(badge) {}
+    : hash_(hashOf(icon)), icon_(sharedDescription(std::move(icon), hash_)), badge_(badge) {}
 
 ItemIcon::Ptr ItemIcon::init(IconRef icon, IconBadge badge) {
     return Ptr(new ItemIcon(std::move(icon), badge));

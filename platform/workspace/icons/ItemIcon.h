@@ -50,8 +50,8 @@ public:
 private:
     ItemIcon(IconRef icon, IconBadge badge);
 
-    std::shared_ptr<const IconRef> icon_;
     std::size_t hash_; ///< of what decides the look
+    std::shared_ptr<const IconRef> icon_;
     IconBadge badge_;
 };
 

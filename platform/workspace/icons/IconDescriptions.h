@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/workspace/icons/IconServices.h"
+
+#include <cstddef>
+#include <memory>
+
+namespace MWCore {
+
+/// A hash of what decides the look of an icon.
+[[nodiscard]] std::size_t hashOf(const IconRef &icon);
+
+/// A description with the value @p icon, whose hash is @p hash. The items of a kind share one;
+/// icons with a file of their own do not. Any thread.
+[[nodiscard]] std::shared_ptr<const IconRef> sharedDescription(IconRef icon, std::size_t hash);
+
+} // namespace MWCore
