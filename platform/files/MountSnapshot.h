@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/files/MountTable.h"
+#include "platform/files/CurrentMounts.h"
 
-#include <optional>
+#include <memory>
+#include <vector>
 
 namespace MWCore {
 
@@ -14,12 +15,12 @@ class MountSnapshot {
 public:
     [[nodiscard]] const std::vector<Mount> &mounts() {
         if (!mounts_)
-            mounts_ = mountTable();
+            mounts_ = currentMounts();
         return *mounts_;
     }
 
 private:
-    std::optional<std::vector<Mount>> mounts_;
+    std::shared_ptr<const std::vector<Mount>> mounts_;
 };
 
 } // namespace MWCore
