@@ -3,19 +3,16 @@
 #include "platform/pictures/Png.h"
 
 #include "platform/formats/BigEndian.h"
+#include "platform/pictures/Deflate.h"
+#include "platform/pictures/PngChunks.h"
 
 #include <algorithm>
-#include <memory>
 
 #include <QBuffer>
 #include <QImageReader>
 
-#include <libdeflate.h>
-
 namespace MWCore {
 namespace {
-
-constexpr uint64_t kChunkFrame = 12; ///< length, type and checksum
 
 constexpr QByteArrayView kDataChunk = "IDAT";
 constexpr QByteArrayView kLastChunk = "IEND";
@@ -28,25 +25,13 @@ bool isKept(QByteArrayView type, PngColour colour) {
             std::ranges::find(kColourChunks, type) != std::end(kColourChunks));
 }
 
-struct FreeDecompressor {
-    void operator()(libdeflate_decompressor *decompressor) const {
-        libdeflate_free_decompressor(decompressor);
-    }
-};
-
 /// The contents of the IDAT chunks, which are one compressed stream.
 QByteArray compressedPixels(QByteArrayView png) {
-    constexpr qsizetype kContent = 8; // after length and type
     QByteArray pixels;
-    auto offset = static_cast<uint64_t>(kPngSignature.size());
-    while (const auto length = numberAt<uint32_t>(png, offset)) {
-        const auto chunk = bytesAt(png, offset, kChunkFrame + *length);
-        if (!chunk)
-            break;
-        if (chunk->sliced(4, 4) == kDataChunk)
-            pixels += chunk->sliced(kContent, qsizetype{*length});
-        offset += static_cast<uint64_t>(chunk->size());
-    }
+    PngChunks chunks(png);
+    for (PngChunk chunk; chunks.next(&chunk);)
+        if (chunk.type == kDataChunk)
+            pixels += chunk.content;
     return pixels;
 }
 
@@ -56,15 +41,8 @@ bool isWithinSize(QByteArrayView png, QSize size) {
     constexpr qsizetype kLargestPixel = 8; // bytes: 16-bit RGBA
     constexpr qsizetype kPasses = 7;       // of an interlaced image; each row has a filter byte
     const qsizetype most = kLargestPixel * size.width() * size.height() + kPasses * size.height();
-    const std::unique_ptr<libdeflate_decompressor, FreeDecompressor> decompressor(
-        libdeflate_alloc_decompressor());
-    const QByteArray compressed = compressedPixels(png);
     QByteArray pixels(most, Qt::Uninitialized);
-    std::size_t length = 0;
-    return decompressor && libdeflate_zlib_decompress(decompressor.get(), compressed.constData(),
-                                                      static_cast<std::size_t>(compressed.size()),
-                                                      pixels.data(), static_cast<std::size_t>(most),
-                                                      &length) != LIBDEFLATE_INSUFFICIENT_SPACE;
+    return decompressZlib(compressedPixels(png), &pixels) != LIBDEFLATE_INSUFFICIENT_SPACE;
 }
 
 } // namespace
@@ -87,17 +65,12 @@ std::optional<QSize> pngSize(QByteArrayView bytes) {
 
 QByteArray essentialPng(QByteArrayView bytes, PngColour colour) {
     QByteArray kept = kPngSignature.toByteArray();
-    auto offset = static_cast<uint64_t>(kPngSignature.size());
-    while (const auto length = numberAt<uint32_t>(bytes, offset)) {
-        const auto chunk = bytesAt(bytes, offset, kChunkFrame + *length);
-        if (!chunk)
-            break;
-        const QByteArrayView type = chunk->sliced(4, 4);
-        if (isKept(type, colour))
-            kept += *chunk;
-        if (type == kLastChunk)
+    PngChunks chunks(bytes);
+    for (PngChunk chunk; chunks.next(&chunk);) {
+        if (isKept(chunk.type, colour))
+            kept += chunk.whole;
+        if (chunk.type == kLastChunk)
             return kept;
-        offset += static_cast<uint64_t>(chunk->size());
     }
     return {};
 }
