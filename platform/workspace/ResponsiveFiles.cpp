@@ -11,15 +11,23 @@
 
 namespace MWCore {
 
-ResponsiveFiles::ResponsiveFiles(const QByteArray &item) {
-    for (const QByteArray &path : {homeFolder(), item})
+/// Allows the mounts that need not be local, which few paths lead to. False if that was done
+/// before.
+bool ResponsiveFiles::allowMore() {
+    if (std::exchange(isMoreAllowed_, true))
+        return false;
+    for (const QByteArray &path : {homeFolder(), item_})
         if (const auto mount = path.isEmpty() ? std::nullopt : mountAt(path))
             guard_.allow(*mount);
+    return true;
 }
 
 Descriptor ResponsiveFiles::open(const QByteArray &path, QByteArray *realPath) {
     OSStatus status = noErr;
-    return guard_.open(path, FinalLink::Follow, &status, realPath);
+    Descriptor item = guard_.open(path, FinalLink::Follow, &status, realPath);
+    if (status == fileBoundsErr && allowMore())
+        item = guard_.open(path, FinalLink::Follow, &status, realPath);
+    return item;
 }
 
 QByteArray ResponsiveFiles::regularFile(const QByteArray &path) {

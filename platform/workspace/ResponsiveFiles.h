@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include <QByteArray>
 
@@ -20,7 +21,7 @@ namespace MWCore {
 class ResponsiveFiles {
 public:
     /// @p item is on a file system that may be touched; an empty path means none.
-    explicit ResponsiveFiles(const QByteArray &item = {});
+    explicit ResponsiveFiles(QByteArray item = {}) : item_(std::move(item)) {}
 
     ResponsiveFiles(const ResponsiveFiles &) = delete;
     ResponsiveFiles &operator=(const ResponsiveFiles &) = delete;
@@ -38,6 +39,10 @@ public:
     [[nodiscard]] std::optional<QByteArray> read(const QByteArray &path, int64_t limit);
 
 private:
+    [[nodiscard]] bool allowMore();
+
+    QByteArray item_;
+    bool isMoreAllowed_ = false;
     MountSnapshot mounts_;
     SearchBudget budget_{SearchLimits()};
     MountGuard guard_{mounts_, budget_};
