@@ -44,13 +44,20 @@ QByteArray homeFolder() {
     return home.startsWith('/') ? home : QByteArray();
 }
 
+QByteArray userDataFolder() {
+    return userFolder("XDG_DATA_HOME", ".local/share");
+}
+
 QByteArray userConfigFolder() {
     return userFolder("XDG_CONFIG_HOME", ".config");
 }
 
+QByteArray userCacheFolder() {
+    return userFolder("XDG_CACHE_HOME", ".cache");
+}
+
 std::vector<QByteArray> dataFolders() {
-    return withUserFolder(userFolder("XDG_DATA_HOME", ".local/share"),
-                          listIn("XDG_DATA_DIRS", "/usr/local/share:/usr/share"));
+    return withUserFolder(userDataFolder(), listIn("XDG_DATA_DIRS", "/usr/local/share:/usr/share"));
 }
 
 std::vector<QByteArray> configFolders() {

@@ -17,7 +17,10 @@ namespace MWCore {
 [[nodiscard]] std::vector<QByteArray> dataFolders();
 [[nodiscard]] std::vector<QByteArray> configFolders();
 
-/// The user's own folder of settings; empty if it is unknown.
+/// The user's own folders of data, of settings, and of files that can be made again; empty if they
+/// are unknown.
+[[nodiscard]] QByteArray userDataFolder();
 [[nodiscard]] QByteArray userConfigFolder();
+[[nodiscard]] QByteArray userCacheFolder();
 
 } // namespace MWCore

@@ -1,78 +1,114 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/workspace/icons/ApplicationIcons.h"
-
-#include "platform/files/MountTable.h"
+#include "core/posix/FolderStream.h"
 #include "platform/files/PathParts.h"
-#include "platform/files/RegularFile.h"
 #include "platform/formats/DesktopEntry.h"
+#include "platform/formats/PropertyList.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/launch/ApplicationFolder.h"
-#include "platform/launch/Bundle.h"
+#include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconNames.h"
-#include "platform/workspace/ResponsiveFiles.h"
+#include "platform/workspace/icons/IconSources.h"
 #include "platform/workspace/themes/IconThemeIndex.h"
 
 #include <initializer_list>
+#include <optional>
+#include <set>
+
+#include <QVariantMap>
 
 namespace MWCore {
 namespace {
 
-IconRef executableIcon() {
-    return themeIcon("application-x-executable", kFileDrawing);
+constexpr int64_t kLongestDescription = 1'000'000; // bytes; real ones have some 10,000
+
+/// What an application folder says about its icon.
+struct Application {
+    bool isAppDir = false;
+    QByteArray iconName; ///< empty if it names none, or not a plain name
+};
+
+QByteArray plainName(const QString &name) {
+    const auto bytes = fileSystemRepresentation(name);
+    return bytes && isPlainName(*bytes) ? *bytes : QByteArray();
 }
 
-/// The first of @p names that is a regular file in @p folder, and not through a link outside it.
-QByteArray firstInside(const QByteArray &folder, std::initializer_list<QByteArray> names) {
-    ResponsiveFiles files(folder);
-    QByteArray realFolder;
-    if (!files.open(folder, &realFolder))
-        return {};
+std::optional<Application> bundleIn(FolderFiles &folder) {
+    const auto list = folder.find("Contents/Info.plist");
+    const auto bytes = list ? list->read(kLongestDescription) : std::nullopt;
+    const QVariant content = bytes ? readPropertyList(*bytes) : QVariant();
+    if (content.typeId() != QMetaType::QVariantMap)
+        return std::nullopt;
+    return Application{false, plainName(content.toMap().value("CFBundleIconFile").toString())};
+}
+
+std::set<QByteArray> desktopEntryNames(const QByteArray &folder) {
+    std::set<QByteArray> names;
+    const FolderStream listing(opendir(folder.constData()));
+    while (const dirent *const entry = listing ? readdir(listing.get()) : nullptr)
+        if (const QByteArray name = entry->d_name; name.endsWith(kDesktopEntrySuffix))
+            names.insert(name);
+    return names;
+}
+
+std::optional<Application> appDirIn(FolderFiles &folder) {
+    if (!folder.findAnywhere("AppRun"))
+        return std::nullopt;
+    for (const QByteArray &name : desktopEntryNames(folder.path())) {
+        const auto entry = folder.find(name);
+        const auto bytes = entry ? entry->read(kLongestDescription) : std::nullopt;
+        if (!bytes)
+            continue;
+        const auto icon = DesktopEntry(*bytes).localizedValue(DesktopEntry::kMainGroup, "Icon");
+        return Application{true, plainName(icon.value_or(QString()))};
+    }
+    return std::nullopt;
+}
+
+/// Adds the first of @p names that is a file in the folder.
+void addFile(IconRef &icon, FolderFiles &folder, std::initializer_list<QByteArray> names) {
     for (const QByteArray &name : names)
-        if (QByteArray file = files.regularFile(pathIn(realFolder, name));
-            !file.isEmpty() && isAtOrBelow(file, realFolder))
-            return file;
-    return {};
+        if (const auto file = folder.find(name))
+            return setFile(icon, *file);
 }
 
-void addThemeName(IconRef &icon, const QByteArray &name) {
-    icon.themeNames.prepend(stringWithFileSystemRepresentation(name));
+void addBundleIcon(IconRef &icon, FolderFiles &folder, const QByteArray &name) {
+    if (!name.isEmpty())
+        addFile(icon, folder,
+                {"Contents/Resources/" + name + ".icns", "Contents/Resources/" + name});
+}
+
+void addAppDirIcon(IconRef &icon, FolderFiles &folder, const QByteArray &name) {
+    constexpr const char *kAnyName = ".DirIcon";
+    setThemeName(icon, stringWithFileSystemRepresentation(name));
+    if (name.isEmpty())
+        addFile(icon, folder, {kAnyName});
+    else
+        addFile(icon, folder, {name + ".svg", name + ".png", kAnyName});
+}
+
+/// Rules out nearly all other folders with one system call.
+bool mayBeApplication(const QByteArray &folder) {
+    struct stat item = {};
+    return lowerExtensionOf(PathParts(folder).name) == "app" ||
+           lstat(appRunPath(folder).constData(), &item) == 0;
 }
 
 } // namespace
 
-std::optional<IconRef> applicationFolderIcon(const QByteArray &folder) {
-    const auto bundle = isApplicationFolder(folder) ? Bundle::open(folder) : std::nullopt;
-    if (!bundle || !bundle->isApplication())
-        return std::nullopt;
-    IconRef icon = executableIcon();
-    const auto name = fileSystemRepresentation(bundle->value("CFBundleIconFile").toString());
-    const bool isNamed = name && isPlainName(*name);
-    const bool isAppDir = appDirEntryPath(folder).has_value();
-    if (!isAppDir && isNamed)
-        icon.file = firstInside(
-            folder, {"Contents/Resources/" + *name + ".icns", "Contents/Resources/" + *name});
-    if (isAppDir && isNamed) {
-        icon.file = firstInside(folder, {*name + ".svg", *name + ".png", ".DirIcon"});
-        addThemeName(icon, *name);
-    }
-    return icon;
-}
-
-std::optional<IconRef> desktopEntryIcon(const QByteArray &path) {
-    OSStatus status = noErr;
-    const auto bytes = readStartOf(path, kLongestDesktopEntry, FinalLink::Keep, &status);
-    const auto value = bytes ? DesktopEntry(*bytes).localizedValue(DesktopEntry::kMainGroup, "Icon")
-                             : std::nullopt;
-    const auto name = value ? fileSystemRepresentation(*value) : std::nullopt;
-    if (!name || name->isEmpty())
-        return std::nullopt;
-    IconRef icon = executableIcon();
-    if (name->startsWith('/'))
-        icon.file = ResponsiveFiles(path).regularFile(*name);
-    else if (isPlainName(*name))
-        addThemeName(icon, *name);
-    return icon;
+void addApplicationIcon(const IconItem &item, IconRef &icon) {
+    if (!mayBeApplication(item.path))
+        return;
+    FolderFiles folder(item.path);
+    auto application =
+        lowerExtensionOf(PathParts(item.path).name) == "app" ? bundleIn(folder) : std::nullopt;
+    if (!application)
+        application = appDirIn(folder);
+    if (!application)
+        return;
+    icon = themeIcon("application-x-executable", kFileDrawing);
+    const auto add = application->isAppDir ? addAppDirIcon : addBundleIcon;
+    add(icon, folder, application->iconName);
 }
 
 } // namespace MWCore

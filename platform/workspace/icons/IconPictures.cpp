@@ -2,10 +2,11 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/icons/IconPictures.h"
 
-#include "platform/files/RegularFile.h"
 #include "platform/formats/icns/IconImages.h"
 #include "platform/pictures/ImageScaling.h"
 #include "platform/workspace/icons/DrawnIcons.h"
+#include "platform/workspace/icons/IconFiles.h"
+#include "platform/workspace/icons/SharedThumbnails.h"
 #include "platform/workspace/ResponsiveFiles.h"
 
 #include <MWCore/IconElements.h>
@@ -63,10 +64,9 @@ void IconPictures::readOwn() {
         return;
     if (!icon_.customIconOf.isEmpty())
         family_ = customIconFamily(icon_.customIconOf);
-    OSStatus status = noErr;
     auto bytes = !family_.isEmpty() || icon_.file.isEmpty()
                      ? std::nullopt
-                     : readRegularFile(icon_.file, kLongestIconFamily, FinalLink::Keep, &status);
+                     : readIconFile(icon_.file, kLongestIconFamily);
     if (bytes && bytes->startsWith(kFamilyHeader))
         family_ = *std::move(bytes);
     else
@@ -91,15 +91,18 @@ QImage IconPictures::familyImage(int pixels) {
 QImage IconPictures::image(int points, int scale, int pixels) {
     QImage image = familyImage(pixels);
     if (image.isNull())
-        if (const Picture *const picture = find(points, scale))
+        if (const Picture *const picture = find(points, scale, pixels))
             image = picture->squareImage(pixels);
     return image;
 }
 
-const Picture *IconPictures::find(int points, int scale) {
+const Picture *IconPictures::find(int points, int scale, int pixels) {
     readOwn();
     if (own_)
         return &*own_;
+    if (thumbnails_ == Thumbnails::Use && !icon_.thumbnailOf.isEmpty() &&
+        (thumbnail_ = sharedThumbnail(icon_.thumbnailOf, pixels)))
+        return &*thumbnail_;
     const auto path = theme_->find(icon_.themeNames, points, scale);
     const Picture *const found = path ? inTheme(*path) : nullptr;
     return found ? found : drawing(points);

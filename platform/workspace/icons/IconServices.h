@@ -19,11 +19,11 @@ namespace MWCore {
 /// Which icon is meant. The first of these that exists and can be read is drawn. A plain value.
 struct IconRef {
     QByteArray customIconOf; ///< the path of an item with a custom icon
-    QByteArray file;         ///< the path of a picture or icon family
+    QByteArray file;         ///< the path of a picture or icon family, without links
     QByteArray thumbnailOf;  ///< the path of a file that the shared thumbnails may show
     QStringList themeNames;  ///< icons of the user's theme, the most specific one first
     QString drawing;         ///< one of this library's own, by the name of the SVG resource
-    uint64_t version = 0;    ///< another number once the content of one of those files changes
+    uint64_t version = 0;    ///< another one once one of those files changes; 0 without a file
 
     bool operator==(const IconRef &) const = default;
 };

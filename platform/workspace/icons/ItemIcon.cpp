@@ -7,6 +7,7 @@
 #include "platform/workspace/icons/IconImageCache.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconPictures.h"
+#include "platform/workspace/icons/ItemIcons.h"
 
 #include <cmath>
 #include <utility>
@@ -57,11 +58,8 @@ void ItemIcon::setCacheLimit(int64_t bytes) {
 }
 
 ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge) {
-    FSRef ref;
     IconRef icon;
-    const bool isFound =
-        FSPathMakeRef(path, &ref) == noErr && GetIconRefFromFileInfo(ref, &icon) == noErr;
-    if (!isFound)
+    if (findItemIcon(path, &icon) != noErr)
         icon = themeIcon("unknown", kFileDrawing);
     return ItemIcon::init(std::move(icon), badge);
 }

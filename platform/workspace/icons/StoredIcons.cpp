@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/FileCatalogue.h"
+#include "platform/catalogue/ItemMetadata.h"
 #include "platform/catalogue/ResourceFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
+#include "platform/metadata/Sidecar.h"
+#include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconServices.h"
+#include "platform/workspace/icons/IconSources.h"
 
 #include <MWCore/IconElements.h>
 
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace MWCore {
 namespace {
@@ -34,7 +40,30 @@ OSStatus findHolder(const FSRef &ref, FSNodeFlags flags, FSRef *holder) {
     return status;
 }
 
+/// The version of the fork of the item at @p path; 0 if nothing is there. It is stored with the
+/// item or beside it.
+void addForkVersion(IconRef &icon, const QByteArray &path) {
+    const PathParts parts(path);
+    for (const QByteArray &holder : {path, parts.beside(sidecarName(parts.name))})
+        if (struct stat item = {}; lstat(holder.constData(), &item) == 0)
+            addVersion(icon, versionOf(item));
+}
+
 } // namespace
+
+void addCustomIcon(const IconItem &item, IconRef &icon) {
+    const auto info = ItemMetadata::read(item.path, ItemMetadata::Part::FinderInfo).finderInfo();
+    if (!info || !info->flags.testFlag(kHasCustomIcon))
+        return;
+    icon.customIconOf = item.path;
+    if (S_ISREG(item.status.mode))
+        return addForkVersion(icon, item.path);
+    if (item.status.isMountPoint)
+        if (const auto file = FolderFiles(item.path).find(".VolumeIcon.icns"))
+            setFile(icon, *file);
+    for (const char *const name : kFolderIconFiles)
+        addForkVersion(icon, pathIn(item.path, name));
+}
 
 OSStatus ReadIconFromFSRef(const FSRef &ref, IconFamilyHandle *iconFamily) {
     QByteArray path;

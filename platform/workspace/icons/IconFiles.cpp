@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/workspace/icons/IconFiles.h"
+
+#include "platform/files/DescriptorPath.h"
+#include "platform/files/MountTable.h"
+#include "platform/files/PathParts.h"
+#include "platform/files/RegularFile.h"
+#include "platform/foundation/FileSystemText.h"
+#include "platform/workspace/themes/IconThemeIndex.h"
+
+#include <cerrno>
+#include <climits>
+#include <utility>
+
+#include <QHashFunctions>
+
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace MWCore {
+namespace {
+
+/// The item at @p path, if no part of the path is a link. Kernels before 5.6 and some sandboxes
+/// lack the call; there, links are followed first.
+Descriptor openWithoutLinks(const QByteArray &path) {
+    open_how how = {};
+    how.flags = O_PATH | O_CLOEXEC | O_NOFOLLOW;
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    const long opened = syscall(SYS_openat2, AT_FDCWD, path.constData(), &how, sizeof how);
+    if (opened >= 0 || (errno != ENOSYS && errno != EPERM))
+        return Descriptor(static_cast<int>(opened));
+    Descriptor item(open(path.constData(), O_PATH | O_CLOEXEC | O_NOFOLLOW));
+    return item && realPathOfDescriptor(item.number()) == path ? std::move(item) : Descriptor();
+}
+
+/// Reads the regular file that @p item refers to.
+std::optional<QByteArray> readFile(const Descriptor &item, int64_t limit) {
+    OSStatus status = noErr;
+    return item
+               ? readRegularFile(pathOfDescriptor(item.number()), limit, FinalLink::Follow, &status)
+               : std::nullopt;
+}
+
+} // namespace
+
+uint64_t versionOf(const struct stat &file) {
+    const std::size_t hash =
+        qHashMulti(0, quint64{file.st_dev}, quint64{file.st_ino}, qint64{file.st_size},
+                   qint64{file.st_mtim.tv_sec}, qint64{file.st_mtim.tv_nsec},
+                   qint64{file.st_ctim.tv_sec}, qint64{file.st_ctim.tv_nsec});
+    return uint64_t{hash} | 1;
+}
+
+void addVersion(IconRef &icon, uint64_t version) {
+    icon.version = qHashMulti(0, quint64{icon.version}, quint64{version});
+}
+
+std::optional<QByteArray> IconFile::read(int64_t limit) const {
+    return readFile(item, limit);
+}
+
+std::optional<IconFile> findIconFile(ResponsiveFiles &files, const QByteArray &path) {
+    QByteArray real;
+    Descriptor found = files.open(path, &real);
+    struct stat item = {};
+    const bool isRegular = found && fstat(found.number(), &item) == 0 && S_ISREG(item.st_mode);
+    return isRegular ? std::optional(IconFile{std::move(found), real, versionOf(item)})
+                     : std::nullopt;
+}
+
+void setFile(IconRef &icon, const IconFile &file) {
+    icon.file = file.path;
+    addVersion(icon, file.version);
+}
+
+void setThemeName(IconRef &icon, const QString &name) {
+    const auto bytes = fileSystemRepresentation(name);
+    if (!bytes || !isPlainName(*bytes) || bytes->size() > NAME_MAX)
+        return;
+    icon.themeNames.removeAll(name);
+    icon.themeNames.prepend(name);
+    icon.file.clear();
+    icon.thumbnailOf.clear();
+    icon.version = 0;
+}
+
+std::optional<QByteArray> readIconFile(const QByteArray &path, int64_t limit) {
+    return readFile(openWithoutLinks(path), limit);
+}
+
+FolderFiles::FolderFiles(const QByteArray &folder) : files_(folder) {
+    if (!files_.open(folder, &path_))
+        path_.clear();
+}
+
+std::optional<IconFile> FolderFiles::find(const QByteArray &name) {
+    auto file = findAnywhere(name);
+    return file && isAtOrBelow(file->path, path_) ? std::move(file) : std::nullopt;
+}
+
+std::optional<IconFile> FolderFiles::findAnywhere(const QByteArray &name) {
+    return path_.isEmpty() ? std::nullopt : findIconFile(files_, pathIn(path_, name));
+}
+
+} // namespace MWCore

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include "platform/launch/ItemStatus.h"
+#include "platform/workspace/icons/IconServices.h"
+
+#include <QByteArray>
+
+/// Where the icon of an item comes from, one function a source. Each is given what the less
+/// important sources have found, and puts before it what it knows itself; one that knows nothing
+/// changes nothing. A file must be regular, and on a file system that answers. Any thread.
+namespace MWCore {
+
+/// The item whose icon is wanted.
+struct IconItem {
+    QByteArray path; ///< absolute
+    ItemStatus status;
+};
+
+// Of folders and files:
+
+/// The custom icon, if the item's Finder flags say that it has one; that of a volume may also be
+/// in the file ".VolumeIcon.icns" in it.
+void addCustomIcon(const IconItem &item, IconRef &icon);
+
+/// The answer of lookUpDesktopIcon().
+void addLookedUpIcon(const IconItem &item, IconRef &icon);
+
+// Of folders:
+
+/// The icon that the file ".directory" in the folder names, as KDE's file managers write it: an
+/// icon of the theme, an absolute path, or "./" and a path in the folder.
+void addDirectoryFileIcon(const IconItem &item, IconRef &icon);
+
+/// The icon that an application folder brings along (ApplicationFolder.h), if it lies in the folder
+/// without links out of it.
+void addApplicationIcon(const IconItem &item, IconRef &icon);
+
+/// The icon of the purpose of one of the user's folders: the home folder, or one of those in
+/// user-dirs.dirs (xdg-user-dirs).
+void addUserFolderIcon(const IconItem &item, IconRef &icon);
+
+/// The icon of the medium of a volume.
+void addVolumeIcon(const IconItem &item, IconRef &icon);
+
+// Of files:
+
+/// The icon that a desktop entry names.
+void addDesktopEntryIcon(const IconItem &item, IconRef &icon);
+
+/// The icon of an AppImage for which the user's applications have an entry. It is not opened
+/// itself.
+void addAppImageIcon(const IconItem &item, IconRef &icon);
+
+/// The thumbnail of the file, if there is one; whether it is fresh is found out when it is drawn.
+void addThumbnail(const IconItem &item, IconRef &icon);
+
+} // namespace MWCore

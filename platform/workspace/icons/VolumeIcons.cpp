@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/aliases/AliasFollowing.h"
+#include "platform/files/CurrentMounts.h"
+#include "platform/files/FileSystemTypes.h"
+#include "platform/workspace/icons/IconNames.h"
+#include "platform/workspace/icons/IconSources.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+
+namespace MWCore {
+namespace {
+
+/// The types of file systems on discs.
+constexpr QByteArrayView kOpticalTypes[] = {"iso9660", "udf"};
+/// Those that are usual on removable media.
+constexpr QByteArrayView kRemovableTypes[] = {"exfat", "vfat"};
+
+bool isOneOf(std::span<const QByteArrayView> types, const QByteArray &type) {
+    return std::ranges::find(types, type) != types.end();
+}
+
+const char *iconOf(const Mount &mount) {
+    if (isOneOf(kOpticalTypes, mount.type))
+        return "media-optical drive-optical";
+    if (isOneOf(kRemovableTypes, mount.type))
+        return "drive-removable-media drive-harddisk";
+    return isLocalFileSystem(mount.type) ? "drive-harddisk" : "folder-remote network-server folder";
+}
+
+} // namespace
+
+void addVolumeIcon(const IconItem &item, IconRef &icon) {
+    if (!item.status.isMountPoint)
+        return;
+    const auto mounts = currentMounts();
+    const auto id = mountAt(item.path);
+    const auto mount = std::ranges::find(*mounts, id.value_or(0), &Mount::id);
+    const bool isKnown = id && mount != mounts->end() && item.path != "/";
+    icon = themeIcon(isKnown ? iconOf(*mount) : "drive-harddisk", kFolderDrawing);
+}
+
+} // namespace MWCore
