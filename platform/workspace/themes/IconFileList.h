@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -13,40 +15,59 @@ struct dirent64;
 
 namespace MWCore {
 
-/// The names of the icon files in several folders, in one block of memory; themes have up to
-/// 100,000 of them. Fill it from one thread; then any thread may read it.
+/// The names of the icon files in several folders; themes have up to 100,000 of them. Each name is
+/// stored once, and a file takes four bytes. Fill it from one thread; then any thread may read it.
 class IconFileList {
 public:
-    /// How many names are read, of icons or not.
-    static constexpr int kMostNames = 400'000;
+    static constexpr int kMostNames = 400'000; ///< that are read, of icons or not
+    static constexpr uint32_t kMostFolders = UINT16_MAX;
+    static constexpr QByteArrayView kExtensions[] = {".png", ".svg", ".xpm"};
+
+    /// A link may lead nowhere, or to something else, until it has been followed.
+    enum class Kind : uint8_t { File, Link, Useless };
 
     struct File {
-        uint32_t name;      ///< where its name begins in the block, without extension
-        uint32_t folder;    ///< the number of its folder
-        uint8_t nameLength; ///< bytes
-        uint8_t extension;  ///< the index in kExtensions
-        bool isCertain;     ///< false for a link, which may lead nowhere
+        uint16_t folder;   ///< the number of its folder
+        uint8_t extension; ///< the index in kExtensions
+        Kind kind;         ///< setKind() may change it while other threads read it
     };
-    static constexpr QByteArrayView kExtensions[] = {".png", ".svg", ".xpm"};
 
     /// Adds the icon files in the open folder @p descriptor, whose number is @p folder. A read
     /// error ends the folder: a theme in part is better than none.
-    void addFolder(int descriptor, uint32_t folder);
+    void addFolder(int descriptor, uint16_t folder);
 
     /// To be called after the last folder.
-    void sort();
+    void finish();
 
     /// The files of an icon, by the number of the folder, then by extension.
-    [[nodiscard]] std::span<const File> filesNamed(QByteArrayView icon) const;
+    [[nodiscard]] std::span<File> filesNamed(QByteArrayView icon);
 
-private:
-    void add(const dirent64 &entry, uint32_t folder);
-    [[nodiscard]] QByteArrayView nameOf(const File &file) const {
-        return QByteArrayView(names_).sliced(file.name, file.nameLength);
+    [[nodiscard]] static Kind kindOf(File &file) {
+        return std::atomic_ref(file.kind).load(std::memory_order_relaxed);
+    }
+    static void setKind(File &file, Kind kind) {
+        std::atomic_ref(file.kind).store(kind, std::memory_order_relaxed);
     }
 
-    QByteArray names_;
-    std::vector<File> files_;
+private:
+    struct NamedFile {
+        uint32_t icon;
+        File file;
+    };
+
+    void add(const dirent64 &entry, uint16_t folder);
+    [[nodiscard]] uint32_t iconNamed(QByteArrayView name);
+    [[nodiscard]] std::size_t slotOf(QByteArrayView name) const;
+    void enlargeTable();
+    [[nodiscard]] uint32_t iconCount() const { return static_cast<uint32_t>(nameEnds_.size()); }
+    [[nodiscard]] QByteArrayView nameOf(uint32_t icon) const;
+
+    QByteArray names_;                 ///< of all icons, one after another
+    std::vector<uint32_t> nameEnds_;   ///< of each icon, in names_
+    std::vector<uint32_t> slots_;      ///< hash table: the icon's number + 1, or 0
+    std::vector<NamedFile> added_;     ///< until finish()
+    std::vector<File> files_;          ///< those of an icon follow one another
+    std::vector<uint32_t> firstFiles_; ///< of each icon, in files_, and where the last one ends
     int namesLeft_ = kMostNames;
 };
 

@@ -6,9 +6,12 @@
 #include "platform/foundation/FileSystemText.h"
 #include "platform/workspace/themes/IconThemeFiles.h"
 #include "platform/workspace/themes/InstalledThemes.h"
+#include "platform/workspace/themes/ItemStamps.h"
 #include "platform/workspace/XdgFolders.h"
 
 #include <algorithm>
+#include <atomic>
+#include <iterator>
 #include <mutex>
 #include <utility>
 
@@ -34,9 +37,9 @@ public:
     explicit Files(std::vector<QByteArray> folders)
         : folders_(std::move(folders)), unthemed_(IconThemeFiles::unthemed(folders_)) {}
 
-    std::optional<QByteArray> find(const QByteArray &theme, const std::vector<QByteArray> &icons,
+    std::optional<QByteArray> find(const QString &theme, const std::vector<QByteArray> &icons,
                                    int size, int scale) {
-        std::call_once(areThemesKnown_, [this, &theme] { findThemes(theme); });
+        findThemesOnce(theme);
         const auto findIn = [&](IconThemeFiles &files) {
             std::optional<QByteArray> path;
             for (auto icon = icons.begin(); !path && icon != icons.end(); ++icon)
@@ -49,11 +52,35 @@ public:
         return path ? path : findIn(unthemed_);
     }
 
+    /// The base folders and those of the themes.
+    [[nodiscard]] std::vector<QByteArray> folders(const QString &theme) {
+        findThemesOnce(theme);
+        std::vector<QByteArray> all = folders_;
+        for (const auto &files : themes_)
+            all.insert(all.end(), files->themeFolders().begin(), files->themeFolders().end());
+        return all;
+    }
+
+    [[nodiscard]] bool haveChanged() const {
+        const auto hasChanged = [](const auto &files) { return files->haveChanged(); };
+        return areThemesKnown_.load(std::memory_order_acquire) &&
+               (stamps_.haveChanged() || unthemed_.haveChanged() ||
+                std::ranges::any_of(themes_, hasChanged));
+    }
+
 private:
-    void findThemes(const QByteArray &theme) {
+    void findThemesOnce(const QString &theme) {
+        std::call_once(themesFound_, [this, &theme] { findThemes(theme); });
+    }
+
+    void findThemes(const QString &theme) {
+        ResponsiveFiles files;
+        for (const QByteArray &folder : folders_)
+            stamps_.add(folder, files);
         std::vector<QByteArray> known = {kLastTheme};
-        addWithParents(theme, known);
+        addWithParents(fileSystemRepresentation(theme).value_or(QByteArray()), known);
         add(kLastTheme);
+        areThemesKnown_.store(true, std::memory_order_release);
     }
 
     /// Depth first, as the standard has it; each theme once.
@@ -67,7 +94,7 @@ private:
 
     /// Returns the names of the theme's parents.
     std::vector<QByteArray> add(const QByteArray &theme) {
-        auto index = installedThemeIndex(theme, folders_);
+        auto index = installedThemeIndex(theme, folders_, &stamps_);
         if (!index)
             return {};
         std::vector<QByteArray> themeFolders;
@@ -79,9 +106,11 @@ private:
     }
 
     std::vector<QByteArray> folders_;
-    std::once_flag areThemesKnown_;
+    std::once_flag themesFound_;
+    ItemStamps stamps_;
     std::vector<std::unique_ptr<IconThemeFiles>> themes_;
     IconThemeFiles unthemed_;
+    std::atomic<bool> areThemesKnown_ = false; ///< set after everything above
 };
 
 IconTheme::IconTheme(QString name, std::vector<QByteArray> folders)
@@ -90,8 +119,24 @@ IconTheme::IconTheme(QString name, std::vector<QByteArray> folders)
 IconTheme::~IconTheme() = default;
 
 std::optional<QByteArray> IconTheme::find(const QStringList &icons, int size, int scale) const {
-    const QByteArray theme = fileSystemRepresentation(name_).value_or(QByteArray());
-    return files_->find(theme, plainNames(icons), size, scale);
+    return files_->find(name_, plainNames(icons), size, scale);
+}
+
+bool IconTheme::hasChanged() const {
+    return files_->haveChanged();
+}
+
+QStringList IconTheme::watchedFolders() {
+    const auto theme = current();
+    std::vector<QByteArray> folders = themeSettingsFolders();
+    std::ranges::copy(theme->files_->folders(theme->name_), std::back_inserter(folders));
+    ResponsiveFiles files;
+    QStringList existing;
+    for (const QByteArray &folder : folders)
+        if (files.open(folder))
+            existing += stringWithFileSystemRepresentation(folder);
+    existing.removeDuplicates();
+    return existing;
 }
 
 std::vector<QByteArray> IconTheme::baseFolders() {

@@ -15,13 +15,24 @@
 namespace MWCore {
 
 /// The files of an icon theme and of those that it inherits (XDG Icon Theme Specification, 0.13).
-/// What is found is kept: each index file and folder is read once, when a search first needs it.
+/// What is found is kept: each index file and folder is read once, when a search first needs it; a
+/// theme that has changed is a new object.
 /// File systems that may not answer are not touched, except for that of the home folder. Any
 /// thread.
 class MWCORE_EXPORT IconTheme {
 public:
-    /// The user's theme. Read again after setCurrentName().
+    /// The user's theme. Costs nanoseconds; one call in five seconds calls refresh() first.
     [[nodiscard]] static std::shared_ptr<const IconTheme> current();
+
+    /// Makes current() another object if the user has chosen another theme, or if files or folders
+    /// of this one have changed: one was added, removed or upgraded. Returns whether it did. Costs
+    /// a millisecond or two.
+    static bool refresh();
+
+    /// The folders in which a change may make refresh() return true, for programs that watch
+    /// folders. Those of single sizes are left out: a program that adds icons to them also modifies
+    /// the theme's folder, so that caches are renewed.
+    [[nodiscard]] static QStringList watchedFolders();
 
     /// For hosts that know from the session which theme the user has chosen. Without a name, or
     /// with an empty one, it is the first of these that is installed: what the settings of KDE
@@ -36,6 +47,9 @@ public:
     ~IconTheme();
 
     [[nodiscard]] QString name() const { return name_; }
+
+    /// Whether files or folders that were read have changed since.
+    [[nodiscard]] bool hasChanged() const;
 
     /// The path of a PNG, SVG or XPM file for the first of @p icons that the theme has, in the size
     /// nearest to @p size points at @p scale pixels per point. If it has none of them, the same of

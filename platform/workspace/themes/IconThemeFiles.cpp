@@ -9,6 +9,8 @@
 #include <limits>
 #include <utility>
 
+#include <QSet>
+
 namespace MWCore {
 
 IconThemeFiles::IconThemeFiles(std::vector<QByteArray> themeFolders,
@@ -23,19 +25,43 @@ IconThemeFiles IconThemeFiles::unthemed(std::vector<QByteArray> baseFolders) {
 
 void IconThemeFiles::list() {
     ResponsiveFiles files;
-    for (uint32_t index = 0; index < folders_.size(); ++index) {
-        for (const QByteArray &themeFolder : themeFolders_) {
-            const QByteArray path = pathIn(themeFolder, folders_[index].name);
-            const Descriptor found = files.open(path);
-            const Descriptor folder =
-                found ? openFolderAt(found.number(), ".", FinalLink::Keep) : Descriptor();
-            if (!folder)
-                continue;
-            files_.addFolder(folder.number(), static_cast<uint32_t>(places_.size()));
-            places_.push_back({path, index});
-        }
-    }
-    files_.sort();
+    std::vector<QByteArray> themeFolders;
+    for (const QByteArray &folder : themeFolders_)
+        if (files.open(folder))
+            themeFolders.push_back(folder);
+    for (const QByteArray &folder : themeFolders)
+        addStamps(folder, files);
+    for (uint32_t index = 0; index < folders_.size(); ++index)
+        for (const QByteArray &folder : themeFolders)
+            listFolder(index, pathIn(folder, folders_[index].name), files);
+    files_.finish();
+    isListed_.store(true, std::memory_order_release);
+}
+
+/// Stamps the folders in which new folders of icons may appear: "48x48" of "48x48/apps".
+void IconThemeFiles::addStamps(const QByteArray &themeFolder, ResponsiveFiles &files) {
+    QSet<QByteArray> names;
+    for (const IconFolder &folder : folders_)
+        if (const qsizetype slash = folder.name.indexOf('/'); slash > 0)
+            names.insert(folder.name.first(slash));
+    stamps_.add(themeFolder, files);
+    for (const QByteArray &name : std::as_const(names))
+        stamps_.add(pathIn(themeFolder, name), files);
+}
+
+void IconThemeFiles::listFolder(uint32_t index, const QByteArray &path, ResponsiveFiles &files) {
+    const Descriptor found = files.open(path);
+    const Descriptor folder =
+        found ? openFolderAt(found.number(), ".", FinalLink::Keep) : Descriptor();
+    if (!folder || places_.size() >= IconFileList::kMostFolders)
+        return;
+    stamps_.add(path, files);
+    files_.addFolder(folder.number(), static_cast<uint16_t>(places_.size()));
+    places_.push_back({path, index});
+}
+
+bool IconThemeFiles::haveChanged() const {
+    return isListed_.load(std::memory_order_acquire) && stamps_.haveChanged();
 }
 
 const IconFolder &IconThemeFiles::folderOf(const IconFileList::File &file) const {
@@ -43,23 +69,28 @@ const IconFolder &IconThemeFiles::folderOf(const IconFileList::File &file) const
 }
 
 std::optional<QByteArray> IconThemeFiles::pathIfThere(QByteArrayView icon,
-                                                      const IconFileList::File &file) const {
+                                                      IconFileList::File &file) const {
+    using Kind = IconFileList::Kind;
     QByteArray path = pathIn(places_[file.folder].path, icon.toByteArray());
     path += IconFileList::kExtensions[file.extension];
-    return file.isCertain || !ResponsiveFiles().regularFile(path).isEmpty() ? std::optional(path)
-                                                                            : std::nullopt;
+    Kind kind = IconFileList::kindOf(file);
+    if (kind == Kind::Link) {
+        kind = ResponsiveFiles().regularFile(path).isEmpty() ? Kind::Useless : Kind::File;
+        IconFileList::setKind(file, kind);
+    }
+    return kind == Kind::File ? std::optional(path) : std::nullopt;
 }
 
 std::optional<QByteArray> IconThemeFiles::find(QByteArrayView icon, int size, int scale) {
     std::call_once(listed_, [this] { list(); });
     const auto files = files_.filesNamed(icon);
-    for (const IconFileList::File &file : files)
+    for (IconFileList::File &file : files)
         if (folderOf(file).matches(size, scale))
             if (auto path = pathIfThere(icon, file))
                 return path;
     std::optional<QByteArray> nearest;
     int64_t smallest = std::numeric_limits<int64_t>::max();
-    for (const IconFileList::File &file : files) {
+    for (IconFileList::File &file : files) {
         const int64_t distance = folderOf(file).distance(size, scale);
         auto path = distance < smallest ? pathIfThere(icon, file) : std::nullopt;
         if (!path)

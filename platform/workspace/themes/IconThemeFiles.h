@@ -4,7 +4,9 @@
 
 #include "platform/workspace/themes/IconFileList.h"
 #include "platform/workspace/themes/IconThemeIndex.h"
+#include "platform/workspace/themes/ItemStamps.h"
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -28,6 +30,12 @@ public:
     /// nearest to it.
     [[nodiscard]] std::optional<QByteArray> find(QByteArrayView icon, int size, int scale);
 
+    /// The folders of the theme, of which some may not exist.
+    [[nodiscard]] const std::vector<QByteArray> &themeFolders() const { return themeFolders_; }
+
+    /// Whether folders with its files have changed since they were listed.
+    [[nodiscard]] bool haveChanged() const;
+
 private:
     /// A folder of files: one of the theme's folders in one of the base folders.
     struct Place {
@@ -36,15 +44,19 @@ private:
     };
 
     void list();
+    void listFolder(uint32_t index, const QByteArray &path, ResponsiveFiles &files);
+    void addStamps(const QByteArray &themeFolder, ResponsiveFiles &files);
     [[nodiscard]] const IconFolder &folderOf(const IconFileList::File &file) const;
     [[nodiscard]] std::optional<QByteArray> pathIfThere(QByteArrayView icon,
-                                                        const IconFileList::File &file) const;
+                                                        IconFileList::File &file) const;
 
     std::vector<QByteArray> themeFolders_;
     std::vector<IconFolder> folders_;
     std::once_flag listed_;
     std::vector<Place> places_;
     IconFileList files_; ///< by index in places_
+    ItemStamps stamps_;
+    std::atomic<bool> isListed_ = false; ///< set after everything above
 };
 
 } // namespace MWCore

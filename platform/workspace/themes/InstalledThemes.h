@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/workspace/themes/IconThemeIndex.h"
+#include "platform/workspace/themes/ItemStamps.h"
 
 #include <optional>
 #include <vector>
@@ -13,12 +14,17 @@
 namespace MWCore {
 
 /// The index of the theme @p name in the first of @p baseFolders that has one; nullopt if none has
-/// one that can be read.
+/// one that can be read. Adds the items that decide this to @p stamps, which may be null.
 [[nodiscard]] std::optional<IconThemeIndex>
-installedThemeIndex(const QByteArray &name, const std::vector<QByteArray> &baseFolders);
+installedThemeIndex(const QByteArray &name, const std::vector<QByteArray> &baseFolders,
+                    ItemStamps *stamps = nullptr);
 
 /// The name of the theme that the user has chosen, or else of a usual one, if it is in one of
-/// @p baseFolders: IconTheme::setCurrentName().
-[[nodiscard]] QByteArray usualThemeName(const std::vector<QByteArray> &baseFolders);
+/// @p baseFolders: IconTheme::setCurrentName(). Adds the items that decide this to @p stamps.
+[[nodiscard]] QByteArray usualThemeName(const std::vector<QByteArray> &baseFolders,
+                                        ItemStamps &stamps);
+
+/// The folders with the settings that name a theme.
+[[nodiscard]] std::vector<QByteArray> themeSettingsFolders();
 
 } // namespace MWCore

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/themes/IconTheme.h"
 
+#include "platform/workspace/themes/CurrentTheme.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
@@ -12,11 +13,13 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <thread>
 
 namespace {
 
 namespace fs = std::filesystem;
+using MWCore::CurrentTheme;
 using MWCore::IconTheme;
 
 /// Base folders of a test's own. Files and themes are named by their paths in it.
@@ -121,6 +124,8 @@ TEST_F(Themes, AreSafeWhenTheyAreHostile) {
     (void)folder_.fifo("user/fifo.svg");
     folder_.folder("system/Fifo");
     (void)folder_.fifo("system/Fifo/index.theme");
+    folder_.folder("system/Device");
+    (void)folder_.link("system/Device/index.theme", "/dev/zero");
     theme("pixmaps/Fifo", "Directories=16\n" + k16);
     theme("system/Large", "Directories=16\n" + k16);
     fs::resize_file(folder_.at("system/Large/index.theme"), 1'000'000'000);
@@ -135,7 +140,7 @@ TEST_F(Themes, AreSafeWhenTheyAreHostile) {
     (void)folder_.link("system/Outside/16/d.png", "b.svg");
     (void)folder_.fifo("system/Outside/16/e.png");
     EXPECT_EQ(findIn("Fifo", {"a"}), "pixmaps/Fifo/16/a.png");
-    for (const char *const theme : {"Large", "Binary", "Outside"})
+    for (const char *const theme : {"Device", "Large", "Binary", "Outside"})
         EXPECT_EQ(findIn(theme, {"a"}), "-") << theme;
     EXPECT_EQ(findIn("Outside", {"b"}), "system/Outside/16/b.svg");
     EXPECT_EQ(findIn("Outside", {"d"}), "system/Outside/16/d.png");
@@ -221,6 +226,83 @@ TEST_F(Themes, AreChosenByTheSettings) {
     IconTheme::setCurrentName("from the session");
     EXPECT_EQ(IconTheme::current()->name(), "from the session");
     EXPECT_EQ(before->name(), "B");
+}
+
+/// Themes and settings in the test's folder alone. All folders look as if they were modified long
+/// ago, so that every change gives them another time.
+class ChangingThemes : public Themes {
+protected:
+    ChangingThemes() {
+        for (const char *const variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            setenv(variable, folder_.at("home").c_str(), 1);
+        setenv("XDG_DATA_DIRS", folder_.path().c_str(), 1);
+        setenv("XDG_CONFIG_DIRS", folder_.at("etc").c_str(), 1);
+        folder_.folder("home");
+        theme("icons/hicolor",
+              "Directories=apps/16,new/16\n[apps/16]\nSize=16\n[new/16]\nSize=16\n");
+        theme("icons/breeze", "Directories=16\n" + k16);
+        files({"icons/hicolor/apps/16/old.png", "icons/breeze/16/old.png"});
+        IconTheme::setCurrentName({});
+    }
+
+    /// Makes the whole tree look old, then reads what there is.
+    void read() const {
+        for (const auto &item : fs::recursive_directory_iterator(folder_.path()))
+            if (!item.is_symlink())
+                fs::last_write_time(item, fs::file_time_type::clock::now() - std::chrono::hours(1));
+        (void)IconTheme::refresh();
+        (void)IconTheme::current()->find({"missing"}, 16);
+    }
+};
+
+TEST_F(ChangingThemes, AreReadAgain) {
+    const struct {
+        const char *what;
+        std::function<void()> change;
+        bool isChange;
+    } rows[] = {
+        {"nothing", [] {}, false},
+        {"a file", [&] { files({"icons/hicolor/apps/16/a.png"}); }, true},
+        {"a folder of icons", [&] { files({"icons/hicolor/new/16/b.png"}); }, true},
+        {"a theme for the user", [&] { files({"home/icons/breeze/16/c.png"}); }, true},
+        {"an unthemed icon", [&] { files({"home/.icons/d.png"}); }, true},
+        {"an index", [&] { theme("icons/breeze", "Directories=16,x\n" + k16); }, true},
+        {"a removed folder", [&] { fs::remove_all(folder_.at("icons/hicolor/new")); }, true},
+        {"a file of the theme", [&] { (void)folder_.write("icons/breeze/16/old.png", "x"); },
+         false},
+        {"other settings", [&] { (void)folder_.write("home/kdeglobals", "[Icons]\n"); }, false},
+        {"a theme that is not chosen", [&] { theme("icons/A", "Directories=16\n" + k16); }, true},
+        {"another choice", [&] { (void)folder_.write("home/kdeglobals", "[Icons]\nTheme=A\n"); },
+         true},
+        {"a better choice",
+         [&] { (void)folder_.write("home/gtk-3.0/settings.ini", "[Settings]\n"); }, false},
+    };
+    for (const auto &row : rows) {
+        read();
+        const auto before = IconTheme::current();
+        row.change();
+        EXPECT_EQ(IconTheme::refresh(), row.isChange) << row.what;
+        EXPECT_EQ(IconTheme::current() != before, row.isChange) << row.what;
+        EXPECT_FALSE(IconTheme::refresh() && IconTheme::refresh()) << "settles after " << row.what;
+    }
+    EXPECT_EQ(IconTheme::current()->name(), "A");
+    const QStringList watched = IconTheme::watchedFolders();
+    for (const char *const folder : {"home", "icons", "icons/A", "home/gtk-3.0"})
+        EXPECT_TRUE(watched.contains(QString::fromStdString(folder_.at(folder)))) << folder;
+}
+
+TEST_F(ChangingThemes, AreNoticedAtMostOnceInAnInterval) {
+    CurrentTheme current;
+    constexpr int64_t kBegin = 1;
+    const auto first = current.theme(kBegin);
+    EXPECT_FALSE(first->find({"a"}, 16));
+    files({"icons/hicolor/apps/16/a.png"});
+    fs::last_write_time(folder_.at("icons"), fs::file_time_type::clock::now());
+    EXPECT_EQ(current.theme(kBegin + CurrentTheme::kCheckInterval - 1), first);
+    std::thread([&] {
+        EXPECT_NE(current.theme(kBegin + CurrentTheme::kCheckInterval), first);
+    }).join();
+    EXPECT_TRUE(current.theme(kBegin + CurrentTheme::kCheckInterval)->find({"a"}, 16));
 }
 
 /// Compares every thirtieth icon of Adwaita in many sizes with what another implementation of the

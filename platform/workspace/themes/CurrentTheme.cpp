@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#include "platform/workspace/themes/CurrentTheme.h"
+
+#include "platform/foundation/FileSystemText.h"
+#include "platform/workspace/themes/InstalledThemes.h"
+
+#include <ctime>
+#include <utility>
+
+namespace MWCore {
+namespace {
+
+/// The theme that a thread was given last, so that it takes no lock as long as it is the same.
+struct Seen {
+    uint64_t serial = 0;
+    std::weak_ptr<const IconTheme> theme;
+};
+
+int64_t coarseTime() {
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    constexpr int64_t kPerSecond = 1'000'000'000;
+    return now.tv_sec * kPerSecond + now.tv_nsec;
+}
+
+} // namespace
+
+CurrentTheme &CurrentTheme::shared() {
+    static auto *const current = new CurrentTheme; // never freed: threads may outlive main()
+    return *current;
+}
+
+bool CurrentTheme::isCheckDue(int64_t now) {
+    int64_t next = nextCheck_.load(std::memory_order_relaxed);
+    return now >= next && nextCheck_.compare_exchange_strong(next, now + kCheckInterval);
+}
+
+std::shared_ptr<const IconTheme> CurrentTheme::theme(int64_t now) {
+    if (isCheckDue(now))
+        refresh();
+    thread_local Seen seen;
+    if (seen.serial == serial_.load(std::memory_order_acquire))
+        if (auto theme = seen.theme.lock())
+            return theme;
+    auto theme = themeUnderLock(&seen.serial);
+    seen.theme = theme;
+    return theme;
+}
+
+std::shared_ptr<const IconTheme> CurrentTheme::themeUnderLock(uint64_t *serial) {
+    const std::scoped_lock lock(mutex_);
+    if (!choice_.theme) {
+        auto settings = std::make_shared<ItemStamps>();
+        choice_.theme = std::make_shared<const IconTheme>(name(*settings));
+        choice_.settings = std::move(settings);
+    }
+    *serial = serial_.load(std::memory_order_relaxed);
+    return choice_.theme;
+}
+
+QString CurrentTheme::name(ItemStamps &settings) const {
+    return chosen_.isEmpty() ? stringWithFileSystemRepresentation(
+                                   usualThemeName(IconTheme::baseFolders(), settings))
+                             : chosen_;
+}
+
+bool CurrentTheme::refresh() {
+    Choice old;
+    {
+        const std::scoped_lock lock(mutex_);
+        old = choice_;
+    }
+    if (!old.theme)
+        return false;
+    const bool hasChanged = old.theme->hasChanged();
+    return (hasChanged || old.settings->haveChanged()) && replaceUnderLock(old, hasChanged);
+}
+
+/// Settings change often, and seldom name another theme.
+bool CurrentTheme::replaceUnderLock(const Choice &old, bool hasChanged) {
+    auto settings = std::make_shared<ItemStamps>();
+    const std::scoped_lock lock(mutex_);
+    if (choice_.theme != old.theme)
+        return true; // another thread was faster
+    const QString newName = name(*settings);
+    choice_.settings = std::move(settings);
+    if (!hasChanged && newName == old.theme->name())
+        return false;
+    choice_.theme = std::make_shared<const IconTheme>(newName);
+    ++serial_;
+    return true;
+}
+
+void CurrentTheme::choose(const QString &name) {
+    const std::scoped_lock lock(mutex_);
+    chosen_ = name;
+    choice_ = {};
+    ++serial_;
+}
+
+std::shared_ptr<const IconTheme> IconTheme::current() {
+    return CurrentTheme::shared().theme(coarseTime());
+}
+
+bool IconTheme::refresh() {
+    return CurrentTheme::shared().refresh();
+}
+
+void IconTheme::setCurrentName(const QString &name) {
+    CurrentTheme::shared().choose(name);
+}
+
+} // namespace MWCore
