@@ -17,6 +17,12 @@ namespace {
 
 constexpr int kMostPixels = 4096;
 
+/// 0 if there is no image of this size, or @p scale is not a number.
+int pixelsOf(int points, qreal scale) {
+    const qreal pixels = points * scale;
+    return points > 0 && pixels >= 1 && pixels <= kMostPixels ? qRound(pixels) : 0;
+}
+
 QImage drawn(const IconImageKey &key, qreal scale) {
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
     IconPictures pictures(*key.icon, key.theme, IconPictures::Thumbnails::Use);
@@ -38,15 +44,20 @@ ItemIcon::Ptr ItemIcon::init(IconRef icon, IconBadge badge) {
 }
 
 QImage ItemIcon::cachedImage(int points, qreal scale) const {
+    const int pixels = pixelsOf(points, scale);
+    if (pixels == 0)
+        return {};
     return IconImageCache::shared().find(
-        {icon_, hash_, badge_, points, qRound(points * scale), IconTheme::current()});
+        {icon_, hash_, badge_, points, pixels, IconTheme::current()});
 }
 
 QImage ItemIcon::image(int points, qreal scale) const {
     const IconImageKey key = {
-        icon_, hash_, badge_, points, qRound(points * scale), IconTheme::current()};
+        icon_, hash_, badge_, points, pixelsOf(points, scale), IconTheme::current()};
+    if (key.pixels == 0)
+        return {};
     QImage image = IconImageCache::shared().find(key);
-    if (!image.isNull() || points < 1 || key.pixels < 1 || key.pixels > kMostPixels)
+    if (!image.isNull())
         return image;
     image = drawn(key, scale);
     IconImageCache::shared().insert(key, image);

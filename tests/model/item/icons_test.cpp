@@ -29,7 +29,8 @@ constexpr bool kFresh = false;
 /// @p base with a badge over it, composed by Qt.
 QImage badged(const ItemIcon::Ptr &base, const char *badge) {
     QImage image = base->image();
-    auto bytes = FrameworkResources::data(QString::fromLatin1(badge), "tiff").value_or(QByteArray());
+    auto bytes =
+        FrameworkResources::data(QString::fromLatin1(badge), "tiff").value_or(QByteArray());
     QBuffer buffer(&bytes);
     const QImage over = QImageReader(&buffer, "tiff").read();
     EXPECT_EQ(over.size(), image.size()) << "the first page of " << badge;
@@ -96,7 +97,8 @@ TEST(Icons, OfLockedFilesHaveABadgeUnlessTheyAreAliases) {
     for (const char *const name : {"alias.desktop", "file", "folder"})
         ASSERT_EQ(runProcess({"chattr", "+i", mounted.at(name)}).status, 0);
 
-    EXPECT_TRUE(areAlike(file->iconForFSOUsingCached(kFresh)->image(), badged(kept, "LockedBadge")));
+    EXPECT_TRUE(
+        areAlike(file->iconForFSOUsingCached(kFresh)->image(), badged(kept, "LockedBadge")));
     EXPECT_TRUE(areAlike(file->fileIconWithLink()->image(), badged(kept, "AliasBadge")));
     EXPECT_EQ(file->iconForFSOUsingCached(kCached), kept) << "whatever has happened to the file";
     EXPECT_EQ(kept->badge(), IconBadge::None);
