@@ -22,8 +22,8 @@ bool differsFromParent(const QByteArray &path) {
 
 ItemStatus itemStatus(const QByteArray &path) {
     struct statx item = {};
-    if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_TYPE,
-              &item) != 0)
+    constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
+    if (statx(AT_FDCWD, path.constData(), kFlags, STATX_TYPE, &item) != 0)
         return {0, false, statusFromErrno(errno)};
     const bool isTold = (item.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
     const bool isMountPoint =

@@ -17,7 +17,8 @@ struct ItemStatus {
     OSStatus status = noErr;
 };
 
-/// Examines the item itself, not a link's target.
+/// Examines the item itself, not a link's target. A server is not asked for what it told already,
+/// as the kind of an item never changes.
 [[nodiscard]] ItemStatus itemStatus(const QByteArray &path);
 
 } // namespace MWCore

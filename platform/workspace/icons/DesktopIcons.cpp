@@ -28,7 +28,7 @@ void addLookedUpIcon(const IconItem &item, IconRef &icon) {
     if (!found)
         return;
     setThemeName(icon, found->themeName);
-    ResponsiveFiles files(item.path);
+    ResponsiveFiles files(item.status.isMountPoint ? QByteArray() : item.path);
     if (const auto file =
             found->file.startsWith('/') ? findIconFile(files, found->file) : std::nullopt)
         setFile(icon, *file);

@@ -18,6 +18,10 @@ struct IconItem {
     ItemStatus status;
 };
 
+/// Whether the item is a volume that is served by a program or over a network, so that to look
+/// into it could take for ever.
+[[nodiscard]] bool mayNotAnswer(const IconItem &item);
+
 // Of folders and files:
 
 /// The custom icon, if the item's Finder flags say that it has one; that of a volume may also be

@@ -53,12 +53,16 @@ constexpr IconSource kFolderSources[] = {
     addLookedUpIcon, addDirectoryFileIcon, addCustomIcon,
 };
 
+/// Those that do not look into the folder.
+constexpr IconSource kOutsideSources[] = {addVolumeIcon, addUserFolderIcon, addLookedUpIcon};
+
 /// Items other than files and folders are never opened.
-std::span<const IconSource> sourcesOf(const ItemStatus &item) {
-    if (S_ISREG(item.mode))
+std::span<const IconSource> sourcesOf(const IconItem &item) {
+    if (S_ISREG(item.status.mode))
         return kFileSources;
-    return S_ISDIR(item.mode) ? std::span<const IconSource>(kFolderSources)
-                              : std::span<const IconSource>();
+    if (!S_ISDIR(item.status.mode))
+        return {};
+    return mayNotAnswer(item) ? std::span<const IconSource>(kOutsideSources) : kFolderSources;
 }
 
 /// The item to which a link leads, unless its file system might not answer; else the link itself.
@@ -87,7 +91,7 @@ OSStatus findItemIcon(const QByteArray &path, IconRef *icon) {
     if (item.status.status != noErr)
         return item.status.status;
     *icon = kindIcon(item);
-    for (const IconSource add : sourcesOf(item.status))
+    for (const IconSource add : sourcesOf(item))
         add(item, *icon);
     return noErr;
 }

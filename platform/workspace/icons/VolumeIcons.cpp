@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <span>
 
 namespace MWCore {
@@ -30,16 +31,26 @@ const char *iconOf(const Mount &mount) {
     return isLocalFileSystem(mount.type) ? "drive-harddisk" : "folder-remote network-server folder";
 }
 
+/// The mount whose root the item is; nullopt if it is not in the mount table.
+std::optional<Mount> mountOfVolume(const QByteArray &path) {
+    const auto mounts = currentMounts();
+    const auto id = mountAt(path);
+    const auto mount = std::ranges::find(*mounts, id.value_or(0), &Mount::id);
+    return id && mount != mounts->end() ? std::optional(*mount) : std::nullopt;
+}
+
 } // namespace
+
+bool mayNotAnswer(const IconItem &item) {
+    const auto mount = item.status.isMountPoint ? mountOfVolume(item.path) : std::nullopt;
+    return mount && mount->mountPoint != "/" && !isLocalFileSystem(mount->type);
+}
 
 void addVolumeIcon(const IconItem &item, IconRef &icon) {
     if (!item.status.isMountPoint)
         return;
-    const auto mounts = currentMounts();
-    const auto id = mountAt(item.path);
-    const auto mount = std::ranges::find(*mounts, id.value_or(0), &Mount::id);
-    const bool isKnown = id && mount != mounts->end() && item.path != "/";
-    icon = themeIcon(isKnown ? iconOf(*mount) : "drive-harddisk", kFolderDrawing);
+    const auto mount = item.path == "/" ? std::nullopt : mountOfVolume(item.path);
+    icon = themeIcon(mount ? iconOf(*mount) : "drive-harddisk", kFolderDrawing);
 }
 
 } // namespace MWCore
