@@ -57,6 +57,8 @@ QImage decoded(QByteArray bytes, OSStatus *status) {
     }
     if (isPngFile)
         bytes = essentialPng(bytes, PngColour::Keep);
+    if (bytes.isEmpty())
+        return {};
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, isPngFile ? "png" : "");
     reader.setAutoDetectImageFormat(!isPngFile);
