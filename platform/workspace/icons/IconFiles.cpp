@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <initializer_list>
 #include <utility>
 
 #include <QHashFunctions>
@@ -44,18 +45,22 @@ std::optional<QByteArray> readFile(const Descriptor &item, int64_t limit) {
                : std::nullopt;
 }
 
+/// A number that depends on every bit of all @p numbers; not 0.
+uint64_t mixed(std::initializer_list<uint64_t> numbers) {
+    const std::size_t hash = qHashBits(numbers.begin(), numbers.size() * sizeof(uint64_t));
+    return hash == 0 ? 1 : hash;
+}
+
 } // namespace
 
 uint64_t versionOf(const struct stat &file) {
-    const std::size_t hash =
-        qHashMulti(0, quint64{file.st_dev}, quint64{file.st_ino}, qint64{file.st_size},
-                   qint64{file.st_mtim.tv_sec}, qint64{file.st_mtim.tv_nsec},
-                   qint64{file.st_ctim.tv_sec}, qint64{file.st_ctim.tv_nsec});
-    return uint64_t{hash} | 1;
+    return mixed({uint64_t{file.st_dev}, uint64_t{file.st_ino}, uint64_t(file.st_size),
+                  uint64_t(file.st_mtim.tv_sec), uint64_t(file.st_mtim.tv_nsec),
+                  uint64_t(file.st_ctim.tv_sec), uint64_t(file.st_ctim.tv_nsec)});
 }
 
 void addVersion(IconRef &icon, uint64_t version) {
-    icon.version = qHashMulti(0, quint64{icon.version}, quint64{version});
+    icon.version = mixed({icon.version, version});
 }
 
 std::optional<QByteArray> IconFile::read(int64_t limit) const {

@@ -37,9 +37,12 @@ inline constexpr uint32_t kSystemIconsCreator = 0x6D616373; ///< 'macs'
 [[nodiscard]] MWCORE_EXPORT OSStatus GetIconRef(int16_t vRefNum, uint32_t creator,
                                                 uint32_t iconType, IconRef *iconRef);
 
-/// The icon that the desktop shows for an item: its custom icon, that of an application folder, the
-/// one that a desktop entry names, that of the purpose of a user's folder or of a volume, else that
-/// of its MIME type or kind. A link has the icon of its target. fnfErr if the item is gone.
+/// The icon that the desktop shows for an item. The first of these that it has: its custom icon,
+/// the one that its file ".directory" names, the answer of lookUpDesktopIcon(), that of an
+/// application folder, the one that a desktop entry names, that of an integrated AppImage, its
+/// shared thumbnail, that of the purpose of a user's folder, that of a volume, else that of its
+/// MIME type or kind; after it, all icons of the theme that the others name. A link has the icon of
+/// its target. fnfErr if the item is gone.
 [[nodiscard]] MWCORE_EXPORT OSStatus GetIconRefFromFileInfo(const FSRef &ref, IconRef *iconRef);
 
 /// Selects every element.
