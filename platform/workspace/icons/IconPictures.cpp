@@ -90,19 +90,17 @@ QImage IconPictures::familyImage(int pixels) {
 
 QImage IconPictures::image(int points, int scale, int pixels) {
     QImage image = familyImage(pixels);
+    if (image.isNull() && own_)
+        image = own_->squareImage(pixels);
+    if (image.isNull() && thumbnails_ == Thumbnails::Use && !icon_.thumbnailOf.isEmpty())
+        image = sharedThumbnail(icon_.thumbnailOf, pixels, scale);
     if (image.isNull())
-        if (const Picture *const picture = find(points, scale, pixels))
+        if (const Picture *const picture = find(points, scale))
             image = picture->squareImage(pixels);
     return image;
 }
 
-const Picture *IconPictures::find(int points, int scale, int pixels) {
-    readOwn();
-    if (own_)
-        return &*own_;
-    if (thumbnails_ == Thumbnails::Use && !icon_.thumbnailOf.isEmpty() &&
-        (thumbnail_ = sharedThumbnail(icon_.thumbnailOf, pixels)))
-        return &*thumbnail_;
+const Picture *IconPictures::find(int points, int scale) {
     const auto path = theme_->find(icon_.themeNames, points, scale);
     const Picture *const found = path ? inTheme(*path) : nullptr;
     return found ? found : drawing(points);

@@ -34,7 +34,7 @@ public:
 
 private:
     void readOwn();
-    const Picture *find(int points, int scale, int pixels);
+    const Picture *find(int points, int scale);
     const Picture *inTheme(const QByteArray &path);
     const Picture *drawing(int points);
     [[nodiscard]] QImage familyImage(int pixels);
@@ -44,7 +44,6 @@ private:
     bool isOwnRead_ = false;
     IconFamilyHandle family_;
     std::optional<Picture> own_;
-    std::optional<Picture> thumbnail_; ///< for the pixels that were wanted last
     std::map<QByteArray, std::optional<Picture>> pictures_; ///< by path
     Thumbnails thumbnails_;
 };

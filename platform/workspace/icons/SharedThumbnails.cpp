@@ -5,6 +5,7 @@
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
+#include "platform/pictures/ImageScaling.h"
 #include "platform/pictures/Png.h"
 #include "platform/pictures/PngText.h"
 #include "platform/workspace/icons/CanonicalUri.h"
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <vector>
 
 #include <sys/stat.h>
@@ -64,17 +66,28 @@ std::vector<SizeRow> byFitness(int pixels) {
 }
 
 /// The picture in the file at @p path if it was made of the file @p uri as it was modified at
-/// @p seconds.
-std::optional<Picture> freshPicture(const QByteArray &path, const SizeRow &size,
-                                    const QByteArray &uri, int64_t seconds) {
+/// @p seconds, else null.
+QImage freshImage(const QByteArray &path, const SizeRow &size, const QByteArray &uri,
+                  int64_t seconds) {
     OSStatus status = noErr;
     const auto png = readRegularFile(path, kLongestThumbnail, FinalLink::Keep, &status);
     const QSize declared = png ? pngSize(*png).value_or(QSize()) : QSize();
     if (declared.isEmpty() || declared.width() > size.pixels || declared.height() > size.pixels)
-        return std::nullopt;
+        return {};
     const bool isFresh = pngText(*png, "Thumb::URI") == uri &&
                          pngText(*png, "Thumb::MTime") == QByteArray::number(qint64{seconds});
-    return isFresh ? Picture::fromBytes(*png, &status) : std::nullopt;
+    return isFresh ? decodePng(*png, declared).value_or(QImage()) : QImage();
+}
+
+/// A thumbnail that does not fill its size is as small as the picture that it shows.
+QImage inSquare(const QImage &image, const SizeRow &size, int pixels, int scale) {
+    const QSize natural = image.size() * scale;
+    const bool isSmall = std::max(image.width(), image.height()) < size.pixels &&
+                         natural.width() < pixels && natural.height() < pixels;
+    if (!isSmall)
+        return fittedImage(image, pixels);
+    const QPoint corner((pixels - natural.width()) / 2, (pixels - natural.height()) / 2);
+    return drawnImage(image, {pixels, pixels}, QRect(corner, natural), NSImageInterpolationHigh);
 }
 
 } // namespace
@@ -98,17 +111,18 @@ void addThumbnail(const IconItem &item, IconRef &icon) {
     addVersion(icon, static_cast<uint64_t>(found.st_mtim.tv_sec));
 }
 
-std::optional<Picture> sharedThumbnail(const QByteArray &path, int pixels) {
+QImage sharedThumbnail(const QByteArray &path, int pixels, int scale) {
     struct stat file = {};
     const QByteArray folder = thumbnailFolder();
     if (folder.isEmpty() || lstat(path.constData(), &file) != 0)
-        return std::nullopt;
+        return {};
     const QByteArray uri = canonicalUri(path);
     const ThumbnailPaths paths(folder, uri);
     for (const SizeRow &size : byFitness(pixels))
-        if (auto picture = freshPicture(paths.in(size), size, uri, file.st_mtim.tv_sec))
-            return picture;
-    return std::nullopt;
+        if (const QImage image = freshImage(paths.in(size), size, uri, file.st_mtim.tv_sec);
+            !image.isNull())
+            return inSquare(image, size, pixels, scale);
+    return {};
 }
 
 } // namespace MWCore

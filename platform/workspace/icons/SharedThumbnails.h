@@ -2,17 +2,15 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include <MWCore/Picture.h>
-
-#include <optional>
-
 #include <QByteArray>
+#include <QImage>
 
 namespace MWCore {
 
-/// The thumbnail of the file at @p path that programs share (XDG thumbnail standard, 0.9), in the
-/// smallest size of at least @p pixels, or else the largest. nullopt if none was made since the
-/// file was last modified. Any thread.
-[[nodiscard]] std::optional<Picture> sharedThumbnail(const QByteArray &path, int pixels);
+/// The thumbnail of the file at @p path that programs share (XDG thumbnail standard, 0.9), in a
+/// transparent square of @p pixels: the smallest of at least as many, or else the largest. A
+/// picture that is smaller itself is not enlarged, except by @p scale. QImage::Format_RGBA8888.
+/// Null if no thumbnail was made since the file was last modified. Any thread.
+[[nodiscard]] QImage sharedThumbnail(const QByteArray &path, int pixels, int scale);
 
 } // namespace MWCore

@@ -108,6 +108,16 @@ TEST_F(SharedThumbnails, AreAsLargeAsTheIcon) {
     fs::remove_all(home_.at("thumbnails/normal"));
     EXPECT_EQ(drawn(file, 2000), "#0000ff") << "the largest that there is";
     EXPECT_EQ(drawn(file, 16), "#00ff00");
+
+    fs::remove_all(home_.at("thumbnails"));
+    ASSERT_EQ(write(home_.at("files"), {"normal", 16, "0000ffff", 0, ""}).status, 0);
+    for (const int scale : {1, 2}) {
+        const QImage image = iconForFile(file.c_str())->image(128, scale);
+        const int left = (128 - 16) / 2 * scale;
+        EXPECT_EQ(image.pixelColor(left, left), QColor(Qt::blue)) << "a small picture";
+        EXPECT_EQ(image.pixelColor(left - 1, left).alpha(), 0) << "is not enlarged";
+    }
+    EXPECT_EQ(drawn(file, 8), "#0000ff");
 }
 
 TEST_F(SharedThumbnails, ThatCannotBeTrustedAreNotDrawn) {
