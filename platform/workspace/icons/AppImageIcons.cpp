@@ -8,6 +8,8 @@
 #include "platform/workspace/icons/IconSources.h"
 #include "platform/workspace/XdgFolders.h"
 
+#include <fcntl.h>
+
 namespace MWCore {
 namespace {
 
@@ -32,7 +34,7 @@ void addAppImageIcon(const IconItem &item, IconRef &icon) {
     if (lowerExtensionOf(PathParts(item.path).name) != "appimage")
         return;
     const QByteArray entry = entryOf(item.path);
-    if (const auto name = entry.isEmpty() ? std::nullopt : iconNameIn(entry))
+    if (const auto name = entry.isEmpty() ? std::nullopt : iconNameIn(AT_FDCWD, entry))
         addNamedIcon(*name, entry, icon);
 }
 

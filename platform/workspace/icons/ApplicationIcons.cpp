@@ -5,7 +5,6 @@
 #include "platform/formats/DesktopEntry.h"
 #include "platform/formats/PropertyList.h"
 #include "platform/foundation/FileSystemText.h"
-#include "platform/launch/ApplicationFolder.h"
 #include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconSources.h"
@@ -17,9 +16,13 @@
 
 #include <QVariantMap>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace MWCore {
 namespace {
 
+constexpr const char *kAppRun = "AppRun";
 constexpr int64_t kLongestDescription = 1'000'000; // bytes; real ones have some 10,000
 
 /// What an application folder says about its icon.
@@ -52,7 +55,7 @@ std::set<QByteArray> desktopEntryNames(const QByteArray &folder) {
 }
 
 std::optional<Application> appDirIn(FolderFiles &folder) {
-    if (!folder.findAnywhere("AppRun"))
+    if (!folder.findAnywhere(kAppRun))
         return std::nullopt;
     for (const QByteArray &name : desktopEntryNames(folder.path())) {
         const auto entry = folder.find(name);
@@ -87,21 +90,24 @@ void addAppDirIcon(IconRef &icon, FolderFiles &folder, const QByteArray &name) {
         addFile(icon, folder, {name + ".svg", name + ".png", kAnyName});
 }
 
+bool hasBundleName(const IconItem &item) {
+    return lowerExtensionOf(PathParts(item.path).name) == "app";
+}
+
 /// Rules out nearly all other folders with one system call.
-bool mayBeApplication(const QByteArray &folder) {
-    struct stat item = {};
-    return lowerExtensionOf(PathParts(folder).name) == "app" ||
-           lstat(appRunPath(folder).constData(), &item) == 0;
+bool mayBeApplication(const IconItem &item) {
+    struct stat found = {};
+    return hasBundleName(item) ||
+           fstatat(item.folder.number(), kAppRun, &found, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 } // namespace
 
 void addApplicationIcon(const IconItem &item, IconRef &icon) {
-    if (!mayBeApplication(item.path))
+    if (!mayBeApplication(item))
         return;
     FolderFiles folder(item.path);
-    auto application =
-        lowerExtensionOf(PathParts(item.path).name) == "app" ? bundleIn(folder) : std::nullopt;
+    auto application = hasBundleName(item) ? bundleIn(folder) : std::nullopt;
     if (!application)
         application = appDirIn(folder);
     if (!application)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 // Custom icons of the user's desktop.
-#include "platform/files/PathParts.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/workspace/icons/DesktopIconLookup.h"
 #include "platform/workspace/icons/EntryIcons.h"
@@ -11,7 +10,7 @@
 namespace MWCore {
 
 void addDirectoryFileIcon(const IconItem &item, IconRef &icon) {
-    const auto name = iconNameIn(pathIn(item.path, ".directory"));
+    const auto name = iconNameIn(item.folder.number(), ".directory");
     if (!name)
         return;
     constexpr QStringView kHere = u"./";

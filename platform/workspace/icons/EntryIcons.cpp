@@ -9,6 +9,8 @@
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconSources.h"
 
+#include <fcntl.h>
+
 namespace MWCore {
 namespace {
 
@@ -24,9 +26,11 @@ QString withoutSuffix(const QString &name) {
 
 } // namespace
 
-std::optional<QString> iconNameIn(const QByteArray &path) {
+std::optional<QString> iconNameIn(int folder, const QByteArray &path) {
     OSStatus status = noErr;
-    const auto bytes = readStartOf(path, kLongestDesktopEntry, FinalLink::Keep, &status);
+    const Descriptor file = openRegularFileAt(folder, path, FinalLink::Keep, &status);
+    const auto bytes =
+        file ? readAt(file.number(), 0, kLongestDesktopEntry, &status) : std::nullopt;
     auto name = bytes ? DesktopEntry(*bytes).localizedValue(DesktopEntry::kMainGroup, "Icon")
                       : std::nullopt;
     return name && !name->isEmpty() ? std::move(name) : std::nullopt;
@@ -47,7 +51,7 @@ void addNamedIcon(const QString &name, const QByteArray &item, IconRef &icon) {
 void addDesktopEntryIcon(const IconItem &item, IconRef &icon) {
     if (!item.path.endsWith(kDesktopEntrySuffix))
         return;
-    if (const auto name = iconNameIn(item.path)) {
+    if (const auto name = iconNameIn(AT_FDCWD, item.path)) {
         icon = themeIcon("application-x-executable", kFileDrawing);
         addNamedIcon(*name, item.path, icon);
     }

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "core/posix/Descriptor.h"
 #include "platform/launch/ItemStatus.h"
 #include "platform/workspace/icons/IconServices.h"
 
@@ -16,6 +17,7 @@ namespace MWCore {
 struct IconItem {
     QByteArray path; ///< absolute
     ItemStatus status;
+    Descriptor folder; ///< O_PATH, if it is a folder into which may be looked
 };
 
 /// Whether the item is a volume that is served by a program or over a network, so that to look

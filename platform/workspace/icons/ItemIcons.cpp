@@ -14,6 +14,7 @@
 #include <iterator>
 #include <span>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace MWCore {
@@ -62,7 +63,15 @@ std::span<const IconSource> sourcesOf(const IconItem &item) {
         return kFileSources;
     if (!S_ISDIR(item.status.mode))
         return {};
-    return mayNotAnswer(item) ? std::span<const IconSource>(kOutsideSources) : kFolderSources;
+    return item.folder ? std::span<const IconSource>(kFolderSources) : kOutsideSources;
+}
+
+/// Opens the folder, so that its owner cannot put a link to somewhere else in its place any more.
+/// Nothing is mounted by that (O_DIRECTORY would).
+Descriptor folderOf(const IconItem &item) {
+    const bool mayLook = S_ISDIR(item.status.mode) && !mayNotAnswer(item);
+    constexpr int kFlags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+    return Descriptor(mayLook ? open(item.path.constData(), kFlags) : -1);
 }
 
 /// The item to which a link leads, unless its file system might not answer; else the link itself.
@@ -82,7 +91,7 @@ QByteArray namedPath(const QByteArray &path) {
 } // namespace
 
 OSStatus findItemIcon(const QByteArray &path, IconRef *icon) {
-    IconItem item = {namedPath(path), {}};
+    IconItem item = {namedPath(path), {}, {}};
     item.status = itemStatus(item.path);
     if (S_ISLNK(item.status.mode)) {
         item.path = followed(item.path);
@@ -90,6 +99,7 @@ OSStatus findItemIcon(const QByteArray &path, IconRef *icon) {
     }
     if (item.status.status != noErr)
         return item.status.status;
+    item.folder = folderOf(item);
     *icon = kindIcon(item);
     for (const IconSource add : sourcesOf(item))
         add(item, *icon);

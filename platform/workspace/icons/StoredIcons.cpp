@@ -14,6 +14,7 @@
 
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace MWCore {
@@ -40,12 +41,13 @@ OSStatus findHolder(const FSRef &ref, FSNodeFlags flags, FSRef *holder) {
     return status;
 }
 
-/// The version of the fork of the item at @p path; 0 if nothing is there. It is stored with the
-/// item or beside it.
-void addForkVersion(IconRef &icon, const QByteArray &path) {
+/// Makes the version of @p icon depend on the fork of the item at @p path, relative to @p folder,
+/// which is stored with the item or beside it.
+void addForkVersion(IconRef &icon, int folder, const QByteArray &path) {
     const PathParts parts(path);
     for (const QByteArray &holder : {path, parts.beside(sidecarName(parts.name))})
-        if (struct stat item = {}; lstat(holder.constData(), &item) == 0)
+        if (struct stat item = {};
+            fstatat(folder, holder.constData(), &item, AT_SYMLINK_NOFOLLOW) == 0)
             addVersion(icon, versionOf(item));
 }
 
@@ -57,12 +59,12 @@ void addCustomIcon(const IconItem &item, IconRef &icon) {
         return;
     icon.customIconOf = item.path;
     if (S_ISREG(item.status.mode))
-        return addForkVersion(icon, item.path);
+        return addForkVersion(icon, AT_FDCWD, item.path);
     if (item.status.isMountPoint)
         if (const auto file = FolderFiles(item.path).find(".VolumeIcon.icns"))
             setFile(icon, *file);
     for (const char *const name : kFolderIconFiles)
-        addForkVersion(icon, pathIn(item.path, name));
+        addForkVersion(icon, item.folder.number(), name);
 }
 
 OSStatus ReadIconFromFSRef(const FSRef &ref, IconFamilyHandle *iconFamily) {
