@@ -19,6 +19,7 @@
 namespace MWCore {
 namespace {
 
+constexpr int64_t kLongestIconFile = 67'108'864;  // bytes; large families have some 2,000,000
 constexpr int64_t kLongestThemeIcon = 16'777'216; // bytes; real ones have some 100,000
 constexpr QByteArrayView kFamilyHeader = "icns";
 
@@ -66,7 +67,7 @@ void IconPictures::readOwn() {
         family_ = customIconFamily(icon_.customIconOf);
     auto bytes = !family_.isEmpty() || icon_.file.isEmpty()
                      ? std::nullopt
-                     : readIconFile(icon_.file, kLongestIconFamily);
+                     : readIconFile(icon_.file, kLongestIconFile);
     if (bytes && bytes->startsWith(kFamilyHeader))
         family_ = *std::move(bytes);
     else

@@ -18,6 +18,10 @@
 #include <optional>
 #include <vector>
 
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+
 #include <sys/stat.h>
 
 namespace MWCore {
