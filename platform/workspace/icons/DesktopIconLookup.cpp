@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/icons/DesktopIconLookup.h"
 
+#include "platform/workspace/ResponsiveFiles.h"
+
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -17,6 +19,12 @@ struct Current {
 Current &shared() {
     static auto *const current = new Current; // never freed: threads may outlive main()
     return *current;
+}
+
+std::optional<DesktopIcon> withUsableFile(std::optional<DesktopIcon> icon, const QByteArray &item) {
+    if (icon && !icon->file.isEmpty())
+        icon->file = ResponsiveFiles(item).regularFile(icon->file);
+    return icon && icon->file.isEmpty() && icon->themeName.isEmpty() ? std::nullopt : icon;
 }
 
 } // namespace
@@ -35,7 +43,7 @@ std::optional<DesktopIcon> lookUpDesktopIcon(const QByteArray &path) {
         const std::scoped_lock lock(current.mutex);
         lookup = current.lookup;
     }
-    return lookup ? (*lookup)(path) : std::nullopt;
+    return lookup ? withUsableFile((*lookup)(path), path) : std::nullopt;
 }
 
 } // namespace MWCore

@@ -14,7 +14,7 @@
 /// talk to. Any thread.
 namespace MWCore {
 
-/// One of them is set.
+/// At least one of them is set; the file counts if both are.
 struct DesktopIcon {
     QByteArray file;   ///< the path of a picture
     QString themeName; ///< an icon of the user's theme
@@ -28,7 +28,8 @@ using DesktopIconLookup = std::function<std::optional<DesktopIcon>(const QByteAr
 /// another thread may still be running when this returns.
 MWCORE_EXPORT void setDesktopIconLookup(DesktopIconLookup lookup);
 
-/// The answer of the lookup in use; nullopt without one.
+/// The answer of the lookup in use; nullopt without one. A file is returned by its path without
+/// links, and only if it is a regular file that can be read without waiting.
 [[nodiscard]] MWCORE_EXPORT std::optional<DesktopIcon> lookUpDesktopIcon(const QByteArray &path);
 
 } // namespace MWCore
