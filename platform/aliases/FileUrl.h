@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/mwcore_export.h"
+
 #include <optional>
 
 #include <QByteArray>
@@ -16,6 +18,6 @@ namespace MWCore {
 
 /// The path in a "file:" URL. nullopt for another scheme, another host, or a path that no item can
 /// have.
-[[nodiscard]] std::optional<QByteArray> pathOfFileUrl(const QByteArray &url);
+[[nodiscard]] MWCORE_EXPORT std::optional<QByteArray> pathOfFileUrl(const QByteArray &url);
 
 } // namespace MWCore

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/mwcore_export.h"
+
 #include <vector>
 
 #include <QByteArray>
@@ -11,10 +13,10 @@
 namespace MWCore {
 
 /// Empty if it is unknown.
-[[nodiscard]] QByteArray homeFolder();
+[[nodiscard]] MWCORE_EXPORT QByteArray homeFolder();
 
 /// The user's folder, then those of the system, the most important one first.
-[[nodiscard]] std::vector<QByteArray> dataFolders();
+[[nodiscard]] MWCORE_EXPORT std::vector<QByteArray> dataFolders();
 [[nodiscard]] std::vector<QByteArray> configFolders();
 
 /// The user's own folders of data, of settings, and of files that can be made again; empty if they
