@@ -2,12 +2,15 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "CommandLine.h"
 
+#include <MWCore/ItemIcon.h>
 #include <MWCore/PngEncoding.h>
 
 #include <string>
 
 namespace MWCore::mwfile {
 namespace {
+
+constexpr int kMostPixels = 4096; // that ItemIcon draws
 
 void addForce(CLI::App &command, Existing &existing, const char *what) {
     command.add_flag_callback(
@@ -64,10 +67,20 @@ void CommandLine::addIconExport(CLI::App &icon) {
         ->required();
     command
         .add_option("OUT", iconExport_.out,
-                    "A new folder for PNG files; if its name ends with .iconset, they are "
-                    "named so that import finds their sizes. A name that ends with "
-                    ".icns is a file for the whole icon")
+                    "A name that ends with .png is a file for one picture: of an .icns file "
+                    "its best image, of any other item the icon that a file browser shows, "
+                    "with a badge if it is a link, an alias or a locked file. A name that "
+                    "ends with .icns is a file for the whole icon. Else a new folder for PNG "
+                    "files in all sizes; if its name ends with .iconset, they are named so "
+                    "that import finds their sizes")
         ->required();
+    command
+        .add_option("--size", iconExport_.size,
+                    "The width and height of OUT.png in pixels, 1 to " +
+                        std::to_string(kMostPixels) + "; default " +
+                        std::to_string(ItemIcon::kPoints))
+        ->check(CLI::Range(1, kMostPixels))
+        ->option_text("PIXELS");
     addForce(command, iconExport_.existing,
              "Write into a folder that is not empty; replace files of the same\nnames");
     command.final_callback([this] { work_ = [this] { return iconExport(iconExport_); }; });

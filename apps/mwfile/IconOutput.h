@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include <QByteArray>
 #include <QString>
 
 namespace MWCore::mwfile {
@@ -18,6 +19,10 @@ namespace MWCore::mwfile {
 /// Writes an .icns file. Throws Failure if another file is there that is not one, and
 /// Existing::Replace is not given.
 void writeFamily(const IconFamily &family, const std::string &path, Existing existing);
+
+/// Writes a PNG file. Throws Failure if something is there, unless it is an empty file, or a file
+/// and Existing::Replace is given.
+void writePng(const QByteArray &png, const std::string &path, Existing existing);
 
 /// Whether nobody may change the item at @p path.
 [[nodiscard]] bool isLocked(const std::string &path);

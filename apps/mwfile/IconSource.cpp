@@ -4,10 +4,12 @@
 
 #include "Failure.h"
 #include "ItemPath.h"
+#include "LocalItem.h"
 #include "OffscreenGraphics.h"
 #include "ShownMetadata.h"
 
 #include <MWCore/IconServices.h>
+#include <MWCore/ItemIcon.h>
 
 #include <algorithm>
 #include <cctype>
@@ -29,6 +31,16 @@ FSRef referenceToTarget(const std::string &path) {
     if (hasExtension(path, ".icns"))
         throw Failure(path, "not an icon family");
     throw Failure(path, "not an icon family, and has no custom icon");
+}
+
+/// The image of the family in the file at @p path that fits best, scaled.
+QImage ownImage(const std::string &path, int pixels) {
+    IconRef icon;
+    icon.file = QByteArray::fromStdString(resolvedPath(path));
+    const QImage image = ItemIcon::init(icon)->image(pixels);
+    if (image.isNull())
+        throw Failure(path, "has no image that can be decoded");
+    return image;
 }
 
 } // namespace
@@ -84,6 +96,24 @@ IconSource shownFamilyAt(const std::string &path) {
     if (status != noErr)
         throw Failure(path, status);
     return source;
+}
+
+QImage shownIcon(const MXFileSystemObject &item, const std::string &path, int pixels) {
+    constexpr bool kUsesCached = false;
+    useOffscreenGraphics();
+    const QImage image = item.iconForFSOUsingCached(kUsesCached)->image(pixels);
+    if (image.isNull())
+        throw Failure(path, memFullErr);
+    return image;
+}
+
+QImage shownIconAt(const std::string &path, int pixels) {
+    const MXFileSystemObject::Ptr item = itemAtPath(path);
+    if (familyInFile(path))
+        return ownImage(path, pixels);
+    if (hasExtension(path, ".icns") && item->isFile())
+        throw Failure(path, "not an icon family");
+    return shownIcon(*item, path, pixels);
 }
 
 } // namespace MWCore::mwfile

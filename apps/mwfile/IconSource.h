@@ -3,9 +3,12 @@
 #pragma once
 
 #include <MWCore/IconFamilyData.h>
+#include <MWCore/MXFileSystemObject.h>
 
 #include <optional>
 #include <string>
+
+#include <QImage>
 
 /// The icon families that the paths on the command line mean. Links are followed.
 namespace MWCore::mwfile {
@@ -35,5 +38,13 @@ struct IconSource {
 
 /// The same, but an item without a custom icon has the icon that the desktop shows for it.
 [[nodiscard]] IconSource shownFamilyAt(const std::string &path);
+
+/// The icon that a file browser shows for @p item, in a square of @p pixels, with its badge. Throws
+/// Failure, with @p path as given, if memory runs out.
+[[nodiscard]] QImage shownIcon(const MXFileSystemObject &item, const std::string &path, int pixels);
+
+/// The same for the item at @p path; a link is not followed. For an .icns file, its own image.
+/// Throws Failure if nothing is there, or the file has no image.
+[[nodiscard]] QImage shownIconAt(const std::string &path, int pixels);
 
 } // namespace MWCore::mwfile

@@ -81,9 +81,10 @@ void iconInfo(const IconFilesOptions &options);
 struct IconExportOptions {
     std::string file;
     std::string out;
+    std::optional<int> size; ///< of one picture, in pixels
     Existing existing = Existing::Keep;
 };
-/// Writes PNG files, an iconset or an .icns file. False if elements were damaged.
+/// Writes one picture, PNG files, an iconset or an .icns file. False if elements were damaged.
 [[nodiscard]] bool iconExport(const IconExportOptions &options);
 
 struct IconImportOptions {

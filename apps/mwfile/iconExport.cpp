@@ -10,6 +10,7 @@
 
 #include <MWCore/IconFamilyBuilder.h>
 #include <MWCore/IconFamilyReport.h>
+#include <MWCore/ItemIcon.h>
 #include <MWCore/PngEncoding.h>
 
 #include <set>
@@ -55,6 +56,11 @@ void exportIconset(const IconFamily &family, const IconExportOptions &options) {
         throw Failure(options.out, status);
 }
 
+void exportPicture(const IconExportOptions &options) {
+    const QImage image = shownIconAt(options.file, options.size.value_or(ItemIcon::kPoints));
+    writePng(encodePng(image), options.out, options.existing);
+}
+
 /// Reports what could not be exported as it should be. True if there is nothing.
 bool isWhole(const std::string &path, const IconFamilyHandle &family) {
     const std::vector<std::string> problems = problemTexts(examineIconFamily(family));
@@ -66,9 +72,12 @@ bool isWhole(const std::string &path, const IconFamilyHandle &family) {
 } // namespace
 
 bool iconExport(const IconExportOptions &options) {
-    if (hasExtension(options.out, ".png"))
-        throw UsageFailure(options.out,
-                           "name a folder, a folder that ends with .iconset, or an .icns file");
+    if (hasExtension(options.out, ".png")) {
+        exportPicture(options);
+        return true;
+    }
+    if (options.size)
+        throw UsageFailure("--size", "only for one PNG file; name it OUT.png");
     const IconSource source = shownFamilyAt(options.file);
     const IconFamily::Ptr family = IconFamily::initWithData(source.family);
     if (family->imageWithAllReps().isNull())

@@ -50,6 +50,11 @@ protected:
         return runProcess({"diff", "-r", folder_.at(one), folder_.at(other)}).status == 0;
     }
 
+    /// What ImageMagick reads in a picture, in its format @p properties.
+    std::string described(const std::string &file, const std::string &properties) const {
+        return runProcess({imageMagick(), folder_.at(file), "-format", properties, "info:"}).output;
+    }
+
     TemporaryFolder folder_;
 };
 
@@ -127,6 +132,41 @@ TEST_F(Icon, SetOnItemsIsReadBackAndRemoved) {
     EXPECT_NE(runProcess({"ls", folder_.at("shown")}).output.find("128x128"), std::string::npos);
 }
 
+TEST_F(Icon, OfAnyItemIsExportedAsOnePicture) {
+    (void)folder_.fifo("fifo");
+    (void)folder_.link("broken", "gone");
+    (void)folder_.file("f\xFF");
+    ASSERT_EQ(chmod(folder_.folder("secret").c_str(), 0), 0);
+    ASSERT_EQ(chmod(folder_.path().c_str(), 0777), 0);
+    ProcessOptions other;
+    other.asNobody = true;
+    for (const char *const item : {"fifo", "broken", "f\xFF", "secret", "/dev/zero", "/"}) {
+        EXPECT_EQ(run({"export", item, "out.png", "--force", "--size", "48"}, other).errorOutput,
+                  "");
+        EXPECT_EQ(described("out.png", "%m %w %h"), "PNG 48 48") << item;
+    }
+    EXPECT_EQ(run({"export", "/", "out.png"}, other).errorOutput,
+              "mwfile: out.png: exists; --force replaces it\n");
+    EXPECT_EQ(outputOf({"import", "red.ppm", "blue.ppm", "--modern", "both.icns"}), "");
+    EXPECT_EQ(outputOf({"export", "both.icns", "small.png", "--size", "16"}), "");
+    EXPECT_EQ(outputOf({"export", "both.icns", "large.png"}), "");
+    EXPECT_EQ(described("small.png", "%w %[hex:u.p{8,8}]"), "16 FF2020FF");
+    EXPECT_EQ(described("large.png", "%w %[hex:u.p{64,64}]"), "128 2020FFFF");
+}
+
+TEST_F(Icon, OfALinkOrALockedFileIsExportedWithABadge) {
+    (void)folder_.file("file");
+    (void)folder_.link("link", "file");
+    EXPECT_EQ(outputOf({"export", "file", "file.png"}), "");
+    EXPECT_EQ(outputOf({"export", "link", "link.png"}), "");
+    ASSERT_EQ(mwfile({"lock", folder_.at("file"), "on"}).errorOutput, "");
+    EXPECT_EQ(outputOf({"export", "file", "locked.png"}), "");
+    ASSERT_EQ(mwfile({"lock", folder_.at("file"), "off"}).errorOutput, "");
+    EXPECT_FALSE(areEqual("file.png", "link.png"));
+    EXPECT_FALSE(areEqual("file.png", "locked.png"));
+    EXPECT_FALSE(areEqual("link.png", "locked.png"));
+}
+
 TEST_F(Icon, DamageIsReported) {
     const std::string length("\0\0\0\x0C", 4);
     folder_.write("bad.icns", std::string("icns\0\0\0\x3C", 8) + "s8mk" + length + "abcd" +
@@ -154,7 +194,10 @@ TEST_F(Icon, FailuresSayWhyAndChangeNothing) {
     folder_.write("text.icns", "text");
     (void)folder_.folder("d");
     (void)folder_.fifo("p");
+    (void)folder_.folder("d.png");
+    (void)folder_.file("full.png", 1);
     (void)folder_.link("l", "text");
+    (void)folder_.link("l.png", "text");
     (void)folder_.link("broken.icns", "nothing");
     const struct {
         Arguments arguments;
@@ -170,9 +213,16 @@ TEST_F(Icon, FailuresSayWhyAndChangeNothing) {
         {{"info", "p"}, 1, "p: not an icon family, and has no custom icon"},
         {{"export", "text.icns", "out"}, 1, "text.icns: not an icon family"},
         {{"export", "blue.icns", "text"}, 1, "text: not a folder"},
-        {{"export", "blue.icns", "x.png"},
+        {{"export", "text.icns", "x.png"}, 1, "text.icns: not an icon family"},
+        {{"export", "missing", "x.png"}, 1, "missing: no such file or folder"},
+        {{"export", "text", "l.png"}, 1, "l.png: a link; name its target"},
+        {{"export", "text", "d.png", "--force"}, 1, "d.png: a folder"},
+        {{"export", "text", "full.png"}, 1, "full.png: exists; --force replaces it"},
+        {{"export", "text", "gone/x.png"}, 1, "gone/x.png: no such file or folder"},
+        {{"export", "text", "x", "--size", "9"},
          2,
-         "x.png: name a folder, a folder that ends with .iconset, or an .icns file"},
+         "--size: only for one PNG file; name it OUT.png"},
+        {{"export", "text", "x.png", "--size", "0"}, 2, "--size: Value 0 not in range 1 to 4096"},
         {{"import", "blue.ppm", "text.icns"},
          1,
          "text.icns: not an icon family; only --force replaces it"},

@@ -13,6 +13,12 @@ inline ProcessResult mwfile(std::vector<std::string> arguments,
     return runProcess(arguments, options);
 }
 
+/// The program that reads and converts pictures.
+inline std::string imageMagick() {
+    const bool isNew = runProcess({"magick", "-version"}).status == 0;
+    return isNew ? "magick" : "convert-im6.q16";
+}
+
 inline std::vector<std::string> linesOf(const std::string &text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
