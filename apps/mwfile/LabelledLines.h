@@ -3,11 +3,12 @@
 #pragma once
 
 #include "Colours.h"
-#include "DisplayText.h"
-#include "TextBytes.h"
 
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include <QString>
 
 namespace MWCore::mwfile {
 
@@ -16,23 +17,24 @@ class LabelledLines {
 public:
     explicit LabelledLines(const Colours &colours) : colours_(colours) {}
 
-    void add(std::string label, std::string_view value) {
-        constexpr std::size_t kLabelColumns = 14;
-        label.resize(kLabelColumns, ' ');
-        text_.append("  ").append(colours_.dimmed(label)).append(value).append("\n");
-    }
+    void add(std::string label, std::string value);
 
     /// Adds nothing if @p value is empty.
-    void addText(const char *label, const QString &value) {
-        if (!value.isEmpty())
-            add(label, DisplayText(bytesOf(value)).text());
-    }
+    void addText(const char *label, const QString &value);
 
-    [[nodiscard]] const std::string &text() const { return text_; }
+    [[nodiscard]] std::string text() const;
+
+    /// The lines, none wider than @p columns: long values continue on lines of their own.
+    [[nodiscard]] std::vector<std::string> wrapped(int columns) const;
 
 private:
+    struct Line {
+        std::string label; ///< as wide as the others
+        std::string value;
+    };
+
     const Colours &colours_;
-    std::string text_;
+    std::vector<Line> lines_;
 };
 
 } // namespace MWCore::mwfile

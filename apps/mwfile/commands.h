@@ -28,6 +28,7 @@ void list(const ListOptions &options);
 
 struct InfoOptions {
     std::vector<std::string> paths;
+    bool icon = false; ///< shows the icons of the items, if the terminal can
     Form form = Form::Text;
 };
 /// Reports paths that fail on standard error and omits them; then returns false.

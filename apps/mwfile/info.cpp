@@ -1,22 +1,29 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "commands.h"
+#include "DisplayText.h"
 #include "Failure.h"
+#include "IconSource.h"
 #include "ItemJson.h"
 #include "LabelledLines.h"
 #include "LocalItem.h"
 #include "Output.h"
 #include "PermissionText.h"
+#include "PictureLayout.h"
 #include "ShownMetadata.h"
 #include "SizeText.h"
+#include "TerminalPictures.h"
+#include "TextBytes.h"
 
 #include <MWCore/mfs_date.h>
 
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <optional>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace MWCore::mwfile {
 namespace {
@@ -86,8 +93,7 @@ void addMetadata(LabelledLines &lines, const MXFileSystemObject &item, const Col
         lines.add("Locked", "yes");
 }
 
-/// The item's path as a heading, followed by its properties.
-std::string description(const ItemWithContents &described, const Colours &colours) {
+LabelledLines properties(const ItemWithContents &described, const Colours &colours) {
     const MXFileSystemObject &item = *described.object;
     LabelledLines lines(colours);
     lines.add("Kind", kindText(item));
@@ -106,8 +112,31 @@ std::string description(const ItemWithContents &described, const Colours &colour
     lines.add("Hard links", groupedDigits(item.links()));
     lines.addText("Modified", item.date());
     addMetadata(lines, item, colours);
-    return colours.name(item, DisplayText(bytesOf(item.completePath())).text()) + "\n" +
-           lines.text();
+    return lines;
+}
+
+/// Prints a note if no pictures can be shown.
+bool canShow(const TerminalPictures &pictures) {
+    if (!pictures.obstacle().empty())
+        printError("--icon: " + pictures.obstacle() + "; use mwfile icon export");
+    return pictures.obstacle().empty();
+}
+
+/// The item's path as a heading, followed by its properties, with its icon on their left if
+/// @p pictures is not null.
+std::string description(const ItemWithContents &described, const TerminalPictures *pictures) {
+    constexpr int kUsualColumns = 80;
+    const Colours colours;
+    const MXFileSystemObject &item = *described.object;
+    const std::string path = bytesOf(item.completePath());
+    const std::string heading = colours.name(item, DisplayText(path).text()) + "\n";
+    const LabelledLines lines = properties(described, colours);
+    if (!pictures)
+        return heading + lines.text();
+    const PictureRoom &room = pictures->room();
+    const std::string drawing = pictures->drawing(shownIcon(item, path, room.pixels));
+    const int columns = terminalColumns(STDOUT_FILENO).value_or(kUsualColumns);
+    return heading + withPicture(drawing, room, lines, columns);
 }
 
 std::string json(const ItemWithContents &described) {
@@ -133,12 +162,15 @@ std::string joined(const std::vector<std::string> &texts, std::string_view separ
 } // namespace
 
 bool info(const InfoOptions &options) {
-    const Colours colours;
+    std::optional<TerminalPictures> terminal;
+    if (options.icon)
+        terminal.emplace();
+    const TerminalPictures *const pictures = terminal && canShow(*terminal) ? &*terminal : nullptr;
     std::vector<std::string> texts;
     for (const std::string &path : options.paths) {
         try {
             const ItemWithContents item = itemWithContents(path);
-            texts.push_back(options.form == Form::Json ? json(item) : description(item, colours));
+            texts.push_back(options.form == Form::Json ? json(item) : description(item, pictures));
         } catch (const Failure &failure) {
             printError(failure.what());
         }
@@ -148,6 +180,7 @@ bool info(const InfoOptions &options) {
         print("[\n" + joined(texts, ",\n") + "\n]\n");
     else if (!texts.empty())
         print(joined(texts, "\n") + (options.form == Form::Json ? "\n" : ""));
+    finishOutput(); // before late answers of the terminal are waited for
     return texts.size() == options.paths.size();
 }
 

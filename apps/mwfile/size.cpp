@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "commands.h"
+#include "DisplayText.h"
 #include "Failure.h"
 #include "ItemJson.h"
 #include "LabelledLines.h"
@@ -8,6 +9,7 @@
 #include "Output.h"
 #include "SizeText.h"
 #include "StatusLine.h"
+#include "TextBytes.h"
 
 #include <atomic>
 #include <cerrno>
