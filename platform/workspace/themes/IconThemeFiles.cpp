@@ -89,14 +89,16 @@ std::optional<QByteArray> IconThemeFiles::find(QByteArrayView icon, int size, in
             if (auto path = pathIfThere(icon, file))
                 return path;
     std::optional<QByteArray> nearest;
-    int64_t smallest = std::numeric_limits<int64_t>::max();
+    auto best = std::pair(std::numeric_limits<int64_t>::max(), false);
     for (IconFileList::File &file : files) {
-        const int64_t distance = folderOf(file).distance(size, scale);
-        auto path = distance < smallest ? pathIfThere(icon, file) : std::nullopt;
+        const IconFolder &folder = folderOf(file);
+        // Of two that are as near, the larger one: reducing looks better than enlarging.
+        const auto rank = std::pair(folder.distance(size, scale), !folder.isLarger(size, scale));
+        auto path = rank < best ? pathIfThere(icon, file) : std::nullopt;
         if (!path)
             continue;
         nearest = std::move(path);
-        smallest = distance;
+        best = rank;
     }
     return nearest;
 }

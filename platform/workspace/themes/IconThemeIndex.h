@@ -27,6 +27,10 @@ struct IconFolder {
 
     /// How many pixels too small or too large its icons are.
     [[nodiscard]] int64_t distance(int iconSize, int iconScale) const;
+
+    [[nodiscard]] bool isLarger(int iconSize, int iconScale) const {
+        return int64_t(size) * scale > int64_t(iconSize) * iconScale;
+    }
 };
 
 struct IconThemeIndex {
