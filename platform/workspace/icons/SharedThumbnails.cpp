@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include <QPoint>
@@ -48,8 +49,8 @@ QByteArray thumbnailFolder() {
 /// The thumbnails of one file, whether they exist or not.
 class ThumbnailPaths {
 public:
-    ThumbnailPaths(const QByteArray &folder, const QByteArray &uri)
-        : folder_(folder), name_('/' + uriDigest(uri) + ".png") {}
+    ThumbnailPaths(QByteArray folder, const QByteArray &uri)
+        : folder_(std::move(folder)), name_('/' + uriDigest(uri) + ".png") {}
 
     [[nodiscard]] QByteArray in(const SizeRow &size) const {
         return pathIn(folder_, size.folder) + name_;

@@ -128,17 +128,24 @@ TEST_F(ItemIcons, OfAFileComeFromTheMostImportantSource) {
     const auto thumbnailOf = [this](const std::string &item) {
         return Step{"thumbnail", [this, item](const QColor &color) { thumbnail(item, color); }};
     };
-    expectEachToWin(image, {{"kind", [this](const QColor &color) { themeIcon("unknown", color); }},
-                            thumbnailOf(image),
-                            {"AppImage that was integrated",
-                             [&](const QColor &color) {
-                                 const std::string name =
-                                     "applications/appimagekit_" + digest.toHex().toStdString();
-                                 (void)home_.write(name + "-a.desktop",
-                                                   entry(picture("integrated.png", color)));
-                             }},
-                            lookup(),
-                            custom(image)});
+    const std::string integrated =
+        "applications/appimagekit_" + digest.toHex().toStdString() + "-a.desktop";
+    const std::vector<Step> steps = {
+        {"kind", [this](const QColor &color) { themeIcon("unknown", color); }},
+        thumbnailOf(image),
+        {"AppImage that was integrated, a theme's icon",
+         [&](const QColor &color) {
+             themeIcon("integrated", color);
+             (void)home_.write(integrated, entry("integrated"));
+         }},
+        {"AppImage that was integrated, absolute",
+         [&](const QColor &color) {
+             (void)home_.write(integrated, entry(picture("integrated.png", color)));
+         }},
+        lookup(),
+        custom(image),
+    };
+    expectEachToWin(image, steps);
     setDesktopIconLookup({});
     expectEachToWin(
         entryFile,
