@@ -5,6 +5,8 @@
 #include "platform/foundation/FileSystemText.h"
 #include "platform/workspace/themes/InstalledThemes.h"
 
+#include <MWCore/MXNotificationCenter.h>
+
 #include <ctime>
 #include <utility>
 
@@ -13,6 +15,7 @@ namespace {
 
 /// The theme that a thread was given last, so that it takes no lock as long as it is the same.
 struct Seen {
+    const CurrentTheme *from = nullptr;
     uint64_t serial = 0;
     std::weak_ptr<const IconTheme> theme;
 };
@@ -40,11 +43,12 @@ std::shared_ptr<const IconTheme> CurrentTheme::theme(int64_t now) {
     if (isCheckDue(now))
         refresh();
     thread_local Seen seen;
-    if (seen.serial == serial_.load(std::memory_order_acquire))
+    if (seen.from == this && seen.serial == serial_.load(std::memory_order_acquire))
         if (auto theme = seen.theme.lock())
             return theme;
     auto theme = themeUnderLock(&seen.serial);
     seen.theme = theme;
+    seen.from = this;
     return theme;
 }
 
@@ -60,9 +64,9 @@ std::shared_ptr<const IconTheme> CurrentTheme::themeUnderLock(uint64_t *serial) 
 }
 
 QString CurrentTheme::name(ItemStamps &settings) const {
-    return chosen_.isEmpty() ? stringWithFileSystemRepresentation(
-                                   usualThemeName(IconTheme::baseFolders(), settings))
-                             : chosen_;
+    const QByteArray chosen = fileSystemRepresentation(chosen_).value_or(QByteArray());
+    return stringWithFileSystemRepresentation(
+        chosenThemeName(chosen, IconTheme::baseFolders(), settings));
 }
 
 bool CurrentTheme::refresh() {
@@ -104,11 +108,15 @@ std::shared_ptr<const IconTheme> IconTheme::current() {
 }
 
 bool IconTheme::refresh() {
-    return CurrentTheme::shared().refresh();
+    const bool hasChanged = CurrentTheme::shared().refresh();
+    if (hasChanged)
+        MXNotificationCenter::defaultCenter()->postNotificationName(kChanged);
+    return hasChanged;
 }
 
 void IconTheme::setCurrentName(const QString &name) {
     CurrentTheme::shared().choose(name);
+    MXNotificationCenter::defaultCenter()->postNotificationName(kChanged);
 }
 
 } // namespace MWCore

@@ -29,14 +29,18 @@ public:
     /// a millisecond or two.
     static bool refresh();
 
+    /// The name of the notification (MXNotificationCenter) that current() has become another
+    /// object. setCurrentName() and refresh() post it, on the thread that called them.
+    static constexpr const char *kChanged = "MWIconThemeChanged";
+
     /// The folders in which a change may make refresh() return true, for programs that watch
     /// folders. Those of single sizes are left out: a program that adds icons to them also modifies
     /// the theme's folder, so that caches are renewed.
     [[nodiscard]] static QStringList watchedFolders();
 
-    /// For hosts that know from the session which theme the user has chosen. Without a name, or
-    /// with an empty one, it is the first of these that is installed: what the settings of KDE
-    /// (kdeglobals) and GTK (settings.ini) name, Adwaita, breeze, hicolor.
+    /// For hosts that know from the session which theme the user has chosen. The user's theme is
+    /// the first of these that is installed: @p name, which may be empty; what the settings of KDE
+    /// (kdeglobals) and GTK (settings.ini) name; Adwaita; breeze; hicolor.
     static void setCurrentName(const QString &name);
 
     /// The theme @p name in the @p folders, the most important one first. If none has such a theme,

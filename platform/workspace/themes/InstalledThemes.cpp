@@ -65,14 +65,17 @@ std::optional<IconThemeIndex> installedThemeIndex(const QByteArray &name,
     return found ? std::optional(IconThemeIndex::parse(*found)) : std::nullopt;
 }
 
-QByteArray usualThemeName(const std::vector<QByteArray> &baseFolders, ItemStamps &stamps) {
-    const auto isInstalled = [&](const QByteArray &name) {
-        return installedThemeIndex(name, baseFolders, &stamps).has_value();
+QByteArray chosenThemeName(const QByteArray &name, const std::vector<QByteArray> &baseFolders,
+                           ItemStamps &stamps) {
+    const auto isInstalled = [&](const QByteArray &theme) {
+        return installedThemeIndex(theme, baseFolders, &stamps).has_value();
     };
+    if (isInstalled(name))
+        return name;
     for (const QByteArray &folder : configFolders())
         for (const SettingRow &row : kSettingRows)
-            if (QByteArray name = settingIn(folder, row, stamps); isInstalled(name))
-                return name;
+            if (QByteArray theme = settingIn(folder, row, stamps); isInstalled(theme))
+                return theme;
     const auto *const usual = std::ranges::find_if(kUsualThemes, isInstalled);
     return usual == std::end(kUsualThemes) ? kUsualThemes[std::size(kUsualThemes) - 1] : *usual;
 }

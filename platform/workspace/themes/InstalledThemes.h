@@ -19,10 +19,11 @@ namespace MWCore {
 installedThemeIndex(const QByteArray &name, const std::vector<QByteArray> &baseFolders,
                     ItemStamps *stamps = nullptr);
 
-/// The name of the theme that the user has chosen, or else of a usual one, if it is in one of
-/// @p baseFolders: IconTheme::setCurrentName(). Adds the items that decide this to @p stamps.
-[[nodiscard]] QByteArray usualThemeName(const std::vector<QByteArray> &baseFolders,
-                                        ItemStamps &stamps);
+/// The first of these that is in one of @p baseFolders: @p name, what the settings name, a usual
+/// theme; see IconTheme::setCurrentName(). Adds the items that decide this to @p stamps.
+[[nodiscard]] QByteArray chosenThemeName(const QByteArray &name,
+                                         const std::vector<QByteArray> &baseFolders,
+                                         ItemStamps &stamps);
 
 /// The folders with the settings that name a theme.
 [[nodiscard]] std::vector<QByteArray> themeSettingsFolders();

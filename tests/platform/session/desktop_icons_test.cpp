@@ -176,7 +176,9 @@ TEST_F(DesktopIcons, HaveTheThemeOfTheSession) {
         EXPECT_EQ(result.status, 0) << result.errorOutput;
     };
     inSession([&](const SessionBus &) {
-        (void)folder_.write("home/.icons/usual/index.theme", "[Icon Theme]\n");
+        for (const char *const theme : {"usual", "first", "second"})
+            (void)folder_.write(std::string("home/.icons/") + theme + "/index.theme",
+                                "[Icon Theme]\n");
         (void)folder_.write("home/.config/gtk-3.0/settings.ini",
                             "[Settings]\ngtk-icon-theme-name=usual\n");
         choose("first");

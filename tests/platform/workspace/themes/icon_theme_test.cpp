@@ -8,6 +8,8 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/UnresponsiveMount.h"
 
+#include <MWCore/MXNotificationCenter.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -227,6 +229,9 @@ TEST_F(Themes, AreChosenByTheSettings) {
     }
     const auto before = IconTheme::current();
     IconTheme::setCurrentName("from the session");
+    EXPECT_EQ(IconTheme::current()->name(), "B") << "it is not installed";
+    theme("icons/from the session", "");
+    IconTheme::setCurrentName("from the session");
     EXPECT_EQ(IconTheme::current()->name(), "from the session");
     EXPECT_EQ(before->name(), "B");
 }
@@ -280,12 +285,17 @@ TEST_F(ChangingThemes, AreReadAgain) {
         {"a better choice",
          [&] { (void)folder_.write("home/gtk-3.0/settings.ini", "[Settings]\n"); }, false},
     };
+    int changes = 0;
+    const auto observation = MWCore::MXNotificationCenter::defaultCenter()->addObserver(
+        [&changes](const auto &) { ++changes; }, IconTheme::kChanged);
     for (const auto &row : rows) {
         read();
+        changes = 0;
         const auto before = IconTheme::current();
         row.change();
         EXPECT_EQ(IconTheme::refresh(), row.isChange) << row.what;
         EXPECT_EQ(IconTheme::current() != before, row.isChange) << row.what;
+        EXPECT_EQ(changes, row.isChange ? 1 : 0) << row.what;
         EXPECT_FALSE(IconTheme::refresh() && IconTheme::refresh()) << "settles after " << row.what;
     }
     EXPECT_EQ(IconTheme::current()->name(), "A");
