@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -31,12 +32,23 @@ constexpr QByteArrayView kTreeMagic("\xda\x1ameta\x01\x00", 8);    // version 1.
 constexpr QByteArrayView kJournalMagic("\xda\x1ajour\x01\x00", 8); // version 1.0
 constexpr QByteArrayView kAnyKey = "custom-icon";                  // also of "custom-icon-name"
 
-std::vector<QByteArray> filesIn(const QByteArray &folder) {
+/// Null at the end, with 0 in `errno`, and on failure.
+const dirent *nextEntry(const FolderStream &folder) {
+    if (!folder)
+        return nullptr;
+    errno = 0;
+    return readdir(folder.get());
+}
+
+/// The paths of the files in @p folder, none if there is no such folder; nullopt on failure.
+std::optional<std::vector<QByteArray>> filesIn(const QByteArray &folder) {
     std::vector<QByteArray> paths;
     const FolderStream stream(opendir(folder.constData()));
-    while (const dirent *const entry = stream ? readdir(stream.get()) : nullptr)
+    for (const dirent *entry = nextEntry(stream); entry; entry = nextEntry(stream))
         if (entry->d_name[0] != '.') // GVfs writes new files under such names
             paths.push_back(pathIn(folder, entry->d_name));
+    if (errno != 0 && errno != ENOENT)
+        return std::nullopt;
     std::ranges::sort(paths);
     return paths;
 }
@@ -72,9 +84,9 @@ QByteArray mountPointNames() {
     return names;
 }
 
-QByteArray stateOfAll(const std::vector<QByteArray> &paths) {
+QByteArray stateOfAll(const std::optional<std::vector<QByteArray>> &paths) {
     QByteArray state = mountPointNames();
-    for (const QByteArray &path : paths)
+    for (const QByteArray &path : paths.value_or(std::vector<QByteArray>()))
         state += stateOf(path);
     return state;
 }
@@ -95,10 +107,11 @@ bool isKnownFormat(const QByteArray &content) {
 } // namespace
 
 CustomIconNames::CustomIconNames(const QByteArray &folder) : folder_(folder) {
-    const std::vector<QByteArray> paths = filesIn(folder);
+    const auto paths = filesIn(folder);
     state_ = stateOfAll(paths);
+    includesAll_ = !paths;
     QByteArray bytes;
-    for (const QByteArray &path : paths) {
+    for (const QByteArray &path : paths.value_or(std::vector<QByteArray>())) {
         const auto content = contentOf(path);
         includesAll_ = includesAll_ || !content || !isKnownFormat(*content);
         if (!includesAll_)
@@ -131,8 +144,10 @@ void CustomIconNames::add(QByteArrayView name) {
 }
 
 bool CustomIconNames::mayInclude(QByteArrayView name) const {
-    return includesAll_ ||
-           (!ends_.empty() && ends_[bitOf(name.last(std::min(name.size(), kLongestEnd)))]);
+    const auto isThere = [&] {
+        return name.isEmpty() || ends_[bitOf(name.last(std::min(name.size(), kLongestEnd)))];
+    };
+    return includesAll_ || (!ends_.empty() && isThere());
 }
 
 } // namespace MWCore

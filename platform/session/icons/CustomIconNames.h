@@ -19,7 +19,8 @@ public:
     /// file of an unknown version, or one that is too large or cannot be read.
     explicit CustomIconNames(const QByteArray &folder);
 
-    /// False if no item of that name has a custom icon. Costs nanoseconds.
+    /// False if no item of that name has a custom icon; an empty name is that of "/". Costs
+    /// nanoseconds.
     [[nodiscard]] bool mayInclude(QByteArrayView name) const;
 
     /// Whether the files are as they were.
