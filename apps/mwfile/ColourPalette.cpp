@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <span>
 
@@ -57,17 +58,16 @@ Box boxOf(std::span<QRgb> pixels) {
 /// Divides @p box at its mean, which lies between two of its values if it has any spread.
 std::array<Box, 2> halvesOf(const Box &box) {
     const double mean = box.mean[static_cast<std::size_t>(box.widestChannel)];
-    const auto upper = std::ranges::partition(
-        box.pixels, [&](QRgb pixel) { return channelOf(pixel, box.widestChannel) <= mean; });
-    const std::size_t count = box.pixels.size() - upper.size();
-    return {boxOf(box.pixels.first(count)), boxOf(box.pixels.subspan(count))};
+    const auto isLower = [&](QRgb pixel) { return channelOf(pixel, box.widestChannel) <= mean; };
+    const auto upper = std::partition(box.pixels.begin(), box.pixels.end(), isLower);
+    return {boxOf({box.pixels.begin(), upper}), boxOf({upper, box.pixels.end()})};
 }
 
 QRgb colourOf(const Box &box) {
     QRgb colour = 0;
     for (int channel = 0; channel < kChannels; ++channel) {
         const double mean = box.mean[static_cast<std::size_t>(channel)];
-        colour |= static_cast<QRgb>(mean + 0.5) << (channel * kChannelBits);
+        colour |= static_cast<QRgb>(std::lround(mean)) << (channel * kChannelBits);
     }
     return colour;
 }

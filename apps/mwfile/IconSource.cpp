@@ -37,7 +37,7 @@ FSRef referenceToTarget(const std::string &path) {
 QImage ownImage(const std::string &path, int pixels) {
     IconRef icon;
     icon.file = QByteArray::fromStdString(resolvedPath(path));
-    const QImage image = ItemIcon::init(icon)->image(pixels);
+    QImage image = ItemIcon::init(icon)->image(pixels);
     if (image.isNull())
         throw Failure(path, "has no image that can be decoded");
     return image;
@@ -101,7 +101,7 @@ IconSource shownFamilyAt(const std::string &path) {
 QImage shownIcon(const MXFileSystemObject &item, const std::string &path, int pixels) {
     constexpr bool kUsesCached = false;
     useOffscreenGraphics();
-    const QImage image = item.iconForFSOUsingCached(kUsesCached)->image(pixels);
+    QImage image = item.iconForFSOUsingCached(kUsesCached)->image(pixels);
     if (image.isNull())
         throw Failure(path, memFullErr);
     return image;

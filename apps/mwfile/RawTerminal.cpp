@@ -44,7 +44,7 @@ RawTerminal::~RawTerminal() {
 }
 
 /// The keys that interrupt and quit keep working.
-bool RawTerminal::makeRaw() {
+bool RawTerminal::makeRaw() const {
     termios mode = modeBefore;
     mode.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     mode.c_cc[VMIN] = 0;

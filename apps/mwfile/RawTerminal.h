@@ -31,7 +31,7 @@ public:
 private:
     static constexpr std::array kSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
 
-    bool makeRaw();
+    [[nodiscard]] bool makeRaw() const;
     void handleSignals();
 
     int descriptor_;

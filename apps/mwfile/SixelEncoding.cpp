@@ -28,8 +28,8 @@ struct IndexedImage {
 
     /// Transparent below the image.
     [[nodiscard]] int at(int column, int row) const {
-        return row < height ? indexes[static_cast<std::size_t>(row * width + column)]
-                            : kTransparent;
+        const std::size_t begin = static_cast<std::size_t>(row) * static_cast<std::size_t>(width);
+        return row < height ? indexes[begin + static_cast<std::size_t>(column)] : kTransparent;
     }
 };
 

@@ -23,14 +23,14 @@ public:
     [[nodiscard]] bool canAsk() const;
 
     /// Sends @p requests and waits for the answers. False if the terminal does not answer in time.
-    bool ask(std::string_view requests);
+    [[nodiscard]] bool ask(std::string_view requests);
 
     [[nodiscard]] const TerminalAnswers &answers() const { return answers_; }
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    bool send(std::string_view bytes) const;
+    [[nodiscard]] bool send(std::string_view bytes) const;
     bool receiveUntil(Clock::time_point end);
 
     RawTerminal terminal_;

@@ -80,7 +80,7 @@ QByteArray base64Png(const QImage &image) {
 }
 
 /// The graphics protocol of kitty. No answer is wanted (q=2).
-std::string kittyPicture(const QImage &image, const PictureRoom &, const TerminalAnswers &) {
+std::string kittyPicture(const QImage &image) {
     constexpr qsizetype kLongestPiece = 4096;
     const QByteArray content = base64Png(image);
     std::string text;
@@ -95,12 +95,12 @@ std::string kittyPicture(const QImage &image, const PictureRoom &, const Termina
 }
 
 /// An inline image of iTerm2.
-std::string inlineImage(const QImage &image, const PictureRoom &room, const TerminalAnswers &) {
-    return "\033]1337;File=inline=1;preserveAspectRatio=1;height=" + std::to_string(room.rows) +
-           ":" + base64Png(image).toStdString() + "\a";
+std::string inlineImage(const QImage &image, int rows) {
+    return "\033]1337;File=inline=1;preserveAspectRatio=1;height=" + std::to_string(rows) + ":" +
+           base64Png(image).toStdString() + "\a";
 }
 
-std::string sixelPicture(const QImage &image, const PictureRoom &, const TerminalAnswers &answers) {
+std::string sixelPicture(const QImage &image, const TerminalAnswers &answers) {
     constexpr int kMostRegisters = 256;
     return encodeSixel(image,
                        {std::min(answers.colourRegisters(), kMostRegisters), answers.background()});
@@ -108,9 +108,10 @@ std::string sixelPicture(const QImage &image, const PictureRoom &, const Termina
 
 } // namespace
 
-TerminalPictures::TerminalPictures() : obstacle_(findProtocol()) {}
+TerminalPictures::TerminalPictures() : obstacle_(prepare()) {}
 
-std::string TerminalPictures::findProtocol() {
+/// The obstacle; empty if there is none.
+std::string TerminalPictures::prepare() {
     winsize screen = {};
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) != 0)
         return "standard output is not a terminal";
@@ -135,17 +136,30 @@ std::string TerminalPictures::askAll() {
         return "the terminal does not answer";
     answers_ = dialogue_->answers();
     dialogue_.reset();
+    protocol_ = bestProtocol();
+    return protocol_ == Protocol::None ? kNoPictures : "";
+}
+
+TerminalPictures::Protocol TerminalPictures::bestProtocol() const {
     if (answers_.hasKittyGraphics())
-        encode_ = kittyPicture;
-    else if (answers_.hasInlineImages() || answers_.name().starts_with("iTerm2"))
-        encode_ = inlineImage;
-    else if (answers_.hasSixel())
-        encode_ = sixelPicture;
-    return encode_ ? "" : kNoPictures;
+        return Protocol::Kitty;
+    if (answers_.hasInlineImages() || answers_.name().starts_with("iTerm2"))
+        return Protocol::InlineImages;
+    return answers_.hasSixel() ? Protocol::Sixel : Protocol::None;
 }
 
 std::string TerminalPictures::drawing(const QImage &image) const {
-    return encode_(image, room_, answers_);
+    switch (protocol_) {
+    case Protocol::Kitty:
+        return kittyPicture(image);
+    case Protocol::InlineImages:
+        return inlineImage(image, room_.rows);
+    case Protocol::Sixel:
+        return sixelPicture(image, answers_);
+    case Protocol::None:
+        break;
+    }
+    return {};
 }
 
 } // namespace MWCore::mwfile

@@ -35,15 +35,15 @@ public:
     [[nodiscard]] std::string drawing(const QImage &image) const;
 
 private:
-    std::string findProtocol();
-    std::string askAll();
+    enum class Protocol { None, Kitty, InlineImages, Sixel };
 
-    using Encode = std::string (*)(const QImage &image, const PictureRoom &room,
-                                   const TerminalAnswers &answers);
+    std::string prepare();
+    std::string askAll();
+    [[nodiscard]] Protocol bestProtocol() const;
 
     std::optional<TerminalDialogue> dialogue_;
     TerminalAnswers answers_;
-    Encode encode_ = nullptr;
+    Protocol protocol_ = Protocol::None;
     PictureRoom room_;
     std::string obstacle_;
 };
