@@ -11,8 +11,8 @@
 namespace MWCore::mwfile {
 namespace {
 
-constexpr std::chrono::milliseconds kLongestWait(250);
-constexpr std::chrono::milliseconds kLatestAnswer(1000);
+constexpr std::chrono::milliseconds kLongestWait(500);
+constexpr std::chrono::milliseconds kLatestAnswer(1500);
 
 /// Every terminal answers it, and answers requests in order: the others were answered before or
 /// never will be.
