@@ -5,10 +5,12 @@
 #include "platform/files/RegularFile.h"
 #include "platform/pictures/ImageScaling.h"
 #include "platform/pictures/Jpeg2000.h"
+#include "platform/pictures/PlainPng.h"
 #include "platform/pictures/Png.h"
 #include "platform/pictures/SvgDrawing.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -54,6 +56,10 @@ QImage decoded(QByteArray bytes, OSStatus *status) {
     if (isPngFile && !isWithinLimits(pngSize(bytes).value_or(QSize()))) {
         *status = fileBoundsErr;
         return {};
+    }
+    if (auto image = isPngFile ? decodePlainPng(bytes) : std::nullopt) {
+        *status = noErr;
+        return *std::move(image);
     }
     if (isPngFile)
         bytes = essentialPng(bytes, PngColour::Keep);
@@ -123,12 +129,14 @@ std::optional<Picture> Picture::fromBytes(const QByteArray &bytes, OSStatus *sta
 
 std::optional<Picture> Picture::fromDrawing(const QByteArray &bytes, OSStatus *status) {
     Picture picture;
+    picture.hasTexts_ = hasSvgTexts();
     *status = bytes.size() <= kLargestDrawing ? mapReadErr : fileBoundsErr;
-    const auto drawing = *status == mapReadErr ? harmlessSvg(bytes) : std::nullopt;
-    picture.size_ = drawing ? svgSize(*drawing) : QSize();
+    auto harmless = *status == mapReadErr ? harmlessSvg(bytes) : std::nullopt;
+    picture.size_ = harmless ? svgSize(*harmless) : QSize();
     if (picture.size_.isEmpty())
         return std::nullopt;
     picture.drawing_ = bytes;
+    picture.harmless_ = *std::move(harmless);
     *status = noErr;
     return picture;
 }
@@ -138,7 +146,7 @@ QImage Picture::squareImage(int width) const {
         return {};
     if (!isVector())
         return fittedImage(pixels_, width);
-    const auto drawing = harmlessSvg(drawing_); // depends on whether there is a QGuiApplication now
+    const auto drawing = hasTexts_ == hasSvgTexts() ? harmless_ : harmlessSvg(drawing_);
     return drawing ? centred(svgImage(*drawing, fittedSize(size_, width)), width) : QImage();
 }
 

@@ -50,7 +50,9 @@ private:
     static std::optional<Picture> fromDrawing(const QByteArray &bytes, OSStatus *status);
 
     QImage pixels_;
-    QByteArray drawing_; ///< the bytes of an SVG file
+    QByteArray drawing_;                 ///< the bytes of an SVG file
+    std::optional<QByteArray> harmless_; ///< what of them is drawn
+    bool hasTexts_ = false;              ///< whether that includes texts
     QSize size_;
 };
 

@@ -4,6 +4,7 @@
 
 #include "platform/formats/BigEndian.h"
 #include "platform/pictures/Deflate.h"
+#include "platform/pictures/PlainPng.h"
 #include "platform/pictures/PngChunks.h"
 
 #include <algorithm>
@@ -78,6 +79,8 @@ QByteArray essentialPng(QByteArrayView bytes, PngColour colour) {
 std::optional<QImage> decodePng(QByteArrayView bytes, QSize size) {
     if (pngSize(bytes) != size)
         return std::nullopt;
+    if (auto image = decodePlainPng(bytes))
+        return image;
     QByteArray essential = essentialPng(bytes, PngColour::Drop);
     if (!isWithinSize(essential, size))
         return std::nullopt;

@@ -2,26 +2,17 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/pictures/PngFilter.h"
 
+#include "platform/pictures/PngPrediction.h"
+
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
 
-// The predictions of a byte from those to its left, above it and to the left of that one, which are
-// of the same channel. Plain loops, which the compiler turns into vector instructions.
+// Plain loops, which the compiler turns into vector instructions.
 
 namespace MWCore {
 namespace {
 
-constexpr std::size_t kPixelLength = 4; ///< bytes
-
-/// Whichever of the three is nearest to left + above - corner.
-int paeth(int left, int above, int corner) {
-    const int fromLeft = std::abs(above - corner);
-    const int fromAbove = std::abs(left - corner);
-    const int fromCorner = std::abs(left + above - 2 * corner);
-    const int other = fromAbove <= fromCorner ? above : corner;
-    return fromLeft <= fromAbove && fromLeft <= fromCorner ? left : other;
-}
+using PngPrediction::kPixelLength;
 
 /// Bytes stand for numbers from -128 to 127.
 uint32_t sumOfAbsolutes(const uint8_t *bytes, std::size_t length) {
@@ -56,11 +47,11 @@ template <typename Predict> void PngFilter::attempt(uint8_t type, Predict predic
 void PngFilter::filter(const uint8_t *row, uint8_t *target) {
     std::copy_n(row, length_, row_.begin() + kPixelLength);
     leastSum_ = std::numeric_limits<uint32_t>::max();
-    attempt(0, [](int, int, int) { return 0; });
-    attempt(1, [](int left, int, int) { return left; });
-    attempt(2, [](int, int above, int) { return above; });
-    attempt(3, [](int left, int above, int) { return (left + above) / 2; });
-    attempt(4, paeth);
+    attempt(0, PngPrediction::none);
+    attempt(1, PngPrediction::sub);
+    attempt(2, PngPrediction::up);
+    attempt(3, PngPrediction::average);
+    attempt(4, PngPrediction::paeth);
     std::ranges::copy(best_, target);
     row_.swap(above_);
 }

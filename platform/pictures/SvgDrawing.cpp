@@ -84,8 +84,7 @@ class SvgCopy {
 public:
     explicit SvgCopy(const QByteArray &bytes)
         : reader_(bytes), mayDeclareEntities_(bytes.count('&') <= kMostEntityReferences),
-          writer_(&copy_), hasText_(qobject_cast<QGuiApplication *>(QCoreApplication::instance())) {
-    }
+          writer_(&copy_), hasText_(hasSvgTexts()) {}
 
     std::optional<QByteArray> made();
 
@@ -203,6 +202,10 @@ bool startsLikeSvg(QByteArrayView bytes) {
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes = bytes.sliced(kByteOrderMark);
     return bytes.startsWith("\x1F\x8B") || bytes.trimmed().startsWith('<');
+}
+
+bool hasSvgTexts() {
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance());
 }
 
 std::optional<QByteArray> harmlessSvg(const QByteArray &bytes) {

@@ -15,10 +15,13 @@ namespace MWCore {
 /// Whether @p bytes start like XML, possibly compressed, which no other image does.
 [[nodiscard]] bool startsLikeSvg(QByteArrayView bytes);
 
+/// Whether texts are drawn: there is a QGuiApplication.
+[[nodiscard]] bool hasSvgTexts();
+
 /// The drawing reduced to what can be rendered without harm. Qt's renderer opens the files that a
 /// drawing refers to, aborts the process if it meets text without a QGuiApplication, and repeats
-/// elements as often as references to them multiply. Left out are therefore: texts, unless there
-/// is a QGuiApplication; references to other files; elements that Qt does not draw.
+/// elements as often as references to them multiply. Left out are therefore: texts, unless
+/// hasSvgTexts(); references to other files; elements that Qt does not draw.
 /// nullopt if the drawing is not well-formed, is compressed, or takes too much time or memory.
 [[nodiscard]] std::optional<QByteArray> harmlessSvg(const QByteArray &bytes);
 
