@@ -18,11 +18,11 @@ struct Known {
     std::unordered_map<std::size_t, std::shared_ptr<const IconRef>> descriptions;
 };
 
+} // namespace
+
 bool isOfKind(const IconRef &icon) {
     return icon.customIconOf.isEmpty() && icon.file.isEmpty() && icon.thumbnailOf.isEmpty();
 }
-
-} // namespace
 
 std::size_t hashOf(const IconRef &icon) {
     const QString name = icon.themeNames.isEmpty() ? QString() : icon.themeNames.front();

@@ -9,6 +9,9 @@
 
 namespace MWCore {
 
+/// Whether the icon is one of the item's kind, not of the item alone.
+[[nodiscard]] bool isOfKind(const IconRef &icon);
+
 /// A hash of what decides the look of an icon.
 [[nodiscard]] std::size_t hashOf(const IconRef &icon);
 

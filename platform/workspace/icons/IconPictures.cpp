@@ -5,6 +5,7 @@
 #include "platform/formats/icns/IconImages.h"
 #include "platform/pictures/ImageScaling.h"
 #include "platform/workspace/icons/DrawnIcons.h"
+#include "platform/workspace/icons/IconDescriptions.h"
 #include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/SharedThumbnails.h"
 #include "platform/workspace/ResponsiveFiles.h"
@@ -101,8 +102,23 @@ QImage IconPictures::image(int points, int scale, int pixels) {
     return image;
 }
 
+std::optional<QByteArray> IconPictures::themeFile(int points, int scale) const {
+    return theme_->find(icon_.themeNames, points, scale);
+}
+
+QByteArray IconPictures::shareable(int points, int scale) const {
+    if (!isOfKind(icon_))
+        return {};
+    return themeFile(points, scale).value_or(drawingFor(icon_, points).toLatin1());
+}
+
+bool IconPictures::hasDrawn(const QByteArray &shareable) const {
+    const auto known = pictures_.find(shareable);
+    return known != pictures_.end() && known->second;
+}
+
 const Picture *IconPictures::find(int points, int scale) {
-    const auto path = theme_->find(icon_.themeNames, points, scale);
+    const auto path = themeFile(points, scale);
     const Picture *const found = path ? inTheme(*path) : nullptr;
     return found ? found : drawing(points);
 }

@@ -32,8 +32,16 @@ public:
     /// @p scale whole pixels per point. QImage::Format_RGBA8888. Null if it has none.
     [[nodiscard]] QImage image(int points, int scale, int pixels);
 
+    /// Which picture that is, if other icons may have it, too: the path of the theme's file, or the
+    /// name of the drawing. Empty if the icon is one of the item alone.
+    [[nodiscard]] QByteArray shareable(int points, int scale) const;
+
+    /// Whether that picture was drawn: its file may be damaged.
+    [[nodiscard]] bool hasDrawn(const QByteArray &shareable) const;
+
 private:
     void readOwn();
+    [[nodiscard]] std::optional<QByteArray> themeFile(int points, int scale) const;
     const Picture *find(int points, int scale);
     const Picture *inTheme(const QByteArray &path);
     const Picture *drawing(int points);

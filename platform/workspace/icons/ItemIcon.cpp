@@ -7,6 +7,7 @@
 #include "platform/workspace/icons/IconImageCache.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconPictures.h"
+#include "platform/workspace/icons/ImagesInUse.h"
 #include "platform/workspace/icons/ItemIcons.h"
 
 #include <cmath>
@@ -23,13 +24,29 @@ int pixelsOf(int points, qreal scale) {
     return points > 0 && pixels >= 1 && pixels <= kMostPixels ? qRound(pixels) : 0;
 }
 
-QImage drawn(const IconImageKey &key, qreal scale) {
+/// The image without its badge. Types for which the theme has the same picture share it.
+QImage unbadged(const IconImageKey &key, qreal scale) {
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
     IconPictures pictures(*key.icon, key.theme, IconPictures::Thumbnails::Use);
-    QImage image = pictures.image(key.points, static_cast<int>(std::ceil(scale)), key.pixels)
-                       .convertToFormat(kFormat);
+    const int density = static_cast<int>(std::ceil(scale));
+    const QByteArray picture = pictures.shareable(key.points, density);
+    const PictureKey shared = {picture, key.pixels, scale, key.theme};
+    QImage image = picture.isEmpty() ? QImage() : ImagesInUse::shared().find(shared);
     if (!image.isNull())
-        drawBadge(image, key.badge);
+        return image;
+    image = pictures.image(key.points, density, key.pixels).convertToFormat(kFormat);
+    image.setDevicePixelRatio(scale);
+    if (pictures.hasDrawn(picture))
+        ImagesInUse::shared().insert(shared, image);
+    return image;
+}
+
+QImage drawn(const IconImageKey &key, qreal scale) {
+    QImage image = unbadged(key, scale);
+    if (image.isNull() || key.badge == IconBadge::None)
+        return image;
+    image.setDevicePixelRatio(1); // the badge has as many pixels
+    drawBadge(image, key.badge);
     image.setDevicePixelRatio(scale);
     return image;
 }
