@@ -14,7 +14,7 @@
 namespace MWCore {
 
 // Does not let the database open the file: the local encoding may not be able to represent its
-// name.
+// name. Does not let it match a name again that it does not know, which takes longer than all else.
 QString mimeTypeOfFile(const QByteArray &path) {
     const QString name = stringWithFileSystemRepresentation(PathParts(path).name);
     const QStringList byName = mimeTypesByName(name);
@@ -22,8 +22,11 @@ QString mimeTypeOfFile(const QByteArray &path) {
         return byName.front();
     constexpr int64_t kEnough = 16'384; // the database's magic rules look no farther
     OSStatus status = noErr;
+    const QMimeDatabase database;
     if (const auto start = readStartOf(path, kEnough, FinalLink::Keep, &status))
-        return QMimeDatabase().mimeTypeForFileNameAndData(name, *start).name();
+        return (byName.isEmpty() ? database.mimeTypeForData(*start)
+                                 : database.mimeTypeForFileNameAndData(name, *start))
+            .name();
     return byName.isEmpty() ? QStringLiteral("application/octet-stream") : byName.front();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/foundation/ShortMemo.h"
+#include "platform/launch/ItemMimeType.h"
 #include "platform/launch/MimeTypesByName.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -13,6 +14,7 @@
 #include <random>
 #include <string>
 
+#include <QByteArray>
 #include <QMimeDatabase>
 #include <QRegularExpression>
 #include <QString>
@@ -99,6 +101,20 @@ TEST(MimeTypesByName, AreThoseOfAUsersDatabase) {
     ASSERT_EQ(std::system(("update-mime-database " + folder.at("mime")).c_str()), 0);
     EXPECT_EXIT(exitAfterComparing(names()), succeeds, "");
     (void)unsetenv("XDG_DATA_HOME");
+}
+
+TEST(ItemMimeType, IsThatOfQtForTheSameFile) {
+    const TemporaryFolder folder;
+    const std::string contents[] = {
+        "", "text\n", "#!/bin/sh\n", "\x89PNG\r\n\x1a\n", "%PDF-1.4\n", {"\0\1\2\xFF", 4}};
+    int files = 0;
+    for (const char *const suffix : {"", ".png", ".unknown", ".ts", ".doc", "~", ".xml"})
+        for (const std::string &content : contents) {
+            const std::string path = folder.write(std::to_string(++files) + suffix, content);
+            EXPECT_EQ(mimeTypeOfFile(QByteArray::fromStdString(path)),
+                      QMimeDatabase().mimeTypeForFile(QString::fromStdString(path)).name())
+                << suffix << ": " << content;
+        }
 }
 
 /// A clock that a test sets.
