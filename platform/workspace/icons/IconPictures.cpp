@@ -86,7 +86,7 @@ QImage IconPictures::familyImage(int pixels) {
     const IconContainer container(family());
     for (const IconContainer::Element *const element : byFitness(container, pixels))
         if (const QImage image = elementImage(container, *element); !image.isNull())
-            return fittedImage(image, pixels);
+            return image.size() == QSize(pixels, pixels) ? image : fittedImage(image, pixels);
     return {};
 }
 
