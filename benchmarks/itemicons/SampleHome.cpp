@@ -61,6 +61,7 @@ constexpr const char *kUserFolders =
     "XDG_DESKTOP_DIR=\"$HOME/Desktop\"\nXDG_DOCUMENTS_DIR=\"$HOME/Documents\"\n"
     "XDG_DOWNLOAD_DIR=\"$HOME/Downloads\"\nXDG_MUSIC_DIR=\"$HOME/Music\"\n"
     "XDG_PICTURES_DIR=\"$HOME/Pictures\"\nXDG_VIDEOS_DIR=\"$HOME/Videos\"\n";
+constexpr const char *kLinkTarget = "Documents/report.pdf";
 constexpr const char *kUserFolderNames[] = {"Desktop", "Documents", "Downloads",
                                             "Music",   "Pictures",  "Videos"};
 
@@ -130,7 +131,7 @@ void makeItem(const fs::path &home, long number) {
         fs::create_directory(path);
         return;
     case Kind::LinkToFile:
-        fs::create_symlink(".config/user-dirs.dirs", path);
+        fs::create_symlink(kLinkTarget, path);
         return;
     case Kind::LinkToFolder:
         fs::create_symlink("Documents", path);
@@ -157,6 +158,7 @@ SampleHome::SampleHome(long items) {
     write(path() / ".config/user-dirs.dirs", kUserFolders);
     for (const char *const name : kUserFolderNames)
         fs::create_directory(path() / name);
+    write(path() / kLinkTarget, "%PDF-1.4\n");
     const long generated = items - static_cast<long>(std::size(kUserFolderNames)) - 1;
     for (long number = 0; number < generated; ++number)
         makeItem(path(), number);
