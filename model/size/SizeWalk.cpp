@@ -4,6 +4,7 @@
 
 #include "core/posix/FolderStream.h"
 #include "core/posix/LongPath.h"
+#include "core/posix/SignalsBlocked.h"
 #include "model/size/SizeWorker.h"
 #include "model/size/VisitedLinks.h"
 #include "platform/files/MountTable.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <ctime>
 #include <exception>
 #include <fstream>
@@ -47,22 +47,6 @@ std::optional<microseconds> timeAwake() {
         return std::nullopt;
     return microseconds((computed + queued) / 1000);
 }
-
-/// Blocks all signals while it exists, so that new threads leave signals to the program's own.
-class SignalsBlocked {
-public:
-    SignalsBlocked() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &before_);
-    }
-    SignalsBlocked(const SignalsBlocked &) = delete;
-    SignalsBlocked &operator=(const SignalsBlocked &) = delete;
-    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
-
-private:
-    sigset_t before_ = {};
-};
 
 /// The threads of one measurement. The first worker runs on the calling thread.
 class WorkerPool {
