@@ -103,7 +103,7 @@ QImage IconPictures::image(int points, int scale, int pixels) {
 }
 
 std::optional<QByteArray> IconPictures::themeFile(int points, int scale) const {
-    return theme_->find(icon_.themeNames, points, scale);
+    return theme_ ? theme_->find(icon_.themeNames, points, scale) : std::nullopt;
 }
 
 QByteArray IconPictures::shareable(int points, int scale) const {

@@ -23,6 +23,7 @@ class IconPictures {
 public:
     enum class Thumbnails : uint8_t { Skip, Use };
 
+    /// @p theme may be null.
     IconPictures(IconRef icon, std::shared_ptr<const IconTheme> theme, Thumbnails thumbnails);
 
     /// The icon's own family: its custom icon, or the one in its file. Empty if it has none.

@@ -60,29 +60,40 @@ ItemIcon::Ptr ItemIcon::init(IconRef icon, IconBadge badge) {
     return Ptr(new ItemIcon(std::move(icon), badge));
 }
 
+IconImageKey ItemIcon::key(int points, qreal scale, std::shared_ptr<const IconTheme> theme) const {
+    return {icon_, hash_, badge_, points, pixelsOf(points, scale), std::move(theme)};
+}
+
 QImage ItemIcon::cachedImage(int points, qreal scale) const {
-    const int pixels = pixelsOf(points, scale);
-    if (pixels == 0)
-        return {};
-    return IconImageCache::shared().find(
-        {icon_, hash_, badge_, points, pixels, IconTheme::current()});
+    return IconImageCache::shared().find(key(points, scale, IconTheme::current()));
 }
 
 QImage ItemIcon::image(int points, qreal scale) const {
-    const IconImageKey key = {
-        icon_, hash_, badge_, points, pixelsOf(points, scale), IconTheme::current()};
-    if (key.pixels == 0)
-        return {};
-    QImage image = IconImageCache::shared().find(key);
-    if (!image.isNull())
-        return image;
-    image = drawn(key, scale);
-    IconImageCache::shared().insert(key, image);
-    return image;
+    const IconImageKey wanted = key(points, scale, IconTheme::current());
+    return canBeDrawn(wanted)
+               ? IconImageCache::shared().findOrDraw(wanted, [&] { return drawn(wanted, scale); })
+               : QImage();
+}
+
+HeldIconImage ItemIcon::heldImage(int points, qreal scale,
+                                  std::shared_ptr<const IconTheme> theme) const {
+    const IconImageKey wanted = key(points, scale, std::move(theme));
+    return canBeDrawn(wanted)
+               ? IconImageCache::shared().hold(wanted, [&] { return drawn(wanted, scale); })
+               : nullptr;
+}
+
+HeldIconImage ItemIcon::heldCachedImage(int points, qreal scale,
+                                        std::shared_ptr<const IconTheme> theme) const {
+    return IconImageCache::shared().hold(key(points, scale, std::move(theme)));
 }
 
 void ItemIcon::setCacheLimit(int64_t bytes) {
     IconImageCache::shared().setLimit(bytes);
+}
+
+int64_t ItemIcon::cacheLimit() {
+    return IconImageCache::shared().limit();
 }
 
 ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge) {

@@ -15,6 +15,12 @@
 
 namespace MWCore {
 
+struct IconImageKey;
+class IconTheme;
+
+/// An image that stays in the cache until the last copy of the pointer has gone.
+using HeldIconImage = std::shared_ptr<const QImage>;
+
 /// What is drawn over an icon.
 enum class IconBadge : uint8_t {
     None,
@@ -44,11 +50,23 @@ public:
     /// The same if it is in the cache, else null. Draws nothing.
     [[nodiscard]] QImage cachedImage(int points = kPoints, qreal scale = 1) const;
 
-    /// The images drawn last are kept, up to this many bytes for the whole process. 6 MiB at first.
+    /// As image() and cachedImage(), with the pictures of @p theme; null means none but this
+    /// library's own drawings, which touches no file system unless the description names a file.
+    [[nodiscard]] HeldIconImage heldImage(int points, qreal scale,
+                                          std::shared_ptr<const IconTheme> theme) const;
+    [[nodiscard]] HeldIconImage heldCachedImage(int points, qreal scale,
+                                                std::shared_ptr<const IconTheme> theme) const;
+
+    /// The images drawn last are kept, up to this many bytes for the whole process, and all that
+    /// are held. 6 MiB at first.
     static void setCacheLimit(int64_t bytes);
+    [[nodiscard]] static int64_t cacheLimit();
 
 private:
     ItemIcon(IconRef icon, IconBadge badge);
+
+    [[nodiscard]] IconImageKey key(int points, qreal scale,
+                                   std::shared_ptr<const IconTheme> theme) const;
 
     std::size_t hash_; ///< of what decides the look
     std::shared_ptr<const IconRef> icon_;
