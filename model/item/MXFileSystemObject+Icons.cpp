@@ -1,24 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "model/item/ItemFacts.h"
 #include "model/item/MXFileSystemObject.h"
 
-#include <MWCore/IconElements.h>
-#include <MWCore/IconServices.h>
-
 namespace MWCore {
-namespace {
-
-constexpr uint32_t kGenericDocument = fourCharCode("docu");
-constexpr uint32_t kGenericFolder = fourCharCode("fldr");
-
-ItemIcon::Ptr systemIcon(uint32_t type, IconBadge badge = IconBadge::None) {
-    IconRef icon;
-    [[maybe_unused]] const OSStatus status =
-        GetIconRef(kOnSystemDisk, kSystemIconsCreator, type, &icon); // the types are known
-    return ItemIcon::init(std::move(icon), badge);
-}
-
-} // namespace
 
 bool MXFileSystemObject::hasCustomIcon() const {
     const auto info = catalogInfo(kFSCatInfoFinderInfo);
@@ -35,15 +20,9 @@ ItemIcon::Ptr MXFileSystemObject::iconForFSOUsingCached(bool useCached) const {
 }
 
 ItemIcon::Ptr MXFileSystemObject::chosenIcon() const {
-    if (!isLocal() && isLink())
-        return remoteFileIconWithLink();
-    if (!isLocal())
-        return isDir() ? genericFolderIcon() : genericFileIcon();
-    if (isLink() || isAlias())
-        return fileIconWithLink();
-    if (isFile() && isLocked())
-        return fileIconWithLock();
-    return iconForFile(pathBytes());
+    ItemIconFacts facts = iconFactsOf(*this);
+    facts.isLocked = isLocal() && isFile() && isLocked();
+    return iconOf(facts);
 }
 
 ItemIcon::Ptr MXFileSystemObject::fileIconWithLink() const {
@@ -55,15 +34,15 @@ ItemIcon::Ptr MXFileSystemObject::fileIconWithLock() const {
 }
 
 ItemIcon::Ptr MXFileSystemObject::remoteFileIconWithLink() {
-    return systemIcon(kGenericDocument, IconBadge::Alias);
+    return genericIcon(ItemIconFacts::Kind::Link);
 }
 
 ItemIcon::Ptr MXFileSystemObject::genericFileIcon() {
-    return systemIcon(kGenericDocument);
+    return genericIcon(ItemIconFacts::Kind::File);
 }
 
 ItemIcon::Ptr MXFileSystemObject::genericFolderIcon() {
-    return systemIcon(kGenericFolder);
+    return genericIcon(ItemIconFacts::Kind::Folder);
 }
 
 } // namespace MWCore

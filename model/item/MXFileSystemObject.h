@@ -455,6 +455,11 @@ public:
     /// kept.
     [[nodiscard]] ItemIcon::Ptr iconForFSOUsingCached(bool useCached) const;
 
+    /// The icon that the object keeps, or null. keepIcon() replaces it; null makes the next
+    /// iconForFSOUsingCached(true) look again.
+    [[nodiscard]] ItemIcon::Ptr keptIcon() const { return myCachedImage_; }
+    void keepIcon(const ItemIcon::Ptr &icon) const { myCachedImage_ = icon; }
+
     /// The workspace's icon with "AliasBadge" or "LockedBadge" over it.
     [[nodiscard]] ItemIcon::Ptr fileIconWithLink() const;
     [[nodiscard]] ItemIcon::Ptr fileIconWithLock() const;

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: The MWCore authors
+#pragma once
+
+#include <MWCore/ItemIcon.h>
+
+#include <cstdint>
+#include <optional>
+
+#include <QByteArray>
+
+namespace MWCore {
+
+/// What an item object knows that decides its icon. A value that another thread may use while the
+/// object changes.
+struct ItemIconFacts {
+    enum class Kind : uint8_t {
+        File,
+        Folder,
+        Link, ///< or alias
+        Other
+    };
+
+    Kind kind = Kind::File;
+    bool isLocal = false;
+    QByteArray path;              ///< only of a local item
+    std::optional<bool> isLocked; ///< of a local file; nullopt: the system is to be asked
+};
+
+/// The icon that the item has: the workspace's, with a badge for a link, an alias or a locked file;
+/// a generic one for a remote item. Never null. Any thread.
+[[nodiscard]] ItemIcon::Ptr iconOf(const ItemIconFacts &item);
+
+/// The icon of a remote item. Touches no file system.
+[[nodiscard]] ItemIcon::Ptr genericIcon(ItemIconFacts::Kind kind);
+
+/// The same without a theme, as this library draws it.
+[[nodiscard]] ItemIcon::Ptr drawnGenericIcon(ItemIconFacts::Kind kind);
+
+} // namespace MWCore
