@@ -70,7 +70,7 @@ QImage ItemIcon::cachedImage(int points, qreal scale) const {
 
 QImage ItemIcon::image(int points, qreal scale) const {
     const IconImageKey wanted = key(points, scale, IconTheme::current());
-    return canBeDrawn(wanted)
+    return wanted.pixels > 0
                ? IconImageCache::shared().findOrDraw(wanted, [&] { return drawn(wanted, scale); })
                : QImage();
 }
@@ -78,7 +78,7 @@ QImage ItemIcon::image(int points, qreal scale) const {
 HeldIconImage ItemIcon::heldImage(int points, qreal scale,
                                   std::shared_ptr<const IconTheme> theme) const {
     const IconImageKey wanted = key(points, scale, std::move(theme));
-    return canBeDrawn(wanted)
+    return wanted.pixels > 0
                ? IconImageCache::shared().hold(wanted, [&] { return drawn(wanted, scale); })
                : nullptr;
 }
