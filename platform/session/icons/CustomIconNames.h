@@ -10,9 +10,9 @@
 
 namespace MWCore {
 
-/// The names of the items that may have a custom icon in the GVfs metadata, found without
-/// understanding its format: the ends of all texts in its files. It errs on one side only. Any
-/// thread may read it.
+/// The names of the items that may have a custom icon in the GVfs metadata. It is found without
+/// understanding the format, from the ends of all texts in the files: it may include other names,
+/// but leaves none out. Any thread may read it.
 class CustomIconNames {
 public:
     /// Those in the files of @p folder; none if there is no such folder. Every name, if there is a

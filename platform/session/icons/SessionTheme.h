@@ -12,8 +12,8 @@ namespace MWCore {
 using SessionThemeChanged = std::function<void(const QString &name)>;
 
 /// Calls @p changed with the theme's name, usually before this returns, and again whenever the user
-/// chooses another one. Always calls it on one thread of its own. Does nothing on desktops whose
-/// settings are files. Replaces an earlier call.
+/// chooses another one, always on the thread of GIO. Does nothing on desktops that store the theme
+/// elsewhere (KDE in kdeglobals, for instance). Replaces an earlier call.
 void followSessionTheme(SessionThemeChanged changed);
 
 /// Ends that: calls `changed` a last time, with an empty name, usually before this returns.

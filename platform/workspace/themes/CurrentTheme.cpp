@@ -41,7 +41,7 @@ bool CurrentTheme::isCheckDue(int64_t now) {
 
 std::shared_ptr<const IconTheme> CurrentTheme::theme(int64_t now) {
     if (isCheckDue(now))
-        refresh();
+        check();
     thread_local Seen seen;
     if (seen.from == this && seen.serial == serial_.load(std::memory_order_acquire))
         if (auto theme = seen.theme.lock())
@@ -69,38 +69,42 @@ QString CurrentTheme::name(ItemStamps &settings) const {
         chosenThemeName(chosen, IconTheme::baseFolders(), settings));
 }
 
-bool CurrentTheme::refresh() {
+void CurrentTheme::check() {
     Choice old;
     {
         const std::scoped_lock lock(mutex_);
         old = choice_;
     }
-    if (!old.theme)
-        return false;
-    const bool hasChanged = old.theme->hasChanged();
-    return (hasChanged || old.settings->haveChanged()) && replaceUnderLock(old, hasChanged);
+    const bool hasChanged = old.theme && old.theme->hasChanged();
+    if (hasChanged || (old.theme && old.settings->haveChanged()))
+        replace(old, hasChanged);
+}
+
+bool CurrentTheme::refresh() {
+    check();
+    const uint64_t serial = serial_;
+    return reported_.exchange(serial) != serial;
 }
 
 /// Settings change often, and seldom name another theme.
-bool CurrentTheme::replaceUnderLock(const Choice &old, bool hasChanged) {
+void CurrentTheme::replace(const Choice &old, bool hasChanged) {
     auto settings = std::make_shared<ItemStamps>();
     const std::scoped_lock lock(mutex_);
     if (choice_.theme != old.theme)
-        return true; // another thread was faster
+        return; // another thread was faster
     const QString newName = name(*settings);
     choice_.settings = std::move(settings);
     if (!hasChanged && newName == old.theme->name())
-        return false;
+        return;
     choice_.theme = std::make_shared<const IconTheme>(newName);
     ++serial_;
-    return true;
 }
 
 void CurrentTheme::choose(const QString &name) {
     const std::scoped_lock lock(mutex_);
     chosen_ = name;
     choice_ = {};
-    ++serial_;
+    reported_ = ++serial_;
 }
 
 std::shared_ptr<const IconTheme> IconTheme::current() {

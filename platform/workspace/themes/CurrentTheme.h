@@ -21,11 +21,11 @@ public:
 
     static CurrentTheme &shared();
 
-    /// The theme; calls refresh() if @p now, in nanoseconds of a clock that never goes back, is an
+    /// The theme; calls check() if @p now, in nanoseconds of a clock that never goes back, is an
     /// interval later than the last time.
     [[nodiscard]] std::shared_ptr<const IconTheme> theme(int64_t now);
 
-    bool refresh();
+    bool refresh();                   ///< see IconTheme::refresh()
     void choose(const QString &name); ///< see IconTheme::setCurrentName()
 
 private:
@@ -36,14 +36,16 @@ private:
     };
 
     [[nodiscard]] bool isCheckDue(int64_t now);
+    void check(); ///< replaces the theme if it has changed
     [[nodiscard]] std::shared_ptr<const IconTheme> themeUnderLock(uint64_t *serial);
     [[nodiscard]] QString name(ItemStamps &settings) const;
-    bool replaceUnderLock(const Choice &old, bool hasChanged);
+    void replace(const Choice &old, bool hasChanged);
 
     std::mutex mutex_; ///< of the chosen name and the choice
     QString chosen_;
-    Choice choice_;                    ///< empty until it is needed
-    std::atomic<uint64_t> serial_ = 1; ///< of choice_.theme
+    Choice choice_;                      ///< empty until it is needed
+    std::atomic<uint64_t> serial_ = 1;   ///< of choice_.theme
+    std::atomic<uint64_t> reported_ = 1; ///< the serial when refresh() was called last
     std::atomic<int64_t> nextCheck_ = 0;
 };
 

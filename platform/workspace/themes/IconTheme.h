@@ -21,16 +21,18 @@ namespace MWCore {
 /// thread.
 class MWCORE_EXPORT IconTheme {
 public:
-    /// The user's theme. Costs nanoseconds; one call in five seconds calls refresh() first.
+    /// The user's theme. Costs nanoseconds; one call in five seconds looks for changes, as
+    /// refresh() does.
     [[nodiscard]] static std::shared_ptr<const IconTheme> current();
 
     /// Makes current() another object if the user has chosen another theme, or if files or folders
-    /// of this one have changed: one was added, removed or upgraded. Returns whether it did. Costs
-    /// a millisecond or two.
+    /// of this one have changed: one was added, removed or upgraded. Returns whether it did, or
+    /// whether current() has found a change since the last call. Costs a millisecond or two.
     static bool refresh();
 
     /// The name of the notification (MXNotificationCenter) that current() has become another
-    /// object. setCurrentName() and refresh() post it, on the thread that called them.
+    /// object. setCurrentName() and refresh() post it, on the thread that called them; current()
+    /// does not.
     static constexpr const char *kChanged = "MWIconThemeChanged";
 
     /// The folders in which a change may make refresh() return true, for programs that watch

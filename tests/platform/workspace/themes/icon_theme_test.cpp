@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -316,6 +317,28 @@ TEST_F(ChangingThemes, AreNoticedAtMostOnceInAnInterval) {
         EXPECT_NE(current.theme(kBegin + CurrentTheme::kCheckInterval), first);
     }).join();
     EXPECT_TRUE(current.theme(kBegin + CurrentTheme::kCheckInterval)->find({"a"}, 16));
+    EXPECT_TRUE(current.refresh()) << "reports what was found before";
+}
+
+TEST_F(ChangingThemes, MayChangeWhileOtherThreadsSearch) {
+    std::atomic<bool> isDone = false;
+    std::atomic<int> missed = 0;
+    std::vector<std::thread> threads;
+    for (int count = 0; count < 3; ++count)
+        threads.emplace_back([&] {
+            while (!isDone)
+                missed += IconTheme::current()->find({"old"}, 16) ? 0 : 1;
+        });
+    for (int round = 0; round < 50; ++round) {
+        IconTheme::setCurrentName(round % 2 ? "breeze" : "");
+        files({"icons/hicolor/apps/16/new.png"});
+        fs::remove(folder_.at("icons/hicolor/apps/16/new.png"));
+        (void)IconTheme::refresh();
+    }
+    isDone = true;
+    for (std::thread &thread : threads)
+        thread.join();
+    EXPECT_EQ(missed, 0);
 }
 
 /// Compares every thirtieth icon of Adwaita in many sizes with what another implementation of the
