@@ -5,6 +5,7 @@
 #include "tests/support/MountedFolder.h"
 #include "tests/support/UnresponsiveMount.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -18,6 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace MWCore;
+using namespace std::chrono_literals;
 
 class ItemIcons : public IconHome {
 protected:
@@ -377,9 +379,11 @@ TEST_F(ItemIcons, ChangeTheirVersionWithTheContentOfTheirFiles) {
         EXPECT_EQ(drawn(row.item), "#00ff00") << row.what;
         (void)home_.write("folder/unrelated", "");
         EXPECT_EQ(description(row.item), before) << row.what << ", unchanged";
-        do // the clock of a file system may stand still for some milliseconds
+        // The clock of a file system may stand still for some milliseconds.
+        const auto end = std::chrono::steady_clock::now() + 5s;
+        do
             row.change(Qt::blue);
-        while (description(row.item) == before);
+        while (description(row.item) == before && std::chrono::steady_clock::now() < end);
         EXPECT_NE(description(row.item).version, 0U);
         EXPECT_EQ(drawn(row.item), "#0000ff") << row.what << ", changed";
     }
