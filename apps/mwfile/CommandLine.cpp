@@ -97,13 +97,15 @@ void CommandLine::addInfo() {
     CLI::App &command = *app_.add_subcommand("info", "Print the properties of items");
     command.add_option("PATH", info_.paths, "The items; links are not followed")->required();
     addJson(command, info_.form);
-    command
-        .add_flag("--icon", info_.icon,
-                  "Show the icon that a file browser shows, on terminals with pictures (kitty "
-                  "graphics, iTerm2 inline images or sixel); on others a note says why it is "
-                  "missing")
-        ->excludes("--json");
-    command.final_callback([this] { work_ = [this] { return info(info_); }; });
+    command.add_flag("--icon", info_.icon,
+                     "Show the icon that a file browser shows, on terminals with pictures (kitty "
+                     "graphics, iTerm2 inline images or sixel); on others a note says why it is "
+                     "missing. Not with --json");
+    command.final_callback([this] {
+        if (info_.icon && info_.form == Form::Json)
+            throw CLI::ExcludesError("--icon", "--json");
+        work_ = [this] { return info(info_); };
+    });
 }
 
 void CommandLine::addSize() {

@@ -51,7 +51,7 @@ std::string protocolRequests(const TerminalAnswers &answers) {
     return requests.insert(0, kSaveCursor);
 }
 
-/// The largest room of a usual icon. The characters have @p cell pixels.
+/// Room for an icon: eight rows of characters with @p cell pixels, fewer on a small terminal.
 PictureRoom roomOn(const winsize &screen, QSize cell) {
     constexpr int kUsualRows = 8;
     constexpr int kRowsKept = 2; // for the heading and the prompt

@@ -23,7 +23,7 @@ struct PictureRoom {
 class TerminalPictures {
 public:
     /// Asks the terminal what it can show. Nothing is sent if standard output goes elsewhere, this
-    /// process is in the background or the terminal cannot show pictures.
+    /// process is in the background, or the terminal's type shows no pictures.
     TerminalPictures();
 
     /// Why no picture can be shown; empty if one can.

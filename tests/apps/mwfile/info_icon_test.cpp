@@ -64,8 +64,8 @@ protected:
         return path;
     }
 
-    int run(const Script &script, const char *type = "xterm") {
-        return terminal_.run({MWFILE, "info", "--icon", file_}, script, type);
+    int run(const Script &script) {
+        return terminal_.run({MWFILE, "info", "--icon", file_}, script);
     }
 
     TemporaryFolder folder_;
@@ -76,15 +76,14 @@ protected:
 TEST_F(InfoIcon, IsDrawnAsPngWhereTheTerminalAnswersSo) {
     struct Row {
         Script script;
-        const char *begin; ///< before each piece of the picture
-        const char *end;
+        const char *end; ///< of each piece of the picture
     };
     const Row rows[] = {
         {answering("\033P>|kitty(0.26.5)\033\\\033[?62;c",
                    "\033[A\033]11;rgb:1e1e/1e1e/1e1e\033\\\033_Gi=31;OK\033\\\033[?62;c"),
-         ";", "\033\\"},
+         "\033\\"},
         {answering("\033[?62;4c", "\033]1337;Capabilities=T3CwLrMSc7UUw9Ts3BFGs\033\\\033[?62;4c"),
-         ":", "\a"},
+         "\a"},
     };
     std::ifstream file(exported(), std::ios::binary);
     const std::string png(std::istreambuf_iterator<char>(file), {});
