@@ -35,20 +35,25 @@ bool isInForeground() {
     return tcgetpgrp(STDOUT_FILENO) == getpgrp();
 }
 
-/// Whether it shows terminals in a terminal. To tmux and screen, some strings are titles.
+/// Whether it is tmux or screen, which show terminals in a terminal.
 bool isMultiplexer(const TerminalAnswers &answers) {
     const std::string_view type = terminalType();
-    return type.starts_with("screen") || type.starts_with("tmux") ||
+    const bool isInScreen = std::getenv("STY") != nullptr; // whose type may be that of another
+    return isInScreen || type.starts_with("screen") || type.starts_with("tmux") ||
            answers.name().starts_with("tmux");
 }
 
-/// Requests for the protocols that a terminal has. What it prints of them is erased.
+/// Requests for the protocols that a terminal has. What it prints of them is erased. To tmux and
+/// screen, some of these strings are titles, and screen passes others on to a terminal that answers
+/// late; they are asked no more than is needed.
 std::string protocolRequests(const TerminalAnswers &answers) {
-    std::string requests(kBackgroundAndRegisters);
     if (isMultiplexer(answers))
-        return requests;
-    requests.append(kKittyPixel).append(kITermFeatures).append(kRestoreCursorAndErase);
-    return requests.insert(0, kSaveCursor);
+        return std::string(answers.hasSixel() ? kBackgroundAndRegisters : "");
+    return std::string(kSaveCursor)
+        .append(kBackgroundAndRegisters)
+        .append(kKittyPixel)
+        .append(kITermFeatures)
+        .append(kRestoreCursorAndErase);
 }
 
 /// Room for an icon: eight rows of characters with @p cell pixels, fewer on a small terminal.

@@ -21,6 +21,7 @@ namespace {
 [[noreturn]] void execute(int line, std::vector<std::string> &command, const char *type) {
     login_tty(line);
     setenv("TERM", type, 1);
+    unsetenv("STY");
     std::vector<char *> arguments;
     for (std::string &argument : command)
         arguments.push_back(argument.data());
