@@ -10,6 +10,7 @@
 #include <string>
 
 #include <QByteArray>
+#include <QColorSpace>
 #include <QImage>
 
 #include <libdeflate.h>
@@ -58,7 +59,9 @@ QByteArray rows(int filter, int bytesPerPixel = 4) {
 }
 
 QImage asQtReads(const QByteArray &bytes) {
-    return QImage::fromData(bytes, "png").convertToFormat(QImage::Format_RGBA8888);
+    QImage image = QImage::fromData(bytes, "png").convertToFormat(QImage::Format_RGBA8888);
+    image.setColorSpace({});
+    return image;
 }
 
 TEST(PlainPng, HasThePixelsThatQtReads) {
