@@ -15,9 +15,8 @@ namespace MWCore {
 
 ItemIconProvider::ItemIconProvider(QObject *parent)
     : QObject(parent), icons_(std::make_unique<VisibleIcons>()),
-      requests_(std::make_shared<IconRequests>([this] {
-          QMetaObject::invokeMethod(this, &ItemIconProvider::deliver, Qt::QueuedConnection);
-      })) {
+      requests_(std::make_shared<IconRequests>(
+          [this] { QMetaObject::invokeMethod(this, "deliver", Qt::QueuedConnection); })) {
     IconWorkers::shared().add(requests_);
 }
 
@@ -50,6 +49,7 @@ void ItemIconProvider::checkTheme() {
 }
 
 void ItemIconProvider::request() {
+    isRequestPending_ = false;
     std::vector<IconRequest> missing = icons_->missing();
     const bool hasWork = !missing.empty();
     requests_->replace(std::move(missing));
@@ -60,13 +60,7 @@ void ItemIconProvider::request() {
 /// Many changes in one turn of the event loop make one list.
 void ItemIconProvider::requestLater() {
     if (!std::exchange(isRequestPending_, true))
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                isRequestPending_ = false;
-                request();
-            },
-            Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "request", Qt::QueuedConnection);
 }
 
 void ItemIconProvider::deliver() {

@@ -13,6 +13,7 @@
 
 namespace MWCore {
 
+class IconRequests;
 class VisibleIcons;
 
 /// Icons for a view of thousands of items. The view says which items it shows, gets an image of
@@ -66,13 +67,15 @@ signals:
     /// others has another result now.
     void allImagesChanged();
 
-private:
+private slots:
     void request();
-    void requestLater();
     void deliver();
 
+private:
+    void requestLater();
+
     std::unique_ptr<VisibleIcons> icons_;
-    std::shared_ptr<class IconRequests> requests_;
+    std::shared_ptr<IconRequests> requests_;
     bool isRequestPending_ = false;
 };
 

@@ -50,7 +50,7 @@ std::string SlowMount::nextName() {
         start.major = FUSE_KERNEL_VERSION;
         start.minor = FUSE_KERNEL_MINOR_VERSION;
         start.flags = FUSE_PARALLEL_DIROPS;
-        start.max_write = getpagesize();
+        start.max_write = 4096;
         fuse_attr_out folder = {};
         folder.attr.mode = S_IFDIR | 0755;
         switch (header.opcode) {
