@@ -39,6 +39,17 @@ std::vector<IconResult> IconRequests::collect() {
     return std::exchange(results_, {});
 }
 
+bool IconRequests::takeThemeReport() {
+    const std::scoped_lock lock(mutex_);
+    return std::exchange(isThemeReported_, false);
+}
+
+void IconRequests::reportTheme() {
+    const std::scoped_lock lock(mutex_);
+    if (announce_ && !std::exchange(isThemeReported_, true))
+        announce_();
+}
+
 void IconRequests::close() {
     const std::scoped_lock lock(mutex_);
     announce_ = nullptr;

@@ -21,6 +21,10 @@ namespace MWCore {
 /// An icon that is to be found, drawn, or both.
 struct IconRequest {
     enum class Extent : uint8_t { Find, FindAndDraw };
+    enum class ThemeCheck : uint8_t {
+        Usual,
+        Now ///< whether it has changed on the disk
+    };
 
     uint64_t ticket = 0; ///< names the request
     ItemIconFacts item;
@@ -28,6 +32,7 @@ struct IconRequest {
     int points = 0;
     qreal scale = 1; ///< pixels per point
     Extent extent = Extent::FindAndDraw;
+    ThemeCheck themeCheck = ThemeCheck::Usual;
     uint64_t list = 0; ///< names the list that the request came with
 };
 
@@ -45,8 +50,8 @@ public:
     /// Whether a worker may now wait for that mount.
     using IsFree = std::function<bool(RemoteMount)>;
 
-    /// @p announce is called on any thread when there are results, then not until they are
-    /// collected. It must not call this object.
+    /// @p announce is called on any thread when there is news: results or another theme. It is not
+    /// called again until results are collected. It must not call this object.
     explicit IconRequests(std::function<void()> announce) : announce_(std::move(announce)) {}
 
     /// @name For the provider
@@ -56,11 +61,16 @@ public:
     /// were begun and are in the new list are not begun again.
     void replace(std::vector<IconRequest> requests);
     [[nodiscard]] std::vector<IconResult> collect();
+    /// Whether reportTheme() was called since this was asked last.
+    [[nodiscard]] bool takeThemeReport();
 
     /// Drops all requests and results. No announcement begins afterwards.
     void close();
 
     /// @}
+    /// Reports that the user's theme is another one.
+    void reportTheme();
+
     /// @name For the workers
     /// @{
 
@@ -82,6 +92,7 @@ private:
     std::map<RemoteMount, std::deque<IconRequest>> remote_;
     std::map<uint64_t, bool> begun_; ///< until the result is collected; whether it is wanted
     std::vector<IconResult> results_;
+    bool isThemeReported_ = false;
 };
 
 } // namespace MWCore

@@ -29,6 +29,8 @@ int mostLocal() {
 }
 
 IconResult resultOf(const IconRequest &request) {
+    if (request.themeCheck == IconRequest::ThemeCheck::Now)
+        (void)IconTheme::refresh();
     IconResult result;
     result.ticket = request.ticket;
     result.theme = currentTheme();

@@ -6,6 +6,8 @@
 #include "model/icons/IconWorkers.h"
 #include "model/item/VisibleIcons.h"
 
+#include <MWCore/IconTheme.h>
+
 #include <utility>
 #include <vector>
 
@@ -18,6 +20,9 @@ ItemIconProvider::ItemIconProvider(QObject *parent)
       requests_(std::make_shared<IconRequests>(
           [this] { QMetaObject::invokeMethod(this, "deliver", Qt::QueuedConnection); })) {
     IconWorkers::shared().add(requests_);
+    themeChanges_ = MXNotificationCenter::defaultCenter()->addObserver(
+        [requests = requests_](const MXNotification & /*change*/) { requests->reportTheme(); },
+        IconTheme::kChanged);
 }
 
 ItemIconProvider::~ItemIconProvider() {
@@ -44,7 +49,7 @@ void ItemIconProvider::forget(const MXFileSystemObject &item) {
 }
 
 void ItemIconProvider::checkTheme() {
-    icons_->checkTheme();
+    icons_->checkTheme(IconRequest::ThemeCheck::Now);
     requestLater();
 }
 
@@ -65,7 +70,10 @@ void ItemIconProvider::requestLater() {
 
 void ItemIconProvider::deliver() {
     const VisibleIcons::Changes changes = icons_->apply(requests_->collect());
-    if (changes.needRequests)
+    const bool isThemeReported = requests_->takeThemeReport();
+    if (isThemeReported)
+        icons_->checkTheme(IconRequest::ThemeCheck::Usual);
+    if (isThemeReported || changes.needRequests)
         requestLater();
     const QPointer<ItemIconProvider> self(this); // a slot may destroy this object
     if (changes.isThemeNew)

@@ -4,6 +4,7 @@
 
 #include <MWCore/mwcore_export.h>
 #include <MWCore/MXFileSystemObject.h>
+#include <MWCore/MXNotificationCenter.h>
 
 #include <memory>
 
@@ -54,8 +55,9 @@ public:
     /// To be called when @p item has changed, also with an item that is in no list.
     void forget(const MXFileSystemObject &item);
 
-    /// Finds out whether the user's theme has changed, for example when a window becomes active.
-    /// Any work on icons does so, too; an idle provider uses no time.
+    /// Finds out whether the user's theme has changed on the disk, for example when a window
+    /// becomes active or one of IconTheme::watchedFolders() has changed. IconTheme::kChanged and
+    /// any work on icons are heeded anyway; an idle provider uses no time.
     void checkTheme();
 
 signals:
@@ -76,6 +78,7 @@ private:
 
     std::unique_ptr<VisibleIcons> icons_;
     std::shared_ptr<IconRequests> requests_;
+    MXNotificationCenter::Observation themeChanges_;
     bool isRequestPending_ = false;
 };
 

@@ -95,8 +95,9 @@ void VisibleIcons::forget(const MXFileSystemObject &item) {
         entry->second.missing = newTicket();
 }
 
-void VisibleIcons::checkTheme() {
+void VisibleIcons::checkTheme(IconRequest::ThemeCheck check) {
     placeholders_.front().missing = newTicket();
+    placeholders_.front().themeCheck = check;
 }
 
 HeldIconImage VisibleIcons::cached(const ItemIcon &icon) const {
@@ -131,6 +132,7 @@ std::vector<IconRequest> VisibleIcons::missing() {
         if (placeholders_.at(at).missing != 0) {
             requests.push_back(request(placeholders_.at(at).missing));
             requests.back().item.kind = kPlaceholderKinds.at(at);
+            requests.back().themeCheck = placeholders_.at(at).themeCheck;
         }
     addMissing(Shown::Next, requests);
     return requests;
@@ -191,7 +193,8 @@ void VisibleIcons::apply(const IconResult &result, Changes &changes) {
     for (Placeholder &each : placeholders_)
         if (each.missing == result.ticket)
             each = {.image = result.image ? result.image : each.image,
-                    .missing = isOutdated ? newTicket() : 0};
+                    .missing = isOutdated ? newTicket() : 0,
+                    .themeCheck = {}};
     if (Entry *const entry = entryWith(result.ticket)) {
         entry->missing = isOutdated ? newTicket() : 0;
         applyTo(*entry, result, changes);

@@ -30,7 +30,7 @@ public:
     void setItems(const Items &visible, const Items &likelyNext);
     void forget(const MXFileSystemObject &item);
     /// Requests an image, whose result says which theme is in use.
-    void checkTheme();
+    void checkTheme(IconRequest::ThemeCheck check);
 
     [[nodiscard]] QImage image(const MXFileSystemObject &item) const;
 
@@ -55,6 +55,7 @@ private:
     struct Placeholder {
         HeldIconImage image;
         uint64_t missing = 0;
+        IconRequest::ThemeCheck themeCheck = IconRequest::ThemeCheck::Usual;
     };
     using Entries = std::unordered_map<const MXFileSystemObject *, Entry>;
     static constexpr std::size_t kPlaceholders = 3;
