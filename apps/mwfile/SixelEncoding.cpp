@@ -15,7 +15,8 @@ namespace {
 constexpr int kBandRows = 6;
 constexpr int kTransparent = -1;
 
-/// The first and the last register are left out: some terminals draw their pixels as transparent.
+// The registers before and after those of the picture are not used in it: some terminals show the
+// first where nothing is drawn, and some forget the last definition.
 constexpr int kFirstRegister = 1;
 constexpr int kRegistersLeftOut = 2;
 
@@ -87,22 +88,27 @@ IndexedImage indexed(const QImage &image, const SixelLimits &limits) {
     return result;
 }
 
-std::string registerText(std::size_t colour) {
+std::string registerText(int colour) {
     return "#" + std::to_string(colour + kFirstRegister);
 }
 
-/// "#7;2;100;50;0" for each colour: the channels are in percent.
-std::string paletteText(const std::vector<QRgb> &palette) {
+/// "#7;2;100;50;0": the channels are in percent.
+std::string definition(int colour, QRgb value) {
     constexpr int kWhole = 100;
     constexpr int kMost = 255;
     const auto percent = [](int channel) {
         return ";" + std::to_string((channel * kWhole + kMost / 2) / kMost);
     };
-    std::string text;
-    for (std::size_t index = 0; index < palette.size(); ++index)
-        text += registerText(index) + ";2" + percent(qRed(palette[index])) +
-                percent(qGreen(palette[index])) + percent(qBlue(palette[index]));
-    return text;
+    return registerText(colour) + ";2" + percent(qRed(value)) + percent(qGreen(value)) +
+           percent(qBlue(value));
+}
+
+std::string definitions(const std::vector<QRgb> &palette, std::optional<QRgb> background) {
+    std::string text = background ? definition(kTransparent, *background) : "";
+    int colour = 0;
+    for (const QRgb value : palette)
+        text += definition(colour++, value);
+    return text + definition(colour, 0);
 }
 
 /// A run of equal characters; a long one as "!count".
@@ -126,7 +132,7 @@ char sixelOf(const IndexedImage &image, int column, int firstRow, int colour) {
 void appendColour(std::string &text, const IndexedImage &image, int firstRow, int colour) {
     char character = sixelOf(image, 0, firstRow, colour);
     int count = 1;
-    text += registerText(static_cast<std::size_t>(colour));
+    text += registerText(colour);
     for (int column = 1; column < image.width; ++column, ++count) {
         const char next = sixelOf(image, column, firstRow, colour);
         if (next == character)
@@ -157,7 +163,8 @@ std::string encodeSixel(const QImage &image, const SixelLimits &limits) {
     const IndexedImage pixels = indexed(image, limits);
     // Square pixels; those that are not drawn stay as they are.
     std::string text = "\033P0;1;0q\"1;1;" + std::to_string(pixels.width) + ";" +
-                       std::to_string(pixels.height) + paletteText(pixels.palette);
+                       std::to_string(pixels.height) +
+                       definitions(pixels.palette, limits.background);
     for (int row = 0; row < pixels.height; row += kBandRows) {
         if (row > 0)
             text += "-";
