@@ -69,11 +69,9 @@ signals:
     /// others has another result now.
     void allImagesChanged();
 
-private slots:
-    void request();
-    void deliver();
-
 private:
+    Q_INVOKABLE void request();
+    Q_INVOKABLE void deliver();
     void requestLater();
 
     std::unique_ptr<VisibleIcons> icons_;
