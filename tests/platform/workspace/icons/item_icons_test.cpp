@@ -36,6 +36,10 @@ protected:
             const QColor color = QColor::fromHsv(hue += kNext, 255, 200);
             step.add(color);
             EXPECT_EQ(drawn(item), color.name().toStdString()) << step.what;
+            const IconRef found = description(item);
+            const bool hasFile = !found.customIconOf.isEmpty() || !found.file.isEmpty() ||
+                                 !found.thumbnailOf.isEmpty();
+            EXPECT_EQ(found.version != 0, hasFile) << step.what;
         }
     }
 

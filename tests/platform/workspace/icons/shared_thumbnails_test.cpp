@@ -84,6 +84,7 @@ TEST_F(SharedThumbnails, AreFoundWhateverAFileIsCalled) {
                   "#ff0000");
     }
     EXPECT_EQ(drawn(home_.link("link", "files/plain.txt")), "#ff0000");
+    ASSERT_EQ(write(home_.at("thumbnails/normal"), {"large", 256, "ff0000ff", 0, ""}).status, 0);
     for (const auto &file : fs::directory_iterator(home_.at("thumbnails/normal")))
         EXPECT_EQ(description(file.path()).thumbnailOf, "") << "of a thumbnail";
 }
