@@ -5,6 +5,7 @@
 #include "platform/files/RegularFile.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/foundation/FileSystemText.h"
+#include "platform/workspace/icons/AliasIcons.h"
 #include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconSources.h"
@@ -54,6 +55,8 @@ void addDesktopEntryIcon(const IconItem &item, IconRef &icon) {
     if (const auto name = iconNameIn(AT_FDCWD, item.path)) {
         icon = themeIcon("application-x-executable", kFileDrawing);
         addNamedIcon(*name, item.path, icon);
+    } else {
+        addTargetIcon(item, icon);
     }
 }
 

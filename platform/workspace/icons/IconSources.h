@@ -4,7 +4,10 @@
 
 #include "core/posix/Descriptor.h"
 #include "platform/launch/ItemStatus.h"
+#include "platform/metadata/FinderInfo.h"
 #include "platform/workspace/icons/IconServices.h"
+
+#include <cstdint>
 
 #include <QByteArray>
 
@@ -13,11 +16,18 @@
 /// changes nothing. A file must be regular, and on a file system that answers. Any thread.
 namespace MWCore {
 
+enum class ItemRole : uint8_t {
+    Shown,
+    AliasTarget, ///< of the item that is shown; not followed if it is an alias by now
+};
+
 /// The item whose icon is wanted.
 struct IconItem {
     QByteArray path; ///< absolute
     ItemStatus status;
     Descriptor folder; ///< O_PATH, if it is a folder into which may be looked
+    FinderFlags flags; ///< of a file or such a folder
+    ItemRole role = ItemRole::Shown;
 };
 
 /// Whether the item is a volume that is served by a program or over a network, so that to look
@@ -52,7 +62,11 @@ void addVolumeIcon(const IconItem &item, IconRef &icon);
 
 // Of files:
 
-/// The icon that a desktop entry names.
+/// The icon of the item to which an alias file with the alias flag leads, unless that item would
+/// have to be searched for or is on a file system that may not answer.
+void addAliasTargetIcon(const IconItem &item, IconRef &icon);
+
+/// The icon that a desktop entry names, else the one of the item to which it leads.
 void addDesktopEntryIcon(const IconItem &item, IconRef &icon);
 
 /// The icon of an AppImage for which the user's applications have an entry. It is not opened

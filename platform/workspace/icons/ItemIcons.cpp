@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/icons/ItemIcons.h"
 
+#include "platform/catalogue/ItemMetadata.h"
 #include "platform/files/PathParts.h"
 #include "platform/launch/ItemMimeType.h"
 #include "platform/references/AliasResolution.h"
@@ -47,7 +48,8 @@ using IconSource = void (*)(const IconItem &item, IconRef &icon);
 
 /// What may replace that icon, the most important source last.
 constexpr IconSource kFileSources[] = {
-    addThumbnail, addAppImageIcon, addDesktopEntryIcon, addLookedUpIcon, addCustomIcon,
+    addThumbnail,        addAppImageIcon, addAliasTargetIcon,
+    addDesktopEntryIcon, addLookedUpIcon, addCustomIcon,
 };
 constexpr IconSource kFolderSources[] = {
     addVolumeIcon,   addUserFolderIcon,    addApplicationIcon,
@@ -74,6 +76,13 @@ Descriptor folderOf(const IconItem &item) {
     return Descriptor(mayLook ? open(item.path.constData(), kFlags) : -1);
 }
 
+FinderFlags flagsOf(const IconItem &item) {
+    if (!S_ISREG(item.status.mode) && !item.folder)
+        return {};
+    const auto info = ItemMetadata::read(item.path, ItemMetadata::Part::FinderInfo).finderInfo();
+    return info ? info->flags : FinderFlags();
+}
+
 /// The item to which a link leads, unless its file system might not answer; else the link itself.
 QByteArray followed(const QByteArray &path) {
     QByteArray real;
@@ -90,8 +99,8 @@ QByteArray namedPath(const QByteArray &path) {
 
 } // namespace
 
-OSStatus findItemIcon(const QByteArray &path, IconRef *icon) {
-    IconItem item = {namedPath(path), {}, {}};
+OSStatus findItemIcon(const QByteArray &path, IconRef *icon, ItemRole role) {
+    IconItem item = {namedPath(path), {}, {}, {}, role};
     item.status = itemStatus(item.path);
     if (S_ISLNK(item.status.mode)) {
         item.path = followed(item.path);
@@ -100,6 +109,7 @@ OSStatus findItemIcon(const QByteArray &path, IconRef *icon) {
     if (item.status.status != noErr)
         return item.status.status;
     item.folder = folderOf(item);
+    item.flags = flagsOf(item);
     *icon = kindIcon(item);
     for (const IconSource add : sourcesOf(item))
         add(item, *icon);

@@ -2,13 +2,14 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/workspace/icons/IconServices.h"
+#include "platform/workspace/icons/IconSources.h"
 
 #include <QByteArray>
 
 namespace MWCore {
 
 /// GetIconRefFromFileInfo() for the item at @p path, without the cost of a reference.
-[[nodiscard]] OSStatus findItemIcon(const QByteArray &path, IconRef *icon);
+[[nodiscard]] OSStatus findItemIcon(const QByteArray &path, IconRef *icon,
+                                    ItemRole role = ItemRole::Shown);
 
 } // namespace MWCore

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/catalogue/FileCatalogue.h"
-#include "platform/catalogue/ItemMetadata.h"
 #include "platform/catalogue/ResourceFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
@@ -54,8 +53,7 @@ void addForkVersion(IconRef &icon, int folder, const QByteArray &path) {
 } // namespace
 
 void addCustomIcon(const IconItem &item, IconRef &icon) {
-    const auto info = ItemMetadata::read(item.path, ItemMetadata::Part::FinderInfo).finderInfo();
-    if (!info || !info->flags.testFlag(kHasCustomIcon))
+    if (!item.flags.testFlag(kHasCustomIcon))
         return;
     icon.customIconOf = item.path;
     if (S_ISREG(item.status.mode))

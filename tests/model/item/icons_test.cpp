@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
+#include "platform/aliases/Aliases.h"
 #include "platform/catalogue/FileCatalogue.h"
 #include "platform/foundation/FrameworkResources.h"
 #include "tests/model/items.h"
@@ -66,18 +67,27 @@ TEST(Icons, OfLinksAndAliasesHaveTheirTargetsWithABadge) {
     (void)folder.link("broken", "nowhere");
     (void)folder.write("alias.desktop", "[Desktop Entry]\nType=Link\nName=A\nURL=file://" +
                                             folder.at("folder") + "\n");
+    FSRef target;
+    ASSERT_EQ(FSPathMakeRef(folder.at("file.txt").c_str(), &target), noErr);
+    ASSERT_EQ(FSCreateAliasFile(target, folder.at("alias").c_str(), AliasFileForm::Finder), noErr);
     const QImage plainFolder = iconOf(folder.at("folder"))->image();
     EXPECT_EQ(plainFolder.size(), QSize(128, 128));
     EXPECT_TRUE(areAlike(plainFolder, iconForFile(folder.at("folder").c_str())->image()));
 
     const auto listed = itemAt(folder.path());
-    EXPECT_TRUE(areAlike(child(listed, "to folder")->iconForFSOUsingCached(kFresh)->image(),
-                         badged(iconOf(folder.at("folder")), "AliasBadge")));
-    EXPECT_TRUE(areAlike(child(listed, "to file")->iconForFSOUsingCached(kFresh)->image(),
-                         badged(iconOf(folder.at("file.txt")), "AliasBadge")));
-    ASSERT_TRUE(child(listed, "alias.desktop")->isAlias());
-    EXPECT_EQ(child(listed, "alias.desktop")->iconForFSOUsingCached(kFresh)->badge(),
-              IconBadge::Alias);
+    const struct {
+        const char *name;
+        const char *target;
+    } rows[] = {
+        {"to folder", "folder"},
+        {"to file", "file.txt"},
+        {"alias.desktop", "folder"},
+        {"alias", "file.txt"},
+    };
+    for (const auto &row : rows)
+        EXPECT_TRUE(areAlike(child(listed, row.name)->iconForFSOUsingCached(kFresh)->image(),
+                             badged(iconOf(folder.at(row.target)), "AliasBadge")))
+            << row.name;
     EXPECT_EQ(child(listed, "broken")->iconForFSOUsingCached(kFresh)->badge(), IconBadge::None)
         << "of unknown kind";
     EXPECT_FALSE(child(listed, "broken")->iconForFSOUsingCached(kFresh)->image().isNull());
