@@ -79,7 +79,7 @@ MWCore::IconFamily::Ptr familyOf(long number) {
     image.fill(QColor::fromHsv(static_cast<int>(number / 500 * kStep % kHues), 200, 220));
     MWCore::IconFamilyBuilder builder;
     builder.addPicture(MWCore::Picture(image));
-    const auto family = builder.build();
+    MWCore::IconFamily::Ptr family = builder.build();
     require(family != nullptr, "no icon family was built");
     return family;
 }

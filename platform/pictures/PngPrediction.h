@@ -11,19 +11,19 @@ namespace MWCore::PngPrediction {
 
 inline constexpr std::size_t kPixelLength = 4; ///< bytes
 
-constexpr int none(int, int, int) {
+constexpr int none(int /*left*/, int /*above*/, int /*corner*/) {
     return 0;
 }
 
-constexpr int sub(int left, int, int) {
+constexpr int sub(int left, int /*above*/, int /*corner*/) {
     return left;
 }
 
-constexpr int up(int, int above, int) {
+constexpr int up(int /*left*/, int above, int /*corner*/) {
     return above;
 }
 
-constexpr int average(int left, int above, int) {
+constexpr int average(int left, int above, int /*corner*/) {
     return (left + above) / 2;
 }
 

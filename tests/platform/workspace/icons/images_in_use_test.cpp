@@ -20,7 +20,7 @@ using namespace MWCore;
 class ImagesInUse : public ::testing::Test {
 protected:
     ImagesInUse() {
-        for (const char *const variable : {"HOME", "XDG_DATA_HOME", "XDG_DATA_DIRS"})
+        for (const char *const variable : {"HOME", "XDG_DATA_HOME"})
             setenv(variable, folder_.path().c_str(), 1);
         (void)folder_.write("icons/T/index.theme",
                             "[Icon Theme]\nName=T\nDirectories=a\n[a]\nSize=128\n");
