@@ -24,7 +24,7 @@ protected:
             setenv(variable, folder_.path().c_str(), 1);
         (void)folder_.write("icons/T/index.theme",
                             "[Icon Theme]\nName=T\nDirectories=a\n[a]\nSize=128\n");
-        (void)folder_.write("icons/T/a/audio-x-generic.png", "\x89PNG\r\n\x1a\n");
+        (void)folder_.write("icons/T/a/damaged.png", "\x89PNG\r\n\x1a\n");
         QImage image(128, 128, QImage::Format_RGBA8888);
         image.fill(Qt::red);
         EXPECT_TRUE(
@@ -64,8 +64,8 @@ TEST_F(ImagesInUse, ABadgeIsDrawnOnACopyPixelByPixel) {
 }
 
 TEST_F(ImagesInUse, ADamagedFileIsNotShared) {
-    const QImage file = icon({"audio-x-generic"})->image();
-    const QImage folder = icon({"audio-x-generic"}, "generic-folder")->image();
+    const QImage file = icon({"damaged"})->image();
+    const QImage folder = icon({"damaged"}, "generic-folder")->image();
     EXPECT_FALSE(file.isNull());
     EXPECT_NE(file, folder);
 }
