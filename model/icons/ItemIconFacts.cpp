@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/icons/ItemIconFacts.h"
 
-#include "platform/catalogue/FileCatalogue.h"
-
 #include <MWCore/IconElements.h>
 #include <MWCore/IconServices.h>
 
@@ -30,21 +28,13 @@ IconBadge badgeOf(Kind kind) {
     return kind == Kind::Link ? IconBadge::Alias : IconBadge::None;
 }
 
-bool isLocked(const ItemIconFacts &item) {
-    FSCatalogInfo info;
-    return item.isLocked.value_or(FSGetCatalogInfoForPath(item.path, kFSCatInfoNodeFlags, &info) ==
-                                      noErr &&
-                                  info.nodeFlags.testFlag(kFSNodeLockedMask));
-}
-
 } // namespace
 
-ItemIcon::Ptr iconOf(const ItemIconFacts &item) {
+ItemIcon::Ptr iconOf(const ItemIconFacts &item, OSStatus *lockStatus) {
     if (!item.isLocal)
         return genericIcon(item.kind);
-    if (item.kind == Kind::File && isLocked(item))
-        return iconForFile(item.path, IconBadge::Locked);
-    return iconForFile(item.path, badgeOf(item.kind));
+    return item.kind == Kind::File ? iconForPlainFile(item.path, lockStatus)
+                                   : iconForFile(item.path, badgeOf(item.kind));
 }
 
 ItemIcon::Ptr genericIcon(Kind kind) {

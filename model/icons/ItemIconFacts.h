@@ -5,7 +5,6 @@
 #include <MWCore/ItemIcon.h>
 
 #include <cstdint>
-#include <optional>
 
 #include <QByteArray>
 
@@ -23,13 +22,13 @@ struct ItemIconFacts {
 
     Kind kind = Kind::File;
     bool isLocal = false;
-    QByteArray path;              ///< only of a local item
-    std::optional<bool> isLocked; ///< of a local file; nullopt: the system is to be asked
+    QByteArray path; ///< only of a local item
 };
 
 /// The icon that the item has: the workspace's, with a badge for a link, an alias or a locked file;
-/// a generic one for a remote item. Never null. Any thread.
-[[nodiscard]] ItemIcon::Ptr iconOf(const ItemIconFacts &item);
+/// a generic one for a remote item. Never null. Sets @p lockStatus, which may be null, to why it
+/// could not be found out whether a local file is locked. Any thread.
+[[nodiscard]] ItemIcon::Ptr iconOf(const ItemIconFacts &item, OSStatus *lockStatus = nullptr);
 
 /// The icon of a remote item. Touches no file system.
 [[nodiscard]] ItemIcon::Ptr genericIcon(ItemIconFacts::Kind kind);

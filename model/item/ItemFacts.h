@@ -20,8 +20,7 @@ namespace MWCore {
 [[nodiscard]] inline ItemIconFacts iconFactsOf(const MXFileSystemObject &item) {
     return {.kind = iconKindOf(item),
             .isLocal = item.isLocal(),
-            .path = item.isLocal() ? item.pathBytes() : QByteArray(),
-            .isLocked = {}};
+            .path = item.isLocal() ? item.pathBytes() : QByteArray()};
 }
 
 } // namespace MWCore

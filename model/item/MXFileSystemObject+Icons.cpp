@@ -20,9 +20,11 @@ ItemIcon::Ptr MXFileSystemObject::iconForFSOUsingCached(bool useCached) const {
 }
 
 ItemIcon::Ptr MXFileSystemObject::chosenIcon() const {
-    ItemIconFacts facts = iconFactsOf(*this);
-    facts.isLocked = isLocal() && isFile() && isLocked();
-    return iconOf(facts);
+    OSStatus lockStatus = noErr;
+    ItemIcon::Ptr icon = iconOf(iconFactsOf(*this), &lockStatus);
+    if (lockStatus != noErr)
+        recordCarbonError(lockStatus); // as isLocked() does
+    return icon;
 }
 
 ItemIcon::Ptr MXFileSystemObject::fileIconWithLink() const {

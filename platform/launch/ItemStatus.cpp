@@ -24,12 +24,13 @@ ItemStatus itemStatus(const QByteArray &path) {
     struct statx item = {};
     constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
     if (statx(AT_FDCWD, path.constData(), kFlags, STATX_TYPE, &item) != 0)
-        return {0, false, statusFromErrno(errno)};
+        return {0, false, false, statusFromErrno(errno)};
     const bool isTold = (item.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
     const bool isMountPoint =
         S_ISDIR(item.stx_mode) &&
         (isTold ? (item.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 : differsFromParent(path));
-    return {item.stx_mode, isMountPoint, noErr};
+    const bool isLocked = (item.stx_attributes & STATX_ATTR_IMMUTABLE) != 0;
+    return {item.stx_mode, isMountPoint, isLocked, noErr};
 }
 
 } // namespace MWCore

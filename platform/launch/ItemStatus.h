@@ -14,6 +14,7 @@ namespace MWCore {
 struct ItemStatus {
     mode_t mode = 0;
     bool isMountPoint = false; ///< a folder where a file system is mounted
+    bool isLocked = false;     ///< immutable (chattr(1))
     OSStatus status = noErr;
 };
 

@@ -18,6 +18,10 @@ namespace {
 
 constexpr int kMostPixels = 4096;
 
+IconRef unknownIcon() {
+    return themeIcon("unknown", kFileDrawing);
+}
+
 /// 0 if there is no image of this size, or @p scale is not a number.
 int pixelsOf(int points, qreal scale) {
     const qreal pixels = points * scale;
@@ -97,10 +101,18 @@ int64_t ItemIcon::cacheLimit() {
 }
 
 ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge) {
-    IconRef icon;
-    if (findItemIcon(path, &icon) != noErr)
-        icon = themeIcon("unknown", kFileDrawing);
+    IconRef icon = unknownIcon();
+    [[maybe_unused]] const OSStatus status = findItemIcon(path, &icon); // unknown on failure
     return ItemIcon::init(std::move(icon), badge);
+}
+
+ItemIcon::Ptr iconForPlainFile(const QByteArray &path, OSStatus *status) {
+    IconRef icon = unknownIcon();
+    bool isLocked = false;
+    const OSStatus found = findItemIcon(path, &icon, ItemRole::Shown, &isLocked);
+    if (status)
+        *status = found;
+    return ItemIcon::init(std::move(icon), isLocked ? IconBadge::Locked : IconBadge::None);
 }
 
 } // namespace MWCore

@@ -79,4 +79,9 @@ private:
 [[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr iconForFile(const QByteArray &path,
                                                       IconBadge badge = IconBadge::None);
 
+/// The same for a plain file, with IconBadge::Locked if it is immutable. Sets @p status, which may
+/// be null, to why the file could not be examined.
+[[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr iconForPlainFile(const QByteArray &path,
+                                                           OSStatus *status = nullptr);
+
 } // namespace MWCore

@@ -8,8 +8,9 @@
 
 namespace MWCore {
 
-/// GetIconRefFromFileInfo() for the item at @p path, without the cost of a reference.
+/// GetIconRefFromFileInfo() for the item at @p path, without the cost of a reference. Sets
+/// @p isLocked, which may be null, to whether that item itself is locked.
 [[nodiscard]] OSStatus findItemIcon(const QByteArray &path, IconRef *icon,
-                                    ItemRole role = ItemRole::Shown);
+                                    ItemRole role = ItemRole::Shown, bool *isLocked = nullptr);
 
 } // namespace MWCore
