@@ -2,8 +2,10 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/session/gio/GioThread.h"
 
+#include "core/posix/SignalsBlocked.h"
 #include "platform/session/gio/GioPointers.h"
 
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -23,7 +25,12 @@ GioThread &GioThread::shared() {
 }
 
 GioThread::GioThread() : context_(g_main_context_new()) {
-    std::thread(runMainLoop, context_).detach();
+    const SignalsBlocked blocked;
+    try {
+        std::thread(runMainLoop, context_).detach();
+    } catch (const std::system_error &) {
+        isLate_ = true; // for ever, as nothing is ever done
+    }
 }
 
 std::shared_ptr<GioThread::Job> GioThread::addUnderLock(Work work) {
@@ -32,7 +39,12 @@ std::shared_ptr<GioThread::Job> GioThread::addUnderLock(Work work) {
         static_cast<GioThread *>(thread)->doNext();
         return G_SOURCE_REMOVE;
     };
-    g_main_context_invoke_full(context_, G_PRIORITY_DEFAULT, doNext, this, nullptr);
+    // g_main_context_invoke() would not wait for the end of the work that calls this.
+    GSource *const source = g_idle_source_new();
+    g_source_set_priority(source, G_PRIORITY_DEFAULT);
+    g_source_set_callback(source, doNext, this, nullptr);
+    g_source_attach(source, context_);
+    g_source_unref(source);
     return jobs_.back();
 }
 
@@ -50,6 +62,10 @@ void GioThread::doNext() {
 }
 
 bool GioThread::run(Work work, std::chrono::milliseconds patience) {
+    if (g_main_context_is_owner(context_)) { // work that runs already, or a signal
+        work();
+        return true;
+    }
     std::unique_lock lock(mutex_);
     if (isLate_)
         return false;

@@ -29,7 +29,7 @@ public:
 
     /// Does @p work and returns true. Returns false if it was not done within @p patience; it is
     /// done later then, so it must own what it uses. As long as earlier work is late, returns false
-    /// at once and drops @p work.
+    /// at once and drops @p work. On this thread itself, does it at once.
     [[nodiscard]] bool run(Work work, std::chrono::milliseconds patience);
 
     /// Does @p work after all earlier work, without waiting for it.

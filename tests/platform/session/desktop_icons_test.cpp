@@ -7,9 +7,11 @@
 #include <MWCore/DesktopIconLookup.h>
 #include <MWCore/DesktopIcons.h>
 #include <MWCore/IconTheme.h>
+#include <MWCore/MXNotificationCenter.h>
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -188,8 +190,15 @@ TEST_F(DesktopIcons, HaveTheThemeOfTheSession) {
         setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", 1);
         ASSERT_TRUE(useDesktopIcons());
         EXPECT_TRUE(waitFor([] { return IconTheme::current()->name() == "first"; }));
+        set("home/item", "inside", "custom-icon-name");
+        std::atomic<bool> isFound = false;
+        auto changes = MXNotificationCenter::defaultCenter()->addObserver(
+            [&](const MXNotification & /*change*/) { isFound = iconOf("home/item") == "inside"; },
+            IconTheme::kChanged);
         choose("second");
         EXPECT_TRUE(waitFor([] { return IconTheme::current()->name() == "second"; }));
+        EXPECT_TRUE(waitFor([&] { return isFound.load(); })) << "observers may ask for icons";
+        changes = {};
         stopUsingDesktopIcons();
         EXPECT_TRUE(waitFor([] { return IconTheme::current()->name() == "usual"; }));
     });
