@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/icons/DesktopIconLookup.h"
 
+#include "platform/launch/ItemStatus.h"
 #include "platform/workspace/ResponsiveFiles.h"
 
 #include <memory>
@@ -21,9 +22,12 @@ Current &shared() {
     return *current;
 }
 
+/// A volume is not known to answer; any other item was just examined.
 std::optional<DesktopIcon> withUsableFile(std::optional<DesktopIcon> icon, const QByteArray &item) {
-    if (icon && !icon->file.isEmpty())
-        icon->file = ResponsiveFiles(item).regularFile(icon->file);
+    if (icon && !icon->file.isEmpty()) {
+        const bool isVolume = itemStatus(item).isMountPoint;
+        icon->file = ResponsiveFiles(isVolume ? QByteArray() : item).regularFile(icon->file);
+    }
     return icon && icon->file.isEmpty() && icon->themeName.isEmpty() ? std::nullopt : icon;
 }
 
