@@ -84,15 +84,12 @@ QImage IconImageCache::findOrDraw(const IconImageKey &key, const Draw &draw) {
 
 HeldIconImage IconImageCache::hold(const IconImageKey &key, const Draw &draw) {
     claim(key); // so that it is found as soon as it is drawn
-    const QImage image = draw ? findOrDraw(key, draw) : find(key);
-    if (image.isNull()) {
+    const std::shared_ptr<QImage> held(new QImage, [this, key](const QImage *image) {
         release(key);
-        return nullptr;
-    }
-    return {new QImage(image), [this, key](const QImage *copy) {
-                release(key);
-                delete copy;
-            }};
+        delete image;
+    });
+    *held = draw ? findOrDraw(key, draw) : find(key);
+    return held->isNull() ? nullptr : held;
 }
 
 void IconImageCache::claim(const IconImageKey &key) {
