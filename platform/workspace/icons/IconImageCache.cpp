@@ -37,7 +37,7 @@ private:
 
 bool IconImageKey::operator==(const IconImageKey &other) const {
     return hash == other.hash && badge == other.badge && points == other.points &&
-           pixels == other.pixels && theme == other.theme &&
+           pixels == other.pixels && scale == other.scale && theme == other.theme &&
            (icon == other.icon || *icon == *other.icon);
 }
 

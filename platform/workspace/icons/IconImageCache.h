@@ -23,7 +23,8 @@ struct IconImageKey {
     std::size_t hash; ///< of the icon's value
     IconBadge badge;
     int points;
-    int pixels;
+    int pixels;  ///< 0 if there is no image of this size
+    qreal scale; ///< pixels per point; several give the same number of pixels
     std::shared_ptr<const IconTheme> theme; ///< null: none
 
     [[nodiscard]] bool operator==(const IconImageKey &other) const;

@@ -29,29 +29,29 @@ int pixelsOf(int points, qreal scale) {
 }
 
 /// The image without its badge. Types for which the theme has the same picture share it.
-QImage unbadged(const IconImageKey &key, qreal scale) {
+QImage unbadged(const IconImageKey &key) {
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
     IconPictures pictures(*key.icon, key.theme, IconPictures::Thumbnails::Use);
-    const int density = static_cast<int>(std::ceil(scale));
+    const int density = static_cast<int>(std::ceil(key.scale));
     const QByteArray picture = pictures.shareable(key.points, density);
-    const PictureKey shared = {picture, key.pixels, scale, key.theme};
+    const PictureKey shared = {picture, key.pixels, key.scale, key.theme};
     QImage image = picture.isEmpty() ? QImage() : ImagesInUse::shared().find(shared);
     if (!image.isNull())
         return image;
     image = pictures.image(key.points, density, key.pixels).convertToFormat(kFormat);
-    image.setDevicePixelRatio(scale);
+    image.setDevicePixelRatio(key.scale);
     if (pictures.hasDrawn(picture))
         ImagesInUse::shared().insert(shared, image);
     return image;
 }
 
-QImage drawn(const IconImageKey &key, qreal scale) {
-    QImage image = unbadged(key, scale);
+QImage drawn(const IconImageKey &key) {
+    QImage image = unbadged(key);
     if (image.isNull() || key.badge == IconBadge::None)
         return image;
     image.setDevicePixelRatio(1); // the badge has as many pixels
     drawBadge(image, key.badge);
-    image.setDevicePixelRatio(scale);
+    image.setDevicePixelRatio(key.scale);
     return image;
 }
 
@@ -65,7 +65,8 @@ ItemIcon::Ptr ItemIcon::init(IconRef icon, IconBadge badge) {
 }
 
 IconImageKey ItemIcon::key(int points, qreal scale, std::shared_ptr<const IconTheme> theme) const {
-    return {icon_, hash_, badge_, points, pixelsOf(points, scale), std::move(theme)};
+    const int pixels = pixelsOf(points, scale);
+    return {icon_, hash_, badge_, points, pixels, pixels > 0 ? scale : 0, std::move(theme)};
 }
 
 QImage ItemIcon::cachedImage(int points, qreal scale) const {
@@ -75,16 +76,15 @@ QImage ItemIcon::cachedImage(int points, qreal scale) const {
 QImage ItemIcon::image(int points, qreal scale) const {
     const IconImageKey wanted = key(points, scale, IconTheme::current());
     return wanted.pixels > 0
-               ? IconImageCache::shared().findOrDraw(wanted, [&] { return drawn(wanted, scale); })
+               ? IconImageCache::shared().findOrDraw(wanted, [&] { return drawn(wanted); })
                : QImage();
 }
 
 HeldIconImage ItemIcon::heldImage(int points, qreal scale,
                                   std::shared_ptr<const IconTheme> theme) const {
     const IconImageKey wanted = key(points, scale, std::move(theme));
-    return wanted.pixels > 0
-               ? IconImageCache::shared().hold(wanted, [&] { return drawn(wanted, scale); })
-               : nullptr;
+    return wanted.pixels > 0 ? IconImageCache::shared().hold(wanted, [&] { return drawn(wanted); })
+                             : nullptr;
 }
 
 HeldIconImage ItemIcon::heldCachedImage(int points, qreal scale,
