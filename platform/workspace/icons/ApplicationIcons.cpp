@@ -11,6 +11,7 @@
 #include "platform/workspace/themes/IconThemeIndex.h"
 
 #include <initializer_list>
+#include <iterator>
 #include <optional>
 #include <set>
 
@@ -24,6 +25,7 @@ namespace {
 
 constexpr const char *kAppRun = "AppRun";
 constexpr int64_t kLongestDescription = 1'000'000; // bytes; real ones have some 10,000
+constexpr std::size_t kMostEntries = 16;           // that are tried; an AppDir has one
 
 /// What an application folder says about its icon.
 struct Application {
@@ -45,12 +47,16 @@ std::optional<Application> bundleIn(FolderFiles &folder) {
     return Application{false, plainName(content.toMap().value("CFBundleIconFile").toString())};
 }
 
+/// The first ones by name.
 std::set<QByteArray> desktopEntryNames(const QByteArray &folder) {
     std::set<QByteArray> names;
     const FolderStream listing(opendir(folder.constData()));
-    while (const dirent *const entry = listing ? readdir(listing.get()) : nullptr)
+    while (const dirent *const entry = listing ? readdir(listing.get()) : nullptr) {
         if (const QByteArray name = entry->d_name; name.endsWith(kDesktopEntrySuffix))
             names.insert(name);
+        if (names.size() > kMostEntries)
+            names.erase(std::prev(names.end()));
+    }
     return names;
 }
 
