@@ -159,8 +159,8 @@ void VisibleIcons::addMissing(Shown shown, std::vector<IconRequest> &requests) {
 /// As many images as fit into half of the cache, so that they are still there when they are needed.
 std::size_t VisibleIcons::mostDrawnAhead() const {
     constexpr qreal kBytesPerPixel = 4;
-    const qreal pixels = std::max(points_ * scale_, qreal(1));
-    return static_cast<std::size_t>(qreal(ItemIcon::cacheLimit()) / 2 /
+    const qreal pixels = std::max(qreal(1), points_ * scale_);
+    return static_cast<std::size_t>(qreal(std::max<int64_t>(ItemIcon::cacheLimit(), 0)) / 2 /
                                     (pixels * pixels * kBytesPerPixel));
 }
 
