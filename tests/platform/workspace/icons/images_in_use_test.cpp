@@ -61,6 +61,8 @@ TEST_F(ImagesInUse, ABadgeIsDrawnOnACopyPixelByPixel) {
     EXPECT_EQ(once, twice);
     EXPECT_NE(once, before);
     EXPECT_EQ(plain->image(), before);
+    for (const qreal scale : {1.25, 1.26}) // as many pixels
+        EXPECT_EQ(plain->image(16, scale).devicePixelRatio(), scale);
 }
 
 TEST_F(ImagesInUse, ADamagedFileIsNotShared) {
