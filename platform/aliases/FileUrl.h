@@ -14,7 +14,7 @@ namespace MWCore {
 
 /// "file:///..." for an absolute path; every byte but unreserved characters and "/" is written as
 /// %NN.
-[[nodiscard]] QByteArray fileUrl(const QByteArray &path);
+[[nodiscard]] MWCORE_EXPORT QByteArray fileUrl(const QByteArray &path);
 
 /// The path in a "file:" URL. nullopt for another scheme, another host, or a path that no item can
 /// have.

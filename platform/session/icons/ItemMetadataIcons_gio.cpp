@@ -27,6 +27,14 @@ const char *textOf(GFileInfo *info, const char *attribute) {
                : nullptr;
 }
 
+/// The path that the attribute names for the item at @p path: by a URL, or for a folder by the end
+/// of one, relative to the folder, as GNOME Files writes it. Empty for anything else.
+QByteArray iconFile(const char *attribute, const QByteArray &path) {
+    const QByteArray url = attribute;
+    const bool isRelative = !url.isEmpty() && !url.startsWith('/') && !url.contains(':');
+    return pathOfFileUrl(isRelative ? fileUrl(path) + '/' + url : url).value_or(QByteArray());
+}
+
 } // namespace
 
 void connectToMetadata() {
@@ -40,7 +48,7 @@ std::optional<DesktopIcon> readMetadataIcon(const QByteArray &path) {
     const GioPointer<GFileInfo> info = infoOf(path);
     if (!info)
         return std::nullopt;
-    DesktopIcon icon{pathOfFileUrl(textOf(info.get(), kFile)).value_or(QByteArray()),
+    DesktopIcon icon{iconFile(textOf(info.get(), kFile), path),
                      QString::fromUtf8(textOf(info.get(), kName))};
     const bool isEmpty = icon.file.isEmpty() && icon.themeName.isEmpty();
     return isEmpty ? std::nullopt : std::optional(std::move(icon));

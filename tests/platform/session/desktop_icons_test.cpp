@@ -112,6 +112,7 @@ TEST_F(DesktopIcons, AreThoseThatGioHasStored) {
         {"home/fifo", url("pictures/fifo"), "custom-icon", "-"},
         {"home/device", "file:///dev/zero", "custom-icon", "-"},
         {"home/folder", url("pictures"), "custom-icon", "-"},
+        {"pictures", "i%20c%F6n.png", "custom-icon", "pictures/i c\xf6n.png"},
         {"home/other", "x", "custom-icon-2", "-"},
     };
     inSession([&](const SessionBus &) {
