@@ -47,7 +47,7 @@ namespace MWCore {
 
 /// The content of the regular file at @p path. nullopt on failure, with the cause in @p status:
 /// fileBoundsErr if the file is longer than @p limit bytes.
-[[nodiscard]] MWCORE_EXPORT std::optional<QByteArray> readRegularFile(const QByteArray &path, int64_t limit,
-                                                        FinalLink links, OSStatus *status);
+[[nodiscard]] MWCORE_EXPORT std::optional<QByteArray>
+readRegularFile(const QByteArray &path, int64_t limit, FinalLink links, OSStatus *status);
 
 } // namespace MWCore

@@ -18,7 +18,8 @@ using namespace MWCore;
 
 bool isListed(const std::string &mountPoint) {
     const auto mounts = currentMounts();
-    return std::ranges::find(*mounts, QByteArray::fromStdString(mountPoint), &Mount::mountPoint) != mounts->end();
+    return std::ranges::find(*mounts, QByteArray::fromStdString(mountPoint), &Mount::mountPoint) !=
+           mounts->end();
 }
 
 TEST(CurrentMounts, AreReadAgainAfterAChangeOnly) {
