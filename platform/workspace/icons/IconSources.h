@@ -28,6 +28,7 @@ struct IconItem {
     Descriptor folder; ///< O_PATH, if it is a folder into which may be looked
     FinderFlags flags; ///< of a file or such a folder
     ItemRole role = ItemRole::Shown;
+    QByteArray link; ///< the path of the link that led to the item; empty without one
 };
 
 /// Whether the item is a volume that is served by a program or over a network, so that to look
@@ -54,7 +55,7 @@ void addDirectoryFileIcon(const IconItem &item, IconRef &icon);
 void addApplicationIcon(const IconItem &item, IconRef &icon);
 
 /// The icon of the purpose of one of the user's folders: the home folder, or one of those in
-/// user-dirs.dirs (xdg-user-dirs).
+/// user-dirs.dirs (xdg-user-dirs), which may be a link to the item.
 void addUserFolderIcon(const IconItem &item, IconRef &icon);
 
 /// The icon of the medium of a volume.

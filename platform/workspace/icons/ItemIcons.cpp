@@ -100,11 +100,12 @@ QByteArray namedPath(const QByteArray &path) {
 } // namespace
 
 OSStatus findItemIcon(const QByteArray &path, IconRef *icon, ItemRole role, bool *isLocked) {
-    IconItem item = {namedPath(path), {}, {}, {}, role};
+    IconItem item = {namedPath(path), {}, {}, {}, role, {}};
     item.status = itemStatus(item.path);
     if (isLocked)
         *isLocked = item.status.isLocked;
     if (S_ISLNK(item.status.mode)) {
+        item.link = item.path;
         item.path = followed(item.path);
         item.status = itemStatus(item.path);
     }

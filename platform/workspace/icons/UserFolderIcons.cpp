@@ -132,13 +132,17 @@ std::shared_ptr<const UserFolders> currentUserFolders(const QByteArray &home) {
 
 void addUserFolderIcon(const IconItem &item, IconRef &icon) {
     const QByteArray home = withoutSlashes(homeFolder());
-    const QByteArray path = withoutSlashes(item.path);
     const auto folders = currentUserFolders(home);
-    const auto found = folders->purposes.find(path);
-    if (path == home)
-        icon = themeIcon("user-home folder", kFolderDrawing);
-    else if (found != folders->purposes.end())
-        icon = themeIcon(found->second->icons, kFolderDrawing);
+    for (const QByteArray &each : {item.link, item.path}) {
+        const QByteArray path = withoutSlashes(each);
+        const auto found = folders->purposes.find(path);
+        if (path.isEmpty())
+            continue;
+        if (path == home)
+            icon = themeIcon("user-home folder", kFolderDrawing);
+        else if (found != folders->purposes.end())
+            icon = themeIcon(found->second->icons, kFolderDrawing);
+    }
 }
 
 } // namespace MWCore

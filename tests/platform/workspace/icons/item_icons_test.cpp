@@ -414,6 +414,10 @@ TEST_F(ItemIcons, FollowTheListOfTheUsersFolders) {
     EXPECT_EQ(name(), "folder-music");
     (void)home_.write("list", "XDG_VIDEOS_DIR=\"$HOME/Papers/\"\n");
     EXPECT_EQ(name(), "folder-videos");
+    (void)home_.write("list", "XDG_PICTURES_DIR=\"$HOME/Pictures\"\n");
+    EXPECT_EQ(name(), "folder");
+    const auto linked = description(home_.link("Pictures", "Papers"));
+    EXPECT_EQ(linked.themeNames.value(0), "folder-pictures");
 }
 
 } // namespace
