@@ -74,7 +74,7 @@ public:
     /// @name For the workers
     /// @{
 
-    /// The next one of items on local file systems, or of which nobody knows yet.
+    /// The next one of items on local file systems, or whose file system is not known yet.
     [[nodiscard]] std::optional<IconRequest> takeLocal();
     /// The next one of items on a remote mount that is free, which is stored in @p mount.
     [[nodiscard]] std::optional<IconRequest> takeRemote(const IsFree &isFree, RemoteMount *mount);

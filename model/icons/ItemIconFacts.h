@@ -10,7 +10,7 @@
 
 namespace MWCore {
 
-/// What an item object knows that decides its icon. A value that another thread may use while the
+/// What decides the icon of an item object. A value that another thread may use while the
 /// object changes.
 struct ItemIconFacts {
     enum class Kind : uint8_t {

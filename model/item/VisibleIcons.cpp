@@ -22,7 +22,7 @@ std::size_t placeholderFor(Kind kind) {
                : static_cast<std::size_t>(found - kPlaceholderKinds.begin());
 }
 
-/// The part of the name that tells the type; empty if it tells nothing.
+/// The extension that identifies the type of a file; empty for other items.
 QString extensionOf(const MXFileSystemObject &item) {
     return item.isLocal() && item.isFile() ? item.extensionReal().toLower() : QString();
 }

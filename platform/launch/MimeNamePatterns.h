@@ -10,9 +10,9 @@
 
 namespace MWCore {
 
-/// Tells which part of a file's name decides its MIME type. Nearly all patterns of the shared MIME
-/// database have the form "*.suffix"; the few others are collected here. Any thread, once it is
-/// read.
+/// Finds the part of a file's name that decides its MIME type. Nearly all patterns of the shared
+/// MIME database have the form "*.suffix"; the few others are collected here. Any thread, once it
+/// is read.
 class MimeNamePatterns {
 public:
     /// The patterns of the databases that QMimeDatabase uses, from their globs2 files. nullopt if

@@ -39,10 +39,10 @@ inline constexpr uint32_t kSystemIconsCreator = 0x6D616373; ///< 'macs'
 
 /// The icon that the desktop shows for an item. The first of these that it has: its custom icon,
 /// the one that its file ".directory" names, the answer of lookUpDesktopIcon(), that of an
-/// application folder, the one that a desktop entry names, that of an integrated AppImage, its
-/// shared thumbnail, that of the purpose of a user's folder, that of a volume, else that of its
-/// MIME type or kind; after it, all icons of the theme that the others name. A link has the icon of
-/// its target. fnfErr if the item is gone.
+/// application folder, the one that a desktop entry names, that of the item to which an alias file
+/// leads, that of an integrated AppImage, its shared thumbnail, that of the purpose of a user's
+/// folder, that of a volume, else that of its MIME type or kind. More general icons of the theme
+/// follow it. A link has the icon of its target. fnfErr if the item is gone.
 [[nodiscard]] MWCORE_EXPORT OSStatus GetIconRefFromFileInfo(const FSRef &ref, IconRef *iconRef);
 
 /// Selects every element.

@@ -12,7 +12,7 @@
 #include <QByteArray>
 
 /// Where the icon of an item comes from, one function a source. Each is given what the less
-/// important sources have found, and puts before it what it knows itself; one that knows nothing
+/// important sources have found, and puts its own icon before it or in its place; one that has none
 /// changes nothing. A file must be regular, and on a file system that answers. Any thread.
 namespace MWCore {
 
