@@ -103,7 +103,7 @@ QImage shownIcon(const MXFileSystemObject &item, const std::string &path, int pi
     useOffscreenGraphics();
     QImage image = item.iconForFSOUsingCached(kUsesCached)->image(pixels);
     if (image.isNull())
-        throw Failure(path, memFullErr);
+        throw Failure(path, "its icon cannot be drawn; is Qt's SVG plug-in installed?");
     return image;
 }
 

@@ -43,8 +43,8 @@ public:
 
     /// The icon in a square of @p points at @p scale pixels per point, which is the image's device
     /// pixel ratio. QImage::Format_ARGB32_Premultiplied. A file that has gone or is damaged since
-    /// is passed over. Null if the square has less than 1 or more than 4096 pixels a side, or
-    /// memory runs out.
+    /// is passed over. Null if the square has less than 1 or more than 4096 pixels a side, if
+    /// memory runs out, or if Qt's SVG plug-in is missing and the theme has no such icon.
     [[nodiscard]] QImage image(int points = kPoints, qreal scale = 1) const;
 
     /// The same if it is in the cache, else null. Draws nothing.
