@@ -16,8 +16,8 @@ namespace {
 
 /// The types of file systems on discs.
 constexpr QByteArrayView kOpticalTypes[] = {"iso9660", "udf"};
-/// Those that are usual on removable media.
-constexpr QByteArrayView kRemovableTypes[] = {"exfat", "vfat"};
+/// Those that are usual on removable media, also if a program (ntfs-3g) serves them from a disk.
+constexpr QByteArrayView kRemovableTypes[] = {"exfat", "fuseblk", "vfat"};
 
 bool isOneOf(std::span<const QByteArrayView> types, const QByteArray &type) {
     return std::ranges::find(types, type) != types.end();
