@@ -87,6 +87,7 @@ bool IconWorkers::start(Lane lane) {
         return false;
     }
     ++threadsOf(lane).count;
+    ++threadsOf(lane).idle;
     return true;
 }
 
@@ -95,6 +96,7 @@ void IconWorkers::run(Lane lane) {
     Threads &threads = threadsOf(lane);
     Places places;
     std::unique_lock lock(mutex_);
+    --threads.idle;
     for (;;) {
         std::optional<Task> task = next(lane);
         if (!task) {

@@ -40,7 +40,7 @@ private:
     struct Threads {
         std::condition_variable hasWork;
         int count = 0;
-        int idle = 0;
+        int idle = 0; ///< those that wait or have just been started
         int busy = 0;
     };
 
