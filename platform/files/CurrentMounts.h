@@ -11,6 +11,6 @@ namespace MWCore {
 
 /// mountTable(), read again only if a mount, the process's mount namespace or its root folder has
 /// changed since the last call; to find that out costs two system calls. Never null. Any thread.
-[[nodiscard]] std::shared_ptr<const std::vector<Mount>> currentMounts();
+[[nodiscard]] MWCORE_EXPORT std::shared_ptr<const std::vector<Mount>> currentMounts();
 
 } // namespace MWCore

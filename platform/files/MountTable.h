@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include "platform/foundation/mwcore_export.h"
+
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -46,6 +48,7 @@ struct Mount {
                                                          const std::vector<Mount> &mounts);
 
 /// The mount that holds the item at @p path: the last of mountsAlongPath(). Null if there is none.
-[[nodiscard]] const Mount *mountOf(const QByteArray &path, const std::vector<Mount> &mounts);
+[[nodiscard]] MWCORE_EXPORT const Mount *mountOf(const QByteArray &path,
+                                                 const std::vector<Mount> &mounts);
 
 } // namespace MWCore

@@ -18,8 +18,8 @@ struct ItemStatus {
     OSStatus status = noErr;
 };
 
-/// Examines the item itself, not a link's target. A server is not asked for what it told already,
-/// as the kind of an item never changes.
+/// Examines the item itself, not a link's target. A server is not asked again for what it has told
+/// already: the kind of an item never changes, and no server tells whether it is immutable.
 [[nodiscard]] ItemStatus itemStatus(const QByteArray &path);
 
 } // namespace MWCore

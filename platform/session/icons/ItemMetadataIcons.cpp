@@ -2,6 +2,9 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/session/icons/ItemMetadataIcons.h"
 
+#include "platform/files/CurrentMounts.h"
+#include "platform/files/FileSystemTypes.h"
+#include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/session/gio/GioThread.h"
 #include "platform/workspace/XdgFolders.h"
@@ -24,6 +27,17 @@ int64_t coarseTime() {
 QByteArray metadataFolder() {
     const std::vector<QByteArray> folders = dataFolders();
     return folders.empty() ? QByteArray() : pathIn(folders.front(), "gvfs-metadata");
+}
+
+/// GIO examines the item itself. One on a file system that does not answer must not hold up the
+/// items on others.
+GioThread &threadFor(const QByteArray &path) {
+    const auto mounts = currentMounts();
+    const Mount *const mount = mountOf(path, *mounts);
+    if (mount && isLocalFileSystem(mount->type))
+        return GioThread::shared();
+    static auto *const forOthers = new GioThread; // never freed, as it may be waiting
+    return *forOthers;
 }
 
 } // namespace
@@ -49,7 +63,7 @@ std::optional<DesktopIcon> ItemMetadataIcons::lookUp(const QByteArray &path) {
         return std::nullopt;
     const auto found = std::make_shared<std::optional<DesktopIcon>>();
     const bool isDone =
-        GioThread::shared().run([found, path] { *found = readMetadataIcon(path); }, kPatience);
+        threadFor(path).run([found, path] { *found = readMetadataIcon(path); }, kPatience);
     return isDone ? *found : std::nullopt;
 }
 

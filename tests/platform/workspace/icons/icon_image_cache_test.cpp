@@ -18,7 +18,7 @@ constexpr int kPixels = 32;
 constexpr int64_t kBytes = kPixels * kPixels * 4;
 
 IconImageKey key(std::size_t look) {
-    return {std::make_shared<IconRef>(), look, IconBadge::None, kPixels, kPixels, nullptr};
+    return {std::make_shared<IconRef>(), look, IconBadge::None, kPixels, kPixels, 1, nullptr};
 }
 QImage square() {
     return {kPixels, kPixels, QImage::Format_ARGB32_Premultiplied};
