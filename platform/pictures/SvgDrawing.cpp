@@ -91,6 +91,7 @@ public:
 private:
     void startElement();
     void endElement();
+    void skipElement();
     [[nodiscard]] bool isDrawn(QStringView name, QStringView space) const;
     QString keptReference();
     void copyAttributes();
@@ -138,7 +139,7 @@ void SvgCopy::startElement() {
     const QString reference = isDrawn(name, reader_.namespaceUri()) ? keptReference() : QString();
     const bool isEmptyImage = name == u"image" && reference.isEmpty();
     if (!isDrawn(name, reader_.namespaceUri()) || isEmptyImage) {
-        reader_.skipCurrentElement();
+        skipElement();
         return;
     }
     writer_.writeStartElement(name.toString());
@@ -149,6 +150,18 @@ void SvgCopy::startElement() {
     references_.start();
     copyAttributes();
     copyReference(reference);
+}
+
+/// The reader searches the namespaces of all the elements that are open for that of each new one.
+void SvgCopy::skipElement() {
+    std::size_t depth = references_.depth() + 1;
+    while (depth > references_.depth() && !reader_.atEnd()) {
+        reader_.readNext();
+        if (reader_.isStartElement() && ++depth > kDeepest)
+            reader_.raiseError();
+        else if (reader_.isEndElement())
+            --depth;
+    }
 }
 
 void SvgCopy::endElement() {
@@ -177,6 +190,7 @@ void SvgCopy::copyAttributes() {
         if (isForeign || (name == u"id" && !references_.setId(value)))
             continue;
         references_.addReferences(value);
+        references_.addCost(name, value);
         writer_.writeAttribute(name, value);
     }
 }
@@ -192,6 +206,7 @@ void SvgCopy::copyReference(const QString &reference) {
 void SvgCopy::copyCharacters(QStringView text) {
     rules_ += std::ranges::count_if(
         text, [](QChar character) { return character == u'{' || character == u','; });
+    references_.addStyle(text);
     writer_.writeCharacters(text.toString());
 }
 

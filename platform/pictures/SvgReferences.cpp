@@ -9,6 +9,22 @@ namespace {
 
 constexpr int64_t kMostElements = 200'000;
 constexpr int kDeepest = 256;
+constexpr int64_t kCharactersPerElement = 16;  ///< of a path that takes as long as an element
+constexpr int64_t kElementsPerDashedOne = 500; ///< Qt divides an outline into up to 10,000 dashes
+
+/// Whether an attribute or a style sheet asks for dashes. Drawing programs often write that there
+/// are none. A backslash may hide the word.
+bool hasDashes(QStringView text) {
+    constexpr QStringView kDashes = u"dasharray";
+    for (qsizetype at = text.indexOf(kDashes); at >= 0; at = text.indexOf(kDashes, at)) {
+        at += kDashes.size();
+        QStringView rest = text.sliced(at).trimmed();
+        rest = rest.startsWith(u':') ? rest.sliced(1).trimmed() : rest;
+        if (!rest.startsWith(u"none"))
+            return true;
+    }
+    return text.contains(u'\\');
+}
 
 } // namespace
 
@@ -53,6 +69,19 @@ void SvgReferences::addReferences(QStringView value) {
     }
 }
 
+void SvgReferences::addCost(QStringView name, QStringView value) {
+    Element &element = elements_[open_.back()];
+    element.characters += value.size();
+    if (name == u"stroke-dasharray")
+        element.isDashed |= value.trimmed() != u"none";
+    else if (name == u"style")
+        element.isDashed |= hasDashes(value);
+}
+
+void SvgReferences::addStyle(QStringView text) {
+    elements_.front().isDashed |= hasDashes(text);
+}
+
 bool SvgReferences::areWithinLimits() {
     return !elements_.empty() && measure(0, 1);
 }
@@ -65,6 +94,15 @@ bool SvgReferences::measure(std::size_t index, int depth) {
     if (element.state == Element::Open || depth > kDeepest)
         return false;
     element.state = Element::Open;
+    element.count += element.characters / kCharactersPerElement;
+    if (!addContents(element, depth))
+        return false;
+    element.count *= element.isDashed ? kElementsPerDashedOne : 1;
+    element.state = Element::Done;
+    return element.count <= kMostElements;
+}
+
+bool SvgReferences::addContents(Element &element, int depth) {
     for (const std::size_t child : element.children)
         if (!add(element, child, depth))
             return false;
@@ -72,8 +110,7 @@ bool SvgReferences::measure(std::size_t index, int depth) {
         if (const auto target = ids_.constFind(id); target != ids_.constEnd())
             if (!add(element, *target, depth))
                 return false;
-    element.state = Element::Done;
-    return true;
+    return element.count <= kMostElements;
 }
 
 /// Adds to @p element what @p other, within it, amounts to.

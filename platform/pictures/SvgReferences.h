@@ -12,7 +12,7 @@
 namespace MWCore {
 
 /// The elements of a drawing and the references between them, which can make it infinitely or
-/// exponentially larger than it looks.
+/// exponentially larger than it looks, and what it takes to draw them.
 class SvgReferences {
 public:
     /// Adds an element within the innermost element that has not ended.
@@ -26,6 +26,13 @@ public:
     /// any number of times.
     void addReferences(QStringView value);
 
+    /// Adds to what it takes to draw the innermost element an attribute with @p value, which may
+    /// be a path of any length or divide the outlines of all elements within into dashes.
+    void addCost(QStringView name, QStringView value);
+
+    /// Counts dashes in a style sheet, which may be those of any element.
+    void addStyle(QStringView text);
+
     /// The elements that are drawn with every reference replaced by what it refers to, and how
     /// deeply they are nested, stay below the limits.
     [[nodiscard]] bool areWithinLimits();
@@ -38,11 +45,14 @@ private:
         std::vector<std::size_t> children;
         std::vector<QString> references;
         enum { New, Open, Done } state = New;
-        int64_t count = 1; ///< of itself and everything in it
+        int64_t characters = 0; ///< of its attributes
+        bool isDashed = false;
+        int64_t count = 1; ///< of itself and everything in it, weighted by what drawing it takes
         int height = 1;    ///< how deeply that is nested
     };
 
     bool measure(std::size_t index, int depth);
+    bool addContents(Element &element, int depth);
     bool add(Element &element, std::size_t other, int depth);
 
     std::vector<Element> elements_;

@@ -102,11 +102,16 @@ QByteArray doubled(int count) {
     return content;
 }
 
+QByteArray nested(const QByteArray &start, const QByteArray &end, int count) {
+    return start.repeated(count) + end.repeated(count);
+}
+
 TEST(Picture, RefusesDrawingsThatWouldTakeTooLong) {
     EXPECT_EQ(middleOf(doubled(5)), kLime);
     EXPECT_EQ(middleOf(doubled(60)), 0U);
     EXPECT_EQ(middleOf("<g id='a'><use href='#b'/></g><g id='b'><use href='#a'/></g>"), 0U);
     EXPECT_EQ(middleOf(QByteArray("<g>").repeated(100'000)), 0U);
+    EXPECT_FALSE(picture(drawing(kBackground + nested("<x xmlns:a='b'>", "</x>", 100'000))));
     EXPECT_EQ(middleOf("<style>" + QByteArray("a{fill:red}").repeated(5000) + "</style>" +
                        kBackground.repeated(5000)),
               0U);
@@ -124,6 +129,26 @@ TEST(Picture, RefusesDrawingsThatWouldTakeTooLong) {
     EXPECT_TRUE(picture(entity + drawing(kBackground + QByteArray("&a;").repeated(10))));
     EXPECT_FALSE(picture(entity + drawing(kBackground + QByteArray("&a;").repeated(10'000))));
     EXPECT_FALSE(picture("\x1F\x8B" + drawing(kBackground))) << "compressed";
+}
+
+TEST(Picture, WeighsOutlinesByWhatTheyTakeToDraw) {
+    const auto used = [](const QByteArray &attributes, int count) {
+        return "<path id='a' " + attributes + "/>" + QByteArray("<use href='#a'/>").repeated(count);
+    };
+    const QByteArray jagged = "d='M0 0" + QByteArray(" L1 9 9 1").repeated(10'000) + "'";
+    EXPECT_EQ(middleOf(used(jagged, 1) + kBackground), kLime);
+    EXPECT_EQ(middleOf(used(jagged, 1000) + kBackground), 0U);
+
+    const QByteArray rest = kBackground.repeated(1000);
+    for (const QByteArray none : {"stroke-dasharray='none'", "style='stroke-dasharray: none'"})
+        EXPECT_EQ(middleOf(used(none, 1000) + kBackground), kLime) << none.constData();
+    for (const QByteArray dashes : {"stroke-dasharray='.01'", "style='stroke-dasharray:.01'",
+                                    "style='stroke-d\\61sharray:1'"}) {
+        EXPECT_EQ(middleOf(used(dashes, 1) + rest), kLime) << dashes.constData();
+        EXPECT_EQ(middleOf(used(dashes, 1000) + kBackground), 0U) << dashes.constData();
+        EXPECT_EQ(middleOf("<g " + dashes + ">" + rest + "</g>"), 0U) << "inherited";
+    }
+    EXPECT_EQ(middleOf("<style>rect{stroke-dasharray:.01}</style>" + rest), 0U);
 }
 
 /// An icon file with the given PNG files.
