@@ -32,6 +32,12 @@ bool isWithinLimits(QSize size) {
            (most == 0 || bytes <= most);
 }
 
+/// Formats that Qt's plug-ins read without limits: a drawing may refer to other files, and the
+/// loops of an animation (MNG) may go on for years before the first image.
+bool isUnsafe(const QByteArray &format) {
+    return format.startsWith("svg") || format == "mng";
+}
+
 /// Moves @p reader to the largest of the images in its file and returns the size; empty if the
 /// format gives no sizes before decoding.
 QSize moveToLargest(QImageReader &reader) {
@@ -69,7 +75,7 @@ QImage decoded(QByteArray bytes, OSStatus *status) {
     QImageReader reader(&buffer, isPngFile ? "png" : "");
     reader.setAutoDetectImageFormat(!isPngFile);
     reader.setAutoTransform(true);
-    if (reader.format().startsWith("svg"))
+    if (isUnsafe(reader.format()))
         return {};
     if (!isWithinLimits(moveToLargest(reader))) {
         *status = fileBoundsErr;

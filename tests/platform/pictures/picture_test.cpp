@@ -151,6 +151,17 @@ TEST(Picture, WeighsOutlinesByWhatTheyTakeToDraw) {
     EXPECT_EQ(middleOf("<style>rect{stroke-dasharray:.01}</style>" + rest), 0U);
 }
 
+/// Qt's plug-in for MNG, if it is installed, repeats nothing 2^62 times.
+TEST(Picture, ReadsNoAnimationsWithLoops) {
+    EXPECT_FALSE(picture(QByteArray::fromHex(
+        "8A4D4E470D0A1A0A" // signature
+        "0000001C4D4844520000004000000040000003E800000000000000000000000000000001550C28E0" // MHDR
+        "000000054C4F4F50007FFFFFFFA33DAF43"                                               // LOOP
+        "000000054C4F4F50017FFFFFFF9E5D86F3"                                               // LOOP
+        "00000001454E444C0171A21AA9"                                                       // ENDL
+        "00000001454E444C0006A52A3F")));
+}
+
 /// An icon file with the given PNG files.
 QByteArray ico(const QList<QSize> &sizes) {
     const auto little = [](int number, int length) {
