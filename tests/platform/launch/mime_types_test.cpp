@@ -123,7 +123,6 @@ struct TestClock {
     using rep = duration::rep;
     using period = duration::period;
     using time_point = std::chrono::time_point<TestClock>;
-    static constexpr bool is_steady = true;
     static inline time_point time;
     static time_point now() { return time; }
 };
