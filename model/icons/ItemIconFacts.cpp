@@ -33,8 +33,9 @@ IconBadge badgeOf(Kind kind) {
 ItemIcon::Ptr iconOf(const ItemIconFacts &item, OSStatus *lockStatus) {
     if (!item.isLocal)
         return genericIcon(item.kind);
-    return item.kind == Kind::File ? iconForPlainFile(item.path, lockStatus)
-                                   : iconForFile(item.path, badgeOf(item.kind));
+    return item.kind == Kind::File
+               ? iconForPlainFile(item.path, lockStatus, item.unflaggedSince)
+               : iconForFile(item.path, badgeOf(item.kind), item.unflaggedSince);
 }
 
 ItemIcon::Ptr genericIcon(Kind kind) {

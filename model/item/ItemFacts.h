@@ -20,7 +20,8 @@ namespace MWCore {
 [[nodiscard]] inline ItemIconFacts iconFactsOf(const MXFileSystemObject &item) {
     return {.kind = iconKindOf(item),
             .isLocal = item.isLocal(),
-            .path = item.isLocal() ? item.pathBytes() : QByteArray()};
+            .path = item.isLocal() ? item.pathBytes() : QByteArray(),
+            .unflaggedSince = item.unflaggedSince()};
 }
 
 } // namespace MWCore

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/item/ItemFacts.h"
 #include "model/item/MXFileSystemObject.h"
+#include "model/listing/ListedTree.h"
 
 namespace MWCore {
 
@@ -17,6 +18,11 @@ ItemIcon::Ptr MXFileSystemObject::iconForFSOUsingCached(bool useCached) const {
     if (useCached)
         myCachedImage_ = icon;
     return icon;
+}
+
+/// For iconForFile().
+int64_t MXFileSystemObject::unflaggedSince() const {
+    return isUnflagged_ && isListedChild() && !hasCustomPath() ? tree_->listedAt() : 0;
 }
 
 ItemIcon::Ptr MXFileSystemObject::chosenIcon() const {

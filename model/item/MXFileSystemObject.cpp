@@ -8,6 +8,7 @@
 #include "model/item/ItemState.h"
 #include "model/listing/ListedKinds.h"
 #include "model/listing/ListedTree.h"
+#include "model/listing/ListingTime.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MXAssertionHandler.h"
@@ -125,6 +126,7 @@ MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
         return {};
     }
     ListedKinds kinds;
+    const int64_t begin = assimilatingContents ? listingTime(*bytes) : 0;
     errno = 0;
     mfs_fso *const record = mfs_fso_get_local_fso_visiting(
         bytes->constData(), assimilatingContents ? &ListedKinds::visit : nullptr, &kinds);
@@ -137,7 +139,7 @@ MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
                                  "*)thePath Failed to get item information");
         return {};
     }
-    Ptr object = wrap(record, ListedTree::own(record), prototype);
+    Ptr object = wrap(record, ListedTree::own(record, begin), prototype);
     if (listing != noErr)
         object->contents().error = listing;
     else if (mfs_fso_isDir(record) && isDevicePath(bytes->constData()))

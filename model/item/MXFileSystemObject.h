@@ -38,6 +38,7 @@
 namespace MWCore {
 
 struct Classification;
+struct ItemIconFacts;
 class ListedKinds;
 class ListedTree;
 
@@ -503,6 +504,8 @@ private:
     void makeChildren(const ListedKinds *kinds);
     void identifyAs(const Classification &classification);
     [[nodiscard]] bool hasCustomPath() const;
+    [[nodiscard]] int64_t unflaggedSince() const;
+    friend ItemIconFacts iconFactsOf(const MXFileSystemObject &item);
     [[nodiscard]] QByteArrayView recordName() const;
     [[nodiscard]] bool isListedChild() const { return tree_ && mfs_fso_parent(record_); }
     [[nodiscard]] QByteArray nameBytes() const;
@@ -525,6 +528,7 @@ private:
     MXItemKind targetKind_ = MXItemKindUnknown;
     mutable int8_t detectedTypeGraphic_ = 0; ///< 0 not yet known, 1 graphic, 2 not
     bool isApplicationPackaged_ = false;
+    bool isUnflagged_ = false;                         ///< it was seen to have no Finder flags
     std::atomic<bool> myCancelFolderSizeCalc_ = false; ///< never reset
 };
 

@@ -39,13 +39,6 @@ MXItemKind targetKindOf(int32_t targetType) {
     }
 }
 
-FinderInfo finderInfoOf(const QByteArray &path, const ItemFacts &facts,
-                        InspectionContext &inspection) {
-    return readStoredMetadataWithin(inspection.timeBudget, path, StoredPart::FinderInfo,
-                                    facts.sidecars)
-        .finderInfo;
-}
-
 /// Whether all names in the folder fit one block, so that inspecting it as an AppDir is fast.
 bool hasFewNames(const QByteArray &folder) {
     const Descriptor opened = openFolderAt(AT_FDCWD, folder.constData(), FinalLink::Keep);
@@ -60,7 +53,7 @@ bool mayInspect(const QByteArray &folder, const TimeBudget::Use &use,
            (use.isGranted() && hasFewNames(folder));
 }
 
-Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
+Classification classifyFolder(const QByteArray &path, const FinderInfo &info,
                               InspectionContext &inspection) {
     struct Row {
         LSItemInfoFlag flag;
@@ -72,7 +65,6 @@ Classification classifyFolder(const QByteArray &path, const ItemFacts &facts,
         {kLSItemInfoIsPackage, MXItemKindPackage},
         {kLSItemInfoIsVolume, MXItemKindVolume},
     };
-    const FinderInfo info = finderInfoOf(path, facts, inspection);
     std::optional<TimeBudget::Use> use;
     if (isRegularFile(appRunPath(path)) &&
         !mayInspect(path, use.emplace(inspection.timeBudget), inspection))
@@ -153,9 +145,8 @@ Classification classifyContents(const QByteArray &path, const FinderInfo &info,
     return {.kind = isApplication ? MXItemKindApplication : MXItemKindFile};
 }
 
-Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
+Classification classifyFile(const QByteArray &path, const ItemFacts &facts, const FinderInfo &info,
                             InspectionContext &inspection) {
-    const FinderInfo info = finderInfoOf(path, facts, inspection);
     const Classification byType = {.kind = info.type == kApplicationType ? MXItemKindApplication
                                                                          : MXItemKindFile};
     const bool isFlagged = info.flags.testFlag(kIsAlias);
@@ -169,6 +160,17 @@ Classification classifyFile(const QByteArray &path, const ItemFacts &facts,
     return isFlagged ? Classification{.kind = MXItemKindAlias} : byType;
 }
 
+Classification classifyFileOrFolder(const QByteArray &path, const ItemFacts &facts,
+                                    InspectionContext &inspection) {
+    const StoredMetadata stored = readStoredMetadataWithin(inspection.timeBudget, path,
+                                                           StoredPart::FinderInfo, facts.sidecars);
+    Classification found = facts.type == MFS_TYPE_DIRECTORY
+                               ? classifyFolder(path, stored.finderInfo, inspection)
+                               : classifyFile(path, facts, stored.finderInfo, inspection);
+    found.isUnflagged = stored.finderInfoStatus == noErr && !stored.finderInfo.flags;
+    return found;
+}
+
 } // namespace
 
 Classification classify(const QByteArray &path, const ItemFacts &facts,
@@ -177,9 +179,8 @@ Classification classify(const QByteArray &path, const ItemFacts &facts,
         return {}; // too long for a system call
     switch (facts.type) {
     case MFS_TYPE_DIRECTORY:
-        return classifyFolder(path, facts, inspection);
     case MFS_TYPE_FILE:
-        return classifyFile(path, facts, inspection);
+        return classifyFileOrFolder(path, facts, inspection);
     case MFS_TYPE_LINK:
         if (facts.targetType == MFS_TARGET_UNKNOWN)
             return {}; // broken

@@ -25,6 +25,7 @@ struct Classification {
     MXItemKind kind = MXItemKindUnknown;
     MXItemKind targetKind = MXItemKindUnknown; ///< of a link or an alias
     bool isPackaged = false;                   ///< whether it is an application in a folder
+    bool isUnflagged = false; ///< a file or folder that was seen to have no Finder flags
 };
 
 /// The kind of the item at @p path (file-system representation). Asks the system only for what

@@ -8,6 +8,7 @@
 #include "model/size/SizeWorker.h"
 #include "model/size/VisitedLinks.h"
 #include "platform/files/MountTable.h"
+#include "platform/foundation/CoarseClock.h"
 #include "platform/foundation/FileSystemText.h"
 
 #include <algorithm>
@@ -32,9 +33,8 @@ using std::chrono::microseconds;
 
 /// Accurate to a few milliseconds, and cheap enough to be called after each entry.
 microseconds now() {
-    timespec time = {};
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &time);
-    return std::chrono::seconds(time.tv_sec) + microseconds(time.tv_nsec / 1000);
+    constexpr int64_t kMicrosecond = 1000; // nanoseconds
+    return microseconds(coarseTime(CLOCK_MONOTONIC_COARSE) / kMicrosecond);
 }
 
 /// How long this thread has been running or waiting for a processor (proc(5), schedstat). nullopt

@@ -12,13 +12,14 @@
 namespace MWCore {
 
 /// The results of a slow function whose sources may change, remembered for a short time. Forgets
-/// all of them together: five seconds after the first one, or when there are a thousand. Any
-/// thread.
+/// all of them together: a lifetime after the first one, or when there are a thousand. Any thread.
 template <typename Key, typename Value, typename Clock = std::chrono::steady_clock>
 class ShortMemo {
 public:
     static constexpr std::chrono::seconds kLifetime{5};
     static constexpr qsizetype kMost = 1000;
+
+    explicit ShortMemo(typename Clock::duration lifetime = kLifetime) : lifetime_(lifetime) {}
 
     /// The value of @p key, which `compute()` returns unless it is remembered. Several threads may
     /// compute the same value at once.
@@ -33,7 +34,7 @@ public:
 private:
     std::optional<Value> find(const Key &key) {
         const std::scoped_lock lock(mutex_);
-        if (!values_.isEmpty() && Clock::now() - start_ > kLifetime)
+        if (!values_.isEmpty() && Clock::now() - start_ > lifetime_)
             values_.clear();
         const auto found = values_.constFind(key);
         return found == values_.constEnd() ? std::nullopt : std::optional(*found);
@@ -48,6 +49,7 @@ private:
         values_.insert(key, value);
     }
 
+    const typename Clock::duration lifetime_;
     std::mutex mutex_;
     QHash<Key, Value> values_;
     typename Clock::time_point start_; ///< when the first value was inserted

@@ -18,19 +18,24 @@ bool differsFromParent(const QByteArray &path) {
     return item.st_dev != parent.st_dev || item.st_ino == parent.st_ino;
 }
 
+int64_t nanoseconds(const statx_timestamp &time) {
+    constexpr int64_t kSecond = 1'000'000'000;
+    return time.tv_sec * kSecond + time.tv_nsec;
+}
+
 } // namespace
 
 ItemStatus itemStatus(const QByteArray &path) {
     struct statx item = {};
     constexpr int kFlags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
-    if (statx(AT_FDCWD, path.constData(), kFlags, STATX_TYPE, &item) != 0)
-        return {0, false, false, statusFromErrno(errno)};
+    if (statx(AT_FDCWD, path.constData(), kFlags, STATX_TYPE | STATX_CTIME, &item) != 0)
+        return {.status = statusFromErrno(errno)};
     const bool isTold = (item.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0;
     const bool isMountPoint =
         S_ISDIR(item.stx_mode) &&
         (isTold ? (item.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0 : differsFromParent(path));
     const bool isLocked = (item.stx_attributes & STATX_ATTR_IMMUTABLE) != 0;
-    return {item.stx_mode, isMountPoint, isLocked, noErr};
+    return {item.stx_mode, isMountPoint, isLocked, nanoseconds(item.stx_ctime), noErr};
 }
 
 } // namespace MWCore

@@ -4,6 +4,8 @@
 
 #include "platform/foundation/OSStatus.h"
 
+#include <cstdint>
+
 #include <QByteArray>
 
 #include <sys/stat.h>
@@ -15,6 +17,7 @@ struct ItemStatus {
     mode_t mode = 0;
     bool isMountPoint = false; ///< a folder where a file system is mounted
     bool isLocked = false;     ///< immutable (chattr(1))
+    int64_t changeTime = 0;    ///< of the inode, in nanoseconds since 1970
     OSStatus status = noErr;
 };
 

@@ -6,23 +6,17 @@
 #include "platform/files/FileSystemTypes.h"
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
+#include "platform/foundation/CoarseClock.h"
 #include "platform/session/gio/GioThread.h"
 #include "platform/workspace/XdgFolders.h"
 
 #include <chrono>
-#include <ctime>
 
 namespace MWCore {
 namespace {
 
 constexpr std::chrono::milliseconds kPatience(250);
 constexpr int64_t kSecond = 1'000'000'000; // nanoseconds
-
-int64_t coarseTime() {
-    timespec now = {};
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-    return now.tv_sec * kSecond + now.tv_nsec;
-}
 
 QByteArray metadataFolder() {
     const std::vector<QByteArray> folders = dataFolders();
@@ -47,7 +41,7 @@ ItemMetadataIcons::ItemMetadataIcons() : folder_(metadataFolder()), home_(homeFo
 }
 
 std::shared_ptr<const CustomIconNames> ItemMetadataIcons::names() {
-    const int64_t now = coarseTime();
+    const int64_t now = coarseTime(CLOCK_MONOTONIC_COARSE);
     const std::scoped_lock lock(mutex_);
     if (now < nextCheck_)
         return names_;

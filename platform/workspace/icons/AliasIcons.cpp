@@ -18,11 +18,11 @@ constexpr TimeBudget::Limits kForOneAlias = {.fixed = 20'000'000, .share = 0};
 void addTargetIcon(const IconItem &item, IconRef &icon) {
     TimeBudget budget(kForOneAlias);
     QByteArray target;
-    IconRef found;
-    if (item.role == ItemRole::Shown &&
-        ListedAliases(budget).resolve(item.path, &target) == noErr &&
-        findItemIcon(target, &found, ItemRole::AliasTarget) == noErr)
-        icon = std::move(found);
+    if (item.role != ItemRole::Shown || ListedAliases(budget).resolve(item.path, &target) != noErr)
+        return;
+    FoundIcon found = findItemIcon(target, ItemRole::AliasTarget);
+    if (found.status == noErr)
+        icon = std::move(found.icon);
 }
 
 void addAliasTargetIcon(const IconItem &item, IconRef &icon) {

@@ -100,19 +100,17 @@ int64_t ItemIcon::cacheLimit() {
     return IconImageCache::shared().limit();
 }
 
-ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge) {
-    IconRef icon = unknownIcon();
-    [[maybe_unused]] const OSStatus status = findItemIcon(path, &icon); // unknown on failure
-    return ItemIcon::init(std::move(icon), badge);
+ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge, int64_t unflaggedSince) {
+    FoundIcon found = findItemIcon(path, ItemRole::Shown, unflaggedSince);
+    return ItemIcon::init(found.status == noErr ? std::move(found.icon) : unknownIcon(), badge);
 }
 
-ItemIcon::Ptr iconForPlainFile(const QByteArray &path, OSStatus *status) {
-    IconRef icon = unknownIcon();
-    bool isLocked = false;
-    const OSStatus found = findItemIcon(path, &icon, ItemRole::Shown, &isLocked);
+ItemIcon::Ptr iconForPlainFile(const QByteArray &path, OSStatus *status, int64_t unflaggedSince) {
+    FoundIcon found = findItemIcon(path, ItemRole::Shown, unflaggedSince);
     if (status)
-        *status = found;
-    return ItemIcon::init(std::move(icon), isLocked ? IconBadge::Locked : IconBadge::None);
+        *status = found.status;
+    return ItemIcon::init(found.status == noErr ? std::move(found.icon) : unknownIcon(),
+                          found.isLocked ? IconBadge::Locked : IconBadge::None);
 }
 
 } // namespace MWCore

@@ -76,12 +76,16 @@ private:
 /// The icon that the workspace shows for the item at @p path (file-system representation), by
 /// GetIconRefFromFileInfo(). A link has the icon of its target. The generic file icon if nothing is
 /// there. Never null.
-[[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr iconForFile(const QByteArray &path,
-                                                      IconBadge badge = IconBadge::None);
+///
+/// A caller that has seen the item without Finder flags passes the time at which it began to look,
+/// in nanoseconds since 1970: unless the inode has changed since, they are not read again. The item
+/// must be on a disk of this computer, whose clock that is. 0 means that they are not known.
+[[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr
+iconForFile(const QByteArray &path, IconBadge badge = IconBadge::None, int64_t unflaggedSince = 0);
 
 /// The same for a plain file, with IconBadge::Locked if it is immutable. Sets @p status, which may
 /// be null, to why the file could not be examined.
-[[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr iconForPlainFile(const QByteArray &path,
-                                                           OSStatus *status = nullptr);
+[[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr
+iconForPlainFile(const QByteArray &path, OSStatus *status = nullptr, int64_t unflaggedSince = 0);
 
 } // namespace MWCore

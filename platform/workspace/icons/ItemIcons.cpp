@@ -5,6 +5,7 @@
 #include "platform/catalogue/ItemMetadata.h"
 #include "platform/files/PathParts.h"
 #include "platform/launch/ItemMimeType.h"
+#include "platform/metadata/Sidecar.h"
 #include "platform/references/AliasResolution.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconSources.h"
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <iterator>
 #include <span>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -76,8 +78,21 @@ Descriptor folderOf(const IconItem &item) {
     return Descriptor(mayLook ? open(item.path.constData(), kFlags) : -1);
 }
 
-FinderFlags flagsOf(const IconItem &item) {
-    if (!S_ISREG(item.status.mode) && !item.folder)
+bool hasSidecar(const QByteArray &path) {
+    const PathParts parts(path);
+    const QByteArray sidecar = parts.beside(sidecarName(parts.name));
+    return faccessat(AT_FDCWD, sidecar.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+/// Whether an item that had no Finder flags at that time has none now.
+bool isStillUnflagged(const IconItem &item, int64_t unflaggedSince) {
+    return item.status.changeTime < unflaggedSince && !item.status.isMountPoint &&
+           !hasSidecar(item.path);
+}
+
+FinderFlags flagsOf(const IconItem &item, int64_t unflaggedSince) {
+    const bool mayLook = S_ISREG(item.status.mode) || item.folder;
+    if (!mayLook || isStillUnflagged(item, unflaggedSince))
         return {};
     const auto info = ItemMetadata::read(item.path, ItemMetadata::Part::FinderInfo).finderInfo();
     return info ? info->flags : FinderFlags();
@@ -99,30 +114,35 @@ QByteArray namedPath(const QByteArray &path) {
 
 } // namespace
 
-OSStatus findItemIcon(const QByteArray &path, IconRef *icon, ItemRole role, bool *isLocked) {
+FoundIcon findItemIcon(const QByteArray &path, ItemRole role, int64_t unflaggedSince) {
     IconItem item = {namedPath(path), {}, {}, {}, role, {}};
     item.status = itemStatus(item.path);
-    if (isLocked)
-        *isLocked = item.status.isLocked;
+    FoundIcon found = {item.status.status, item.status.isLocked, {}};
     if (S_ISLNK(item.status.mode)) {
         item.link = item.path;
         item.path = followed(item.path);
         item.status = itemStatus(item.path);
+        found.status = item.status.status;
+        unflaggedSince = 0;
     }
-    if (item.status.status != noErr)
-        return item.status.status;
+    if (found.status != noErr)
+        return found;
     item.folder = folderOf(item);
-    item.flags = flagsOf(item);
-    *icon = kindIcon(item);
+    item.flags = flagsOf(item, unflaggedSince);
+    found.icon = kindIcon(item);
     for (const IconSource add : sourcesOf(item))
-        add(item, *icon);
-    return noErr;
+        add(item, found.icon);
+    return found;
 }
 
 OSStatus GetIconRefFromFileInfo(const FSRef &ref, IconRef *iconRef) {
     QByteArray path;
-    const OSStatus status = FSRefMakePath(ref, &path);
-    return status == noErr ? findItemIcon(path, iconRef) : status;
+    if (const OSStatus status = FSRefMakePath(ref, &path); status != noErr)
+        return status;
+    FoundIcon found = findItemIcon(path);
+    if (found.status == noErr)
+        *iconRef = std::move(found.icon);
+    return found.status;
 }
 
 } // namespace MWCore

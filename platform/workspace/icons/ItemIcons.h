@@ -4,13 +4,21 @@
 
 #include "platform/workspace/icons/IconSources.h"
 
+#include <cstdint>
+
 #include <QByteArray>
 
 namespace MWCore {
 
-/// GetIconRefFromFileInfo() for the item at @p path, without the cost of a reference. Sets
-/// @p isLocked, which may be null, to whether that item itself is locked.
-[[nodiscard]] OSStatus findItemIcon(const QByteArray &path, IconRef *icon,
-                                    ItemRole role = ItemRole::Shown, bool *isLocked = nullptr);
+struct FoundIcon {
+    OSStatus status = noErr; ///< of examining the item
+    bool isLocked = false;   ///< the item itself, even if it is a link
+    IconRef icon;
+};
+
+/// GetIconRefFromFileInfo() for the item at @p path, without the cost of a reference.
+/// @p unflaggedSince as for iconForFile().
+[[nodiscard]] FoundIcon findItemIcon(const QByteArray &path, ItemRole role = ItemRole::Shown,
+                                     int64_t unflaggedSince = 0);
 
 } // namespace MWCore

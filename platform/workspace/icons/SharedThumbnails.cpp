@@ -5,6 +5,7 @@
 #include "platform/files/MountTable.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
+#include "platform/foundation/ShortMemo.h"
 #include "platform/pictures/ImageScaling.h"
 #include "platform/pictures/Png.h"
 #include "platform/pictures/PngText.h"
@@ -14,6 +15,7 @@
 #include "platform/workspace/XdgFolders.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -40,10 +42,18 @@ constexpr SizeRow kSizeRows[] = {
 };
 constexpr int64_t kLongestThumbnail = 8'388'608; // bytes; 1024 x 1024 pixels take half of it
 
-/// Empty if it is unknown.
+/// Empty if there is none. Seen some milliseconds ago, so that the thousands of items of a folder
+/// do not each look for it.
 QByteArray thumbnailFolder() {
-    const QByteArray cache = userCacheFolder();
-    return cache.isEmpty() ? cache : pathIn(cache, "thumbnails");
+    using std::chrono::milliseconds;
+    static auto *const memo = // never freed: threads outlive main()
+        new ShortMemo<int, QByteArray>(milliseconds(2));
+    return memo->value(0, [] {
+        struct stat found = {};
+        const QByteArray cache = userCacheFolder();
+        const QByteArray folder = cache.isEmpty() ? cache : pathIn(cache, "thumbnails");
+        return stat(folder.constData(), &found) == 0 ? folder : QByteArray();
+    });
 }
 
 /// The thumbnails of one file, whether they exist or not.
@@ -100,7 +110,7 @@ QImage inSquare(const QImage &image, const SizeRow &size, int pixels, int scale)
 void addThumbnail(const IconItem &item, IconRef &icon) {
     struct stat found = {};
     const QByteArray folder = thumbnailFolder();
-    if (folder.isEmpty() || stat(folder.constData(), &found) != 0 || isAtOrBelow(item.path, folder))
+    if (folder.isEmpty() || isAtOrBelow(item.path, folder))
         return;
     const ThumbnailPaths paths(folder, canonicalUri(item.path));
     bool isThere = false;

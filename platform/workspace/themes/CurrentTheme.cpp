@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/themes/CurrentTheme.h"
 
+#include "platform/foundation/CoarseClock.h"
 #include "platform/foundation/FileSystemText.h"
 #include "platform/workspace/themes/InstalledThemes.h"
 
 #include <MWCore/MXNotificationCenter.h>
 
-#include <ctime>
 #include <utility>
 
 namespace MWCore {
@@ -19,13 +19,6 @@ struct Seen {
     uint64_t serial = 0;
     std::weak_ptr<const IconTheme> theme;
 };
-
-int64_t coarseTime() {
-    timespec now = {};
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
-    constexpr int64_t kPerSecond = 1'000'000'000;
-    return now.tv_sec * kPerSecond + now.tv_nsec;
-}
 
 } // namespace
 
@@ -108,7 +101,7 @@ void CurrentTheme::choose(const QString &name) {
 }
 
 std::shared_ptr<const IconTheme> IconTheme::current() {
-    return CurrentTheme::shared().theme(coarseTime());
+    return CurrentTheme::shared().theme(coarseTime(CLOCK_MONOTONIC_COARSE));
 }
 
 bool IconTheme::refresh() {

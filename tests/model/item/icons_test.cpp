@@ -4,6 +4,7 @@
 #include "platform/catalogue/FileCatalogue.h"
 #include "platform/foundation/FrameworkResources.h"
 #include "tests/model/items.h"
+#include "tests/platform/samples.h"
 #include "tests/support/MountedFolder.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
@@ -12,6 +13,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <QBuffer>
@@ -161,6 +163,35 @@ TEST(Icons, AreCustomIfTheFlagSaysSo) {
     EXPECT_FALSE(file->hasCustomIcon());
     EXPECT_FALSE(file->iconForFSOUsingCached(kFresh)->image().isNull());
     EXPECT_FALSE(MXFileSystemObject::init()->hasCustomIcon());
+}
+
+/// Waits until the file system's clock moves on, which it does every few milliseconds.
+void awaitNextTime(const TemporaryFolder &folder) {
+    const auto timeNow = [&folder] { return fs::last_write_time(folder.write("now", "")); };
+    const auto start = timeNow();
+    while (timeNow() == start)
+        std::this_thread::yield();
+}
+
+TEST(Icons, OfListedItemsFollowFlagsThatAreSetAfterTheListing) {
+    const TemporaryFolder folder;
+    for (const char *const name : {"plain", "with attribute", "with sidecar", "replaced"})
+        (void)folder.write(name, "");
+    (void)folder.folder("folder");
+    FinderInfo info;
+    info.flags = kHasCustomIcon;
+    ASSERT_EQ(writeFinderInfo(folder.file("replacement").c_str(), info), noErr);
+    awaitNextTime(folder);
+    const auto listed = itemAt(folder.path());
+    for (const char *const name : {"with attribute", "folder"})
+        ASSERT_EQ(writeFinderInfo(folder.at(name).c_str(), info), noErr);
+    (void)folder.write("._with sidecar", samples::netatalkRecord(kHasCustomIcon).toStdString());
+    fs::rename(folder.at("replacement"), folder.at("replaced"));
+    for (const char *const name : {"with attribute", "with sidecar", "replaced", "folder"})
+        EXPECT_EQ(child(listed, name)->iconForFSOUsingCached(kFresh)->description().customIconOf,
+                  folder.at(name).c_str());
+    EXPECT_EQ(child(listed, "plain")->iconForFSOUsingCached(kFresh)->description().customIconOf,
+              "");
 }
 
 TEST(Icons, AreSharpInEverySize) {

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -63,9 +64,12 @@ protected:
         image.setText("Thumb::MTime", QString::number(item.st_mtim.tv_sec));
         const QByteArray name =
             QCryptographicHash::hash(uri.toLatin1(), QCryptographicHash::Md5).toHex();
-        fs::create_directories(home_.at("thumbnails/normal"));
+        const bool isFirst = fs::create_directories(home_.at("thumbnails/normal"));
         EXPECT_TRUE(image.save(
             QString::fromStdString(home_.at("thumbnails/normal/" + name.toStdString() + ".png"))));
+        const auto noticed = std::chrono::steady_clock::now() + (isFirst ? 10ms : 0ms);
+        while (std::chrono::steady_clock::now() < noticed) // a new folder is, after 2 ms
+            std::this_thread::yield();
     }
 
     [[nodiscard]] static std::string entry(const std::string &icon) {
