@@ -10,8 +10,6 @@
 namespace MWCore::mwfile {
 namespace {
 
-constexpr int kMostPixels = 4096; // that ItemIcon draws
-
 void addForce(CLI::App &command, Existing &existing, const char *what) {
     command.add_flag_callback(
         "--force", [&existing] { existing = Existing::Replace; }, what);
@@ -77,9 +75,9 @@ void CommandLine::addIconExport(CLI::App &icon) {
     command
         .add_option("--size", iconExport_.size,
                     "The width and height of OUT.png in pixels, 1 to " +
-                        std::to_string(kMostPixels) + "; default " +
+                        std::to_string(ItemIcon::kMostPixels) + "; default " +
                         std::to_string(ItemIcon::kPoints))
-        ->check(CLI::Range(1, kMostPixels))
+        ->check(CLI::Range(1, ItemIcon::kMostPixels))
         ->option_text("PIXELS");
     addForce(command, iconExport_.existing,
              "Write into a folder that is not empty; replace files of the same\nnames");

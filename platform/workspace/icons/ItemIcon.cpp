@@ -16,8 +16,6 @@
 namespace MWCore {
 namespace {
 
-constexpr int kMostPixels = 4096;
-
 IconRef unknownIcon() {
     return themeIcon("unknown", kFileDrawing);
 }
@@ -25,7 +23,7 @@ IconRef unknownIcon() {
 /// 0 if there is no image of this size, or @p scale is not a number.
 int pixelsOf(int points, qreal scale) {
     const qreal pixels = points * scale;
-    return points > 0 && pixels >= 1 && pixels <= kMostPixels ? qRound(pixels) : 0;
+    return points > 0 && pixels >= 1 && pixels <= ItemIcon::kMostPixels ? qRound(pixels) : 0;
 }
 
 /// The image without its badge. Types for which the theme has the same picture share it.

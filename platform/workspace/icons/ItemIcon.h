@@ -35,6 +35,7 @@ class MWCORE_EXPORT ItemIcon : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<ItemIcon>;
     static constexpr int kPoints = 128;
+    static constexpr int kMostPixels = 4096; ///< of an image, a side
 
     [[nodiscard]] static Ptr init(IconRef icon, IconBadge badge = IconBadge::None);
 
@@ -43,7 +44,7 @@ public:
 
     /// The icon in a square of @p points at @p scale pixels per point, which is the image's device
     /// pixel ratio. QImage::Format_ARGB32_Premultiplied. A file that has gone or is damaged since
-    /// is passed over. Null if the square has less than 1 or more than 4096 pixels a side, if
+    /// is passed over. Null if the square has less than 1 or more than kMostPixels a side, if
     /// memory runs out, or if Qt's SVG plug-in is missing and the theme has no such icon.
     [[nodiscard]] QImage image(int points = kPoints, qreal scale = 1) const;
 
