@@ -40,7 +40,7 @@ public:
     /// A family of the bytes @p data, which are not examined.
     [[nodiscard]] static Ptr initWithData(const QByteArray &data);
 
-    /// The family in an .icns file. Null if the file cannot be read, is longer than 256 MB or does
+    /// The family in an .icns file. Null if the file cannot be read, is longer than 64 MB or does
     /// not begin with an icns header.
     [[nodiscard]] static Ptr initWithContentsOfFile(const QString &path);
     [[nodiscard]] static Ptr iconFamilyWithContentsOfFile(const QString &path) {

@@ -20,7 +20,6 @@
 namespace MWCore {
 namespace {
 
-constexpr int64_t kLongestIconFile = 67'108'864;  // bytes; large families have some 2,000,000
 constexpr int64_t kLongestThemeIcon = 16'777'216; // bytes; real ones have some 100,000
 constexpr QByteArrayView kFamilyHeader = "icns";
 

@@ -56,11 +56,12 @@ inline constexpr uint32_t kSelectorAllAvailableData = 0xFFFFFFFF;
                                                          uint32_t whichIcons,
                                                          IconFamilyHandle *iconFamily);
 
-/// The longest family that is read from a file, in bytes.
-inline constexpr int64_t kLongestIconFamily = 268'435'456;
+/// The longest file with a family or picture that is read for an icon, in bytes. A family with
+/// every element uncompressed has about 7,000,000.
+inline constexpr int64_t kLongestIconFile = 67'108'864;
 
 /// The icon family in a regular file, or in the target of a link. mapReadErr if it does not begin
-/// with an icns header, fileBoundsErr if it is longer than kLongestIconFamily.
+/// with an icns header, fileBoundsErr if it is longer than kLongestIconFile.
 [[nodiscard]] MWCORE_EXPORT OSStatus ReadIconFromFSRef(const FSRef &ref,
                                                        IconFamilyHandle *iconFamily);
 

@@ -70,7 +70,7 @@ OSStatus ReadIconFromFSRef(const FSRef &ref, IconFamilyHandle *iconFamily) {
     OSStatus status = FSRefMakePath(ref, &path);
     if (status != noErr)
         return status;
-    auto bytes = readRegularFile(path, kLongestIconFamily, FinalLink::Follow, &status);
+    auto bytes = readRegularFile(path, kLongestIconFile, FinalLink::Follow, &status);
     if (!bytes)
         return status;
     if (!bytes->startsWith(kHeader))

@@ -182,7 +182,7 @@ TEST_F(IconServices, ReadAFamilyFromAFile) {
     (void)folder_.write("other.icns", "RIFF");
     (void)folder_.fifo("fifo.icns");
     (void)folder_.write("long.icns", kFamily);
-    fs::resize_file(folder_.at("long.icns"), kLongestIconFamily + 1);
+    fs::resize_file(folder_.at("long.icns"), kLongestIconFile + 1);
     IconFamilyHandle family;
     for (const char *const name : {"good.icns", "link.icns"}) {
         EXPECT_EQ(ReadIconFromFSRef(ref(name), &family), noErr) << name;
