@@ -25,16 +25,24 @@ QString withoutSuffix(const QString &name) {
     return name;
 }
 
-} // namespace
-
-std::optional<QString> iconNameIn(int folder, const QByteArray &path) {
+std::optional<DesktopEntry> entryAt(int folder, const QByteArray &path) {
     OSStatus status = noErr;
     const Descriptor file = openRegularFileAt(folder, path, FinalLink::Keep, &status);
     const auto bytes =
         file ? readAt(file.number(), 0, kLongestDesktopEntry, &status) : std::nullopt;
-    auto name = bytes ? DesktopEntry(*bytes).localizedValue(DesktopEntry::kMainGroup, "Icon")
-                      : std::nullopt;
+    return bytes ? std::optional(DesktopEntry(*bytes)) : std::nullopt;
+}
+
+std::optional<QString> iconNameOf(const DesktopEntry &entry) {
+    auto name = entry.localizedValue(DesktopEntry::kMainGroup, "Icon");
     return name && !name->isEmpty() ? std::move(name) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> iconNameIn(int folder, const QByteArray &path) {
+    const auto entry = entryAt(folder, path);
+    return entry ? iconNameOf(*entry) : std::nullopt;
 }
 
 void addNamedIcon(const QString &name, const QByteArray &item, IconRef &icon) {
@@ -50,11 +58,15 @@ void addNamedIcon(const QString &name, const QByteArray &item, IconRef &icon) {
 }
 
 void addDesktopEntryIcon(const IconItem &item, IconRef &icon) {
-    if (!item.path.endsWith(kDesktopEntrySuffix))
+    const auto entry =
+        item.path.endsWith(kDesktopEntrySuffix) ? entryAt(AT_FDCWD, item.path) : std::nullopt;
+    if (!entry)
         return;
-    if (const auto name = iconNameIn(AT_FDCWD, item.path)) {
+    if (const auto name = iconNameOf(*entry)) {
         icon = themeIcon("application-x-executable", kFileDrawing);
         addNamedIcon(*name, item.path, icon);
+    } else if (entry->value(DesktopEntry::kMainGroup, "Type") == u"Application") {
+        icon.themeNames = QStringList{"application-x-desktop", "application-x-executable"};
     } else {
         addTargetIcon(item, icon);
     }

@@ -67,7 +67,8 @@ void addVolumeIcon(const IconItem &item, IconRef &icon);
 /// have to be searched for or is on a file system that may not answer.
 void addAliasTargetIcon(const IconItem &item, IconRef &icon);
 
-/// The icon that a desktop entry names, else the one of the item to which it leads.
+/// The icon that a desktop entry names, else that of an application, or of the item to which the
+/// entry leads.
 void addDesktopEntryIcon(const IconItem &item, IconRef &icon);
 
 /// The icon of an AppImage for which the user's applications have an entry. It is not opened

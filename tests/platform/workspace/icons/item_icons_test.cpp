@@ -157,9 +157,12 @@ TEST_F(ItemIcons, OfAFileComeFromTheMostImportantSource) {
     };
     expectEachToWin(image, steps);
     setDesktopIconLookup({});
+    themeIcon("text-x-generic", Qt::black);
     expectEachToWin(
         entryFile,
-        {{"kind", [this](const QColor &color) { themeIcon("application-x-desktop", color); }},
+        {{"application",
+          [this](const QColor &color) { themeIcon("application-x-executable", color); }},
+         {"kind", [this](const QColor &color) { themeIcon("application-x-desktop", color); }},
          thumbnailOf(entryFile),
          {"desktop entry, a theme's icon",
           [&](const QColor &color) {
