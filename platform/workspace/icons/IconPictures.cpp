@@ -96,47 +96,54 @@ QImage IconPictures::image(int points, int scale, int pixels) {
     if (image.isNull() && thumbnails_ == Thumbnails::Use && !icon_.thumbnailOf.isEmpty())
         image = sharedThumbnail(icon_.thumbnailOf, pixels, scale);
     if (image.isNull())
-        if (const Picture *const picture = find(points, scale))
-            image = picture->squareImage(pixels);
-    return image;
+        image = themeImage(points, scale, pixels);
+    return image.isNull() ? drawing(points, pixels) : image;
 }
 
-std::optional<QByteArray> IconPictures::themeFile(int points, int scale) const {
-    return theme_ ? theme_->find(icon_.themeNames, points, scale) : std::nullopt;
+std::optional<QByteArray> IconPictures::themeFile(const QStringList &names, int points,
+                                                  int scale) const {
+    return theme_ ? theme_->find(names, points, scale) : std::nullopt;
 }
 
 QByteArray IconPictures::shareable(int points, int scale) const {
     if (!isOfKind(icon_))
         return {};
-    return themeFile(points, scale).value_or(drawingFor(icon_, points).toLatin1());
+    return themeFile(icon_.themeNames, points, scale)
+        .value_or(drawingFor(icon_, points).toLatin1());
 }
 
-bool IconPictures::hasDrawn(const QByteArray &shareable) const {
-    const auto known = pictures_.find(shareable);
-    return known != pictures_.end() && known->second;
-}
-
-const Picture *IconPictures::find(int points, int scale) {
-    const auto path = themeFile(points, scale);
-    const Picture *const found = path ? inTheme(*path) : nullptr;
-    return found ? found : drawing(points);
+/// If the theme's file is damaged, the icon of the first name whose file is not.
+QImage IconPictures::themeImage(int points, int scale, int pixels) {
+    const auto best = themeFile(icon_.themeNames, points, scale);
+    QImage image = best ? fileImage(*best, pixels) : QImage();
+    for (auto name = icon_.themeNames.cbegin();
+         best && image.isNull() && name != icon_.themeNames.cend(); ++name)
+        if (const auto other = themeFile({*name}, points, scale))
+            image = fileImage(*other, pixels);
+    return image;
 }
 
 /// A scalable file serves several sizes.
-const Picture *IconPictures::inTheme(const QByteArray &path) {
-    auto known = pictures_.find(path);
-    if (known == pictures_.end())
-        known = pictures_.emplace(path, pictureIn(ResponsiveFiles().read(path, kLongestThemeIcon)))
-                    .first;
-    return known->second ? &*known->second : nullptr;
+QImage IconPictures::fileImage(const QByteArray &path, int pixels) {
+    if (!pictures_.contains(path))
+        pictures_.emplace(path, pictureIn(ResponsiveFiles().read(path, kLongestThemeIcon)));
+    return rendered(path, pixels);
 }
 
-const Picture *IconPictures::drawing(int points) {
+QImage IconPictures::drawing(int points, int pixels) {
     const QString name = drawingFor(icon_, points);
-    auto known = pictures_.find(name.toLatin1());
-    if (known == pictures_.end())
-        known = pictures_.emplace(name.toLatin1(), pictureIn(drawingData(name))).first;
-    return known->second ? &*known->second : nullptr;
+    const QByteArray key = name.toLatin1();
+    if (!pictures_.contains(key))
+        pictures_.emplace(key, pictureIn(drawingData(name)));
+    return rendered(key, pixels);
+}
+
+QImage IconPictures::rendered(const QByteArray &name, int pixels) {
+    const std::optional<Picture> &picture = pictures_[name];
+    QImage image = picture ? picture->squareImage(pixels) : QImage();
+    if (!image.isNull())
+        drawn_ = name;
+    return image;
 }
 
 } // namespace MWCore

@@ -13,7 +13,9 @@
 #include <memory>
 #include <optional>
 
+#include <QByteArray>
 #include <QImage>
+#include <QStringList>
 
 namespace MWCore {
 
@@ -30,30 +32,36 @@ public:
     [[nodiscard]] const IconFamilyHandle &family();
 
     /// The icon in a transparent square of @p pixels, drawn as its pictures for @p points at
-    /// @p scale whole pixels per point. QImage::Format_RGBA8888. Null if it has none.
+    /// @p scale whole pixels per point. A damaged picture is passed over. QImage::Format_RGBA8888.
+    /// Null if it has none.
     [[nodiscard]] QImage image(int points, int scale, int pixels);
 
     /// Which picture that is, if other icons may have it, too: the path of the theme's file, or the
     /// name of the drawing. Empty if the icon is one of the item alone.
     [[nodiscard]] QByteArray shareable(int points, int scale) const;
 
-    /// Whether that picture was drawn: its file may be damaged.
-    [[nodiscard]] bool hasDrawn(const QByteArray &shareable) const;
+    /// Whether that picture is the last one drawn: its file may be damaged.
+    [[nodiscard]] bool hasDrawn(const QByteArray &shareable) const {
+        return !shareable.isEmpty() && shareable == drawn_;
+    }
 
 private:
     void readOwn();
-    [[nodiscard]] std::optional<QByteArray> themeFile(int points, int scale) const;
-    const Picture *find(int points, int scale);
-    const Picture *inTheme(const QByteArray &path);
-    const Picture *drawing(int points);
+    [[nodiscard]] std::optional<QByteArray> themeFile(const QStringList &names, int points,
+                                                      int scale) const;
     [[nodiscard]] QImage familyImage(int pixels);
+    [[nodiscard]] QImage themeImage(int points, int scale, int pixels);
+    [[nodiscard]] QImage fileImage(const QByteArray &path, int pixels);
+    [[nodiscard]] QImage drawing(int points, int pixels);
+    [[nodiscard]] QImage rendered(const QByteArray &name, int pixels);
 
     IconRef icon_;
     std::shared_ptr<const IconTheme> theme_;
     bool isOwnRead_ = false;
     IconFamilyHandle family_;
     std::optional<Picture> own_;
-    std::map<QByteArray, std::optional<Picture>> pictures_; ///< by path
+    std::map<QByteArray, std::optional<Picture>> pictures_; ///< by shareable()
+    QByteArray drawn_;                                      ///< the one of them that was drawn last
     Thumbnails thumbnails_;
 };
 

@@ -68,8 +68,10 @@ TEST_F(ImagesInUse, ABadgeIsDrawnOnACopyPixelByPixel) {
 TEST_F(ImagesInUse, ADamagedFileIsNotShared) {
     const QImage file = icon({"damaged"})->image();
     const QImage folder = icon({"damaged"}, "generic-folder")->image();
+    const QImage next = icon({"damaged", "missing", "image-x-generic"})->image();
     EXPECT_FALSE(file.isNull());
     EXPECT_NE(file, folder);
+    EXPECT_EQ(next.pixelColor(64, 64), QColor(Qt::red)) << "the icon of the next name";
 }
 
 } // namespace
