@@ -49,7 +49,8 @@ public:
 
     /// Replaces the lists of items. First the icons of @p visible are found and drawn, the first of
     /// them first; then those of @p likelyNext are found, and drawn as long as they fit into half
-    /// of the cache. Nothing is begun any more for items that are in neither list.
+    /// of the cache. Nothing is begun any more for items that are in neither list. An icon that
+    /// could not be drawn, as memory ran out, is tried again by the next two calls.
     void setVisibleItems(const Items &visible, const Items &likelyNext = {});
 
     /// To be called when @p item has changed, also with an item that is in no list.

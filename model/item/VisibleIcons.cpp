@@ -12,6 +12,9 @@ namespace {
 
 using Kind = ItemIconFacts::Kind;
 
+/// Memory may suffice the next time; a missing plug-in stays missing.
+constexpr int kMostTries = 3;
+
 constexpr std::array kPlaceholderKinds = {Kind::File, Kind::Folder, Kind::Link};
 
 /// The index of the placeholder for items of @p kind.
@@ -35,8 +38,10 @@ VisibleIcons::VisibleIcons() {
 
 /// Everything is missing from now on.
 void VisibleIcons::renewTickets() {
-    for (auto &[item, entry] : entries_)
+    for (auto &[item, entry] : entries_) {
         entry.missing = newTicket();
+        entry.failures = 0;
+    }
     for (Placeholder &each : placeholders_)
         each.missing = newTicket();
 }
@@ -75,7 +80,7 @@ void VisibleIcons::add(const Items &items, Shown shown, Entries &before) {
 VisibleIcons::Entry VisibleIcons::entryFor(const MXFileSystemObject::Ptr &item, Shown shown,
                                            const Entry *before) {
     if (before && before->shown == Shown::Now && shown == Shown::Now)
-        return *before;
+        return triedAgain(*before);
     const ItemIcon::Ptr icon = item->keptIcon();
     HeldIconImage image = icon ? cached(*icon) : nullptr;
     Entry entry;
@@ -89,10 +94,18 @@ VisibleIcons::Entry VisibleIcons::entryFor(const MXFileSystemObject::Ptr &item, 
     return entry;
 }
 
+VisibleIcons::Entry VisibleIcons::triedAgain(Entry entry) {
+    if (entry.missing == 0 && entry.failures > 0 && entry.failures < kMostTries)
+        entry.missing = newTicket();
+    return entry;
+}
+
 void VisibleIcons::forget(const MXFileSystemObject &item) {
     item.keepIcon({});
-    if (const auto entry = entries_.find(&item); entry != entries_.end())
+    if (const auto entry = entries_.find(&item); entry != entries_.end()) {
         entry->second.missing = newTicket();
+        entry->second.failures = 0;
+    }
 }
 
 void VisibleIcons::checkTheme(IconRequest::ThemeCheck check) {
@@ -207,8 +220,11 @@ void VisibleIcons::applyTo(Entry &entry, const IconResult &result, Changes &chan
         entry.item->keepIcon(result.icon);
         types_.learn(extensionOf(*entry.item), *result.icon);
     }
-    if (!result.image)
+    if (!result.image) {
+        entry.failures += entry.shown == Shown::Now ? 1 : 0;
         return;
+    }
+    entry.failures = 0;
     if (!entry.image || entry.image->cacheKey() != result.image->cacheKey())
         changes.items += entry.item;
     if (entry.shown == Shown::Now)

@@ -27,6 +27,7 @@ public:
 
     /// Returns whether it is another size.
     bool setSize(int points, qreal scale);
+    /// Also requests again what could not be drawn, a few times.
     void setItems(const Items &visible, const Items &likelyNext);
     void forget(const MXFileSystemObject &item);
     /// Requests an image, whose result says which theme is in use.
@@ -51,6 +52,7 @@ private:
         Shown shown = Shown::Next;
         HeldIconImage image;  ///< of an item shown now; outdated if it is missing
         uint64_t missing = 0; ///< the ticket of the request; 0: nothing is missing
+        int failures = 0;     ///< to draw an item shown now, since the last success
     };
     struct Placeholder {
         HeldIconImage image;
@@ -65,6 +67,7 @@ private:
     void add(const Items &items, Shown shown, Entries &before);
     [[nodiscard]] Entry entryFor(const MXFileSystemObject::Ptr &item, Shown shown,
                                  const Entry *before);
+    [[nodiscard]] Entry triedAgain(Entry entry);
     [[nodiscard]] HeldIconImage cached(const ItemIcon &icon) const;
     [[nodiscard]] QImage placeholder(const MXFileSystemObject &item) const;
 
