@@ -20,8 +20,10 @@ namespace {
 
 constexpr unsigned kFewestLocal = 2;
 constexpr unsigned kMostLocal = 4;
-constexpr int kMostRemote = 16;
+constexpr int kMostRemote = 128; // a thread that waits takes little but address space
+constexpr int kManyRemote = 16;  // from which on each mount has a single thread
 constexpr int kMostPerMount = 2;
+constexpr int kMostIdleRemote = 4;
 
 int mostLocal() {
     return static_cast<int>(
@@ -100,6 +102,8 @@ void IconWorkers::run(Lane lane) {
     for (;;) {
         std::optional<Task> task = next(lane);
         if (!task) {
+            if (!isNeeded(lane))
+                break;
             ++threads.idle;
             threads.hasWork.wait(lock);
             --threads.idle;
@@ -111,6 +115,12 @@ void IconWorkers::run(Lane lane) {
         lock.lock();
         end(*task);
     }
+    --threads.count;
+}
+
+/// Whether a thread without work is to wait for some: many are left of mounts that were slow.
+bool IconWorkers::isNeeded(Lane lane) const {
+    return lane == Lane::Local || remote_.idle < kMostIdleRemote;
 }
 
 std::optional<IconWorkers::Task> IconWorkers::next(Lane lane) {
@@ -141,7 +151,8 @@ std::optional<IconWorkers::Task> IconWorkers::take(Lane lane,
 
 bool IconWorkers::isFree(RemoteMount mount) const {
     const auto found = workersOf_.find(mount);
-    return found == workersOf_.end() || found->second < kMostPerMount;
+    const int most = remote_.busy < kManyRemote ? kMostPerMount : 1;
+    return found == workersOf_.end() || found->second < most;
 }
 
 void IconWorkers::begin(const Task &task) {

@@ -16,8 +16,9 @@
 namespace MWCore {
 
 /// The threads that find and draw icons, for all providers of the process. Those for local file
-/// systems wait for no other one; at most two wait for the same remote mount. No thread is joined:
-/// one that waits for a file system that never answers ends with the process. Any thread.
+/// systems wait for no other one. At most two wait for the same remote mount, or one if many wait,
+/// so that mounts that never answer do not occupy all threads. No thread is joined: one that waits
+/// for ever ends with the process. Any thread.
 class IconWorkers {
 public:
     /// Never freed, since its threads may outlive main().
@@ -67,6 +68,7 @@ private:
     [[nodiscard]] std::optional<Task> take(Lane lane,
                                            const std::shared_ptr<IconRequests> &requests);
     [[nodiscard]] bool isFree(RemoteMount mount) const;
+    [[nodiscard]] bool isNeeded(Lane lane) const;
     void begin(const Task &task);
     void end(const Task &task);
     void keepOneReady();

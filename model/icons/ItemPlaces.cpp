@@ -23,7 +23,7 @@ void ItemPlaces::enter(const QByteArray &folder) {
     QByteArray real;
     const Descriptor found = guard_.open(folder, FinalLink::Follow, &status, &real);
     isOutOfReach_ = status == fileBoundsErr;
-    realFolder_ = found ? real : folder;
+    realFolder_ = found || isOutOfReach_ ? real : folder;
     folder_ = folder;
 }
 

@@ -31,7 +31,7 @@ private:
     SearchBudget budget_{SearchLimits()};
     MountGuard guard_{mounts_, budget_};
     QByteArray folder_;         ///< the last one
-    QByteArray realFolder_;     ///< without links
+    QByteArray realFolder_;     ///< without links, or the mount point that is out of reach
     bool isOutOfReach_ = false; ///< a file system that may not answer is on the way
 };
 

@@ -63,7 +63,7 @@ public:
         return *status == noErr ? std::move(item_) : Descriptor();
     }
 
-    /// The path that was followed, without links.
+    /// The path that was followed, without links; ends at a mount point that may not be touched.
     [[nodiscard]] const QByteArray &realPath() const { return realPath_; }
 
 private:
@@ -86,8 +86,10 @@ private:
             return stay();
         const QByteArray next =
             name == ".." ? PathParts(realPath_).parent : pathIn(realPath_, name);
-        if (!budget_.mayStep() || !mayEnter(next))
+        if (!budget_.mayStep())
             return kOutOfReach;
+        if (!mayEnter(next))
+            return stopAt(next);
         constexpr int kFlags = O_PATH | O_NOFOLLOW | O_CLOEXEC;
         Descriptor found(openat(item_.number(), name.constData(), kFlags));
         if (!found)
@@ -114,6 +116,11 @@ private:
         return noErr;
     }
 
+    [[nodiscard]] OSStatus stopAt(const QByteArray &mountPoint) {
+        realPath_ = mountPoint;
+        return kOutOfReach;
+    }
+
     [[nodiscard]] OSStatus follow(const QByteArray &text) {
         if (++links_ > kMostLinks)
             return errFSAliasLoop;
@@ -130,7 +137,7 @@ private:
     qsizetype at_ = 0; ///< how far path_ was followed
     FinalLink link_;
     Descriptor item_;
-    QByteArray realPath_; ///< of the item
+    QByteArray realPath_; ///< of the item, or where the walk stopped
     bool isLast_ = false;
     int links_ = 0;
 };

@@ -37,7 +37,8 @@ public:
     /// Opens the item at @p path, which is absolute, with O_PATH. Links on the path are followed.
     /// Returns an empty descriptor on failure, with the cause in @p status: fileBoundsErr
     /// if the path leads to a mount that may not be touched or the budget has stopped. Sets
-    /// @p realPath, which may be null, to the path without links.
+    /// @p realPath, which may be null, to the path without links, or to the mount point that may
+    /// not be touched.
     [[nodiscard]] Descriptor open(const QByteArray &path, FinalLink link, OSStatus *status,
                                   QByteArray *realPath = nullptr);
 

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <list>
 #include <memory>
 #include <set>
 
@@ -122,19 +123,29 @@ protected:
 };
 
 // First, since threads do not survive a fork.
-TEST_F(ItemIconProviderTest, NeitherWaitsForAMountThatNeverAnswersNorHangsAtTheEnd) {
+TEST_F(ItemIconProviderTest, NeitherWaitsForMountsThatNeverAnswerNorHangsAtTheEnd) {
     constexpr int kCannotMount = 77;
+    constexpr int kSilentMounts = 20;
     const int status = runWithTimeout([this] {
         const MountedFolder place("tmpfs");
-        fs::create_directory(place.at("silent"));
-        const UnresponsiveMount silent(place.at("silent"));
-        if (!silent.failureReason().empty())
-            return kCannotMount;
-        fs::create_directory_symlink("silent", place.at("link"));
-        const Items items =
-            filesAt(place.at("silent"), 20) + filesAt(place.at("link"), 20) + files("a", 20);
+        std::list<UnresponsiveMount> silent;
+        Items items;
+        for (int count = 0; count < kSilentMounts; ++count) {
+            const std::string name = std::to_string(count);
+            fs::create_directory(place.at(name));
+            if (!silent.emplace_back(place.at(name)).failureReason().empty())
+                return kCannotMount;
+            fs::create_directory_symlink(name, place.at("link" + name));
+            items += filesAt(place.at(name), 5) + filesAt(place.at("link" + name), 5);
+        }
+        fs::create_directory(place.at("slow"));
+        SlowMount slow(place.at("slow"));
+        fs::create_directory_symlink("slow", place.at("link"));
+        items += filesAt(place.at("link"), 1) + files("a", 20);
         provider_->setVisibleItems(items);
-        const bool isDone = waitFor(items.last(20));
+        const bool isServed = slow.nextName() == "0";
+        slow.answer(); // what was read from it and not answered cannot be ended
+        const bool isDone = waitFor(items.last(20)) && isServed;
         const bool hasPlaceholder = !provider_->image(*items[0]).isNull();
         provider_.reset();
         areWorkersWaiting = true;
