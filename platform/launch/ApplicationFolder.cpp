@@ -6,11 +6,33 @@
 #include "platform/files/PathParts.h"
 #include "platform/formats/DesktopEntry.h"
 
+#include <algorithm>
+#include <iterator>
+#include <set>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace MWCore {
+namespace {
+
+constexpr std::size_t kMostEntries = 16; // that are tried; an AppDir has one
+
+/// The first ones by name.
+std::set<QByteArray> desktopEntryNames(const QByteArray &folder) {
+    std::set<QByteArray> names;
+    const FolderStream listing(opendir(folder.constData()));
+    while (const dirent *const entry = listing ? readdir(listing.get()) : nullptr) {
+        if (const QByteArray name = entry->d_name; name.endsWith(kDesktopEntrySuffix))
+            names.insert(name);
+        if (names.size() > kMostEntries)
+            names.erase(std::prev(names.end()));
+    }
+    return names;
+}
+
+} // namespace
 
 bool isRegularFile(const QByteArray &path) {
     struct stat item = {};
@@ -21,21 +43,19 @@ QByteArray appRunPath(const QByteArray &folder) {
     return folder + "/AppRun";
 }
 
+QByteArray describingEntry(const QByteArray &folder,
+                           const std::function<bool(const QByteArray &name)> &isUsable) {
+    const std::set<QByteArray> names = desktopEntryNames(folder);
+    const auto found = std::ranges::find_if(names, isUsable);
+    return found == names.end() ? QByteArray() : *found;
+}
+
 std::optional<QByteArray> appDirEntryPath(const QByteArray &folder) {
     if (!isRegularFile(appRunPath(folder)))
         return std::nullopt;
-    const FolderStream listing(opendir(folder.constData()));
-    if (!listing)
-        return std::nullopt;
-    QByteArray first;
-    while (const dirent *const entry = readdir(listing.get())) {
-        const QByteArray name = entry->d_name;
-        const bool isBetter =
-            name.endsWith(kDesktopEntrySuffix) && (first.isEmpty() || name < first);
-        if (isBetter && isRegularFile(pathIn(folder, name)))
-            first = name;
-    }
-    return first.isEmpty() ? std::nullopt : std::optional(pathIn(folder, first));
+    const QByteArray name = describingEntry(
+        folder, [&folder](const QByteArray &each) { return isRegularFile(pathIn(folder, each)); });
+    return name.isEmpty() ? std::nullopt : std::optional(pathIn(folder, name));
 }
 
 bool isApplicationFolder(const QByteArray &folder) {

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QByteArray>
@@ -17,9 +18,14 @@ namespace MWCore {
 /// The path of the folder's `AppRun`.
 [[nodiscard]] QByteArray appRunPath(const QByteArray &folder);
 
-/// The path of the desktop entry of the AppDir @p folder; if there are several, of the first by
-/// name (compared as bytes). nullopt if the folder is not an AppDir. A folder without `AppRun` is
-/// not listed at all.
+/// The name of the desktop entry in @p folder that describes it: the first by name (compared as
+/// bytes) that @p isUsable accepts. Empty if there is none. Of hundreds, only some are tried.
+[[nodiscard]] QByteArray
+describingEntry(const QByteArray &folder,
+                const std::function<bool(const QByteArray &name)> &isUsable);
+
+/// The path of the desktop entry that describes the AppDir @p folder. nullopt if the folder is not
+/// an AppDir. A folder without `AppRun` is not listed at all.
 [[nodiscard]] std::optional<QByteArray> appDirEntryPath(const QByteArray &folder);
 
 /// Whether @p folder is either of them. Does not check the content of its property list or desktop

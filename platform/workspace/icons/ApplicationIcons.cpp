@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "core/posix/FolderStream.h"
+#include "platform/files/DescriptorPath.h"
 #include "platform/files/PathParts.h"
 #include "platform/formats/DesktopEntry.h"
 #include "platform/formats/PropertyList.h"
 #include "platform/foundation/FileSystemText.h"
+#include "platform/launch/ApplicationFolder.h"
 #include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconNames.h"
 #include "platform/workspace/icons/IconSources.h"
 #include "platform/workspace/themes/IconThemeIndex.h"
 
 #include <initializer_list>
-#include <iterator>
 #include <optional>
-#include <set>
 
 #include <QVariantMap>
 
@@ -25,7 +24,6 @@ namespace {
 
 constexpr const char *kAppRun = "AppRun";
 constexpr int64_t kLongestDescription = 1'000'000; // bytes; real ones have some 10,000
-constexpr std::size_t kMostEntries = 16;           // that are tried; an AppDir has one
 
 /// What an application folder says about its icon.
 struct Application {
@@ -47,31 +45,21 @@ std::optional<Application> bundleIn(FolderFiles &folder) {
     return Application{false, plainName(content.toMap().value("CFBundleIconFile").toString())};
 }
 
-/// The first ones by name.
-std::set<QByteArray> desktopEntryNames(const QByteArray &folder) {
-    std::set<QByteArray> names;
-    const FolderStream listing(opendir(folder.constData()));
-    while (const dirent *const entry = listing ? readdir(listing.get()) : nullptr) {
-        if (const QByteArray name = entry->d_name; name.endsWith(kDesktopEntrySuffix))
-            names.insert(name);
-        if (names.size() > kMostEntries)
-            names.erase(std::prev(names.end()));
-    }
-    return names;
-}
-
-std::optional<Application> appDirIn(FolderFiles &folder) {
+/// Lists @p opened, the same folder, so that nothing else is listed if its path leads to a link
+/// now.
+std::optional<Application> appDirIn(FolderFiles &folder, const Descriptor &opened) {
     if (!folder.findAnywhere(kAppRun))
         return std::nullopt;
-    for (const QByteArray &name : desktopEntryNames(folder.path())) {
+    std::optional<QByteArray> bytes;
+    (void)describingEntry(pathOfDescriptor(opened.number()), [&](const QByteArray &name) {
         const auto entry = folder.find(name);
-        const auto bytes = entry ? entry->read(kLongestDescription) : std::nullopt;
-        if (!bytes)
-            continue;
-        const auto icon = DesktopEntry(*bytes).localizedValue(DesktopEntry::kMainGroup, "Icon");
-        return Application{true, plainName(icon.value_or(QString()))};
-    }
-    return std::nullopt;
+        bytes = entry ? entry->read(kLongestDescription) : std::nullopt;
+        return bytes.has_value();
+    });
+    if (!bytes)
+        return std::nullopt;
+    const auto icon = DesktopEntry(*bytes).localizedValue(DesktopEntry::kMainGroup, "Icon");
+    return Application{true, plainName(icon.value_or(QString()))};
 }
 
 /// Adds the first of @p names that is a file in the folder.
@@ -115,7 +103,7 @@ void addApplicationIcon(const IconItem &item, IconRef &icon) {
     FolderFiles folder(item.path);
     auto application = hasBundleName(item) ? bundleIn(folder) : std::nullopt;
     if (!application)
-        application = appDirIn(folder);
+        application = appDirIn(folder, item.folder);
     if (!application)
         return;
     icon = themeIcon("application-x-executable", kFileDrawing);
