@@ -3,6 +3,8 @@
 #include "platform/workspace/icons/DesktopIconLookup.h"
 
 #include "platform/launch/ItemStatus.h"
+#include "platform/workspace/icons/IconFiles.h"
+#include "platform/workspace/icons/IconSources.h"
 #include "platform/workspace/ResponsiveFiles.h"
 
 #include <memory>
@@ -22,13 +24,27 @@ Current &shared() {
     return *current;
 }
 
+std::shared_ptr<const DesktopIconLookup> currentLookup() {
+    Current &current = shared();
+    const std::scoped_lock lock(current.mutex);
+    return current.lookup;
+}
+
+/// What can be used of an answer.
+struct Usable {
+    std::optional<IconFile> file;
+    QString themeName;
+};
+
 /// A volume is not known to answer; any other item was just examined.
-std::optional<DesktopIcon> withUsableFile(std::optional<DesktopIcon> icon, const QByteArray &item) {
-    if (icon && !icon->file.isEmpty()) {
-        const bool isVolume = itemStatus(item).isMountPoint;
-        icon->file = ResponsiveFiles(isVolume ? QByteArray() : item).regularFile(icon->file);
-    }
-    return icon && icon->file.isEmpty() && icon->themeName.isEmpty() ? std::nullopt : icon;
+Usable lookUp(const QByteArray &item, const ItemStatus &status) {
+    const auto lookup = currentLookup();
+    const auto icon = lookup ? (*lookup)(item) : std::nullopt;
+    if (!icon)
+        return {};
+    ResponsiveFiles files(status.isMountPoint ? QByteArray() : item);
+    const bool isPath = icon->file.startsWith('/');
+    return {isPath ? findIconFile(files, icon->file) : std::nullopt, icon->themeName};
 }
 
 } // namespace
@@ -41,13 +57,17 @@ void setDesktopIconLookup(DesktopIconLookup lookup) {
 }
 
 std::optional<DesktopIcon> lookUpDesktopIcon(const QByteArray &path) {
-    Current &current = shared();
-    std::shared_ptr<const DesktopIconLookup> lookup;
-    {
-        const std::scoped_lock lock(current.mutex);
-        lookup = current.lookup;
-    }
-    return lookup ? withUsableFile((*lookup)(path), path) : std::nullopt;
+    const Usable found = lookUp(path, itemStatus(path));
+    if (!found.file && found.themeName.isEmpty())
+        return std::nullopt;
+    return DesktopIcon{found.file ? found.file->path : QByteArray(), found.themeName};
+}
+
+void addLookedUpIcon(const IconItem &item, IconRef &icon) {
+    const Usable found = lookUp(item.path, item.status);
+    setThemeName(icon, found.themeName);
+    if (found.file)
+        setFile(icon, *found.file);
 }
 
 } // namespace MWCore

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-// Custom icons of the user's desktop.
 #include "platform/foundation/FileSystemText.h"
-#include "platform/workspace/icons/DesktopIconLookup.h"
 #include "platform/workspace/icons/EntryIcons.h"
 #include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconSources.h"
@@ -19,17 +17,6 @@ void addDirectoryFileIcon(const IconItem &item, IconRef &icon) {
     if (!here)
         addNamedIcon(*name, item.path, icon);
     else if (const auto file = FolderFiles(item.path).find(*here))
-        setFile(icon, *file);
-}
-
-void addLookedUpIcon(const IconItem &item, IconRef &icon) {
-    const auto found = lookUpDesktopIcon(item.path);
-    if (!found)
-        return;
-    setThemeName(icon, found->themeName);
-    ResponsiveFiles files(item.status.isMountPoint ? QByteArray() : item.path);
-    if (const auto file =
-            found->file.startsWith('/') ? findIconFile(files, found->file) : std::nullopt)
         setFile(icon, *file);
 }
 
