@@ -3,18 +3,15 @@
 #include "platform/session/icons/CustomIconNames.h"
 
 #include "core/posix/FolderStream.h"
+#include "platform/files/CurrentMounts.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cerrno>
-#include <cstdio>
-#include <memory>
 #include <optional>
 
-#include <mntent.h>
 #include <sys/stat.h>
 
 #include <QHashFunctions>
@@ -26,7 +23,6 @@ constexpr qsizetype kMostBytes = 16'777'216; // of all files; most have some 10,
 constexpr qsizetype kLongestEnd = 12;        // bytes of a name that are hashed
 constexpr std::size_t kBitsPerEnd = 48;      // of a name; most bits stay unset
 constexpr std::size_t kFewestBits = 4096;
-constexpr std::size_t kLongestMountLine = 16384;
 
 constexpr QByteArrayView kTreeMagic("\xda\x1ameta\x01\x00", 8);    // version 1.0
 constexpr QByteArrayView kJournalMagic("\xda\x1ajour\x01\x00", 8); // version 1.0
@@ -75,12 +71,9 @@ QByteArray stateOf(const QByteArray &path) {
 /// The metadata begins anew at each mount point, so it does not have the names of these.
 QByteArray mountPointNames() {
     QByteArray names;
-    const std::unique_ptr<FILE, int (*)(FILE *)> mounts(setmntent("/proc/self/mounts", "re"),
-                                                        endmntent);
-    mntent mount = {};
-    std::array<char, kLongestMountLine> line = {};
-    while (mounts && getmntent_r(mounts.get(), &mount, line.data(), line.size()))
-        names += PathParts(mount.mnt_dir).name + '\0';
+    const auto mounts = currentMounts();
+    for (const Mount &mount : *mounts)
+        names += PathParts(mount.mountPoint).name + '\0';
     return names;
 }
 
