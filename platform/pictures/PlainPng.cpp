@@ -41,18 +41,13 @@ bool changesColours(const PngChunk &chunk) {
            chunk.type == "tRNS";
 }
 
-/// The contents of the IDAT chunks, which are one compressed stream. Empty if the file is damaged,
-/// or not in sRGB.
-QByteArray compressedPixels(QByteArrayView png) {
-    QByteArray pixels;
+/// Whether the file is whole, undamaged and in sRGB.
+bool isWholeInSrgb(QByteArrayView png) {
     PngChunks chunks(png);
-    for (PngChunk chunk; chunks.next(&chunk) && isSound(chunk) && !changesColours(chunk);) {
+    for (PngChunk chunk; chunks.next(&chunk) && isSound(chunk) && !changesColours(chunk);)
         if (chunk.type == "IEND")
-            return pixels;
-        if (chunk.type == "IDAT")
-            pixels += chunk.content;
-    }
-    return {};
+            return true;
+    return false;
 }
 
 /// @p compressed, if it decompresses to exactly @p length bytes.
@@ -135,7 +130,8 @@ std::optional<QImage> imageOf(const QByteArray &rows, QSize size) {
 std::optional<QImage> decodePlainPng(QByteArrayView bytes) {
     const auto size = pngSize(bytes);
     const bool isPlain = bytesAt(bytes, kFormOffset, kPlainForm.size()) == kPlainForm;
-    if (!size || !isPlain || std::max(size->width(), size->height()) > kLongestSide)
+    if (!size || !isPlain || std::max(size->width(), size->height()) > kLongestSide ||
+        !isWholeInSrgb(bytes))
         return std::nullopt;
     const qsizetype rowLength = 1 + qsizetype{kPixelLength} * size->width();
     const auto rows = decompressed(compressedPixels(bytes), rowLength * size->height());

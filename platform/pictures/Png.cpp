@@ -15,25 +15,14 @@
 namespace MWCore {
 namespace {
 
-constexpr QByteArrayView kDataChunk = "IDAT";
 constexpr QByteArrayView kLastChunk = "IEND";
-constexpr QByteArrayView kPixelChunks[] = {kDataChunk, "IHDR", "PLTE", "tRNS", kLastChunk};
+constexpr QByteArrayView kPixelChunks[] = {"IDAT", "IHDR", "PLTE", "tRNS", kLastChunk};
 constexpr QByteArrayView kColourChunks[] = {"cHRM", "gAMA", "iCCP", "sRGB"};
 
 bool isKept(QByteArrayView type, PngColour colour) {
     return std::ranges::find(kPixelChunks, type) != std::end(kPixelChunks) ||
            (colour == PngColour::Keep &&
             std::ranges::find(kColourChunks, type) != std::end(kColourChunks));
-}
-
-/// The contents of the IDAT chunks, which are one compressed stream.
-QByteArray compressedPixels(QByteArrayView png) {
-    QByteArray pixels;
-    PngChunks chunks(png);
-    for (PngChunk chunk; chunks.next(&chunk);)
-        if (chunk.type == kDataChunk)
-            pixels += chunk.content;
-    return pixels;
 }
 
 /// Whether the pixels of a PNG decompress to no more than an image of @p size can have. libpng

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include <QByteArray>
 #include <QByteArrayView>
 
 namespace MWCore {
@@ -39,5 +40,15 @@ private:
     QByteArrayView png_;
     uint64_t offset_ = static_cast<uint64_t>(kPngSignature.size());
 };
+
+/// The contents of the IDAT chunks, which are one compressed stream.
+[[nodiscard]] inline QByteArray compressedPixels(QByteArrayView png) {
+    QByteArray pixels;
+    PngChunks chunks(png);
+    for (PngChunk chunk; chunks.next(&chunk) && chunk.type != "IEND";)
+        if (chunk.type == "IDAT")
+            pixels += chunk.content;
+    return pixels;
+}
 
 } // namespace MWCore
