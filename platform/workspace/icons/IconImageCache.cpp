@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/workspace/icons/IconImageCache.h"
 
+#include <iterator>
+
 #include <QHashFunctions>
 
 namespace MWCore {
@@ -83,10 +85,11 @@ QImage IconImageCache::findOrDraw(const IconImageKey &key, const Draw &draw) {
 }
 
 HeldIconImage IconImageCache::hold(const IconImageKey &key, const Draw &draw) {
+    auto image = std::make_unique<QImage>();
     claim(key); // so that it is found as soon as it is drawn
-    const std::shared_ptr<QImage> held(new QImage, [this, key](const QImage *image) {
+    const std::shared_ptr<QImage> held(image.release(), [this, key](const QImage *last) {
         release(key);
-        delete image;
+        delete last;
     });
     *held = draw ? findOrDraw(key, draw) : find(key);
     return held->isNull() ? nullptr : held;
@@ -108,6 +111,8 @@ void IconImageCache::release(const IconImageKey &key) {
         return;
     insert(key, held->second.image); // it was in use until now
     held_.erase(held);
+    if (const auto entry = index_.find(key); entry != index_.end() && key.theme.isObsolete())
+        drop(entry->second);
 }
 
 void IconImageCache::insert(const IconImageKey &key, const QImage &image) {
@@ -137,12 +142,15 @@ int64_t IconImageCache::limit() {
     return limit_;
 }
 
+void IconImageCache::drop(std::list<Entry>::iterator entry) {
+    bytes_ -= entry->image.sizeInBytes();
+    index_.erase(entry->key);
+    entries_.erase(entry);
+}
+
 void IconImageCache::dropOldest() {
-    while (bytes_ > limit_ && !entries_.empty()) {
-        bytes_ -= entries_.back().image.sizeInBytes();
-        index_.erase(entries_.back().key);
-        entries_.pop_back();
-    }
+    while (!entries_.empty() && (bytes_ > limit_ || entries_.back().key.theme.isObsolete()))
+        drop(std::prev(entries_.end()));
 }
 
 } // namespace MWCore

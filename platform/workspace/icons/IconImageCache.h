@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/workspace/icons/ItemIcon.h"
-#include "platform/workspace/themes/IconTheme.h"
+#include "platform/workspace/icons/ThemeTag.h"
 
 #include <condition_variable>
 #include <cstdint>
@@ -25,13 +25,13 @@ struct IconImageKey {
     int points;
     int pixels;  ///< 0 if there is no image of this size
     qreal scale; ///< pixels per point; several give the same number of pixels
-    std::shared_ptr<const IconTheme> theme; ///< null: none
+    ThemeTag theme;
 
     [[nodiscard]] bool operator==(const IconImageKey &other) const;
 };
 
 /// The images of icons: those that somebody holds, and those that were used last, up to a number of
-/// bytes. Any thread.
+/// bytes. Those of a theme that is no longer in use go first. Any thread.
 class IconImageCache {
 public:
     using Draw = std::function<QImage()>;
@@ -75,6 +75,7 @@ private:
     QImage findHere(const IconImageKey &key);
     void insert(const IconImageKey &key, const QImage &image);
     void insertFirst(const IconImageKey &key, const QImage &image);
+    void drop(std::list<Entry>::iterator entry);
     void dropOldest();
 
     void claim(const IconImageKey &key);

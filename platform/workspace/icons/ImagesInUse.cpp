@@ -24,7 +24,8 @@ QImage ImagesInUse::find(const PictureKey &key) {
 void ImagesInUse::insert(const PictureKey &key, const QImage &image) {
     const std::scoped_lock lock(mutex_);
     std::erase_if(images_, [](const auto &entry) { return entry.second.isDetached(); });
-    images_.insert_or_assign(key, image);
+    if (!image.isNull())
+        images_.insert_or_assign(key, image);
 }
 
 } // namespace MWCore

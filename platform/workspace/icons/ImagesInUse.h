@@ -2,9 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #pragma once
 
-#include "platform/workspace/themes/IconTheme.h"
+#include "platform/workspace/icons/ThemeTag.h"
 
-#include <memory>
 #include <mutex>
 #include <unordered_map>
 
@@ -18,7 +17,7 @@ struct PictureKey {
     QByteArray picture; ///< IconPictures::shareable()
     int pixels;
     qreal scale;
-    std::shared_ptr<const IconTheme> theme;
+    ThemeTag theme;
 
     bool operator==(const PictureKey &) const = default;
 };
@@ -32,7 +31,7 @@ public:
     /// The image of @p key; null if there is none.
     [[nodiscard]] QImage find(const PictureKey &key);
 
-    /// Shares @p image, and drops those that nobody uses any more.
+    /// Shares @p image unless it is null, and drops those that nobody uses any more.
     void insert(const PictureKey &key, const QImage &image);
 
 private:

@@ -27,9 +27,9 @@ int pixelsOf(int points, qreal scale) {
 }
 
 /// The image without its badge. Types for which the theme has the same picture share it.
-QImage unbadged(const IconImageKey &key) {
+QImage unbadged(const IconImageKey &key, const std::shared_ptr<const IconTheme> &theme) {
     constexpr auto kFormat = QImage::Format_ARGB32_Premultiplied;
-    IconPictures pictures(*key.icon, key.theme, IconPictures::Thumbnails::Use);
+    IconPictures pictures(*key.icon, theme, IconPictures::Thumbnails::Use);
     const int density = static_cast<int>(std::ceil(key.scale));
     const QByteArray picture = pictures.shareable(key.points, density);
     const PictureKey shared = {picture, key.pixels, key.scale, key.theme};
@@ -43,8 +43,8 @@ QImage unbadged(const IconImageKey &key) {
     return image;
 }
 
-QImage drawn(const IconImageKey &key) {
-    QImage image = unbadged(key);
+QImage drawn(const IconImageKey &key, const std::shared_ptr<const IconTheme> &theme) {
+    QImage image = unbadged(key, theme);
     if (image.isNull() || key.badge == IconBadge::None)
         return image;
     image.setDevicePixelRatio(1); // the badge has as many pixels
@@ -62,9 +62,10 @@ ItemIcon::Ptr ItemIcon::init(IconRef icon, IconBadge badge) {
     return Ptr(new ItemIcon(std::move(icon), badge));
 }
 
-IconImageKey ItemIcon::key(int points, qreal scale, std::shared_ptr<const IconTheme> theme) const {
+IconImageKey ItemIcon::key(int points, qreal scale,
+                           const std::shared_ptr<const IconTheme> &theme) const {
     const int pixels = pixelsOf(points, scale);
-    return {icon_, hash_, badge_, points, pixels, pixels > 0 ? scale : 0, std::move(theme)};
+    return {icon_, hash_, badge_, points, pixels, pixels > 0 ? scale : 0, ThemeTag(theme)};
 }
 
 QImage ItemIcon::cachedImage(int points, qreal scale) const {
@@ -72,22 +73,24 @@ QImage ItemIcon::cachedImage(int points, qreal scale) const {
 }
 
 QImage ItemIcon::image(int points, qreal scale) const {
-    const IconImageKey wanted = key(points, scale, IconTheme::current());
+    const auto theme = IconTheme::current();
+    const IconImageKey wanted = key(points, scale, theme);
     return wanted.pixels > 0
-               ? IconImageCache::shared().findOrDraw(wanted, [&] { return drawn(wanted); })
+               ? IconImageCache::shared().findOrDraw(wanted, [&] { return drawn(wanted, theme); })
                : QImage();
 }
 
 HeldIconImage ItemIcon::heldImage(int points, qreal scale,
-                                  std::shared_ptr<const IconTheme> theme) const {
-    const IconImageKey wanted = key(points, scale, std::move(theme));
-    return wanted.pixels > 0 ? IconImageCache::shared().hold(wanted, [&] { return drawn(wanted); })
-                             : nullptr;
+                                  const std::shared_ptr<const IconTheme> &theme) const {
+    const IconImageKey wanted = key(points, scale, theme);
+    return wanted.pixels > 0
+               ? IconImageCache::shared().hold(wanted, [&] { return drawn(wanted, theme); })
+               : nullptr;
 }
 
 HeldIconImage ItemIcon::heldCachedImage(int points, qreal scale,
-                                        std::shared_ptr<const IconTheme> theme) const {
-    return IconImageCache::shared().hold(key(points, scale, std::move(theme)));
+                                        const std::shared_ptr<const IconTheme> &theme) const {
+    return IconImageCache::shared().hold(key(points, scale, theme));
 }
 
 void ItemIcon::setCacheLimit(int64_t bytes) {

@@ -54,9 +54,9 @@ public:
     /// As image() and cachedImage(), with the pictures of @p theme; null means none but this
     /// library's own drawings, which touches no file system unless the description names a file.
     [[nodiscard]] HeldIconImage heldImage(int points, qreal scale,
-                                          std::shared_ptr<const IconTheme> theme) const;
-    [[nodiscard]] HeldIconImage heldCachedImage(int points, qreal scale,
-                                                std::shared_ptr<const IconTheme> theme) const;
+                                          const std::shared_ptr<const IconTheme> &theme) const;
+    [[nodiscard]] HeldIconImage
+    heldCachedImage(int points, qreal scale, const std::shared_ptr<const IconTheme> &theme) const;
 
     /// The images drawn last are kept, up to this many bytes for the whole process, and all that
     /// are held. 6 MiB at first.
@@ -67,7 +67,7 @@ private:
     ItemIcon(IconRef icon, IconBadge badge);
 
     [[nodiscard]] IconImageKey key(int points, qreal scale,
-                                   std::shared_ptr<const IconTheme> theme) const;
+                                   const std::shared_ptr<const IconTheme> &theme) const;
 
     std::size_t hash_; ///< of what decides the look
     std::shared_ptr<const IconRef> icon_;

@@ -9,6 +9,7 @@
 #include <barrier>
 #include <memory>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -18,7 +19,7 @@ constexpr int kPixels = 32;
 constexpr int64_t kBytes = kPixels * kPixels * 4;
 
 IconImageKey key(std::size_t look) {
-    return {std::make_shared<IconRef>(), look, IconBadge::None, kPixels, kPixels, 1, nullptr};
+    return {std::make_shared<IconRef>(), look, IconBadge::None, kPixels, kPixels, 1, {}};
 }
 QImage square() {
     return {kPixels, kPixels, QImage::Format_ARGB32_Premultiplied};
@@ -69,6 +70,24 @@ TEST(IconImageCache, DropsWhatWasUsedLeastRecentlyUnlessItIsHeld) {
     EXPECT_EQ(cache.hold(key(9)), nullptr);
     EXPECT_EQ(cache.hold(key(9), [] { return QImage(); }), nullptr);
     EXPECT_FALSE(isHere(9));
+}
+
+TEST(IconImageCache, KeepsNeitherAThemeNorItsImagesOnceItIsReplaced) {
+    IconImageCache cache;
+    auto theme = std::make_shared<const IconTheme>("T", std::vector<QByteArray>());
+    const std::weak_ptr<const IconTheme> replaced = theme;
+    IconImageKey used = key(1);
+    IconImageKey shown = key(2);
+    used.theme = shown.theme = ThemeTag(theme);
+    EXPECT_FALSE(cache.findOrDraw(used, square).isNull());
+    HeldIconImage held = cache.hold(shown, square);
+    theme.reset();
+    EXPECT_TRUE(replaced.expired());
+    EXPECT_FALSE(cache.find(shown).isNull()) << "held";
+    held.reset();
+    EXPECT_TRUE(cache.find(shown).isNull());
+    (void)cache.findOrDraw(key(3), square);
+    EXPECT_TRUE(cache.find(used).isNull());
 }
 
 } // namespace
