@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <exception>
 #include <new>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -85,11 +85,12 @@ bool IconWorkers::start(Lane lane) {
     const SignalsBlocked blocked;
     try {
         std::thread([this, lane] { run(lane); }).detach();
-    } catch (const std::system_error &) {
+    } catch (const std::exception &) { // no thread, or no memory for it
         return false;
     }
     ++threadsOf(lane).count;
     ++threadsOf(lane).idle;
+    ++threadsOf(lane).busy; // until it is prepared
     return true;
 }
 
@@ -99,6 +100,8 @@ void IconWorkers::run(Lane lane) {
     Places places;
     std::unique_lock lock(mutex_);
     --threads.idle;
+    --threads.busy;
+    isQuiet_.notify_all();
     for (;;) {
         std::optional<Task> task = next(lane);
         if (!task) {
