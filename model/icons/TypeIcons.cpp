@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/icons/TypeIcons.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace MWCore {
@@ -9,7 +11,13 @@ namespace {
 
 constexpr qsizetype kMostTypes = 256;
 constexpr qsizetype kLongestExtension = 16;
-constexpr QStringView kDesktopEntry = u"desktop"; // has the icon of what it starts
+/// Each of these files has the icon of the program that it starts.
+constexpr QStringView kStarters[] = {u"desktop", u"appimage"};
+
+bool isTypical(const QString &extension) {
+    return !extension.isEmpty() && extension.size() <= kLongestExtension &&
+           std::ranges::find(kStarters, extension) == std::end(kStarters);
+}
 
 IconRef withoutOwnPictures(IconRef icon) {
     icon.customIconOf.clear();
@@ -22,7 +30,7 @@ IconRef withoutOwnPictures(IconRef icon) {
 } // namespace
 
 void TypeIcons::learn(const QString &extension, const ItemIcon &icon) {
-    if (extension.isEmpty() || extension.size() > kLongestExtension || extension == kDesktopEntry)
+    if (!isTypical(extension))
         return;
     IconRef type = withoutOwnPictures(icon.description());
     if (const auto known = find(extension); known && known->description() == type)
