@@ -20,7 +20,7 @@ namespace MWCore {
 namespace {
 
 constexpr int64_t kLargestFile = int64_t{1} << 28;
-constexpr int64_t kLargestDrawing = int64_t{1} << 22;
+constexpr int64_t kLargestDrawing = int64_t{1} << 21;
 
 /// Whether an image of this size is decoded: also what Qt permits itself to allocate.
 bool isWithinLimits(QSize size) {
@@ -142,7 +142,7 @@ std::optional<Picture> Picture::fromDrawing(const QByteArray &bytes, OSStatus *s
     if (picture.size_.isEmpty())
         return std::nullopt;
     picture.drawing_ = bytes;
-    picture.harmless_ = *std::move(harmless);
+    picture.harmless_ = std::make_shared<const SvgDrawing>(*std::move(harmless));
     *status = noErr;
     return picture;
 }
@@ -152,8 +152,11 @@ QImage Picture::squareImage(int width) const {
         return {};
     if (!isVector())
         return fittedImage(pixels_, width);
-    const auto drawing = hasTexts_ == hasSvgTexts() ? harmless_ : harmlessSvg(drawing_);
-    return drawing ? centred(svgImage(*drawing, fittedSize(size_, width)), width) : QImage();
+    const QSize size = fittedSize(size_, width);
+    if (hasTexts_ == hasSvgTexts())
+        return centred(svgImage(*harmless_, size), width);
+    const auto drawing = harmlessSvg(drawing_);
+    return drawing ? centred(svgImage(*drawing, size), width) : QImage();
 }
 
 } // namespace MWCore

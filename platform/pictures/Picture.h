@@ -5,6 +5,7 @@
 #include <MWCore/mwcore_export.h>
 #include <MWCore/OSStatus.h>
 
+#include <memory>
 #include <optional>
 
 #include <QByteArray>
@@ -12,6 +13,8 @@
 #include <QSize>
 
 namespace MWCore {
+
+struct SvgDrawing;
 
 /// A picture from a file: pixels, or a vector drawing that is rendered at any size. Nothing that a
 /// drawing refers to is opened. Its texts are rendered only in a process with a QGuiApplication, as
@@ -50,9 +53,9 @@ private:
     static std::optional<Picture> fromDrawing(const QByteArray &bytes, OSStatus *status);
 
     QImage pixels_;
-    QByteArray drawing_;                 ///< the bytes of an SVG file
-    std::optional<QByteArray> harmless_; ///< what of them is drawn
-    bool hasTexts_ = false;              ///< whether that includes texts
+    QByteArray drawing_;                         ///< the bytes of an SVG file
+    std::shared_ptr<const SvgDrawing> harmless_; ///< what of them is drawn
+    bool hasTexts_ = false;                      ///< whether that includes texts
     QSize size_;
 };
 

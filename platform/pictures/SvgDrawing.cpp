@@ -3,9 +3,11 @@
 #include "platform/pictures/SvgDrawing.h"
 
 #include "platform/pictures/Png.h"
+#include "platform/pictures/SvgExtent.h"
 #include "platform/pictures/SvgReferences.h"
 
 #include <algorithm>
+#include <vector>
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -34,6 +36,9 @@ constexpr qsizetype kMostEntityReferences = 4096;
 
 /// Every element is compared with every rule of the style sheets.
 constexpr int64_t kMostComparisons = 1 << 22;
+
+/// Longer outlines take too long even in an image of one pixel.
+constexpr double kLongest = 2e7;
 
 bool isIn(QStringView name, const auto &names) {
     return std::ranges::find(names, name) != std::end(names);
@@ -64,6 +69,17 @@ QString harmlessImage(QStringView reference, int64_t &pixels) {
            QString::fromLatin1(bytes.toBase64());
 }
 
+/// The shorter side of the part of a drawing that is shown, in user units; 1 if it is not declared.
+double shorterSide(const QXmlStreamAttributes &attributes) {
+    std::vector<double> sides = numbersIn(attributes.value(QLatin1String("viewBox")));
+    if (sides.size() == 4)
+        return std::min(sides[2], sides[3]);
+    sides = numbersIn(attributes.value(QLatin1String("width")));
+    const std::vector<double> heights = numbersIn(attributes.value(QLatin1String("height")));
+    sides.insert(sides.end(), heights.begin(), heights.end());
+    return sides.empty() ? 1 : *std::ranges::min_element(sides);
+}
+
 /// Whether an element may have more than a thousand attributes, each of which the reader compares
 /// with every other. "<" ends them, because attributes cannot contain it. UTF-16, in whose bytes
 /// that could not be seen, counts as crowded.
@@ -86,7 +102,7 @@ public:
         : reader_(bytes), mayDeclareEntities_(bytes.count('&') <= kMostEntityReferences),
           writer_(&copy_), hasText_(hasSvgTexts()) {}
 
-    std::optional<QByteArray> made();
+    std::optional<SvgDrawing> made();
 
 private:
     void startElement();
@@ -105,11 +121,12 @@ private:
     QXmlStreamWriter writer_;
     SvgReferences references_;
     bool hasText_;
-    int64_t pixels_ = 1 << 24; ///< that embedded images can still have
-    int64_t rules_ = 0;        ///< the most that the style sheets can contain
+    int64_t pixels_ = 1 << 22; ///< that embedded images can still have
+    double shorterSide_ = 1;
+    int64_t rules_ = 0; ///< the most that the style sheets can contain
 };
 
-std::optional<QByteArray> SvgCopy::made() {
+std::optional<SvgDrawing> SvgCopy::made() {
     while (!reader_.atEnd()) {
         reader_.readNext();
         if (reader_.isStartElement())
@@ -125,7 +142,10 @@ std::optional<QByteArray> SvgCopy::made() {
     const bool isQuick = rules_ * references_.count() <= kMostComparisons;
     if (reader_.hasError() || !isQuick || !references_.areWithinLimits())
         return std::nullopt;
-    return copy_;
+    const double length = references_.length() / shorterSide_;
+    if (!(length <= kLongest))
+        return std::nullopt;
+    return SvgDrawing{copy_, references_.cost(), length};
 }
 
 bool SvgCopy::isDrawn(QStringView name, QStringView space) const {
@@ -146,6 +166,7 @@ void SvgCopy::startElement() {
     if (references_.depth() == 0) {
         writer_.writeDefaultNamespace(kSvg.toString());
         writer_.writeNamespace(kXlink.toString(), QStringLiteral("xlink"));
+        shorterSide_ = shorterSide(reader_.attributes());
     }
     references_.start();
     copyAttributes();
@@ -207,6 +228,8 @@ void SvgCopy::copyCharacters(QStringView text) {
     rules_ += std::ranges::count_if(
         text, [](QChar character) { return character == u'{' || character == u','; });
     references_.addStyle(text);
+    if (hasText_)
+        references_.addText(text);
     writer_.writeCharacters(text.toString());
 }
 
@@ -223,27 +246,10 @@ bool hasSvgTexts() {
     return qobject_cast<QGuiApplication *>(QCoreApplication::instance());
 }
 
-std::optional<QByteArray> harmlessSvg(const QByteArray &bytes) {
+std::optional<SvgDrawing> harmlessSvg(const QByteArray &bytes) {
     if (hasCrowdedElement(bytes))
         return std::nullopt;
     return SvgCopy(bytes).made();
-}
-
-QSize svgSize(const QByteArray &harmless) {
-    QBuffer buffer;
-    buffer.setData(harmless);
-    QImageReader reader(&buffer, "svg");
-    reader.setAutoDetectImageFormat(false);
-    return reader.size();
-}
-
-QImage svgImage(const QByteArray &harmless, QSize size) {
-    QBuffer buffer;
-    buffer.setData(harmless);
-    QImageReader reader(&buffer, "svg");
-    reader.setAutoDetectImageFormat(false);
-    reader.setScaledSize(size);
-    return reader.read().convertToFormat(QImage::Format_RGBA8888);
 }
 
 } // namespace MWCore

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "platform/pictures/SvgReferences.h"
 
+#include "platform/pictures/SvgExtent.h"
+
 #include <algorithm>
 
 namespace MWCore {
@@ -11,6 +13,16 @@ constexpr int64_t kMostElements = 200'000;
 constexpr int kDeepest = 256;
 constexpr int64_t kCharactersPerElement = 16;  ///< of a path that takes as long as an element
 constexpr int64_t kElementsPerDashedOne = 500; ///< Qt divides an outline into up to 10,000 dashes
+
+/// Each of them is an outline.
+constexpr int64_t kElementsPerText = 4;
+
+/// Each element, and 16 characters of a path, can add corners, each as long as several widths.
+constexpr double kWidthsPerElement = 64;
+
+constexpr QStringView kOutlines[] = {u"d",  u"points", u"r",  u"rx",    u"ry",    u"x1",
+                                     u"x2", u"y1",     u"y2", u"width", u"height"};
+constexpr QStringView kWidths[] = {u"font", u"font-size", u"stroke-width", u"stroke-miterlimit"};
 
 /// Whether an attribute or a style sheet asks for dashes. Drawing programs often write that there
 /// are none. A backslash may hide the word.
@@ -76,10 +88,25 @@ void SvgReferences::addCost(QStringView name, QStringView value) {
         element.isDashed |= value.trimmed() != u"none";
     else if (name == u"style")
         element.isDashed |= hasDashes(value);
+    if (name == u"transform" || name == u"style")
+        element.scale *= largestScale(value);
+    if (name == u"style")
+        element.width = std::max(element.width, largestWidth(value));
+    else if (std::ranges::find(kWidths, name) != std::end(kWidths))
+        element.width = std::max(element.width, largestNumber(value));
+    if (std::ranges::find(kOutlines, name) != std::end(kOutlines))
+        element.length += longestOutline(value);
+}
+
+void SvgReferences::addText(QStringView text) {
+    elements_[open_.back()].count += kElementsPerText * text.trimmed().size();
 }
 
 void SvgReferences::addStyle(QStringView text) {
-    elements_.front().isDashed |= hasDashes(text);
+    Element &all = elements_.front();
+    all.isDashed |= hasDashes(text);
+    all.scale *= std::max(1.0, largestScale(text));
+    all.width = std::max(all.width, largestWidth(text));
 }
 
 bool SvgReferences::areWithinLimits() {
@@ -98,6 +125,8 @@ bool SvgReferences::measure(std::size_t index, int depth) {
     if (!addContents(element, depth))
         return false;
     element.count *= element.isDashed ? kElementsPerDashedOne : 1;
+    element.length += element.width * kWidthsPerElement * static_cast<double>(element.count);
+    element.length *= element.scale;
     element.state = Element::Done;
     return element.count <= kMostElements;
 }
@@ -118,6 +147,7 @@ bool SvgReferences::add(Element &element, std::size_t other, int depth) {
     if (!measure(other, depth + 1))
         return false;
     element.count += elements_[other].count;
+    element.length += elements_[other].length;
     element.height = std::max(element.height, elements_[other].height + 1);
     return element.count <= kMostElements;
 }

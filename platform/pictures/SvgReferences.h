@@ -30,12 +30,21 @@ public:
     /// be a path of any length or divide the outlines of all elements within into dashes.
     void addCost(QStringView name, QStringView value);
 
-    /// Counts dashes in a style sheet, which may be those of any element.
+    /// Adds a text within the innermost element.
+    void addText(QStringView text);
+
+    /// Counts the dashes and strokes of a style sheet, which may be those of any element.
     void addStyle(QStringView text);
 
     /// The elements that are drawn with every reference replaced by what it refers to, and how
     /// deeply they are nested, stay below the limits.
     [[nodiscard]] bool areWithinLimits();
+
+    /// At most the length of all outlines, in user units of the drawing. After areWithinLimits().
+    [[nodiscard]] double length() const { return elements_.front().length; }
+
+    /// What it takes to draw all elements, in the time for one. After areWithinLimits().
+    [[nodiscard]] int64_t cost() const { return elements_.front().count; }
 
     [[nodiscard]] std::size_t depth() const { return open_.size(); }
     [[nodiscard]] int64_t count() const { return static_cast<int64_t>(elements_.size()); }
@@ -47,6 +56,9 @@ private:
         enum { New, Open, Done } state = New;
         int64_t characters = 0; ///< of its attributes
         bool isDashed = false;
+        double length = 0; ///< of its outline, and in the end of all those in it
+        double scale = 1;  ///< by which it is enlarged
+        double width = 0;  ///< of strokes, or height of texts, in it
         int64_t count = 1; ///< of itself and everything in it, weighted by what drawing it takes
         int height = 1;    ///< how deeply that is nested
     };

@@ -8,6 +8,8 @@
 #include "tests/platform/pictures/pictures.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <MWCore/TimeBudget.h>
+
 #include <gtest/gtest.h>
 
 #include <QBuffer>
@@ -149,6 +151,49 @@ TEST(Picture, WeighsOutlinesByWhatTheyTakeToDraw) {
         EXPECT_EQ(middleOf("<g " + dashes + ">" + rest + "</g>"), 0U) << "inherited";
     }
     EXPECT_EQ(middleOf("<style>rect{stroke-dasharray:.01}</style>" + rest), 0U);
+}
+
+/// @p count points, each far from the one before.
+QByteArray zigzag(int count, int from, int to) {
+    QByteArray points;
+    for (int index = 0; index < count; ++index)
+        points += QByteArray::number(index % 2 ? from : to) + ' ' +
+                  QByteArray::number(from + index * 7 % (to - from)) + ' ';
+    return points;
+}
+
+/// They are drawn smaller and enlarged, or refused if a single pixel takes too long. Without that,
+/// each takes many seconds.
+TEST(Picture, DrawsEveryDrawingInTime) {
+    const QByteArray veil = "<rect width='20' height='10' fill='#0F0' fill-opacity='.5'/>";
+    const QByteArray edges = "<path d='M0 0L" + zigzag(10'000, 0, 20) + "'/>";
+    const QByteArray far = zigzag(10'000, -100'000, 100'000);
+    const struct {
+        const char *what;
+        QByteArray content;
+        bool isDrawn;
+    } rows[] = {
+        {"fillings", veil.repeated(20'000), true},
+        {"fillings by reference",
+         "<g id='a'>" + veil.repeated(200) + "</g>" + QByteArray("<use href='#a'/>").repeated(200),
+         true},
+        {"edges", edges + kBackground, true},
+        {"strokes", "<g stroke='red' stroke-width='9' fill='none'>" + edges + "</g>" + kBackground,
+         true},
+        {"edges outside", "<path d='M0 0L" + far + "'/>", false},
+        {"points outside", "<polyline points='" + far + "'/>", false},
+        {"enlarged", "<g transform='scale(1e4)'>" + edges + "</g>", false},
+        {"enlarged by a style sheet", "<style>path{transform:scale(1e4)}</style>" + edges, false},
+        {"wide strokes", "<g stroke='red' style='stroke-width:1e6'>" + edges + "</g>", false},
+    };
+    for (const auto &row : rows) {
+        const int64_t start = TimeBudget::threadTime();
+        const auto read = picture(drawing(row.content));
+        const QImage image = read ? read->squareImage(1024) : QImage();
+        EXPECT_LT(TimeBudget::threadTime() - start, 3'000'000'000) << row.what;
+        EXPECT_EQ(image.width(), row.isDrawn ? 1024 : 0) << row.what;
+    }
+    EXPECT_EQ(middleOf(kBackground + veil.repeated(20'000)), kLime) << "enlarged";
 }
 
 /// Qt's plug-in for MNG, if it is installed, repeats nothing 2^62 times.
