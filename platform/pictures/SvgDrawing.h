@@ -36,7 +36,7 @@ struct SvgDrawing {
 [[nodiscard]] QSize svgSize(const SvgDrawing &drawing);
 
 /// The drawing stretched to @p size; null if memory runs out or it is damaged. One that would take
-/// longer than a fifth of a second (for large images: longer than some fillings of the image) is
+/// longer than an eighth of a second (for large images: longer than some fillings of the image) is
 /// rendered as large as that permits, and enlarged.
 [[nodiscard]] QImage svgImage(const SvgDrawing &drawing, QSize size);
 

@@ -20,7 +20,7 @@ namespace MWCore {
 namespace {
 
 constexpr char kFormat[] = "svg";
-constexpr int64_t kMostTime = 200'000'000; // ns
+constexpr int64_t kMostTime = 120'000'000; // ns
 
 int64_t area(QSize size) {
     return int64_t{size.width()} * size.height();
@@ -91,6 +91,7 @@ private:
 /// take less time than is left. What it takes grows with the area, and at times somewhat faster.
 QImage renderedInTime(const SvgDrawing &drawing, QSize size) {
     constexpr int64_t kTimePerPixel = 10; // ns
+    constexpr double kLeastGrowth = 3;
     constexpr double kMostGrowth = 8;
     const int64_t start = TimeBudget::threadTime();
     const int64_t end = start + kMostTime + kTimePerPixel * area(size);
@@ -99,7 +100,7 @@ QImage renderedInTime(const SvgDrawing &drawing, QSize size) {
         QImage image = SvgReader(drawing.bytes).image(next);
         const int64_t before = std::exchange(now, TimeBudget::threadTime());
         const double growth = static_cast<double>(end - now) / static_cast<double>(now - before);
-        if (image.isNull() || next == size || growth < 2)
+        if (image.isNull() || next == size || growth < kLeastGrowth)
             return image;
         next = reduced(size, static_cast<double>(area(next)) * std::min(growth / 2, kMostGrowth));
     }
