@@ -7,6 +7,7 @@
 #include "platform/pictures/SvgReferences.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 #include <QBuffer>
@@ -80,6 +81,22 @@ double shorterSide(const QXmlStreamAttributes &attributes) {
     return sides.empty() ? 1 : *std::ranges::min_element(sides);
 }
 
+/// The length in pixels, rounded as Qt does; 0 if it is not a plain number of them.
+int pixelsIn(QStringView length) {
+    if (length.endsWith(u"px"))
+        length.chop(2);
+    bool isNumber = false;
+    const double pixels = length.toDouble(&isNumber);
+    const bool isPlain = isNumber && pixels >= 1 && pixels <= std::numeric_limits<short>::max();
+    return isPlain ? static_cast<int>(pixels) : 0;
+}
+
+/// The size that a drawing declares in pixels; empty if Qt has to find it.
+QSize declaredSize(const QXmlStreamAttributes &attributes) {
+    return {pixelsIn(attributes.value(QLatin1String("width"))),
+            pixelsIn(attributes.value(QLatin1String("height")))};
+}
+
 /// Whether an element may have more than a thousand attributes, each of which the reader compares
 /// with every other. "<" ends them, because attributes cannot contain it. UTF-16, in whose bytes
 /// that could not be seen, counts as crowded.
@@ -122,6 +139,7 @@ private:
     SvgReferences references_;
     bool hasText_;
     int64_t pixels_ = 1 << 22; ///< that embedded images can still have
+    QSize size_;               ///< declared in pixels
     double shorterSide_ = 1;
     int64_t rules_ = 0; ///< the most that the style sheets can contain
 };
@@ -145,7 +163,7 @@ std::optional<SvgDrawing> SvgCopy::made() {
     const double length = references_.length() / shorterSide_;
     if (!(length <= kLongest))
         return std::nullopt;
-    return SvgDrawing{copy_, references_.cost(), length};
+    return SvgDrawing{copy_, size_, references_.cost(), length};
 }
 
 bool SvgCopy::isDrawn(QStringView name, QStringView space) const {
@@ -166,6 +184,7 @@ void SvgCopy::startElement() {
     if (references_.depth() == 0) {
         writer_.writeDefaultNamespace(kSvg.toString());
         writer_.writeNamespace(kXlink.toString(), QStringLiteral("xlink"));
+        size_ = declaredSize(reader_.attributes());
         shorterSide_ = shorterSide(reader_.attributes());
     }
     references_.start();

@@ -21,6 +21,7 @@ namespace MWCore {
 /// A drawing that can be rendered without harm.
 struct SvgDrawing {
     QByteArray bytes;
+    QSize size;           ///< declared in pixels; empty if it is in other units or missing
     int64_t elements = 0; ///< that are drawn, including those that take as long as the others
     double length = 0;    ///< at most, of all outlines, in widths or heights of the drawing
 };
