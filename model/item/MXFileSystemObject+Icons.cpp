@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "model/item/ItemFacts.h"
+#include "model/item/IconKind.h"
 #include "model/item/MXFileSystemObject.h"
 #include "model/listing/ListedTree.h"
 
@@ -20,14 +20,18 @@ ItemIcon::Ptr MXFileSystemObject::iconForFSOUsingCached(bool useCached) const {
     return icon;
 }
 
-/// For iconForFile().
-int64_t MXFileSystemObject::unflaggedSince() const {
-    return isUnflagged_ && isListedChild() && !hasCustomPath() ? tree_->listedAt() : 0;
+/// Asks nothing of the system.
+ItemIconFacts MXFileSystemObject::iconFacts() const {
+    const bool isAsListed = isListedChild() && !hasCustomPath();
+    return {.kind = iconKindOf(*this),
+            .isLocal = isLocal(),
+            .path = isLocal() ? pathBytes() : QByteArray(),
+            .unflaggedSince = isUnflagged_ && isAsListed ? tree_->listedAt() : 0};
 }
 
 ItemIcon::Ptr MXFileSystemObject::chosenIcon() const {
     OSStatus lockStatus = noErr;
-    ItemIcon::Ptr icon = iconOf(iconFactsOf(*this), &lockStatus);
+    ItemIcon::Ptr icon = iconOf(iconFacts(), &lockStatus);
     if (lockStatus != noErr)
         recordCarbonError(lockStatus); // as isLocked() does
     return icon;

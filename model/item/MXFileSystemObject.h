@@ -41,6 +41,7 @@ struct Classification;
 struct ItemIconFacts;
 class ListedKinds;
 class ListedTree;
+class VisibleIcons;
 
 /// A file, folder, link or other item of a file system, and the objects of a folder's children. An
 /// item can be remote if the host makes its record.
@@ -504,8 +505,8 @@ private:
     void makeChildren(const ListedKinds *kinds);
     void identifyAs(const Classification &classification);
     [[nodiscard]] bool hasCustomPath() const;
-    [[nodiscard]] int64_t unflaggedSince() const;
-    friend ItemIconFacts iconFactsOf(const MXFileSystemObject &item);
+    [[nodiscard]] ItemIconFacts iconFacts() const;
+    friend class VisibleIcons;
     [[nodiscard]] QByteArrayView recordName() const;
     [[nodiscard]] bool isListedChild() const { return tree_ && mfs_fso_parent(record_); }
     [[nodiscard]] QByteArray nameBytes() const;

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/item/VisibleIcons.h"
 
-#include "model/item/ItemFacts.h"
+#include "model/item/IconKind.h"
 
 #include <algorithm>
 #include <utility>
@@ -162,7 +162,7 @@ void VisibleIcons::addMissing(Shown shown, std::vector<IconRequest> &requests) {
         if (entry.missing == 0 || (!isDrawn && item->keptIcon()))
             continue;
         IconRequest &added = requests.emplace_back(request(entry.missing));
-        added.item = iconFactsOf(*item);
+        added.item = item->iconFacts();
         added.icon = item->keptIcon();
         added.extent = isDrawn ? IconRequest::Extent::FindAndDraw : IconRequest::Extent::Find;
         tickets_.emplace(entry.missing, item);

@@ -16,12 +16,4 @@ namespace MWCore {
     return item.isFile() ? Kind::File : Kind::Other;
 }
 
-/// Asks nothing of the system.
-[[nodiscard]] inline ItemIconFacts iconFactsOf(const MXFileSystemObject &item) {
-    return {.kind = iconKindOf(item),
-            .isLocal = item.isLocal(),
-            .path = item.isLocal() ? item.pathBytes() : QByteArray(),
-            .unflaggedSince = item.unflaggedSince()};
-}
-
 } // namespace MWCore
