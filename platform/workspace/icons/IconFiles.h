@@ -47,6 +47,9 @@ void setThemeName(IconRef &icon, const QString &name);
 /// path is now a link.
 [[nodiscard]] std::optional<QByteArray> readIconFile(const QByteArray &path, int64_t limit);
 
+/// customIconOf() the item at @p path. An item that was moved is not searched for.
+[[nodiscard]] OSStatus customIconAt(const QByteArray &path, IconFamilyHandle *iconFamily);
+
 /// The files in a folder. Belongs to one thread.
 class FolderFiles {
 public:

@@ -29,10 +29,8 @@ std::optional<Picture> pictureIn(const std::optional<QByteArray> &bytes) {
 }
 
 IconFamilyHandle customIconFamily(const QByteArray &path) {
-    FSRef ref;
     IconFamilyHandle family;
-    const bool isFound = FSPathMakeRef(path, &ref) == noErr && customIconOf(ref, &family) == noErr;
-    return isFound ? family : IconFamilyHandle();
+    return customIconAt(path, &family) == noErr ? family : IconFamilyHandle();
 }
 
 /// The best element for @p pixels first: large enough, then near in size, then rich in colours.

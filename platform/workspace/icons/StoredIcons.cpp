@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: The MWCore authors
-#include "platform/catalogue/FileCatalogue.h"
-#include "platform/catalogue/ResourceFile.h"
 #include "platform/files/PathParts.h"
 #include "platform/files/RegularFile.h"
+#include "platform/formats/ResourceMap.h"
+#include "platform/launch/ItemStatus.h"
+#include "platform/metadata/MetadataStore.h"
 #include "platform/metadata/Sidecar.h"
+#include "platform/references/AliasResolution.h"
 #include "platform/workspace/icons/IconFiles.h"
 #include "platform/workspace/icons/IconServices.h"
 #include "platform/workspace/icons/IconSources.h"
 
 #include <MWCore/IconElements.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace MWCore {
 namespace {
@@ -23,21 +28,29 @@ namespace {
 constexpr const char *kFolderIconFiles[] = {kFolderIconFile, "Icon\xEF\x80\x8D"};
 constexpr QByteArrayView kHeader = "icns";
 
-/// The item whose fork holds the icon: the file itself, or a file in the folder.
-OSStatus findHolder(const FSRef &ref, FSNodeFlags flags, FSRef *holder) {
-    *holder = ref;
-    if (!(flags & kFSNodeIsDirectoryMask))
-        return noErr;
-    QByteArray path;
-    OSStatus status = FSRefMakePath(ref, &path);
-    if (status != noErr)
-        return status;
-    for (const char *const name : kFolderIconFiles) {
-        status = FSPathMakeRef(pathIn(path, name), holder);
-        if (status != fnfErr)
-            break;
-    }
-    return status;
+/// The file in the folder whose fork holds the icon of the folder.
+QByteArray iconFileIn(const QByteArray &folder) {
+    const auto isThere = [&folder](const char *name) {
+        return faccessat(AT_FDCWD, pathIn(folder, name).constData(), F_OK, AT_SYMLINK_NOFOLLOW) ==
+               0;
+    };
+    const auto *const name = std::ranges::find_if(kFolderIconFiles, isThere);
+    return pathIn(folder, name == std::end(kFolderIconFiles) ? kFolderIconFile : *name);
+}
+
+OSStatus iconInFork(const QByteArray &path, IconFamilyHandle *iconFamily) {
+    OSStatus status = noErr;
+    const auto fork = readResourceFork(path, &status);
+    if (!fork)
+        return status == fnfErr ? resNotFound : status;
+    const auto map = ResourceMap::parse(*fork);
+    const Resource *const icon = map ? map->find(kIconFamilyType, kCustomIconResource) : nullptr;
+    if (map && !icon)
+        return resNotFound;
+    if (!icon || !icon->data.startsWith(kHeader))
+        return mapReadErr;
+    *iconFamily = icon->data;
+    return noErr;
 }
 
 /// Makes the version of @p icon depend on the fork of the item at @p path, relative to @p folder,
@@ -79,25 +92,21 @@ OSStatus ReadIconFromFSRef(const FSRef &ref, IconFamilyHandle *iconFamily) {
     return noErr;
 }
 
-OSStatus customIconOf(const FSRef &ref, IconFamilyHandle *iconFamily) {
-    FSCatalogInfo info;
-    OSStatus status = FSGetCatalogInfo(ref, {kFSCatInfoNodeFlags, kFSCatInfoFinderInfo}, &info);
+OSStatus customIconAt(const QByteArray &path, IconFamilyHandle *iconFamily) {
+    const ItemStatus item = itemStatus(path);
+    FinderInfo info;
+    const OSStatus status = item.status == noErr ? readFinderInfo(path, &info) : item.status;
     if (status != noErr)
         return status;
-    if (!info.finderInfo.flags.testFlag(kHasCustomIcon))
+    if (!info.flags.testFlag(kHasCustomIcon))
         return resNotFound;
-    FSRef holder;
-    status = findHolder(ref, info.nodeFlags, &holder);
-    const auto fork = status == noErr ? ResourceFile::open(holder, fsRdPerm, &status) : nullptr;
-    if (!fork)
-        return status == fnfErr ? resNotFound : status;
-    auto family = fork->getResource(kIconFamilyType, kCustomIconResource);
-    if (!family)
-        return resNotFound;
-    if (!family->startsWith(kHeader))
-        return mapReadErr;
-    *iconFamily = *std::move(family);
-    return noErr;
+    return iconInFork(S_ISDIR(item.mode) ? iconFileIn(path) : path, iconFamily);
+}
+
+OSStatus customIconOf(const FSRef &ref, IconFamilyHandle *iconFamily) {
+    QByteArray path;
+    const OSStatus status = currentPath(ref, &path);
+    return status == noErr ? customIconAt(path, iconFamily) : status;
 }
 
 } // namespace MWCore
