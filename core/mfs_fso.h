@@ -8,6 +8,8 @@
 
 #include <stdint.h>
 
+struct stat; // <sys/stat.h>
+
 MFS_BEGIN_DECLS
 
 /// Values of `mfs_fso::location`.
@@ -114,9 +116,10 @@ MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_new(int32_t type, int32_t location, int
 MFS_EXPORT MFS_MUST_USE mfs_fso *mfs_fso_get_local_fso(const char *path);
 
 /// Called for each child as soon as its record is in the folder, right after the system examined
-/// the item. @p index counts the children from 0. If the listing starts over, @p index does so too,
-/// and all earlier child records are gone. Must not throw.
-typedef void (*mfs_fso_visitor)(void *context, const mfs_fso *child, int32_t index);
+/// the item and found @p item (lstat(2)). @p index counts the children from 0. If the listing
+/// starts over, @p index does so too, and all earlier child records are gone. Must not throw.
+typedef void (*mfs_fso_visitor)(void *context, const mfs_fso *child, const struct stat *item,
+                                int32_t index);
 
 /// As mfs_fso_get_local_fso(), and calls @p visitor with @p context for each child.
 MFS_EXPORT MFS_MUST_USE mfs_fso *

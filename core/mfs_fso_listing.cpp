@@ -123,7 +123,7 @@ Outcome Listing::add(const char *name) {
         return Outcome::Failed;
     const mfs_fso *const added = child.release(); // now owned by the folder
     if (visitor_.visit)
-        visitor_.visit(visitor_.context, added, count_++);
+        visitor_.visit(visitor_.context, added, &item, count_++);
     return Outcome::Done;
 }
 

@@ -34,8 +34,8 @@ ItemIcon::Ptr iconOf(const ItemIconFacts &item, OSStatus *lockStatus) {
     if (!item.isLocal)
         return genericIcon(item.kind);
     return item.kind == Kind::File
-               ? iconForPlainFile(item.path, lockStatus, item.unflaggedSince)
-               : iconForFile(item.path, badgeOf(item.kind), item.unflaggedSince);
+               ? iconForPlainFile(item.path, lockStatus, item.unflaggedState)
+               : iconForFile(item.path, badgeOf(item.kind), item.unflaggedState);
 }
 
 ItemIcon::Ptr genericIcon(Kind kind) {

@@ -22,8 +22,8 @@ struct ItemIconFacts {
 
     Kind kind = Kind::File;
     bool isLocal = false;
-    QByteArray path;            ///< only of a local item
-    int64_t unflaggedSince = 0; ///< as for iconForFile()
+    QByteArray path;             ///< only of a local item
+    uint64_t unflaggedState = 0; ///< as for iconForFile()
 };
 
 /// The icon that the item has: the workspace's, with a badge for a link, an alias or a locked file;

@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: The MWCore authors
 #include "model/item/IconKind.h"
 #include "model/item/MXFileSystemObject.h"
-#include "model/listing/ListedTree.h"
 
 namespace MWCore {
 
@@ -22,11 +21,10 @@ ItemIcon::Ptr MXFileSystemObject::iconForFSOUsingCached(bool useCached) const {
 
 /// Asks nothing of the system.
 ItemIconFacts MXFileSystemObject::iconFacts() const {
-    const bool isAsListed = isListedChild() && !hasCustomPath();
     return {.kind = iconKindOf(*this),
             .isLocal = isLocal(),
             .path = isLocal() ? pathBytes() : QByteArray(),
-            .unflaggedSince = isUnflagged_ && isAsListed ? tree_->listedAt() : 0};
+            .unflaggedState = unflaggedState_};
 }
 
 ItemIcon::Ptr MXFileSystemObject::chosenIcon() const {

@@ -87,7 +87,7 @@ void MXFileSystemObject::identifyAs(const Classification &classification) {
     if (kind_ == MXItemKindLink || kind_ == MXItemKindAlias)
         targetKind_ = classification.targetKind;
     setApplicationIsPackaged(classification.isPackaged);
-    isUnflagged_ = classification.isUnflagged;
+    unflaggedState_ = classification.unflaggedState;
 }
 
 bool MXFileSystemObject::isDir() const {

@@ -125,8 +125,8 @@ MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
             *error = bdNamErr;
         return {};
     }
-    ListedKinds kinds;
-    const int64_t begin = assimilatingContents ? listingTime(*bytes) : 0;
+    ListedKinds kinds(InspectionContext::kForListing,
+                      assimilatingContents ? listingTime(*bytes) : 0);
     errno = 0;
     mfs_fso *const record = mfs_fso_get_local_fso_visiting(
         bytes->constData(), assimilatingContents ? &ListedKinds::visit : nullptr, &kinds);
@@ -139,7 +139,7 @@ MXFileSystemObject::Ptr MXFileSystemObject::newForLocalPath(const QString &path,
                                  "*)thePath Failed to get item information");
         return {};
     }
-    Ptr object = wrap(record, ListedTree::own(record, begin), prototype);
+    Ptr object = wrap(record, ListedTree::own(record), prototype);
     if (listing != noErr)
         object->contents().error = listing;
     else if (mfs_fso_isDir(record) && isDevicePath(bytes->constData()))

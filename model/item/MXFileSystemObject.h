@@ -525,11 +525,11 @@ private:
     mutable std::unique_ptr<RareTexts> rareTexts_;
     mutable MXFileSystemObjectSize::Ptr cachedSizeObject_;
     mutable ItemIcon::Ptr myCachedImage_;
+    uint64_t unflaggedState_ = 0; ///< as for iconForFile()
     MXItemKind kind_ = MXItemKindUnknown;
     MXItemKind targetKind_ = MXItemKindUnknown;
     mutable int8_t detectedTypeGraphic_ = 0; ///< 0 not yet known, 1 graphic, 2 not
     bool isApplicationPackaged_ = false;
-    bool isUnflagged_ = false;                         ///< it was seen to have no Finder flags
     std::atomic<bool> myCancelFolderSizeCalc_ = false; ///< never reset
 };
 

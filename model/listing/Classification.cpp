@@ -167,7 +167,8 @@ Classification classifyFileOrFolder(const QByteArray &path, const ItemFacts &fac
     Classification found = facts.type == MFS_TYPE_DIRECTORY
                                ? classifyFolder(path, stored.finderInfo, inspection)
                                : classifyFile(path, facts, stored.finderInfo, inspection);
-    found.isUnflagged = stored.finderInfoStatus == noErr && !stored.finderInfo.flags;
+    if (stored.finderInfoStatus == noErr && !stored.finderInfo.flags)
+        found.unflaggedState = facts.inodeState;
     return found;
 }
 

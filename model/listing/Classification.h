@@ -19,13 +19,15 @@ struct ItemFacts {
     int32_t targetType = 0;    ///< of a link's target: MFS_TYPE_... or MFS_TARGET_UNKNOWN
     bool isExecutable = false; ///< for user, group or others
     Sidecars sidecars = Sidecars::MayExist;
+    uint64_t inodeState =
+        0; ///< inodeState() if it tells whether the item has changed since; else 0
 };
 
 struct Classification {
     MXItemKind kind = MXItemKindUnknown;
     MXItemKind targetKind = MXItemKindUnknown; ///< of a link or an alias
     bool isPackaged = false;                   ///< whether it is an application in a folder
-    bool isUnflagged = false; ///< a file or folder that was seen to have no Finder flags
+    uint64_t unflaggedState = 0; ///< ItemFacts::inodeState of a file or folder without Finder flags
 };
 
 /// The kind of the item at @p path (file-system representation). Asks the system only for what

@@ -3,24 +3,36 @@
 #include "model/listing/ListedKinds.h"
 
 #include "core/posix/stat_fields.h"
+#include "platform/launch/ItemStatus.h"
 
 namespace MWCore {
+namespace {
 
-Classification ListedKinds::kindOf(const mfs_fso &child, Sidecars sidecars) const {
+int64_t nanoseconds(const timespec &time) {
+    constexpr int64_t kSecond = 1'000'000'000;
+    return time.tv_sec * kSecond + time.tv_nsec;
+}
+
+} // namespace
+
+Classification ListedKinds::kindOf(const mfs_fso &child, Sidecars sidecars,
+                                   uint64_t inodeState) const {
     const QByteArrayView path = child.complete_path;
     return classify(QByteArray::fromRawData(path.data(), path.size()),
                     {.type = child.type,
                      .targetType = child.target_type,
                      .isExecutable = hasExecuteBit(child.mode),
-                     .sidecars = sidecars},
+                     .sidecars = sidecars,
+                     .inodeState = inodeState},
                     inspection_);
 }
 
-void ListedKinds::visit(void *self, const mfs_fso *child, int32_t index) noexcept {
+void ListedKinds::visit(void *self, const mfs_fso *child, const struct stat *item,
+                        int32_t index) noexcept {
     auto *const kinds = static_cast<ListedKinds *>(self);
     if (index == 0)
         kinds->reset();
-    kinds->add(*child);
+    kinds->add(*child, *item);
 }
 
 /// The time already used is not given back.
@@ -30,10 +42,12 @@ void ListedKinds::reset() {
     sidecars_.clear();
 }
 
-void ListedKinds::add(const mfs_fso &child) {
+void ListedKinds::add(const mfs_fso &child, const struct stat &item) {
     sidecars_.add(child.name);
+    const uint64_t state = nanoseconds(item.st_ctim) < begin_ ? inodeState(item) : 0;
     // Sidecars may follow in the listing; of() considers them.
-    (mfs_fso_isDir(&child) ? subdirectories_ : files_).push_back(kindOf(child, Sidecars::Absent));
+    (mfs_fso_isDir(&child) ? subdirectories_ : files_)
+        .push_back(kindOf(child, Sidecars::Absent, state));
 }
 
 Classification ListedKinds::of(const mfs_fso *child, int32_t index) const {

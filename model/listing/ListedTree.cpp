@@ -21,8 +21,8 @@ Trees &trees() {
 
 } // namespace
 
-ListedTree::Ptr ListedTree::own(mfs_fso *root, int64_t listedAt) {
-    Ptr tree(new ListedTree(root, listedAt));
+ListedTree::Ptr ListedTree::own(mfs_fso *root) {
+    Ptr tree(new ListedTree(root));
     const std::scoped_lock lock(trees().mutex);
     trees().byRoot.emplace(root, tree.data());
     return tree;

@@ -4,8 +4,6 @@
 
 #include "core/mfs_fso.h"
 
-#include <cstdint>
-
 #include <QExplicitlySharedDataPointer>
 #include <QSharedData>
 
@@ -18,9 +16,8 @@ class ListedTree : public QSharedData {
 public:
     using Ptr = QExplicitlySharedDataPointer<ListedTree>;
 
-    /// A new tree, which takes ownership of @p root and the records below it. @p listedAt is the
-    /// listingTime() before the listing began.
-    [[nodiscard]] static Ptr own(mfs_fso *root, int64_t listedAt = 0);
+    /// A new tree, which takes ownership of @p root and the records below it.
+    [[nodiscard]] static Ptr own(mfs_fso *root);
 
     /// The tree of @p record; null for a record made by the host.
     [[nodiscard]] static Ptr of(const mfs_fso *record);
@@ -29,13 +26,10 @@ public:
     ListedTree &operator=(const ListedTree &) = delete;
     ~ListedTree();
 
-    [[nodiscard]] int64_t listedAt() const { return listedAt_; }
-
 private:
-    ListedTree(mfs_fso *root, int64_t listedAt) : root_(root), listedAt_(listedAt) {}
+    explicit ListedTree(mfs_fso *root) : root_(root) {}
 
     mfs_fso *root_;
-    int64_t listedAt_;
 };
 
 } // namespace MWCore

@@ -44,7 +44,8 @@ TEST(ListingFault, AVanishedEntryRestartsTheListing) {
     };
     failures = 2; // the stat that keeps links and the one that follows them
     std::vector<const mfs_fso *> visited;
-    const auto visit = [](void *context, const mfs_fso *child, int32_t index) {
+    const auto visit = [](void *context, const mfs_fso *child, const struct stat * /*item*/,
+                          int32_t index) {
         auto &children = *static_cast<std::vector<const mfs_fso *> *>(context);
         children.resize(static_cast<std::size_t>(index)); // drops those of the first attempt
         children.push_back(child);

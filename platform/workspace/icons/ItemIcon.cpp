@@ -101,13 +101,13 @@ int64_t ItemIcon::cacheLimit() {
     return IconImageCache::shared().limit();
 }
 
-ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge, int64_t unflaggedSince) {
-    FoundIcon found = findItemIcon(path, ItemRole::Shown, unflaggedSince);
+ItemIcon::Ptr iconForFile(const QByteArray &path, IconBadge badge, uint64_t unflaggedState) {
+    FoundIcon found = findItemIcon(path, ItemRole::Shown, unflaggedState);
     return ItemIcon::init(found.status == noErr ? std::move(found.icon) : unknownIcon(), badge);
 }
 
-ItemIcon::Ptr iconForPlainFile(const QByteArray &path, OSStatus *status, int64_t unflaggedSince) {
-    FoundIcon found = findItemIcon(path, ItemRole::Shown, unflaggedSince);
+ItemIcon::Ptr iconForPlainFile(const QByteArray &path, OSStatus *status, uint64_t unflaggedState) {
+    FoundIcon found = findItemIcon(path, ItemRole::Shown, unflaggedState);
     if (status)
         *status = found.status;
     return ItemIcon::init(found.status == noErr ? std::move(found.icon) : unknownIcon(),

@@ -78,15 +78,14 @@ private:
 /// GetIconRefFromFileInfo(). A link has the icon of its target. The generic file icon if nothing is
 /// there. Never null.
 ///
-/// A caller that has seen the item without Finder flags passes the time at which it began to look,
-/// in nanoseconds since 1970: unless the inode has changed since, they are not read again. The item
-/// must be on a disk of this computer, whose clock that is. 0 means that they are not known.
+/// This library passes the state of an inode (ItemStatus.h) that it has seen without Finder flags:
+/// as long as the item has that state, they are not read again. 0 means that they are not known.
 [[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr
-iconForFile(const QByteArray &path, IconBadge badge = IconBadge::None, int64_t unflaggedSince = 0);
+iconForFile(const QByteArray &path, IconBadge badge = IconBadge::None, uint64_t unflaggedState = 0);
 
 /// The same for a plain file, with IconBadge::Locked if it is immutable. Sets @p status, which may
 /// be null, to why the file could not be examined.
 [[nodiscard]] MWCORE_EXPORT ItemIcon::Ptr
-iconForPlainFile(const QByteArray &path, OSStatus *status = nullptr, int64_t unflaggedSince = 0);
+iconForPlainFile(const QByteArray &path, OSStatus *status = nullptr, uint64_t unflaggedState = 0);
 
 } // namespace MWCore

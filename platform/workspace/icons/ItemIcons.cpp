@@ -84,15 +84,14 @@ bool hasSidecar(const QByteArray &path) {
     return faccessat(AT_FDCWD, sidecar.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-/// Whether an item that had no Finder flags at that time has none now.
-bool isStillUnflagged(const IconItem &item, int64_t unflaggedSince) {
-    return item.status.changeTime < unflaggedSince && !item.status.isMountPoint &&
-           !hasSidecar(item.path);
+/// Whether an item that had no Finder flags in that state has none now.
+bool isStillUnflagged(const IconItem &item, uint64_t unflaggedState) {
+    return item.status.inodeState == unflaggedState && !hasSidecar(item.path);
 }
 
-FinderFlags flagsOf(const IconItem &item, int64_t unflaggedSince) {
+FinderFlags flagsOf(const IconItem &item, uint64_t unflaggedState) {
     const bool mayLook = S_ISREG(item.status.mode) || item.folder;
-    if (!mayLook || isStillUnflagged(item, unflaggedSince))
+    if (!mayLook || isStillUnflagged(item, unflaggedState))
         return {};
     const auto info = ItemMetadata::read(item.path, ItemMetadata::Part::FinderInfo).finderInfo();
     return info ? info->flags : FinderFlags();
@@ -114,7 +113,7 @@ QByteArray namedPath(const QByteArray &path) {
 
 } // namespace
 
-FoundIcon findItemIcon(const QByteArray &path, ItemRole role, int64_t unflaggedSince) {
+FoundIcon findItemIcon(const QByteArray &path, ItemRole role, uint64_t unflaggedState) {
     IconItem item = {namedPath(path), {}, {}, {}, role, {}};
     item.status = itemStatus(item.path);
     FoundIcon found = {item.status.status, item.status.isLocked, {}};
@@ -123,12 +122,12 @@ FoundIcon findItemIcon(const QByteArray &path, ItemRole role, int64_t unflaggedS
         item.path = followed(item.path);
         item.status = itemStatus(item.path);
         found.status = item.status.status;
-        unflaggedSince = 0;
+        unflaggedState = 0;
     }
     if (found.status != noErr)
         return found;
     item.folder = folderOf(item);
-    item.flags = flagsOf(item, unflaggedSince);
+    item.flags = flagsOf(item, unflaggedState);
     found.icon = kindIcon(item);
     for (const IconSource add : sourcesOf(item))
         add(item, found.icon);

@@ -17,8 +17,8 @@ struct FoundIcon {
 };
 
 /// GetIconRefFromFileInfo() for the item at @p path, without the cost of a reference.
-/// @p unflaggedSince as for iconForFile().
+/// @p unflaggedState as for iconForFile().
 [[nodiscard]] FoundIcon findItemIcon(const QByteArray &path, ItemRole role = ItemRole::Shown,
-                                     int64_t unflaggedSince = 0);
+                                     uint64_t unflaggedState = 0);
 
 } // namespace MWCore

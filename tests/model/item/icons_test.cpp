@@ -194,6 +194,22 @@ TEST(Icons, OfListedItemsFollowFlagsThatAreSetAfterTheListing) {
               "");
 }
 
+/// Their inodes have not changed since the listing, but they are others.
+TEST(Icons, OfListedItemsFollowFlagsOfOthersThatTakeTheirPlace) {
+    const TemporaryFolder folder;
+    FinderInfo info;
+    info.flags = kHasCustomIcon;
+    for (const char *const name : {"listed/file", "other/file"})
+        (void)folder.write(name, "");
+    ASSERT_EQ(writeFinderInfo(folder.at("other/file").c_str(), info), noErr);
+    awaitNextTime(folder);
+    const auto listed = itemAt(folder.at("listed"));
+    fs::rename(folder.at("listed"), folder.at("moved"));
+    fs::rename(folder.at("other"), folder.at("listed"));
+    EXPECT_EQ(child(listed, "file")->iconForFSOUsingCached(kFresh)->description().customIconOf,
+              folder.at("listed/file").c_str());
+}
+
 TEST(Icons, AreSharpInEverySize) {
     const auto icon = MXFileSystemObject::genericFolderIcon();
     for (const qreal scale : {1.0, 1.25, 2.0, 3.0}) {
