@@ -85,6 +85,8 @@ void setThemeName(IconRef &icon, const QString &name) {
     const auto bytes = fileSystemRepresentation(name);
     if (!bytes || !isPlainName(*bytes) || bytes->size() > NAME_MAX)
         return;
+    const qsizetype known = icon.themeNames.indexOf(name);
+    icon.ownNames += known >= 0 && known < icon.ownNames ? 0 : 1;
     icon.themeNames.removeAll(name);
     icon.themeNames.prepend(name);
     icon.file.clear();

@@ -39,8 +39,8 @@ struct IconFile {
 /// Puts the file before all else that @p icon consists of, except for a custom icon.
 void setFile(IconRef &icon, const IconFile &file);
 
-/// Puts an icon of the theme before all else, except for a custom icon. Ignores what cannot be a
-/// name.
+/// Puts an icon of the theme, the item's own, before all else, except for a custom icon. Ignores
+/// what cannot be a name.
 void setThemeName(IconRef &icon, const QString &name);
 
 /// The content of the file of an icon that was found earlier. nullopt if one of the folders on its

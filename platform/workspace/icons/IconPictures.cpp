@@ -103,16 +103,24 @@ std::optional<QByteArray> IconPictures::themeFile(const QStringList &names, int 
     return theme_ ? theme_->find(names, points, scale) : std::nullopt;
 }
 
+std::optional<QByteArray> IconPictures::bestThemeFile(int points, int scale) const {
+    const QStringList &names = icon_.themeNames;
+    const qsizetype own = std::min(icon_.ownNames, names.size());
+    for (qsizetype at = 0; at < own; ++at)
+        if (auto file = themeFile({names[at]}, points, scale))
+            return file;
+    return themeFile(names.sliced(own), points, scale);
+}
+
 QByteArray IconPictures::shareable(int points, int scale) const {
     if (!isOfKind(icon_))
         return {};
-    return themeFile(icon_.themeNames, points, scale)
-        .value_or(drawingFor(icon_, points).toLatin1());
+    return bestThemeFile(points, scale).value_or(drawingFor(icon_, points).toLatin1());
 }
 
 /// If the theme's file is damaged, the icon of the first name whose file is not.
 QImage IconPictures::themeImage(int points, int scale, int pixels) {
-    const auto best = themeFile(icon_.themeNames, points, scale);
+    const auto best = bestThemeFile(points, scale);
     QImage image = best ? fileImage(*best, pixels) : QImage();
     for (auto name = icon_.themeNames.cbegin();
          best && image.isNull() && name != icon_.themeNames.cend(); ++name)

@@ -49,6 +49,7 @@ private:
     void readOwn();
     [[nodiscard]] std::optional<QByteArray> themeFile(const QStringList &names, int points,
                                                       int scale) const;
+    [[nodiscard]] std::optional<QByteArray> bestThemeFile(int points, int scale) const;
     [[nodiscard]] QImage familyImage(int pixels);
     [[nodiscard]] QImage themeImage(int points, int scale, int pixels);
     [[nodiscard]] QImage fileImage(const QByteArray &path, int pixels);

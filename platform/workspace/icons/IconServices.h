@@ -17,11 +17,16 @@
 namespace MWCore {
 
 /// Which icon is meant. The first of these that exists and can be read is drawn. A plain value.
+///
+/// The own names of an item, such as that of its program, are each looked for in the user's theme
+/// and all that it inherits. Of the other names, which stand for its kind, any one in a theme is
+/// preferred to all in those that the theme inherits.
 struct IconRef {
     QByteArray customIconOf; ///< the path of an item with a custom icon
     QByteArray file;         ///< the path of a picture or icon family, without links
     QByteArray thumbnailOf;  ///< the path of a file that the shared thumbnails may show
     QStringList themeNames;  ///< icons of the user's theme, the most specific one first
+    qsizetype ownNames = 0;  ///< how many of them, from the first on, are those of the item alone
     QString drawing;         ///< one of this library's own, by the name of the SVG resource
     uint64_t version = 0;    ///< another one once one of those files changes; 0 without a file
 

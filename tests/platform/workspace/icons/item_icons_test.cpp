@@ -177,6 +177,19 @@ TEST_F(ItemIcons, OfAFileComeFromTheMostImportantSource) {
          custom(entryFile)});
 }
 
+TEST_F(ItemIcons, OfAProgramAreFoundInInheritedThemesThoseOfAKindInTheFirstWithAny) {
+    const std::string program =
+        home_.write("x.desktop", "[Desktop Entry]\nType=Application\nIcon=program\n");
+    const std::string text = home_.write("x.txt", "text");
+    (void)home_.write("icons/hicolor/index.theme", "[Icon Theme]\nDirectories=a\n[a]\nSize=128\n");
+    (void)picture("icons/hicolor/a/program.png", Qt::green);
+    (void)picture("icons/hicolor/a/text-plain.png", Qt::green);
+    themeIcon("application-x-executable", Qt::red);
+    themeIcon("text-x-generic", Qt::red);
+    EXPECT_EQ(drawn(program), QColor(Qt::green).name().toStdString());
+    EXPECT_EQ(drawn(text), QColor(Qt::red).name().toStdString());
+}
+
 TEST_F(ItemIcons, OfAVolumeAreThoseOfItsMediumUnlessItHasOneOfItsOwn) {
     const MountedFolder volume("tmpfs");
     if (!volume.failureReason().empty())
