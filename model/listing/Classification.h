@@ -19,8 +19,7 @@ struct ItemFacts {
     int32_t targetType = 0;    ///< of a link's target: MFS_TYPE_... or MFS_TARGET_UNKNOWN
     bool isExecutable = false; ///< for user, group or others
     Sidecars sidecars = Sidecars::MayExist;
-    uint64_t inodeState =
-        0; ///< inodeState() if it tells whether the item has changed since; else 0
+    uint64_t inodeState = 0; ///< if it tells whether the item has changed since; else 0
 };
 
 struct Classification {

@@ -34,7 +34,7 @@ QSize reduced(QSize size, double pixels) {
 
 /// A size at which the drawing is rendered in some 100 ms, whatever it contains.
 QSize quickSize(const SvgDrawing &drawing, QSize size) {
-    constexpr double kMostFillings = 3e7; // pixels that each element may fill or cross
+    constexpr double kMostFillings = 1e7; // pixels that each element may fill or cross
     constexpr double kMostLength = 2e7;   // pixels
     const double side = kMostLength / std::max(drawing.length, 1.0);
     return reduced(size,
